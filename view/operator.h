@@ -1,0 +1,28 @@
+// The operator's acts, as a screen reports them. Each keeps the rule that what is hidden or
+// disabled, itself or by its frame, menu or window, does not answer: then false comes back and
+// nothing happens.
+#pragma once
+
+#include "view/widget.h"
+
+namespace zol::view::operator_acts {
+
+bool reachable(const Widget& widget);
+
+bool click(Widget& widget); // button, option, check box, label, menu item; a text box is entered
+bool double_click(Widget& widget);
+// A drag: `scroll` at each step on the way, one `change` at its end.
+bool drag_to(Widget& slider, double value);
+// A key or wheel step on a slider: `scroll` and `change` at once. `steps` counts small changes.
+bool step(Widget& slider, double value);
+bool choose(Widget& combo, int index); // runs the click handler, also for the item already shown
+bool type(Widget& text_box, const std::string& whole_text);
+// A key goes to the window's handler first, then to the focused control's.
+bool key(Widget& window, int code, int shift);
+bool focus(Widget& control); // by Tab or click
+bool close(Widget& window);  // by its frame
+
+constexpr int enter = 13;
+constexpr int shift_key = 1, ctrl_key = 2, alt_key = 4; // bits of a shift state
+
+} // namespace zol::view::operator_acts
