@@ -11,10 +11,12 @@ bool reachable(const Widget& widget);
 
 bool click(Widget& widget); // button, option, check box, label, menu item; a text box is entered
 bool double_click(Widget& widget);
-// A drag: `scroll` at each step on the way, one `change` at its end.
+// A slider while it is dragged: its value and `scroll`, no `change` yet.
+bool drag_on(Widget& slider, double value);
+// A whole drag, its end, or a key or wheel step: `scroll`, then `change`, if the value is another
+// than `before` (the value when the drag began).
 bool drag_to(Widget& slider, double value);
-// A key or wheel step on a slider: `scroll` and `change` at once. `steps` counts small changes.
-bool step(Widget& slider, double value);
+bool end_drag(Widget& slider, double before);
 bool choose(Widget& combo, int index); // runs the click handler, also for the item already shown
 bool type(Widget& text_box, const std::string& whole_text);
 // A key goes to the window's handler first, then to the focused control's.

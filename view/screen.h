@@ -8,13 +8,27 @@ namespace zol::view {
 
 // Which part of a widget's look changed.
 enum class Aspect {
-    text, tip, colours, value, range, items, visible, enabled, pointer, checked, tab_stop,
-    edit_marker, place, font, window_state, drawing,
+    text,
+    tip,
+    colours,
+    value,
+    range,
+    items,
+    visible,
+    enabled,
+    pointer,
+    checked,
+    tab_stop,
+    edit_marker,
+    place,
+    font,
+    window_state,
+    drawing,
 };
 
 struct Screen {
     virtual ~Screen() = default;
-    // The window's widgets stand at their design, its load handler has run, it may be shown.
+    // The window's widgets stand at their design; its load handler runs after this.
     virtual void window_loaded(Widget& window) = 0;
     virtual void window_shown(Widget& window, bool shown) = 0;
     virtual void window_unloaded(Widget& window) = 0;

@@ -4,11 +4,9 @@
 // functions of view.h, so that the rules of assignment hold and the screen hears of each change.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -98,7 +96,7 @@ struct Look {
 // The operator's acts and the widget's own events, each a handler of the logic. An empty one is an
 // event that nobody listens to.
 struct Handlers {
-    std::function<void()> click;        // button, option, check box, label, menu item, field entered
+    std::function<void()> click; // button, option, check box, label, menu item, field entered
     std::function<void()> double_click; // label
     std::function<void()> change;       // slider value, label text, combo selection
     std::function<void()> scroll;       // slider while it is moved by the operator
@@ -109,30 +107,76 @@ struct Handlers {
 
 struct Widget;
 
-// A widget as a window's table defines it. The setters chain, so that a table row is one expression.
+// A widget as a window's table defines it. The setters chain, so that a table row is one
+// expression.
 struct Design {
     std::string_view name;
     Kind kind;
     Widget* parent; // null for a window; else the window, a frame or a menu
     Look look;
-    int index = -1;                    // place in a control array, -1 outside one
+    int index = -1;                     // place in a control array, -1 outside one
     bool changes_on_assignment = false; // slider: an assignment from code runs its change handler
 
-    Design& font(double points, bool bold = false) { look.font_size = points, look.font_bold = bold; return *this; }
-    Design& colours(Colour back, Colour fore = system_colour) { look.back = back, look.fore = fore; return *this; }
-    Design& fore(Colour colour) { look.fore = colour; return *this; }
-    Design& aligned(Align align) { look.align = align; return *this; }
-    Design& hidden() { look.visible = false; return *this; }
-    Design& disabled() { look.enabled = false; return *this; }
-    Design& pointer(Pointer pointer) { look.pointer = pointer; return *this; }
-    Design& no_tab_stop() { look.tab_stop = false; return *this; }
-    Design& range(double min, double max) { look.min = min, look.max = max; return *this; }
-    Design& starts_at(double value) { look.value = value; return *this; }
-    Design& steps(int small, int large, int tick_every = 0) { look.small_change = small, look.large_change = large, look.tick_every = tick_every; return *this; }
-    Design& upright() { look.vertical = true; return *this; }
-    Design& runs_change_on_assignment() { changes_on_assignment = true; return *this; }
-    Design& at_index(int i) { index = i; return *this; }
-    Design& tip(std::string text) { look.tip = std::move(text); return *this; }
+    Design& font(double points, bool bold = false) {
+        look.font_size = points, look.font_bold = bold;
+        return *this;
+    }
+    Design& colours(Colour back, Colour fore = system_colour) {
+        look.back = back, look.fore = fore;
+        return *this;
+    }
+    Design& fore(Colour colour) {
+        look.fore = colour;
+        return *this;
+    }
+    Design& aligned(Align align) {
+        look.align = align;
+        return *this;
+    }
+    Design& hidden() {
+        look.visible = false;
+        return *this;
+    }
+    Design& disabled() {
+        look.enabled = false;
+        return *this;
+    }
+    Design& pointer(Pointer pointer) {
+        look.pointer = pointer;
+        return *this;
+    }
+    Design& no_tab_stop() {
+        look.tab_stop = false;
+        return *this;
+    }
+    Design& range(double min, double max) {
+        look.min = min, look.max = max;
+        return *this;
+    }
+    Design& starts_at(double value) {
+        look.value = value;
+        return *this;
+    }
+    Design& steps(int small, int large, int tick_every = 0) {
+        look.small_change = small, look.large_change = large, look.tick_every = tick_every;
+        return *this;
+    }
+    Design& upright() {
+        look.vertical = true;
+        return *this;
+    }
+    Design& runs_change_on_assignment() {
+        changes_on_assignment = true;
+        return *this;
+    }
+    Design& at_index(int i) {
+        index = i;
+        return *this;
+    }
+    Design& tip(std::string text) {
+        look.tip = std::move(text);
+        return *this;
+    }
 };
 
 Design window(std::string_view name, std::string text, Place place);
@@ -140,7 +184,8 @@ Design menu(std::string_view name, Widget& parent, std::string text);
 Design menu_item(std::string_view name, Widget& parent, std::string text);
 Design separator(std::string_view name, Widget& parent, std::string text = "-");
 // Any other control. `parent` is the window or a frame of it.
-Design control(Kind kind, std::string_view name, Widget& parent, Place place, std::string text = "");
+Design control(Kind kind, std::string_view name, Widget& parent, Place place,
+               std::string text = "");
 
 struct Widget {
     explicit Widget(const Design& design);
@@ -161,6 +206,7 @@ struct Widget {
     bool loaded = false;
     bool shown = false;
     bool activation_due = false;
+    bool unloading = false;
     std::vector<Widget*> controls; // in the order of the window's table; menus apart
     std::vector<Widget*> menus;    // the whole menu tree, in order
 };
@@ -168,8 +214,8 @@ struct Widget {
 // A control array: its elements are called up by index, and an index may be missing.
 class WidgetArray {
   public:
-    // Builds one widget for each index with `design(index)`.
-    WidgetArray(std::initializer_list<int> indices, const std::function<Design(int)>& design);
+    // Builds one widget for each index from `first` to `last` with `design(index)`; the index
+    // `missing` has none; -1 for a whole range.
     WidgetArray(int first, int last, int missing, const std::function<Design(int)>& design);
 
     Widget& operator[](int index); // the index must exist

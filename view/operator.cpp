@@ -1,0 +1,111 @@
+#include "view/operator.h"
+
+#include "view/view.h"
+
+#include <algorithm>
+
+namespace zol::view::operator_acts {
+namespace {
+
+void run(const std::function<void()>& handler) {
+    if (handler) handler();
+}
+
+bool takes_focus(const Widget& w) {
+    switch (w.kind) {
+    case Kind::command_button:
+    case Kind::option_button:
+    case Kind::check_box:
+    case Kind::text_box:
+    case Kind::combo_box:
+    case Kind::slider: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+bool reachable(const Widget& widget) {
+    if (!widget.window->shown) return false;
+    for (const Widget* w = &widget; w; w = w->parent)
+        if (!w->look.visible || !w->look.enabled) return false;
+    return true;
+}
+
+bool click(Widget& w) {
+    if (!reachable(w)) return false;
+    if (takes_focus(w)) set_focus(w);
+    if (w.kind == Kind::check_box) {
+        select(w, !selected(w)); // runs the handler
+        return true;
+    }
+    if (w.kind == Kind::option_button && !selected(w)) {
+        select(w);
+        return true;
+    }
+    run(w.on.click);
+    return true;
+}
+
+bool double_click(Widget& w) {
+    if (!reachable(w)) return false;
+    run(w.on.double_click);
+    return true;
+}
+
+bool drag_on(Widget& slider, double value) {
+    if (!reachable(slider)) return false;
+    set_focus(slider);
+    const double before = slider.look.value;
+    place_value(slider, std::clamp(value, slider.look.min, slider.look.max));
+    if (slider.look.value != before) run(slider.on.scroll);
+    return true;
+}
+
+bool end_drag(Widget& slider, double before) {
+    if (!reachable(slider)) return false;
+    if (slider.look.value != before) run(slider.on.change);
+    return true;
+}
+
+bool drag_to(Widget& slider, double value) {
+    const double before = slider.look.value;
+    return drag_on(slider, value) && end_drag(slider, before);
+}
+
+bool choose(Widget& combo, int index) {
+    if (!reachable(combo)) return false;
+    set_focus(combo);
+    if (!set_list_index(combo, index)) return false;
+    run(combo.on.click);
+    return true;
+}
+
+bool type(Widget& text_box, const std::string& whole_text) {
+    if (!reachable(text_box)) return false;
+    set_text(text_box, whole_text);
+    return true;
+}
+
+bool key(Widget& window, int code, int shift) {
+    if (!reachable(window)) return false;
+    if (window.on.key) window.on.key(code, shift);
+    const Widget* focused = view::focus();
+    if (!focused || focused->window != &window || focused == &window) return true;
+    if (reachable(*focused) && focused->on.key) focused->on.key(code, shift);
+    return true;
+}
+
+bool focus(Widget& control) {
+    if (!reachable(control) || !takes_focus(control)) return false;
+    set_focus(control);
+    return true;
+}
+
+bool close(Widget& window) {
+    if (!reachable(window)) return false;
+    unload(window);
+    return true;
+}
+
+} // namespace zol::view::operator_acts

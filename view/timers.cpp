@@ -1,0 +1,144 @@
+#include "view/timers.h"
+
+#include <algorithm>
+#include <deque>
+#include <utility>
+#include <vector>
+
+namespace zol::view {
+
+struct Scheduler {
+    std::vector<Timer*> timers; // all there are, in the order of the window tables
+    std::deque<std::function<void()>> posted;
+    Platform* platform = nullptr;
+    int wait_depth = 0;
+
+    // The timer that falls due first, of those whose tick is not on the stack.
+    Timer* first_due() const {
+        Timer* first = nullptr;
+        for (Timer* t : timers)
+            if (t->on_ && !t->ticking_ && t->interval_ms_ > 0 &&
+                (!first || t->due_us_ < first->due_us_))
+                first = t;
+        return first;
+    }
+
+    // `on` and `set_interval` count from here.
+    void arm(Timer& t) const {
+        t.due_us_ = platform->now_us() + t.interval_ms_ * std::int64_t{1000};
+    }
+
+    void fire(Timer& t) const {
+        // Counted from now, not from when it was due: a late tick brings no second one after it.
+        arm(t);
+        // The mark goes when the tick is over, also when the end of the program unwinds it.
+        struct Ticking {
+            Timer& timer;
+            explicit Ticking(Timer& it) : timer(it) { timer.ticking_ = true; }
+            ~Ticking() { timer.ticking_ = false; }
+        } ticking(t);
+        if (t.tick) t.tick();
+    }
+
+    static std::int64_t due_us(const Timer& t) { return t.due_us_; }
+
+    void of_window(Widget& window, const std::function<void(Timer&)>& action) const {
+        for (Timer* t : timers)
+            if (&t->window_ == &window) action(*t);
+    }
+
+    static void to_design(Timer& t) {
+        t.on_ = false;
+        t.interval_ms_ = t.design_interval_ms_;
+    }
+
+    static bool on_at_load(const Timer& t) { return t.on_at_load_; }
+};
+
+namespace {
+
+// Timers register from the window tables, before main; hence built at first use.
+Scheduler& scheduler() {
+    static Scheduler the_scheduler;
+    return the_scheduler;
+}
+
+} // namespace
+
+Timer::Timer(Widget& window, std::string timer_name, int interval_ms, bool on_at_load)
+    : name(std::move(timer_name)), window_(window), design_interval_ms_(interval_ms),
+      on_at_load_(on_at_load), interval_ms_(interval_ms) {
+    scheduler().timers.push_back(this);
+}
+
+void Timer::on() {
+    if (on_) return;
+    on_ = true;
+    scheduler().arm(*this);
+}
+
+void Timer::off() { on_ = false; }
+
+void Timer::set_interval(int ms) {
+    interval_ms_ = ms;
+    if (on_) scheduler().arm(*this);
+}
+
+void use_platform(Platform& platform) { scheduler().platform = &platform; }
+
+std::int64_t now_us() { return scheduler().platform->now_us(); }
+
+void end_program() { scheduler().platform->end_program(); }
+
+std::int64_t next_due_us() {
+    if (!scheduler().posted.empty()) return now_us();
+    const Timer* timer = scheduler().first_due();
+    return timer ? Scheduler::due_us(*timer) : Platform::forever;
+}
+
+void pump() {
+    Scheduler& s = scheduler();
+    if (!s.posted.empty()) {
+        auto work = std::move(s.posted.front());
+        s.posted.pop_front();
+        work();
+        return;
+    }
+    Timer* timer = s.first_due();
+    if (timer && Scheduler::due_us(*timer) <= now_us())
+        s.fire(*timer);
+    else
+        s.platform->idle(timer ? Scheduler::due_us(*timer) : Platform::forever);
+}
+
+void post(std::function<void()> work) { scheduler().posted.push_back(std::move(work)); }
+
+void wait_on(Timer& timer, int ms) {
+    struct Depth {
+        Depth() { ++scheduler().wait_depth; }
+        ~Depth() { --scheduler().wait_depth; }
+    } depth;
+    timer.set_interval(ms);
+    timer.on();
+    while (timer.is_on())
+        pump();
+}
+
+int wait_depth() { return scheduler().wait_depth; }
+
+void load_timers(Widget& window) {
+    scheduler().of_window(window, [](Timer& t) {
+        Scheduler::to_design(t);
+        if (Scheduler::on_at_load(t)) t.on();
+    });
+}
+
+void unload_timers(Widget& window) { scheduler().of_window(window, Scheduler::to_design); }
+
+void reset_timers() {
+    for (Timer* t : scheduler().timers)
+        Scheduler::to_design(*t);
+    scheduler().posted.clear();
+}
+
+} // namespace zol::view
