@@ -96,7 +96,9 @@ std::int64_t next_due_us() {
     return timer ? Scheduler::due_us(*timer) : Platform::forever;
 }
 
-void pump() {
+void pump() { pump_until(Platform::forever); }
+
+void pump_until(std::int64_t until_us) {
     Scheduler& s = scheduler();
     if (!s.posted.empty()) {
         auto work = std::move(s.posted.front());
@@ -108,7 +110,7 @@ void pump() {
     if (timer && Scheduler::due_us(*timer) <= now_us())
         s.fire(*timer);
     else
-        s.platform->idle(timer ? Scheduler::due_us(*timer) : Platform::forever);
+        s.platform->idle(std::min(until_us, timer ? Scheduler::due_us(*timer) : Platform::forever));
 }
 
 void post(std::function<void()> work) { scheduler().posted.push_back(std::move(work)); }

@@ -59,6 +59,8 @@ std::int64_t now_us();
 
 // One turn: what was posted, else the due timer, else idling until one may be due.
 void pump();
+// The same, but idles no longer than `until_us`.
+void pump_until(std::int64_t until_us);
 // Runs `work` in the next turn of the pump, ahead of the timers.
 void post(std::function<void()> work);
 // When the next timer falls due, Platform::forever if none is on.
