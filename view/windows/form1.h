@@ -18,11 +18,11 @@ extern view::Widget lbl_tinj, Label_tinj;
 extern view::Widget lbl_press, LabeL_pressure;
 extern view::Widget lbl_temp, Label_temp;
 extern view::Widget lbl_lambda, Label_lambda;
-extern view::Widget Label22, label_liv2;       // tank sensor
-extern view::Widget Picture1;                  // lambda trace
-extern view::Widget Shape2;                    // heartbeat of the telegrams
-extern view::Widget Label23, Label_carburante; // fuel state
-extern view::Widget Label20;                   // battery
+extern view::Widget Label22, label_liv2; // tank sensor
+extern view::Widget Picture1;            // lambda trace
+extern view::Widget Shape2;              // heartbeat of the telegrams
+extern view::Widget Label_carburante;    // fuel state
+extern view::Widget Label20;             // battery
 
 // Panel buttons.
 extern view::Widget Command_engine, Command_impostazioni, Command_lambda, Command_diagnosi;
@@ -72,14 +72,14 @@ extern view::Widget Label32, Command_meno, Label35, Command_piu; // scale of the
 
 // Diagnosis panel.
 extern view::Widget Frame_diagnosi, cmd_richiesta_par_diagnosi, Command10;
-extern view::Widget Label21, lbl_num_errori;
+extern view::Widget Label21, lbl_num_errori, Label23;
 extern view::Widget lbl_par_1, lbl_par_2, lbl_par_3, lbl_par_4, lbl_par_5, lbl_par_6;
 extern view::Widget Label33, Text_note_error;
 
 // Foot of the window: tuning run, service controls, time on gas and last check.
 extern view::Widget lbl_tuning;
 extern view::Widget Command1, Command2, Command_hyperterminal, Command_scarico, Label_sfondo;
-extern view::Widget lbl_min, lbl_ore;
+extern view::Widget lbl_min, lbl_ore; // its heading, time on gas and last check
 
 // Where the keyboard focus is parked.
 extern view::Widget Text2, cmd_focus;
