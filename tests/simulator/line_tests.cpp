@@ -1,0 +1,3 @@
+#include "simulator/control_unit.h"
+#include <gtest/gtest.h>
+TEST(Line, A) { sim::ControlUnit u({}); }
