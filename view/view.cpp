@@ -131,13 +131,20 @@ void set_range(Widget& slider, double min, double max) {
     assign(slider, &Look::value, std::clamp(slider.look.value, min, max), Aspect::value);
 }
 
+void place_selected(Widget& option) {
+    for (Widget* other : option.window->controls)
+        if (other != &option && other->kind == Kind::option_button &&
+            other->parent == option.parent)
+            assign(*other, &Look::value, 0.0, Aspect::value);
+    assign(option, &Look::value, 1.0, Aspect::value);
+}
+
 void select(Widget& w, bool on) {
     if (selected(w) == on) return;
     if (w.kind == Kind::option_button && on)
-        for (Widget* other : w.window->controls)
-            if (other != &w && other->kind == Kind::option_button && other->parent == w.parent)
-                assign(*other, &Look::value, 0.0, Aspect::value);
-    assign(w, &Look::value, on ? 1.0 : 0.0, Aspect::value);
+        place_selected(w);
+    else
+        assign(w, &Look::value, on ? 1.0 : 0.0, Aspect::value);
     if (on || w.kind == Kind::check_box) run(w.on.click);
 }
 

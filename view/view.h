@@ -43,6 +43,9 @@ void set_range(Widget& slider, double min, double max);
 // Switches an option button on (and the others of its parent off) or sets a check box; a change to
 // on, and any change of a check box, runs the click handler before the call returns.
 void select(Widget& option_or_check, bool on = true);
+// Switches an option button on (and the others of its parent off) without running its handler: for
+// the filling of a panel by the program itself.
+void place_selected(Widget& option);
 void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing selected
 bool set_list_index(Widget& combo, int index);                 // runs no handler; -1 selects none
 

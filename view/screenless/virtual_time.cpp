@@ -5,7 +5,7 @@
 
 namespace zol::view {
 
-VirtualTime::~VirtualTime() {
+void VirtualTime::finish() {
     if (running_) {
         unwinding_ = true;
         resume();

@@ -16,7 +16,7 @@ namespace zol::view {
 
 class VirtualTime : public Platform {
   public:
-    ~VirtualTime() override; // unwinds the program out of whatever it waits for
+    ~VirtualTime() override { finish(); }
 
     // Starts `program` on its thread and lets it run until it wants time to pass.
     void start(std::function<void()> program);
@@ -25,6 +25,8 @@ class VirtualTime : public Platform {
     void run_for(std::int64_t ms) { run_for_us(ms * 1000); }
     // Runs `work` inside the program, wherever it waits, and comes back when time is to pass.
     void act(std::function<void()> work);
+    // Unwinds the program; no handler runs on. The clock stands from then on.
+    void finish();
     bool ended() const { return ended_; }
 
     std::int64_t now_us() override { return now_us_; }

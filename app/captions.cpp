@@ -1,0 +1,107 @@
+#include "app/captions.h"
+
+#include "app/app_state.h"
+#include "app/message_catalogue.h"
+#include "app/settings_file.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+#include <array>
+
+namespace zol::app {
+namespace {
+
+struct Caption {
+    view::Widget& control;
+    int message;
+};
+
+const Caption panel_captions[] = {
+    {form1::Command_engine, 1058},    {form1::Command_impostazioni, 1240},
+    {form1::frame_engine, 1058},      {form1::Frame_impostazioni, 1240},
+    {form1::frame_TARATURA, 1241},    {form1::Frame_pressione, 1242},
+    {form1::Frame_carburante, 1161},  {form1::Frame_temperatura, 1167},
+    {form1::Frame_tempo, 1165},       {form1::Frame_tank, 1244},
+    {form1::Label_livello_att, 1245}, {form1::Frame1, 1258},
+};
+
+const Caption control_captions[] = {
+    {form1::lambda_dir, 1265},
+    {form1::lambda_inv, 1266},
+    {form1::Option_abi_controllo_lambda, 1267},
+    {form1::Option_disa_controllo_lambda, 1268},
+    {form1::Option_tens, 1269},
+    {form1::Option_corr, 1270},
+    {form1::Label_medio_closed_loop, 1271},
+    {form1::Label_lambda_open_loop, 1272},
+    {form1::cmd_richiesta_par_diagnosi, 1275},
+    {form1::Command10, 1276},
+    {form1::mnu_Porta_Seriale, 1044},
+    {form1::mnu_Impostazioni, 1240},
+    {form1::mnu_Lingua, 1246},
+    {form1::mnu_Schermo, 1247},
+    {form1::MNU_INFOMATION, 1248},
+    {form1::mnu_color_testo, 1249},
+    {form1::mnu_reset_centralina, 1250},
+    {form1::MNU_VERSIONE, 1251},
+    {form1::mnu_reset_check, 1273},
+    {form1::mnu_reset_time_ongas, 1274},
+};
+
+// In the list's order, which is that of the presets.
+constexpr std::array tank_messages = {1261, 1264, 1259, 1262, 1263, 1260};
+
+struct Language {
+    view::Widget& item;
+    const char* code;
+};
+
+const Language languages[] = {
+    {form1::it, "it"}, {form1::uk, "uk"}, {form1::pl, "pl"}, {form1::fr, "fr"}, {form1::de, "de"},
+};
+
+} // namespace
+
+void apply_panel_captions() {
+    for (const Caption& each : panel_captions)
+        set_message(each.control, each.message);
+}
+
+void apply_control_captions() {
+    for (const Caption& each : control_captions)
+        set_message(each.control, each.message);
+    fill_tank_list();
+}
+
+void fill_tank_list() {
+    std::vector<std::string> items;
+    for (const int key : tank_messages)
+        if (auto text = message(key)) items.push_back(std::move(*text));
+    view::set_items(form1::Combo_tank_level, std::move(items));
+    view::set_list_index(form1::Combo_tank_level, state.tank_type); // 99 is rejected: none selected
+}
+
+void set_language(const std::string& code) {
+    for (const Language& each : languages)
+        view::set_checked(each.item, each.code == code);
+    state.current_language = code;
+    write_language(code);
+    apply_panel_captions();
+    apply_control_captions();
+}
+
+void load_language() {
+    const std::string stored = read_setting("LANGUAGE", "");
+    for (const Language& each : languages) {
+        if (stored != each.code) continue;
+        view::set_checked(each.item, true);
+        state.current_language = stored;
+    }
+}
+
+void connect_language_menu() {
+    for (const Language& each : languages)
+        each.item.on.click = [code = std::string(each.code)] { set_language(code); };
+}
+
+} // namespace zol::app

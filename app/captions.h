@@ -1,0 +1,23 @@
+// Which control takes which message, and the choice of the language.
+#pragma once
+
+#include <string>
+
+namespace zol::app {
+
+// The panels' own captions: buttons, frames, the tank reading.
+void apply_panel_captions();
+// Options, labels, buttons and menus; refills the tank list and selects its entry again.
+void apply_control_captions();
+
+// Fills the tank list with its six messages and selects `tank_type`; none for free values. Runs no
+// handler: filling the list must not rewrite the tank's set-up.
+void fill_tank_list();
+
+// Ticks the language's menu item, stores the choice and refills all captions.
+void set_language(const std::string& code);
+// Takes the stored language, if it is one of the five.
+void load_language();
+void connect_language_menu();
+
+} // namespace zol::app

@@ -1,0 +1,31 @@
+// The one file that names every room.
+#include "app/wiring.h"
+
+#include "app/captions.h"
+#include "app/main_window.h"
+#include "app/port_menu.h"
+#include "app/startup.h"
+#include "link/connection_dialog.h"
+#include "link/first_read.h"
+#include "monitor/lambda_trace.h"
+#include "monitor/polling.h"
+#include "monitor/rpm_bar.h"
+#include "monitor/side_timers.h"
+#include "view/windows/form1.h"
+
+namespace zol::app {
+
+void connect_handlers() {
+    connect_startup();
+    connect_main_window();
+    connect_port_menu();
+    connect_language_menu();
+    form1::Form1.on.activate = link::main_window_activated;
+    link::connect_connection_dialog();
+    monitor::connect_polling();
+    monitor::connect_side_timers();
+    monitor::connect_rpm_bar();
+    monitor::connect_lambda_trace();
+}
+
+} // namespace zol::app

@@ -1,0 +1,8 @@
+// Ties every handler of the house to its widget or timer.
+#pragma once
+
+namespace zol::app {
+
+void connect_handlers();
+
+} // namespace zol::app

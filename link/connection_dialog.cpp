@@ -1,0 +1,143 @@
+#include "link/connection_dialog.h"
+
+#include "app/app_state.h"
+#include "app/numbers.h"
+#include "app/settings_file.h"
+#include "link/ecu_frames.h"
+#include "link/first_read.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+#include "view/windows/frm_splash.h"
+
+#include <array>
+
+namespace zol::link {
+namespace {
+
+using namespace centralina_attiva;
+using app::state;
+using view::Pointer;
+
+constexpr view::Colour dialog_red = view::rgb(154, 0, 0);
+
+const std::vector<std::string> ports = {"COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"};
+
+// The menu's marks by list entry: from the fourth on one behind, and COM3 is left alone.
+const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::com2, &form1::com4,
+                                                         &form1::com4, &form1::com5, &form1::com6,
+                                                         &form1::com7, &form1::com8};
+
+void dialog_loads() {
+    view::set_back(Label1, dialog_red);
+    view::set_back(Centralina_Attiva, dialog_red);
+    state.connect_dialog_open = true;
+    view::unload(frm_splash::frmSplash);
+    state.poll_enabled = false;
+    form1::Timer_stato_sistema.off();
+    view::set_enabled(form1::Form1, false);
+    state.ui_loading = true;
+    view::set_enabled(Command_ok, false);
+    view::set_items(Combo1, ports);
+    view::set_list_index(Combo1, entry_of_port(state.com_port_number));
+}
+
+void dialog_closes() {
+    state.no_reread = true;
+    state.ui_loading = false;
+    form1::Timer1.on();
+}
+
+void set_test_pointers(Pointer pointer) {
+    view::set_pointer(Centralina_Attiva, pointer);
+    view::set_pointer(Command_test, pointer);
+}
+
+// One pass of the port test. Any byte is an answer; a port that fails has none.
+bool unit_answers() {
+    set_test_pointers(Pointer::normal);
+    if (port_is_open()) close_port();
+    wait_ms(300);
+    set_test_pointers(Pointer::hourglass);
+    if (open_port(port_of_entry(Combo1.look.list_index))) return false;
+    if (!send_command(Command::presence)) return false;
+    wait_ms(500);
+    return !read_reply().empty();
+}
+
+void test_clicked() {
+    view::set_text(Label2, "");
+    view::set_back(Label2, view::system_colour);
+    if (unit_answers() && unit_answers()) {
+        view::set_enabled(Command_ok, true);
+        view::set_back(Label2, view::green);
+        view::set_text(Label2, "- OK TEST ESEGUITO -");
+    } else {
+        // A good test before this one keeps its word: Command_ok stays as it was.
+        view::set_back(Label2, view::red);
+        view::set_text(Label2, "- TEST FALLITO -");
+    }
+    set_test_pointers(Pointer::normal);
+}
+
+void tick_port_menu(int entry) {
+    view::Widget* chosen =
+        entry >= 0 ? menu_item_of_entry[static_cast<std::size_t>(entry)] : nullptr;
+    for (view::Widget* item : menu_item_of_entry)
+        view::set_checked(*item, item == chosen);
+}
+
+void set_work_pointers(Pointer pointer) {
+    view::set_pointer(Centralina_Attiva, pointer);
+    view::set_pointer(Command_ok, pointer);
+}
+
+void ok_clicked() {
+    set_work_pointers(Pointer::hourglass);
+    view::set_enabled(Command_ok, false);
+    view::set_visible(form1::Frame2, false);
+    const int entry = Combo1.look.list_index;
+    app::write_port(entry + 1);
+    // The list's position, not the port's number: the port that the test left open is in use until
+    // the next start, and that one reads the file.
+    state.com_port_number = entry + 1;
+    tick_port_menu(entry);
+    read_for_dialog();
+    wait_ms(800);
+    view::set_enabled(Command_ok, true);
+    set_work_pointers(Pointer::normal);
+    state.connect_dialog_open = false;
+    if (!state.settings_panel_open) form1::Timer6.on();
+    view::unload(Centralina_Attiva);
+    view::set_window_state(form1::Form1, view::WindowState::maximised);
+}
+
+void cancel_clicked() {
+    state.connect_dialog_open = false;
+    state.ui_loading = false;
+    app::write_port(Combo1.look.list_index + 1);
+    wait_ms(500);
+    state.poll_enabled = false;
+    view::unload(Centralina_Attiva);
+    view::unload(form1::Form1);
+}
+
+} // namespace
+
+double port_of_entry(int list_index) { return list_index < 2 ? list_index + 1 : list_index + 2; }
+
+int entry_of_port(double port_number) {
+    const int number = static_cast<int>(app::round_half_even(port_number));
+    return number <= 2 ? number - 1 : number - 2;
+}
+
+void connect_connection_dialog() {
+    Centralina_Attiva.on.load = dialog_loads;
+    Centralina_Attiva.on.closing = dialog_closes;
+    Command_test.on.click = test_clicked;
+    Command_ok.on.click = ok_clicked;
+    Command_cancel.on.click = cancel_clicked;
+}
+
+} // namespace zol::link

@@ -1,0 +1,114 @@
+#include "link/first_read.h"
+
+#include "app/app_state.h"
+#include "link/ecu_frames.h"
+#include "link/image_layout.h"
+#include "link/read_marks.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+namespace zol::link {
+namespace {
+
+using app::state;
+
+void features_by_family() {
+    if (state.ecu_family == 1) {
+        view::set_enabled(form1::mnu_eobd, false);
+        view::set_visible(form1::Command_lambda, true);
+        view::set_visible(form1::Command_diagnosi, false);
+        view::set_visible(form1::Option_corr, false);
+    } else if (state.ecu_family == 0) {
+        view::set_enabled(form1::mnu_eobd, true);
+        view::set_visible(form1::Command_lambda, false);
+        view::set_visible(form1::Command_diagnosi, true);
+    }
+}
+
+bool first_group() {
+    return (state.ecu_family == 1 && state.ecu_version >= 2) ||
+           (state.ecu_family >= 3 && state.ecu_revision >= 35);
+}
+
+bool second_group() {
+    return state.ecu_family >= 2 && state.ecu_version >= 6 && state.ecu_revision >= 24;
+}
+
+constexpr double mivra_opening = 2300;
+
+void take_extended(const Reply& image) {
+    if (first_group()) {
+        take_words(image, cut_off_words());
+        take_words(image, extended_words_family_1());
+        mirrors.last_check_year_text = year_text_of_image();
+        tick_injector(mivra_opening);
+        show_modular_pair();
+        show_service_line(service_line_middle, "  ");
+    }
+    if (second_group()) {
+        take_words(image, cut_off_words());
+        take_words(image, extended_words_families_2_to_4());
+        mirrors.last_check_year_text = year_text_of_image();
+        tick_injector(mivra_opening);
+        show_modular_pair();
+        show_service_line(" min    -  Date Last Check : ", "");
+    }
+}
+
+void take_image(const Reply& image) {
+    take_words(image, base_words());
+    if (state.ecu_family == 1)
+        take(image.word(injector_latency_position), mirrors.injector_latency);
+    take_tank_type();
+    if (state.ecu_family == 1) {
+        take_words(image, lambda_words_family_1());
+        take(image.word(lambda_kind_position), mirrors.lambda_input_kind);
+        select_lambda_kind();
+    } else {
+        take_words(image, eobd_words());
+        tick_eobd_direction();
+        tick_eobd_protocol();
+    }
+    if (state.ecu_family >= 2 && state.ecu_family <= 4) {
+        take_words(image, lambda_words_families_2_to_4());
+        tick_debug_pair();
+        select_lambda_kind();
+        view::set_visible(form1::Frame_L_C_T, true);
+    }
+    take_extended(image);
+}
+
+} // namespace
+
+bool read_version() {
+    send_command(Command::version);
+    wait_ms(1600);
+    const Reply reply = read_reply();
+    if (!reply.echoes(Command::version)) return false;
+    // A number that did not arrive leaves the one before it standing, and no text.
+    state.firmware_text.clear();
+    const auto family = reply.byte(7), version = reply.byte(9), revision = reply.byte(11);
+    take(family, state.ecu_family);
+    take(version, state.ecu_version);
+    take(revision, state.ecu_revision);
+    if (family) state.firmware_text += std::to_string(*family);
+    if (version) state.firmware_text += "." + std::to_string(*version);
+    if (revision) state.firmware_text += "." + std::to_string(*revision);
+    return true;
+}
+
+void read_for_dialog() {
+    while (!read_version()) {}
+    features_by_family();
+    for (int attempt = 1; attempt <= 3; ++attempt) {
+        send_command(Command::read_image);
+        wait_ms(1800);
+        const Reply image = read_reply();
+        if (!image.echoes(Command::read_image)) continue;
+        state.ui_loading = true;
+        take_image(image);
+        return;
+    }
+}
+
+} // namespace zol::link

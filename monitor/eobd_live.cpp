@@ -1,0 +1,64 @@
+#include "monitor/eobd_live.h"
+
+#include "app/app_state.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+namespace zol::monitor {
+namespace {
+
+using app::state;
+
+constexpr int no_data = 255;
+
+// Trims are sent with an offset of 128, 0.78 percent a step.
+std::string trim_text(int byte) { return app::number_text((byte - 128) * 0.78) + " % "; }
+
+void show_loop_state(int loop_state) {
+    if (loop_state == 0) view::set_text(form1::Label1, "OPEN LOOP  ");
+    if (loop_state == 2) view::set_text(form1::Label1, "CLOSED LOOP  ");
+    if (loop_state == 4) view::set_text(form1::Label1, "OPEN LOOP TRANS.  ");
+}
+
+void show_live_data(const link::Reply& reply) {
+    const int fast_trim = *reply.byte(7), long_trim = *reply.byte(8);
+    if (fast_trim == 0 && long_trim == 0) {
+        view::set_text(form1::Label1, "WAIT INIT  PROT..  ");
+        for (view::Widget* label : {&form1::Label13, &form1::Label14, &form1::Label42})
+            view::set_text(*label, "--");
+        return;
+    }
+    view::set_text(form1::Label13, trim_text(fast_trim));
+    view::set_text(form1::Label14, trim_text(long_trim));
+    view::set_text(form1::Label49, "L= " + std::to_string(*reply.word(9)));
+    view::set_text(form1::Label42, std::to_string(*reply.word(11)) + "mV");
+    show_loop_state(*reply.byte(6));
+}
+
+// The count is a total over the run: after four such telegrams a single one shows the text.
+void count_lost(const link::Reply& reply) {
+    state.lost_counter += 1;
+    if (reply.byte(6) == no_data && state.lost_counter >= 4)
+        view::set_text(form1::Label1, "LOST CONNECTION");
+}
+
+} // namespace
+
+bool read_eobd_live() {
+    for (;;) {
+        link::send_command(link::Command::eobd_live);
+        link::wait_ms(100);
+        const link::Reply reply = link::read_reply();
+        if (reply.length() == 8) return false;
+        if (reply.length() != 12) continue;
+        if (reply.byte(7) == no_data)
+            count_lost(reply);
+        else
+            show_live_data(reply);
+        return true;
+    }
+}
+
+} // namespace zol::monitor

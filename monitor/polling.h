@@ -1,0 +1,17 @@
+// The polling loop: one timer whose tick switches itself off, asks for the status telegram, shows
+// the last one, and switches itself on again.
+#pragma once
+
+namespace zol::monitor {
+
+// Allows the polling and switches its timer on; and the reverse, at once. A handler that stops it
+// waits 400 ms as a rule, so that the telegram under way ends.
+void start_polling();
+void stop_polling();
+
+// Gives Slider_attenuazione and Slider_ktar the tab stop that activation takes from them.
+void give_tab_stops();
+
+void connect_polling();
+
+} // namespace zol::monitor
