@@ -23,21 +23,21 @@ Design lamp(int index) {
 constexpr double gauge_row_height = 420;
 constexpr double gauge_row_top(int row) { return 780 + gauge_row_height * (4 - row); }
 constexpr Place gauge_lower_bound(int row) { return {120, gauge_row_top(row), 600, 240}; }
-constexpr Place gauge_upper_bound(int row) { return {3660, gauge_row_top(row), 600, 240}; }
+constexpr Place gauge_upper_bound(int row) { return {3240, gauge_row_top(row), 540, 240}; }
 // A voltage belongs to the border between two rows: 0 is the foot of the gauge, 5 its head.
 constexpr Place gauge_voltage(int border) {
-    return {4740, gauge_row_top(border) + gauge_row_height - 180, 720, 240};
+    return {4200, gauge_row_top(border) + gauge_row_height - 180, 660, 240};
 }
 
 Design gauge_slider(int row) {
-    return slider("Slider1", Frame_tank, {780, gauge_row_top(row) - 60, 2820, 360})
+    return slider("Slider1", Frame_tank, {780, gauge_row_top(row) - 60, 2400, 360})
         .range(0, 100)
         .starts_at(row == 0 ? 80 : 79)
         .steps(1, 2);
 }
 
 Design gauge_lamp(int row) {
-    return control(Kind::shape, "Shape1", Frame_tank, {4320, gauge_row_top(row), 240, 240})
+    return control(Kind::shape, "Shape1", Frame_tank, {3840, gauge_row_top(row), 240, 240})
         .colours(row == 0 ? view::red : view::green);
 }
 
@@ -59,7 +59,7 @@ Design fault_code(std::string_view name, double left, double top) {
     return reading(name, Frame_diagnosi, {left, top, 1920, 540}, "", 14);
 }
 
-constexpr Place first_line = {180, 300, 1500, 300}, second_line = {180, 660, 1500, 300};
+constexpr Place first_line = {180, 300, 1740, 300}, second_line = {180, 660, 1740, 300};
 constexpr Place panel = {120, 2880, 9900, 4260};
 
 } // namespace
@@ -126,7 +126,7 @@ Widget Slider_attenuazione{slider("Slider_attenuazione", frame_TARATURA, {5580, 
                                .runs_change_on_assignment()};
 Widget Label26{
     caption("Label26", frame_TARATURA, {5100, 3420, 420, 240}, "150").aligned(Align::right)};
-Widget Label12{caption("Label12", frame_TARATURA, {120, 2820, 2100, 240}, "MOLTIPLICATORE GIRI")};
+Widget Label12{caption("Label12", frame_TARATURA, {120, 2820, 2100, 240}, "MOLTIPL. GIRI")};
 Widget Command_rpm_meno{
     button("Command_rpm_meno", frame_TARATURA, {2340, 2700, 1260, 480}, "RPM -")};
 Widget Command_rpm_piu{button("Command_rpm_piu", frame_TARATURA, {3660, 2700, 1260, 480}, "RPM +")};
@@ -153,12 +153,12 @@ Widget Command31{button("Command31", frame_engine, {6960, 3660, 2820, 480}, "LET
 // Settings panel.
 Widget Frame_impostazioni{group("Frame_impostazioni", Form1, panel, "IMPOSTAZIONI").hidden()};
 Widget Frame_tank{
-    group("Frame_tank", Frame_impostazioni, {120, 300, 6000, 3840}, "Gestione Serbatoio")};
+    group("Frame_tank", Frame_impostazioni, {120, 300, 5400, 3840}, "Gestione Serbatoio")};
 Widget Combo_tank_level{
-    control(Kind::combo_box, "Combo_tank_level", Frame_tank, {120, 300, 2820, 330})
+    control(Kind::combo_box, "Combo_tank_level", Frame_tank, {120, 300, 2520, 330})
         .colours(view::white, ink)};
 Widget Check1{
-    control(Kind::check_box, "Check1", Frame_tank, {3120, 300, 2760, 300}, "Configurazione Manuale")
+    control(Kind::check_box, "Check1", Frame_tank, {2820, 300, 2460, 300}, "Configurazione Manuale")
         .colours(paper, ink)};
 WidgetArray Slider1(0, 4, -1, gauge_slider);
 WidgetArray Shape1(0, 4, -1, gauge_lamp);
@@ -178,7 +178,7 @@ Widget lbl_202{caption("lbl_202", Frame_tank, gauge_voltage(3), "--").aligned(Al
 Widget lbl_203{caption("lbl_203", Frame_tank, gauge_voltage(2), "--").aligned(Align::right)};
 Widget lbl_204{caption("lbl_204", Frame_tank, gauge_voltage(1), "--").aligned(Align::right)};
 Widget lbl_205{caption("lbl_205", Frame_tank, gauge_voltage(0), "--").aligned(Align::right)};
-Widget Label3{caption("Label3", Frame_tank, {5520, 600, 420, 240}, "mV")};
+Widget Label3{caption("Label3", Frame_tank, {4920, 600, 360, 240}, "mV")};
 Widget Label6{caption("Label6", Frame_tank, {120, 3060, 600, 240}, "MIN.").aligned(Align::right)};
 Widget Text_min_tank{entry("Text_min_tank", Frame_tank, {780, 3000, 960, 360})};
 Widget lbl205{caption("lbl205", Frame_tank, {1800, 3060, 420, 240}, "mV")};
@@ -192,26 +192,26 @@ Widget Label_level_attuale{
     reading("Label_level_attuale", Frame_tank, {2940, 3420, 960, 360}, "0", 12)};
 Widget Label38{caption("Label38", Frame_tank, {3960, 3480, 420, 240}, "mV")};
 Widget Frame_carburante{
-    group("Frame_carburante", Frame_impostazioni, {6240, 300, 1740, 1020}, "Carburante")};
+    group("Frame_carburante", Frame_impostazioni, {5640, 300, 2040, 1020}, "Carburante")};
 Widget Option_gpl{pointed_option("Option_gpl", Frame_carburante, first_line, "GPL")};
 Widget Option_metano{pointed_option("Option_metano", Frame_carburante, second_line, "METANO")};
 Widget Frame_pressione{
-    group("Frame_pressione", Frame_impostazioni, {8040, 300, 1740, 1020}, "Sensore Pressione")};
+    group("Frame_pressione", Frame_impostazioni, {7740, 300, 2040, 1020}, "Sensore Pressione")};
 Widget Option_press_yes{pointed_option("Option_press_yes", Frame_pressione, first_line, "YES")};
 Widget Option_press_no{pointed_option("Option_press_no", Frame_pressione, second_line, "NO")};
 Widget Frame_temperatura{
-    group("Frame_temperatura", Frame_impostazioni, {6240, 1380, 1740, 780}, "Temp. Comm.")};
+    group("Frame_temperatura", Frame_impostazioni, {5640, 1380, 2040, 780}, "Temp. Comm.")};
 Widget text_temp_comm{entry("text_temp_comm", Frame_temperatura, {180, 300, 900, 360})};
 Widget Label2{caption("Label2", Frame_temperatura, {1140, 360, 480, 240}, "°C")};
 Widget Frame_tempo{
-    group("Frame_tempo", Frame_impostazioni, {8040, 1380, 1740, 780}, "Tempo Comm.")};
+    group("Frame_tempo", Frame_impostazioni, {7740, 1380, 2040, 780}, "Tempo Comm.")};
 Widget Text_time_comm{entry("Text_time_comm", Frame_tempo, {180, 300, 900, 360})};
 Widget Label4{caption("Label4", Frame_tempo, {1140, 360, 480, 240}, "sec.")};
-Widget Frame2{group("Frame2", Frame_impostazioni, {6240, 2220, 1740, 1020}, "MOD COMM").hidden()};
+Widget Frame2{group("Frame2", Frame_impostazioni, {5640, 2220, 2040, 1020}, "MOD COMM").hidden()};
 Widget Opt_modulare_yes{pointed_option("Opt_modulare_yes", Frame2, first_line, "yes")};
 Widget Opt_modulare_no{pointed_option("Opt_modulare_no", Frame2, second_line, "no")};
 Widget Frame1{
-    group("Frame1", Frame_impostazioni, {8040, 2220, 1740, 1920}, "Correzione Temperatura")};
+    group("Frame1", Frame_impostazioni, {7740, 2220, 2040, 1920}, "Correzione Temperatura")};
 Widget lbl_low{caption("lbl_low", Frame1, {120, 360, 480, 240}, "0").aligned(Align::right)};
 Widget Slider3{slider("Slider3", Frame1, {660, 300, 540, 1500})
                    .range(0, 10)
@@ -220,7 +220,7 @@ Widget Slider3{slider("Slider3", Frame1, {660, 300, 540, 1500})
                    .runs_change_on_assignment()};
 Widget Lbl_fast{caption("Lbl_fast", Frame1, {120, 1500, 480, 240}, "10").aligned(Align::right)};
 Widget Command303{
-    button("Command303", Frame_impostazioni, {6240, 3300, 1740, 840}, "COMMUTAZIONE..")};
+    button("Command303", Frame_impostazioni, {5640, 3300, 2040, 840}, "COMMUTAZIONE..")};
 
 // Lambda panel.
 Widget Frame_Lambda{group("Frame_Lambda", Form1, panel, "LAMBDA CONTROL").hidden()};
