@@ -1,0 +1,88 @@
+"""The house rules that no compiler knows: who may include whom, and how long a thing may be.
+
+Prints each breach as file:line and ends with 1 if there is one.
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+LONGEST_FILE = 400
+LONGEST_FUNCTION = 60
+
+# A room and the rooms that it may include. The standard library is open to all.
+SHARED = {"app", "link", "monitor", "view", "view/windows"}
+MAY_INCLUDE = {
+    "view": {"view"},
+    "view/windows": {"view", "view/windows"},
+    "view/screenless": {"view", "view/screenless"},
+    "view/qt": {"view", "view/windows", "view/qt"},
+    "simulator": {"simulator"},
+    **{room: SHARED for room in ("app", "link", "monitor")},
+    **{room: SHARED | {room} for room in ("calibration", "diagnostics", "maintenance")},
+}
+# The places that choose the real sides.
+FREE = {"app/program", "tests", "bench", "fuzz"}
+NAMES_EVERY_ROOM = "app/wiring.cpp"
+TOOLKIT = re.compile(r"^#include <(Q[A-Z]\w*|Qt\w*/\w+)>")
+
+
+def room_of(path):
+    """The longest folder name of the house that the path lies in."""
+    rooms = sorted([*MAY_INCLUDE, *FREE], key=len, reverse=True)
+    return next((room for room in rooms if path.startswith(room + "/")), "")
+
+
+def includes(path, lines):
+    room = room_of(path)
+    for number, line in enumerate(lines, 1):
+        found = re.match(r'#include "([^"]+)"', line)
+        if found and room in MAY_INCLUDE and path != NAMES_EVERY_ROOM and room_of(found[1]) not in MAY_INCLUDE[room]:
+            yield number, f"{room}/ may not include {found[1]}"
+        if TOOLKIT.match(line) and room not in FREE and room != "view/qt":
+            yield number, "only view/qt/ knows the toolkit"
+
+
+def functions(lines):
+    """Start and length of what looks like a function: a line at an outer level that ends in an
+    opening brace behind a closing parenthesis, up to the brace in its own column."""
+    start = indent = None
+    for number, line in enumerate(lines, 1):
+        depth = len(line) - len(line.lstrip())
+        if start is None:
+            if re.search(r"\)[\w\s>:-]*\{$", line) and depth <= 2 and not line.lstrip().startswith(("if", "for", "while", "switch")):
+                start, indent = number, depth
+        elif line.startswith(" " * indent + "}"):
+            yield start, number - start + 1
+            start = None
+
+
+def lengths(path, lines):
+    if len(lines) > LONGEST_FILE:
+        yield 1, f"{len(lines)} lines; {LONGEST_FILE} are the most"
+    for start, length in functions(lines):
+        if length > LONGEST_FUNCTION:
+            yield start, f"a function of {length} lines; {LONGEST_FUNCTION} are the most"
+
+
+def main():
+    listed = subprocess.run(["git", "ls-files", "*.cpp", "*.h", "*.py"], cwd=ROOT, check=True, capture_output=True, text=True)
+    breaches = 0
+    for path in listed.stdout.split():
+        file = ROOT / path
+        if not file.exists():
+            continue
+        lines = file.read_text(encoding="utf-8").splitlines()
+        found = list(lengths(path, lines))
+        if not path.endswith(".py"):
+            found += includes(path, lines)
+        for number, what in found:
+            print(f"{path}:{number}: {what}")
+            breaches += 1
+    return 1 if breaches else 0
+
+
+sys.exit(main())
