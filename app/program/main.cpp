@@ -1,0 +1,21 @@
+// The one place that picks the real sides: the screen, the clock and the serial port.
+#include "app/application_folder.h"
+#include "app/startup.h"
+#include "app/wiring.h"
+#include "link/posix_serial_port.h"
+#include "view/qt/qt_view.h"
+
+#include <filesystem>
+#include <system_error>
+
+// The program takes no arguments. The folder it stands in is its application folder.
+int main(int, char** argv) {
+    std::error_code ignored;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+    zol::app::use_application_folder(program.parent_path());
+    if (!zol::app::claim_application_folder()) return 0;
+    zol::link::PosixSerialPort port;
+    zol::link::use_serial_port(port);
+    zol::app::connect_handlers();
+    zol::view::qt::run(argv[0], zol::app::sub_main);
+}

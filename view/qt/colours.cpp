@@ -1,0 +1,100 @@
+#include "view/qt/colours.h"
+
+#include "view/qt/mirror.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QWidget>
+
+#include <array>
+#include <map>
+#include <tuple>
+
+namespace zol::view::qt {
+namespace {
+
+constexpr std::array grounds{QPalette::Window, QPalette::Base, QPalette::Button};
+constexpr std::array inks{QPalette::WindowText, QPalette::Text, QPalette::ButtonText};
+
+struct Roles {
+    QPalette::ColorRole ground, ink;
+};
+
+Roles roles_of(Kind kind) {
+    switch (kind) {
+    case Kind::command_button:
+    case Kind::combo_box: return {QPalette::Button, QPalette::ButtonText};
+    case Kind::text_box: return {QPalette::Base, QPalette::Text};
+    default: return {QPalette::Window, QPalette::WindowText};
+    }
+}
+
+// What is disabled looks so: its text stands halfway to the ground.
+QColor faded(const QColor& ink, const QColor& ground) {
+    return QColor((ink.red() + ground.red()) / 2, (ink.green() + ground.green()) / 2,
+                  (ink.blue() + ground.blue()) / 2);
+}
+
+// A container's colours reach its children, so only the ground and the title are its own to set;
+// a label without a ground of its own shows, and inherits, the one that it stands on.
+QPalette make_palette(Kind kind, Colour back, Colour fore) {
+    const QPalette standard = QApplication::palette();
+    const Roles own = roles_of(kind);
+    const bool container = kind == Kind::window || kind == Kind::frame;
+    QPalette palette;
+    palette.setResolveMask(0);
+    const QColor ground =
+        back == system_colour ? standard.color(QPalette::Active, own.ground) : to_qcolor(back);
+    const QColor ink =
+        fore == system_colour ? standard.color(QPalette::Active, own.ink) : to_qcolor(fore);
+    for (auto role : grounds)
+        if (back != system_colour && (!container || role == own.ground))
+            palette.setColor(role, ground);
+    for (auto role : inks) {
+        if (container && role != own.ink) continue;
+        palette.setColor(role, ink);
+        palette.setColor(QPalette::Disabled, role, faded(ink, ground));
+    }
+    return palette;
+}
+
+// Made once for each combination there is: lamps change their colour hundreds of times a second.
+const QPalette& palette_of(Kind kind, Colour back, Colour fore) {
+    static std::map<std::tuple<Kind, Colour, Colour>, QPalette> palettes;
+    constexpr std::size_t plenty = 500; // the operator may try any text colour
+    if (palettes.size() > plenty) palettes.clear();
+    const auto key = std::tuple(kind, back, fore);
+    const auto it = palettes.find(key);
+    if (it != palettes.end()) return it->second;
+    return palettes.emplace(key, make_palette(kind, back, fore)).first->second;
+}
+
+bool fills_its_ground(const Widget& model) {
+    switch (model.kind) {
+    case Kind::label:
+    case Kind::option_button:
+    case Kind::check_box:
+    case Kind::frame:
+    case Kind::slider: return model.look.back != system_colour;
+    case Kind::window: return true;
+    default: return false; // drawn by the control itself
+    }
+}
+
+} // namespace
+
+void mirror_colours(const Widget& model, QWidget& face) {
+    const Roles roles = roles_of(model.kind);
+    face.setBackgroundRole(roles.ground);
+    face.setForegroundRole(roles.ink);
+    face.setAutoFillBackground(fills_its_ground(model));
+    face.setPalette(palette_of(model.kind, model.look.back, model.look.fore));
+}
+
+QColor to_qcolor(Colour colour) {
+    return QColor(colour & 0xff, (colour >> 8) & 0xff, (colour >> 16) & 0xff);
+}
+
+Colour to_colour(const QColor& colour) { return rgb(colour.red(), colour.green(), colour.blue()); }
+
+} // namespace zol::view::qt

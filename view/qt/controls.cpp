@@ -1,0 +1,137 @@
+#include "view/qt/controls.h"
+
+#include "view/operator.h"
+#include "view/qt/act.h"
+#include "view/qt/movie.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace zol::view::qt {
+namespace {
+
+namespace acts = operator_acts;
+
+// A button whose state is the model's alone: a click asks the logic, and changes nothing yet.
+template <typename Base>
+class ModelledButton : public Base {
+  public:
+    using Base::Base;
+
+  protected:
+    void nextCheckState() override {}
+};
+
+template <typename Button>
+QWidget* make_button(Widget& model, QWidget& parent) {
+    auto* button = new Button(&parent);
+    QObject::connect(button, &QAbstractButton::clicked, button,
+                     [&model] { post([&model] { acts::click(model); }); });
+    return button;
+}
+
+QWidget* make_command_button(Widget& model, QWidget& parent) {
+    auto* button = static_cast<QPushButton*>(make_button<QPushButton>(model, parent));
+    button->setAutoDefault(true); // Enter presses the one with the focus
+    return button;
+}
+
+QWidget* make_option_button(Widget& model, QWidget& parent) {
+    auto* button =
+        static_cast<QRadioButton*>(make_button<ModelledButton<QRadioButton>>(model, parent));
+    button->setAutoExclusive(false);
+    return button;
+}
+
+QWidget* make_label(QWidget& parent, const Look& look) {
+    auto* label = new QLabel(&parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    const auto side = look.align == Align::left     ? Qt::AlignLeft
+                      : look.align == Align::centre ? Qt::AlignHCenter
+                                                    : Qt::AlignRight;
+    label->setAlignment(side | Qt::AlignVCenter);
+    return label;
+}
+
+QWidget* make_text_box(Widget& model, QWidget& parent) {
+    // A field higher than two lines is there for notes: they are read, not written.
+    constexpr double two_lines_twips = 600;
+    if (model.look.place.height > two_lines_twips) {
+        auto* notes = new QPlainTextEdit(&parent);
+        notes->setReadOnly(true);
+        notes->setTabChangesFocus(true);
+        return notes;
+    }
+    auto* line = new QLineEdit(&parent);
+    QObject::connect(line, &QLineEdit::textEdited, line, [&model, line](const QString& text) {
+        post_act(model, *line, Aspect::text, [&model, typed = text.toStdString()] {
+            being_typed = &model;
+            const bool taken = acts::type(model, typed);
+            being_typed = nullptr;
+            return taken;
+        });
+    });
+    return line;
+}
+
+QWidget* make_combo_box(Widget& model, QWidget& parent) {
+    auto* combo = new QComboBox(&parent);
+    QObject::connect(combo, &QComboBox::activated, combo, [&model, combo](int index) {
+        post_act(model, *combo, Aspect::value,
+                 [&model, index] { return acts::choose(model, index); });
+    });
+    return combo;
+}
+
+QWidget* make_progress_bar(QWidget& parent) {
+    auto* bar = new QProgressBar(&parent);
+    bar->setTextVisible(false);
+    return bar;
+}
+
+} // namespace
+
+QWidget* make_control(Widget& model, QWidget& parent) {
+    QWidget* face = nullptr;
+    switch (model.kind) {
+    case Kind::label: face = make_label(parent, model.look); break;
+    case Kind::command_button: face = make_command_button(model, parent); break;
+    case Kind::option_button: face = make_option_button(model, parent); break;
+    case Kind::check_box: face = make_button<ModelledButton<QCheckBox>>(model, parent); break;
+    case Kind::text_box: face = make_text_box(model, parent); break;
+    case Kind::combo_box: face = make_combo_box(model, parent); break;
+    case Kind::frame: face = new FrameFace(&parent); break;
+    case Kind::slider: face = new SliderFace(model, parent); break;
+    case Kind::progress_bar: face = make_progress_bar(parent); break;
+    case Kind::shape: face = new LampFace(&parent); break;
+    case Kind::picture: face = new PictureFace(model, parent); break;
+    case Kind::movie: face = make_movie(model, parent); break;
+    case Kind::window:
+    case Kind::menu:
+    case Kind::menu_item:
+    case Kind::separator: Q_UNREACHABLE();
+    }
+    face->setAccessibleName(QString::fromStdString(full_name(model)));
+    return face;
+}
+
+bool takes_focus(const Widget& model) {
+    switch (model.kind) {
+    case Kind::command_button:
+    case Kind::option_button:
+    case Kind::check_box:
+    case Kind::text_box:
+    case Kind::combo_box:
+    case Kind::slider: return true;
+    default: return false;
+    }
+}
+
+} // namespace zol::view::qt

@@ -1,0 +1,63 @@
+// The Qt control for each kind of widget.
+#pragma once
+
+#include "view/widget.h"
+
+#include <QGroupBox>
+#include <QPixmap>
+#include <QSlider>
+#include <QWidget>
+
+namespace zol::view::qt {
+
+// Builds the control and ties what the operator does with it to its model. `parent` owns it.
+QWidget* make_control(Widget& model, QWidget& parent);
+bool takes_focus(const Widget& model);
+
+// A slider with ticks and a marked stretch from its lower end.
+class SliderFace : public QSlider {
+  public:
+    SliderFace(Widget& model, QWidget& parent);
+    void mark_stretch(int length);
+
+  private:
+    void paintEvent(QPaintEvent* event) override;
+    int stretch_ = 0;
+};
+
+// A group with its title on its upper edge.
+class FrameFace : public QGroupBox {
+  public:
+    using QGroupBox::QGroupBox;
+
+  private:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A round lamp in its background colour.
+class LampFace : public QWidget {
+  public:
+    using QWidget::QWidget;
+
+  private:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A drawing surface. It keeps what was drawn, scales it with itself, and paints only what is new.
+class PictureFace : public QWidget {
+  public:
+    PictureFace(const Widget& model, QWidget& parent);
+    void draw_new_strokes();
+
+  private:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void start_anew();
+
+    const Widget& model_;
+    QPixmap canvas_;
+    std::size_t drawn_ = 0; // how many of the model's strokes the canvas holds
+};
+
+} // namespace zol::view::qt

@@ -1,0 +1,41 @@
+#include "view/qt/menus.h"
+
+#include "view/operator.h"
+#include "view/qt/mirror.h"
+#include "view/timers.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace zol::view::qt {
+
+std::unordered_map<const Widget*, QAction*> build_menus(Widget& window, QMenuBar& bar) {
+    std::unordered_map<const Widget*, QAction*> actions;
+    for (Widget* widget : window.menus) {
+        const QString name = QString::fromStdString(full_name(*widget));
+        QMenu* parent = widget->parent == &window ? nullptr : actions.at(widget->parent)->menu();
+        QAction* action = nullptr;
+        if (widget->kind == Kind::menu) {
+            QMenu* menu = parent ? parent->addMenu("") : bar.addMenu("");
+            menu->setObjectName(name);
+            action = menu->menuAction();
+        } else {
+            action = parent ? parent->addAction("") : bar.addAction("");
+            action->setSeparator(widget->kind == Kind::separator);
+            QObject::connect(action, &QAction::triggered, action, [widget, action] {
+                mirror(*widget, *action, Aspect::checked); // the mark is the logic's, not Qt's
+                post([widget] { operator_acts::click(*widget); });
+            });
+        }
+        action->setObjectName(name);
+        action->setMenuRole(QAction::NoRole);
+        for (Aspect aspect :
+             {Aspect::text, Aspect::tip, Aspect::visible, Aspect::enabled, Aspect::checked})
+            mirror(*widget, *action, aspect);
+        actions.emplace(widget, action);
+    }
+    return actions;
+}
+
+} // namespace zol::view::qt

@@ -1,0 +1,157 @@
+#include "view/qt/mirror.h"
+
+#include "view/qt/act.h"
+#include "view/qt/colours.h"
+#include "view/qt/controls.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace zol::view::qt {
+namespace {
+
+void mirror_text(const Widget& model, QWidget& face) {
+    const QString text = QString::fromStdString(model.look.text);
+    switch (model.kind) {
+    case Kind::window: face.setWindowTitle(text); break;
+    case Kind::label: static_cast<QLabel&>(face).setText(text); break;
+    case Kind::command_button:
+    case Kind::option_button:
+    case Kind::check_box:
+        static_cast<QAbstractButton&>(face).setText(plain_caption(model.look.text));
+        break;
+    case Kind::frame: static_cast<QGroupBox&>(face).setTitle(plain_caption(model.look.text)); break;
+    case Kind::text_box:
+        if (&model == being_typed) break; // the operator may be a few letters ahead
+        if (auto* line = qobject_cast<QLineEdit*>(&face)) {
+            if (line->text() != text) line->setText(text);
+        } else {
+            static_cast<QPlainTextEdit&>(face).setPlainText(text);
+        }
+        break;
+    default: break;
+    }
+    if (!model.look.text.empty() && model.kind != Kind::text_box && model.kind != Kind::window)
+        face.setAccessibleName(text);
+}
+
+void mirror_value(const Widget& model, QWidget& face) {
+    const QSignalBlocker quiet(face);
+    const int value = qRound(model.look.value);
+    switch (model.kind) {
+    case Kind::slider: static_cast<SliderFace&>(face).setValue(value); break;
+    case Kind::progress_bar: static_cast<QProgressBar&>(face).setValue(value); break;
+    case Kind::option_button:
+    case Kind::check_box: static_cast<QAbstractButton&>(face).setChecked(value != 0); break;
+    case Kind::combo_box:
+        static_cast<QComboBox&>(face).setCurrentIndex(model.look.list_index);
+        break;
+    default: break;
+    }
+}
+
+void mirror_range(const Widget& model, QWidget& face) {
+    const QSignalBlocker quiet(face);
+    const int min = qRound(model.look.min), max = qRound(model.look.max);
+    if (model.kind == Kind::progress_bar) {
+        static_cast<QProgressBar&>(face).setRange(min, max);
+    } else if (model.kind == Kind::slider) {
+        auto& slider = static_cast<SliderFace&>(face);
+        slider.setRange(min, max);
+        slider.setSingleStep(model.look.small_change);
+        slider.setPageStep(model.look.large_change);
+        slider.setTickInterval(model.look.tick_every);
+        slider.setTickPosition(model.look.tick_every > 0 ? QSlider::TicksBelow : QSlider::NoTicks);
+        slider.mark_stretch(qRound(model.look.selection_length));
+    }
+}
+
+void mirror_items(const Widget& model, QWidget& face) {
+    if (model.kind != Kind::combo_box) return;
+    auto& combo = static_cast<QComboBox&>(face);
+    const QSignalBlocker quiet(combo);
+    combo.clear();
+    for (const std::string& item : model.look.items)
+        combo.addItem(QString::fromStdString(item));
+    combo.setCurrentIndex(model.look.list_index);
+}
+
+void mirror_pointer(const Widget& model, QWidget& face) {
+    switch (model.look.pointer) {
+    case Pointer::hourglass: face.setCursor(Qt::WaitCursor); break;
+    case Pointer::custom: face.setCursor(Qt::PointingHandCursor); break;
+    case Pointer::normal:
+        if (model.kind == Kind::text_box)
+            face.setCursor(Qt::IBeamCursor);
+        else
+            face.unsetCursor();
+    }
+}
+
+void mirror_tab_stop(const Widget& model, QWidget& face) {
+    if (takes_focus(model))
+        face.setFocusPolicy(model.look.tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+} // namespace
+
+void mirror(const Widget& model, QWidget& face, Aspect aspect) {
+    switch (aspect) {
+    case Aspect::text: mirror_text(model, face); break;
+    case Aspect::tip: face.setToolTip(QString::fromStdString(model.look.tip)); break;
+    case Aspect::colours: mirror_colours(model, face); break;
+    case Aspect::value: mirror_value(model, face); break;
+    case Aspect::range: mirror_range(model, face); break;
+    case Aspect::items: mirror_items(model, face); break;
+    case Aspect::visible:
+        if (model.kind != Kind::window) face.setVisible(model.look.visible);
+        break;
+    case Aspect::enabled: face.setEnabled(model.look.enabled); break;
+    case Aspect::pointer: mirror_pointer(model, face); break;
+    case Aspect::tab_stop: mirror_tab_stop(model, face); break;
+    case Aspect::edit_marker: face.setProperty("edit_marker", model.look.edit_marker); break;
+    case Aspect::drawing:
+        if (model.kind == Kind::picture) static_cast<PictureFace&>(face).draw_new_strokes();
+        break;
+    case Aspect::checked:
+    case Aspect::place:
+    case Aspect::font:
+    case Aspect::window_state: break;
+    }
+}
+
+void mirror_all(const Widget& model, QWidget& face) {
+    for (Aspect aspect :
+         {Aspect::text, Aspect::tip, Aspect::colours, Aspect::range, Aspect::value, Aspect::items,
+          Aspect::visible, Aspect::enabled, Aspect::pointer, Aspect::tab_stop})
+        mirror(model, face, aspect);
+}
+
+void mirror(const Widget& model, QAction& face, Aspect aspect) {
+    switch (aspect) {
+    case Aspect::text: face.setText(plain_caption(model.look.text)); break;
+    case Aspect::tip: face.setToolTip(QString::fromStdString(model.look.tip)); break;
+    case Aspect::visible: face.setVisible(model.look.visible); break;
+    case Aspect::enabled: face.setEnabled(model.look.enabled); break;
+    case Aspect::checked:
+        face.setCheckable(model.look.checked); // an entry without a mark shows no empty box
+        face.setChecked(model.look.checked);
+        break;
+    default: break;
+    }
+}
+
+QString plain_caption(const std::string& text) {
+    return QString::fromStdString(text).replace("&", "&&");
+}
+
+} // namespace zol::view::qt

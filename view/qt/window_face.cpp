@@ -1,0 +1,232 @@
+#include "view/qt/window_face.h"
+
+#include "view/operator.h"
+#include "view/qt/controls.h"
+#include "view/qt/fit.h"
+#include "view/qt/menus.h"
+#include "view/qt/mirror.h"
+#include "view/timers.h"
+
+#include <QAction>
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zol::view::qt {
+namespace {
+
+// A table's height counts the frame of a window in: a title bar, and with menus also their bar and
+// the foot of the screen.
+double content_share(const Widget& window) {
+    const double frame_twips = window.menus.empty() ? 405 : 990;
+    return std::max(0.1, 1 - frame_twips / window.design.place.height);
+}
+
+QSize content_pixels(const Widget& window) {
+    const Place& place = window.look.place;
+    return {qRound(place.width / twips_per_pixel),
+            qRound(place.height * content_share(window) / twips_per_pixel)};
+}
+
+bool operators_own(Qt::FocusReason reason) {
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
+}
+
+} // namespace
+
+WindowFace::WindowFace(Widget& window) : model_(window) {
+    if (window.menus.empty()) {
+        top_ = std::make_unique<QWidget>(nullptr, Qt::Window);
+        content_ = top_.get();
+    } else {
+        auto main_window = std::make_unique<QMainWindow>();
+        bar_ = main_window->menuBar();
+        content_ = new QWidget(main_window.get());
+        main_window->setCentralWidget(content_);
+        top_ = std::move(main_window);
+        actions_ = build_menus(window, *bar_);
+    }
+    top_->setObjectName(QString::fromStdString(full_name(window)));
+    top_->installEventFilter(this);
+    mirror_all(window, *top_);
+    build_controls();
+    if (content_ != top_.get()) content_->installEventFilter(this);
+    resize_to_model();
+    lay_out();
+}
+
+WindowFace::~WindowFace() = default;
+
+QWidget* WindowFace::control(const Widget& widget) const {
+    if (&widget == &model_) return top_.get();
+    const auto it = controls_.find(&widget);
+    return it == controls_.end() ? nullptr : it->second;
+}
+
+QAction* WindowFace::action(const Widget& menu) const {
+    const auto it = actions_.find(&menu);
+    return it == actions_.end() ? nullptr : it->second;
+}
+
+// Parents stand before their children in a window's table.
+void WindowFace::build_controls() {
+    for (Widget* widget : model_.controls) {
+        QWidget* parent = widget->parent == &model_ ? content_ : control(*widget->parent);
+        QWidget* face = make_control(*widget, *parent);
+        face->setObjectName(QString::fromStdString(full_name(*widget)));
+        controls_.emplace(widget, face);
+        models_.emplace(face, widget);
+        mirror_all(*widget, *face);
+        face->installEventFilter(this);
+    }
+}
+
+void WindowFace::resize_to_model() {
+    QSize size = content_pixels(model_);
+    if (bar_) size.rheight() += bar_->sizeHint().height();
+    top_->resize(size);
+}
+
+void WindowFace::lay_out() {
+    const QSize wanted = content_pixels(model_);
+    if (wanted.isEmpty()) return;
+    QSize room = content_->size();
+    // Before its first show a main window has not yet measured its content.
+    if (bar_ && !top_->isVisible()) room = top_->size() - QSize(0, bar_->sizeHint().height());
+    scale_x_ = static_cast<double>(room.width()) / wanted.width();
+    scale_y_ = static_cast<double>(room.height()) / wanted.height();
+    for (const Widget* widget : model_.controls)
+        place(*widget);
+}
+
+double WindowFace::points(const Widget& widget) const {
+    return std::max(least_points, widget.look.font_size * std::min(scale_x_, scale_y_));
+}
+
+void WindowFace::place(const Widget& widget) {
+    const Place& p = widget.look.place;
+    const auto x = [this](double twips) { return qRound(twips * scale_x_ / twips_per_pixel); };
+    const auto y = [this](double twips) { return qRound(twips * scale_y_ / twips_per_pixel); };
+    QWidget& face = *control(widget);
+    // Edges, not sizes, are rounded: neighbours that touch in the table touch on the screen.
+    face.setGeometry(x(p.left), y(p.top), std::max(1, x(p.left + p.width) - x(p.left)),
+                     std::max(1, y(p.top + p.height) - y(p.top)));
+    fit_text(widget, face, points(widget));
+}
+
+void WindowFace::show(bool shown) {
+    const QScopedValueRollback guard(mirroring_, true);
+    show_due_ = shown;
+    if (!shown) top_->hide();
+}
+
+void WindowFace::catch_up() {
+    if (!std::exchange(show_due_, false)) return;
+    const QScopedValueRollback guard(mirroring_, true);
+    if (!std::exchange(was_shown_, true) && model_.menus.empty()) stand_in_the_middle();
+    show_state();
+}
+
+void WindowFace::stand_in_the_middle() {
+    const QRect screen = top_->screen()->availableGeometry();
+    top_->move(screen.center() - top_->rect().center());
+}
+
+void WindowFace::show_state() {
+    switch (model_.look.state) {
+    case WindowState::normal: top_->showNormal(); break;
+    case WindowState::minimised: top_->showMinimized(); return;
+    case WindowState::maximised: top_->showMaximized(); break;
+    }
+    top_->raise();
+    top_->activateWindow();
+}
+
+void WindowFace::changed(const Widget& widget, Aspect aspect) {
+    const QScopedValueRollback guard(mirroring_, true);
+    if (QAction* entry = action(widget)) {
+        mirror(widget, *entry, aspect);
+        return;
+    }
+    QWidget* face = control(widget);
+    if (!face) return;
+    const bool is_window = &widget == &model_;
+    switch (aspect) {
+    case Aspect::place: is_window ? resize_to_model() : place(widget); break;
+    case Aspect::font:
+        if (!is_window) fit_text(widget, *face, points(widget));
+        break;
+    case Aspect::window_state:
+        if (top_->isVisible()) show_state();
+        break;
+    default: mirror(widget, *face, aspect);
+    }
+    if (aspect == Aspect::text && !is_window) fit_text(widget, *face, points(widget));
+    if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
+}
+
+void WindowFace::follow_focus() {
+    const QScopedValueRollback guard(mirroring_, true);
+    const Widget* focused = view::focus();
+    const bool here = focused && focused->window == &model_ && operator_acts::reachable(*focused);
+    QWidget* target = here ? control(*focused) : top_.get();
+    if (target && !target->hasFocus()) target->setFocus(Qt::OtherFocusReason);
+}
+
+bool WindowFace::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == top_.get()) {
+        if (event->type() == QEvent::Close) {
+            event->ignore(); // the logic decides
+            post([&window = model_] { operator_acts::close(window); });
+            return true;
+        }
+        // Qt gives the focus to the first control by itself.
+        if (event->type() == QEvent::WindowActivate)
+            QMetaObject::invokeMethod(
+                this, [this] { follow_focus(); }, Qt::QueuedConnection);
+    }
+    if (watched == content_ && event->type() == QEvent::Resize) lay_out();
+    const auto it = models_.find(watched);
+    return it != models_.end() &&
+           control_event(*it->second, *static_cast<QWidget*>(watched), *event);
+}
+
+// Focus and clicks that Qt has no signal for. A click is a press and a release on the same label or
+// field; the second release of a double click is none.
+bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
+    const bool clickable = widget.kind == Kind::label || widget.kind == Kind::text_box;
+    switch (event.type()) {
+    case QEvent::FocusIn:
+        if (!mirroring_ && operators_own(static_cast<QFocusEvent&>(event).reason()))
+            post([&widget] { operator_acts::focus(widget); });
+        break;
+    case QEvent::MouseButtonPress:
+        if (static_cast<QMouseEvent&>(event).button() == Qt::LeftButton) pressed_ = &face;
+        break;
+    case QEvent::MouseButtonRelease: {
+        const auto& mouse = static_cast<QMouseEvent&>(event);
+        if (mouse.button() != Qt::LeftButton) break;
+        const bool same = std::exchange(pressed_, nullptr) == &face;
+        if (clickable && same && face.rect().contains(mouse.position().toPoint()))
+            post([&widget] { operator_acts::click(widget); });
+        break;
+    }
+    case QEvent::MouseButtonDblClick:
+        if (widget.kind == Kind::label &&
+            static_cast<QMouseEvent&>(event).button() == Qt::LeftButton)
+            post([&widget] { operator_acts::double_click(widget); });
+        break;
+    default: break;
+    }
+    return false;
+}
+
+} // namespace zol::view::qt
