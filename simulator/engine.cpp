@@ -101,7 +101,7 @@ void Engine::step_injection(Random& random, double mixture) {
     const double wanted = idle_injection_us + 72 * (load - 26);
     const double choke = 1 + 0.009 * std::clamp(65 - coolant_c, 0.0, 90.0);
     const double pump_stroke = std::clamp(0.002 * throttle_rate, -0.15, 0.3);
-    const double noise = 0.0015 * random.swing();
+    const double noise = 0.008 * random.swing();
     injection_us =
         std::clamp(wanted * choke * (1 + trim + ripple + pump_stroke + noise), 0.0, 30000.0);
 }

@@ -71,7 +71,10 @@ std::uint16_t Gas::shown_injection(const Engine& engine, const Memory& memory) c
     if (overrun && fuel == Fuel::gas && memory[par::gas_cut_off] == 7 &&
         measured_rpm(engine, memory) > memory[par::cut_off_rpm])
         return memory[par::cut_off_inj_time];
-    return static_cast<std::uint16_t>(std::lround(engine.injection_us));
+    // The timer counts in ticks of 8 us, and one us more with the injectors cut out on gas. A mean
+    // over readings on petrol and one on gas thus never agree to the last digit.
+    const auto ticks = std::lround(engine.injection_us / 8);
+    return static_cast<std::uint16_t>(8 * ticks + (fuel == Fuel::gas && ticks > 0 ? 1 : 0));
 }
 
 std::uint16_t Gas::sender_mv() const {
@@ -189,7 +192,7 @@ double Gas::opening_factor(const Engine& engine, const Memory& memory) const {
     // One step of gain is worth a little more than a thousandth of the opening: a correction in
     // proportion thus goes a little too far, and a correction in steps comes to rest from either
     // side. These are the gains at which gas and petrol agree, in a car as built.
-    constexpr double no_opening_gain = 400, lpg_gain = 1360, methane_gain = 1400;
+    constexpr double no_opening_gain = 400, lpg_gain = 1360, methane_gain = 1370;
     double factor =
         (gain - no_opening_gain) / ((lpg(memory) ? lpg_gain : methane_gain) - no_opening_gain);
     if (memory[par::pressure_sensor] == 1)

@@ -1,1 +1,3 @@
-int main() { return 0; }
+#include "simulator/program.h"
+
+int main(int count, char** words) { return sim::run_program(count, words); }

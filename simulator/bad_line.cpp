@@ -1,0 +1,184 @@
+#include "simulator/bad_line.h"
+
+#include "simulator/words.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace sim {
+namespace {
+
+struct Chance {
+    std::string_view name;
+    double BadLineOptions::*value;
+};
+constexpr std::array<Chance, 6> chances = {{{"drop", &BadLineOptions::drop},
+                                            {"double", &BadLineOptions::doubled},
+                                            {"flip", &BadLineOptions::flip},
+                                            {"insert", &BadLineOptions::insert},
+                                            {"truncate", &BadLineOptions::truncate},
+                                            {"delay", &BadLineOptions::delay}}};
+
+struct Flag {
+    std::string_view name;
+    bool BadLineOptions::*value;
+};
+constexpr std::array<Flag, 3> flags = {{{"silence", &BadLineOptions::silence},
+                                        {"echo", &BadLineOptions::echo},
+                                        {"babble", &BadLineOptions::babble}}};
+
+// Bytes for a reader that has gone away are not kept for ever.
+constexpr std::size_t most_coming = 65536;
+
+} // namespace
+
+BadLine::BadLine(Line& inner, const BadLineOptions& options)
+    : inner_(inner), options_(options), chance_(options.seed) {}
+
+void BadLine::set_options(const BadLineOptions& options) {
+    if (options.seed != options_.seed) chance_ = Random(options.seed);
+    if (!options.babble) babble_at_us_.reset();
+    options_ = options;
+}
+
+void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Way& way,
+                   std::vector<std::uint8_t>& out) {
+    if (now_us - way.last_us > pause_us) way.cutting = false;
+    way.last_us = now_us;
+    way.cutting = way.cutting || chance_.chance(options_.truncate);
+    if (way.cutting || chance_.chance(options_.drop)) {
+        ++damaged_;
+        return;
+    }
+    if (chance_.chance(options_.insert)) {
+        ++damaged_;
+        out.push_back(static_cast<std::uint8_t>(chance_.next() >> 8));
+    }
+    if (chance_.chance(options_.flip)) {
+        ++damaged_;
+        byte = static_cast<std::uint8_t>(byte ^ (1 << chance_.between(0, 7)));
+    }
+    out.push_back(byte);
+    if (chance_.chance(options_.doubled)) {
+        ++damaged_;
+        out.push_back(byte);
+    }
+}
+
+void BadLine::come(std::uint8_t byte, std::int64_t at_us) {
+    if (coming_.size() >= most_coming) return;
+    // Whatever is held up holds up what is behind it.
+    if (!coming_.empty()) at_us = std::max(at_us, coming_.back().at_us);
+    if (chance_.chance(options_.delay)) {
+        ++damaged_;
+        at_us += 1000LL * chance_.between(1, std::max(1, options_.delay_ms));
+    }
+    coming_.push_back({at_us, byte});
+}
+
+void BadLine::receive(std::span<const std::uint8_t> bytes, std::int64_t now_us) {
+    fetch(now_us);
+    std::vector<std::uint8_t> passed;
+    for (const std::uint8_t byte : bytes)
+        pass(byte, now_us, forth_, passed);
+    if (options_.echo)
+        for (const std::uint8_t byte : bytes)
+            come(byte, now_us);
+    inner_.receive(passed, now_us);
+}
+
+void BadLine::fetch(std::int64_t now_us) {
+    // Each byte at its own time, however seldom this is called, so that a run does not hang on how
+    // often somebody looks.
+    std::vector<std::uint8_t> passed;
+    while (true) {
+        const auto inner_at = inner_.next_byte_at_us();
+        if (options_.babble && !babble_at_us_)
+            babble_at_us_ = now_us + chance_.between(least_babble_us, most_babble_us);
+        const bool babbles =
+            babble_at_us_ && *babble_at_us_ <= now_us && (!inner_at || *babble_at_us_ < *inner_at);
+        if (babbles) {
+            const std::int64_t at_us = *babble_at_us_;
+            come(static_cast<std::uint8_t>(chance_.next() >> 8), at_us);
+            ++damaged_;
+            babble_at_us_ = at_us + chance_.between(least_babble_us, most_babble_us);
+            continue;
+        }
+        if (!inner_at || *inner_at > now_us) break;
+        passed.clear();
+        for (const std::uint8_t byte : inner_.take(*inner_at))
+            pass(byte, *inner_at, back_, passed);
+        for (const std::uint8_t byte : passed)
+            if (!options_.silence) come(byte, *inner_at);
+    }
+}
+
+std::vector<std::uint8_t> BadLine::take(std::int64_t now_us) {
+    fetch(now_us);
+    std::vector<std::uint8_t> out = inner_.take(now_us); // nothing is left there; its time goes on
+    out.clear();
+    while (!coming_.empty() && coming_.front().at_us <= now_us) {
+        out.push_back(coming_.front().byte);
+        coming_.pop_front();
+    }
+    return out;
+}
+
+std::optional<std::int64_t> BadLine::next_byte_at_us() const {
+    std::optional<std::int64_t> next = inner_.next_byte_at_us();
+    const auto sooner = [&next](std::int64_t at_us) {
+        next = std::min(next.value_or(at_us), at_us);
+    };
+    if (!coming_.empty()) sooner(coming_.front().at_us);
+    if (babble_at_us_) sooner(*babble_at_us_);
+    return next;
+}
+
+std::string set_switch(BadLineOptions& options, std::string_view name, std::string_view value) {
+    for (const Chance& chance : chances) {
+        if (chance.name != name) continue;
+        const auto number = number_in(value, 0.0, 1.0);
+        if (!number) return std::string(name) + " takes a chance from 0 to 1, such as 0.01";
+        options.*chance.value = *number;
+        return {};
+    }
+    for (const Flag& flag : flags) {
+        if (flag.name != name) continue;
+        if (value != "on" && value != "off") return std::string(name) + " takes on or off";
+        options.*flag.value = value == "on";
+        return {};
+    }
+    if (name == "delay-ms") {
+        const auto number = number_in(value, 1, 60000);
+        if (!number) return "delay-ms takes a number from 1 to 60000";
+        options.delay_ms = *number;
+        return {};
+    }
+    if (name == "seed") {
+        const auto number = number_in<std::uint32_t>(value, 0, UINT32_MAX);
+        if (!number) return "seed takes a number from 0 to 4294967295";
+        options.seed = *number;
+        return {};
+    }
+    return "there is no switch " + quoted(name) +
+           "; there are drop, double, flip, insert, truncate, delay, delay-ms, silence, echo, "
+           "babble and seed";
+}
+
+std::string describe(const BadLineOptions& options) {
+    std::string all = "seed " + std::to_string(options.seed);
+    const std::size_t bare = all.size();
+    char number[32];
+    for (const Chance& chance : chances) {
+        if (options.*chance.value <= 0) continue;
+        std::snprintf(number, sizeof number, " %g", options.*chance.value);
+        all += ", " + std::string(chance.name) + number;
+        if (chance.name == "delay") all += " of up to " + std::to_string(options.delay_ms) + " ms";
+    }
+    for (const Flag& flag : flags)
+        if (options.*flag.value) all += ", " + std::string(flag.name);
+    return all.size() == bare ? all + ", clean" : all;
+}
+
+} // namespace sim

@@ -1,0 +1,255 @@
+#include "simulator/program.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace sim {
+namespace {
+
+constexpr std::size_t longest_typed_line = 4096;
+
+std::int64_t clock_us() {
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return time.tv_sec * 1'000'000LL + time.tv_nsec / 1000;
+}
+
+// Standard output may be closed, or nobody may read it: then there is nothing to be said.
+void say(const std::string& text) {
+    if (text.empty()) return;
+    std::fputs((text + "\n").c_str(), stdout);
+    std::fflush(stdout);
+}
+
+void complain(const std::string& text) {
+    std::fputs(("control-unit: " + text + "\n").c_str(), stderr);
+}
+
+// With the three standard descriptors closed by whoever started the program, the device would come
+// to stand in their place.
+void keep_standard_descriptors() {
+    int fd = 0;
+    while (fd >= 0 && fd < 3)
+        fd = open("/dev/null", O_RDWR);
+    if (fd >= 3) close(fd);
+}
+
+} // namespace
+
+Program::Program(const Arguments& arguments)
+    : arguments_(arguments), bench_(arguments.unit, arguments.line) {}
+
+Program::~Program() {
+    disconnect();
+    if (log_) std::fclose(log_);
+    if (signals_ >= 0) close(signals_);
+}
+
+int Program::run() {
+    if (!arguments_.scenario.empty()) {
+        scenario_ = load_scenario(arguments_.scenario);
+        for (const std::string& wrong : scenario_.wrong)
+            complain(wrong);
+        if (!scenario_.wrong.empty()) return 2;
+    }
+    if (!begin()) return 1;
+    say("seed " + std::to_string(arguments_.unit.seed) + ", line " +
+        describe(bench_.line.options()));
+    while (!ended_) {
+        run_scenario();
+        if (ended_) break;
+        follow_cable();
+        exchange();
+        wait();
+    }
+    return 0;
+}
+
+bool Program::begin() {
+    // Taken as events, so that the link is removed whatever ends the program. A background process
+    // that reads from its terminal gets an error and goes on.
+    for (const int ignored : {SIGPIPE, SIGTTIN, SIGTTOU})
+        std::signal(ignored, SIG_IGN);
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int taken : {SIGINT, SIGTERM, SIGHUP})
+        sigaddset(&set, taken);
+    sigprocmask(SIG_BLOCK, &set, nullptr);
+    signals_ = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
+    if (!arguments_.log.empty()) {
+        log_ = std::fopen(arguments_.log.c_str(), "we");
+        if (!log_) {
+            complain("The log " + arguments_.log + " cannot be written: " + std::strerror(errno) +
+                     "; name a file that you may write to.");
+            return false;
+        }
+        bench_.unit.log(true);
+    }
+    bench_.unit.set_log([this](std::string_view line) {
+        std::FILE* const out = log_ ? log_ : stdout;
+        std::fprintf(out, "%.*s\n", static_cast<int>(line.size()), line.data());
+        std::fflush(out);
+    });
+    start_us_ = clock_us();
+    bench_.line.take(start_us_);
+    return connect();
+}
+
+bool Program::connect() {
+    const bool own = arguments_.device.empty();
+    std::string wrong = own ? device_.open_pseudo_terminal() : device_.open_port(arguments_.device);
+    if (wrong.empty() && !arguments_.link.empty()) {
+        wrong = make_link(arguments_.link, device_.path());
+        linked_ = wrong.empty();
+    }
+    if (!wrong.empty()) {
+        complain(wrong);
+        device_.close();
+        return false;
+    }
+    const Options& unit = bench_.unit.options();
+    say("control unit " + std::to_string(unit.family) + "." + std::to_string(unit.version) + "." +
+        std::to_string(unit.revision) + " on " + device_.path() +
+        (linked_ ? ", linked as " + arguments_.link : ""));
+    return true;
+}
+
+void Program::disconnect() {
+    if (linked_) remove_link(arguments_.link, device_.path());
+    linked_ = false;
+    device_.close();
+}
+
+void Program::follow_cable() {
+    const bool plugged = bench_.unit.quirks().plugged;
+    if (plugged == device_.is_open()) return;
+    if (!plugged) return disconnect();
+    // Whatever stands in the way was said; the cable counts as out until it is put back again.
+    if (!connect()) bench_.unit.plug(false);
+}
+
+void Program::run_command(const std::string& line) {
+    if (line == "quit")
+        ended_ = true;
+    else
+        say(bench_.command(line, clock_us()));
+}
+
+void Program::run_scenario() {
+    while (!ended_ && next_step_ < scenario_.steps.size()) {
+        const ScenarioStep& step = scenario_.steps[next_step_];
+        const std::int64_t due_us = start_us_ + static_cast<std::int64_t>(step.at_s * 1e6);
+        if (clock_us() < due_us) return;
+        ++next_step_;
+        run_command(step.command);
+    }
+}
+
+void Program::exchange() {
+    if (!device_.is_open()) return;
+    bool lost = false;
+    const auto sent = device_.read(lost);
+    const std::int64_t now_us = clock_us();
+    if (!sent.empty()) bench_.line.receive(sent, now_us);
+    device_.write(bench_.line.take(now_us));
+    if (lost) device_gone();
+}
+
+void Program::device_gone() {
+    complain(device_.path() + " is gone; put it back and type: plug");
+    disconnect();
+    bench_.unit.plug(false);
+}
+
+void Program::read_typed() {
+    std::array<char, 1024> buffer{};
+    const ssize_t got = read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (got > 0) return typed({buffer.data(), static_cast<std::size_t>(got)});
+    if (got < 0 && (errno == EINTR || errno == EAGAIN)) return;
+    // Its end: what stands there without a line end still counts.
+    if (!typed_.empty()) typed("\n");
+    reads_input_ = false;
+    if (arguments_.exit_on_eof) ended_ = true;
+}
+
+void Program::typed(std::string_view bytes) {
+    for (const char c : bytes) {
+        if (c != '\n') {
+            if (typed_.size() < longest_typed_line)
+                typed_ += c;
+            else
+                typed_too_long_ = true;
+            continue;
+        }
+        while (!typed_.empty() && (typed_.back() == '\r' || typed_.back() == ' '))
+            typed_.pop_back();
+        if (typed_too_long_)
+            say("Error: that line is too long. Type help for the list.");
+        else if (!ended_)
+            run_command(typed_);
+        typed_.clear();
+        typed_too_long_ = false;
+    }
+}
+
+std::int64_t Program::next_us() const {
+    std::int64_t next = INT64_MAX;
+    if (device_.is_open()) next = bench_.line.next_byte_at_us().value_or(next);
+    if (next_step_ < scenario_.steps.size()) {
+        const double at_s = scenario_.steps[next_step_].at_s;
+        next = std::min(next, start_us_ + static_cast<std::int64_t>(at_s * 1e6));
+    }
+    return next;
+}
+
+void Program::wait() {
+    std::array<pollfd, 4> watched{{{signals_, POLLIN, 0},
+                                   {reads_input_ ? STDIN_FILENO : -1, POLLIN, 0},
+                                   {device_.fd(), POLLIN, 0},
+                                   {device_.watch_fd(), POLLIN, 0}}};
+    const std::int64_t next = next_us();
+    timespec left{};
+    if (next != INT64_MAX) {
+        const std::int64_t us = std::max<std::int64_t>(0, next - clock_us());
+        left.tv_sec = us / 1'000'000;
+        left.tv_nsec = us % 1'000'000 * 1000;
+    }
+    if (ppoll(watched.data(), watched.size(), next == INT64_MAX ? nullptr : &left, nullptr) <= 0)
+        return;
+    if (watched[0].revents != 0) ended_ = true;
+    if (watched[1].revents != 0) read_typed();
+    if (watched[3].revents != 0) device_.somebody_came_or_went();
+    // A device that only says that it is hung up would be asked without end.
+    if ((watched[2].revents & (POLLERR | POLLHUP | POLLNVAL)) && !(watched[2].revents & POLLIN))
+        device_gone();
+}
+
+int run_program(int count, const char* const* words) {
+    keep_standard_descriptors();
+    std::string wrong;
+    const auto size = static_cast<std::size_t>(std::max(0, count - 1));
+    const auto arguments = read_arguments({words + std::min(count, 1), size}, wrong);
+    if (!arguments) {
+        complain(wrong);
+        return 2;
+    }
+    if (arguments->help) {
+        std::fputs(help_text().c_str(), stdout);
+        return 0;
+    }
+    if (arguments->version) {
+        std::fputs("control-unit " ZOL_VERSION "\n", stdout);
+        return 0;
+    }
+    return Program(*arguments).run();
+}
+
+} // namespace sim
