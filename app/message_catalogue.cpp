@@ -64,7 +64,7 @@ void set_message(view::Widget& control, int key, const std::string& suffix) {
 std::optional<std::string> trouble_code_text(const std::string& code) {
     std::error_code error;
     auto file = application_file("\\language\\codici_eobd_" + state.current_language + ".ini");
-    if (!std::filesystem::exists(file, error))
+    if (!std::filesystem::is_regular_file(file, error))
         file = application_file("\\language\\codici_eobd_uk.ini");
     Lines lines(read_file(file));
     if (!lines.readable()) return std::nullopt;

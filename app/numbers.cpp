@@ -31,10 +31,13 @@ double val(std::string_view text) {
     if (!number.empty() && !is_digit(number.front()) && number.front() != '.') number.erase(0, 1);
     double value = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error == std::errc::result_out_of_range)
-        value =
-            number.front() == '0' || number.front() == '.' ? 0 : std::numeric_limits<double>::max();
-    return negative ? -value : value;
+    if (error == std::errc::result_out_of_range) {
+        // Too large if a digit stands before the point, too small if none does.
+        const auto first = number.find_first_not_of('0');
+        const bool large = first != std::string::npos && is_digit(number[first]);
+        value = large ? std::numeric_limits<double>::max() : 0;
+    }
+    return negative ? 0 - value : value; // a zero has no sign
 }
 
 std::string number_text(double number) {

@@ -98,7 +98,11 @@ std::string read_setting(std::string_view key, std::string_view when_absent) {
 
 void write_setting(std::string_view key, std::string_view value) {
     const auto file = application_file("\\setting.ini");
-    std::vector<std::string> lines = lines_of(read_file(file).value_or(""));
+    const auto content_before = read_file(file);
+    std::error_code error;
+    // What cannot be read must not be lost.
+    if (!content_before && std::filesystem::exists(file, error)) return;
+    std::vector<std::string> lines = lines_of(content_before.value_or(""));
     const bool crlf = !lines.empty() && lines.front().ends_with("\r\n");
     const std::string line_end = crlf ? "\r\n" : "\n";
     const std::string line = std::string(key) + "=" + std::string(value) + line_end;
@@ -106,9 +110,7 @@ void write_setting(std::string_view key, std::string_view value) {
 
     const Spot spot = find_key(lines, key);
     if (spot.key_line) {
-        std::string& old = lines[*spot.key_line];
-        const std::string mark = old.starts_with("\xEF\xBB\xBF") ? old.substr(0, 3) : "";
-        old = mark + line;
+        lines[*spot.key_line] = line;
     } else if (spot.section_found) {
         lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(spot.section_end), line);
     } else {

@@ -93,8 +93,8 @@ bool replace_file(const std::filesystem::path& named, std::string_view content) 
     std::string temporary = file.string() + ".XXXXXX";
     const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
     if (descriptor < 0) return false;
-    bool good = write_all(descriptor, content) && ::fchmod(descriptor, mode) == 0 &&
-                ::fsync(descriptor) == 0;
+    ::fchmod(descriptor, mode); // some file systems have no modes to set, and need none
+    bool good = write_all(descriptor, content) && ::fsync(descriptor) == 0;
     good = ::close(descriptor) == 0 && good;
     good = good && ::rename(temporary.c_str(), file.c_str()) == 0;
     if (good)

@@ -147,10 +147,10 @@ void colours_and_captions() {
     app::apply_panel_captions();
     view::set_tab_stop(form1::Slider_attenuazione, false);
     view::set_tab_stop(form1::Slider_ktar, false);
+    state.text_colour = app::read_text_colour();
     // Once in a run: a colour chosen in the dialog reaches the longer list only at the next start.
     if (state.controls_coloured) return;
     state.controls_coloured = true;
-    state.text_colour = app::read_text_colour();
     app::colour_dark_labels();
     app::colour_all_controls();
 }

@@ -9,8 +9,8 @@ namespace zol::monitor {
 // One bar of `state.lambda_sample` around 400, unless the sensor is silent (20 or less).
 void trace_on_engine_panel();
 
-// Takes the sample of a telegram, unless it leaps to more than five times the one before, and draws
-// it around the closed-loop value, scaled by Label35.
+// Draws the sample around the closed-loop value, scaled by Label35. The sample is the telegram's,
+// unless the one in hand is above five times the last one drawn: then that one is drawn again.
 void trace_on_lambda_panel(const link::Reply& telegram);
 
 // The scale buttons, 0 to 4.

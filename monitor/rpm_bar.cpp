@@ -5,27 +5,30 @@
 #include "view/view.h"
 #include "view/windows/form1.h"
 
-#include <array>
+#include <optional>
 
 namespace zol::monitor {
 namespace {
 
 using view::Colour;
 
-constexpr int last_green = 27, last_yellow = 37, last_asked_for = 44;
+constexpr int last_green = 27, last_yellow = 37;
 
-void light(int lamp, Colour colour) {
-    if (view::Widget* it = form1::led_rpm.find(lamp)) view::set_back(*it, colour);
+// What lighting the bar up to `count` gives a lamp; nothing if it leaves the lamp alone.
+std::optional<Colour> lit_colour(int lamp, int count, Colour colour) {
+    if (colour == view::green) return lamp <= count ? std::optional(view::green) : std::nullopt;
+    if (colour != view::yellow && colour != view::red) return std::nullopt;
+    if (lamp <= last_green) return view::green;
+    if (colour == view::red && lamp <= last_yellow) return view::yellow;
+    return lamp <= count ? std::optional(colour) : std::nullopt;
 }
 
-void light_all(int first, int last, Colour colour) {
-    for (int lamp = first; lamp <= last; ++lamp)
-        light(lamp, colour);
-}
-
-// The lamp count of a speed from 400 rpm on: 1 and one more each 50 rpm to 1550. No speed gives
-// 24: its stretch from 1250 lies inside the steps of 50.
+// The lamp that a speed lights the bar up to, -1 for none: 1 from 400 rpm, and one more each 50 rpm
+// to 1550. No speed gives 24: its stretch from 1250 lies inside the steps of 50. The last three
+// lie behind the end of the bar.
 int lamp_count(double rpm) {
+    if (rpm <= 0) return -1;
+    if (rpm < 400) return 0;
     if (rpm < 1550) return static_cast<int>((rpm - 400) / 50) + 1;
     if (rpm < 1700) return 25;
     if (rpm < 2000) return 26;
@@ -43,25 +46,15 @@ Colour zone(int count) {
 } // namespace
 
 void colora_led(int count, Colour colour) {
-    if (colour == view::green) {
-        light_all(0, count, view::green);
-    } else if (colour == view::yellow) {
-        light_all(0, last_green, view::green);
-        light_all(last_green + 1, count, view::yellow);
-    } else if (colour == view::red) {
-        light_all(0, last_green, view::green);
-        light_all(last_green + 1, last_yellow, view::yellow);
-        light_all(last_yellow + 1, count, view::red);
-    }
+    for (view::Widget& lamp : form1::led_rpm.all())
+        if (const auto lit = lit_colour(lamp.index, count, colour)) view::set_back(lamp, *lit);
 }
 
 void show_rpm(double rpm) {
-    light_all(0, last_asked_for, form1::Form1.look.back);
-    if (rpm <= 0) return;
-    if (rpm < 400)
-        light(0, view::green);
-    else
-        colora_led(lamp_count(rpm), zone(lamp_count(rpm)));
+    const int count = lamp_count(rpm);
+    const Colour off = form1::Form1.look.back;
+    for (view::Widget& lamp : form1::led_rpm.all())
+        view::set_back(lamp, lit_colour(lamp.index, count, zone(count)).value_or(off));
 }
 
 void connect_rpm_bar() {

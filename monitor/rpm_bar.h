@@ -11,7 +11,8 @@ namespace zol::monitor {
 // passed over.
 void colora_led(int count, view::Colour colour);
 
-// Turns every lamp off, then lights those of the speed: none at 0 rpm or below.
+// Lights the lamps of the speed, none at 0 rpm or below, and turns the others off: they take the
+// window's ground. Each lamp is set once, so that only those that change are painted anew.
 void show_rpm(double rpm);
 
 void connect_rpm_bar();

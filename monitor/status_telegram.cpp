@@ -11,8 +11,8 @@
 namespace zol::monitor {
 namespace {
 
+using app::message;
 using app::number_text;
-using app::set_message;
 using app::state;
 using link::mirrors;
 using At = TelegramPosition;
@@ -36,22 +36,28 @@ void show_battery(const link::Reply& telegram) {
     }
 }
 
+// 1134 stands for every state that has no text of its own. The label is set once, so that it is
+// painted anew only when the state changes.
 void show_fuel_state(const link::Reply& telegram) {
     const auto fuel_state = telegram.word(At::fuel_state);
-    set_message(form1::Label_carburante, 1134);
+    auto text = message(1134);
+    const auto replace_by = [&text](int key) {
+        if (auto other = message(key)) text = std::move(other);
+    };
     state.gas_requested = fuel_state == 2;
     if (fuel_state == 0) {
-        set_message(form1::Label_carburante, 1102);
+        replace_by(1102);
         state.on_gas = false;
         state.no_press = false;
     } else if (fuel_state == 1) {
         state.on_gas = true;
-        set_message(form1::Label_carburante, mirrors.fuel_type == 1 ? 1171 : 1172);
+        replace_by(mirrors.fuel_type == 1 ? 1171 : 1172);
     } else if (fuel_state == 5) {
-        view::set_text(form1::Label_carburante, "NO PRESS");
+        text = "NO PRESS";
         state.no_press = true;
         state.gas_requested = false;
     }
+    if (text) view::set_text(form1::Label_carburante, *text);
 }
 
 } // namespace
