@@ -5,12 +5,16 @@
 #include "app/main_window.h"
 #include "app/port_menu.h"
 #include "app/startup.h"
+#include "calibration/changeover_window.h"
+#include "calibration/fuel_panel.h"
+#include "calibration/lambda_panel.h"
 #include "link/connection_dialog.h"
 #include "link/first_read.h"
 #include "monitor/lambda_trace.h"
 #include "monitor/polling.h"
 #include "monitor/rpm_bar.h"
 #include "monitor/side_timers.h"
+#include "monitor/tank_level.h"
 #include "view/windows/form1.h"
 
 namespace zol::app {
@@ -26,6 +30,10 @@ void connect_handlers() {
     monitor::connect_side_timers();
     monitor::connect_rpm_bar();
     monitor::connect_lambda_trace();
+    monitor::connect_tank_level();
+    calibration::connect_fuel_panel();
+    calibration::connect_lambda_panel();
+    calibration::connect_changeover_window();
 }
 
 } // namespace zol::app

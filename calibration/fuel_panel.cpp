@@ -1,0 +1,137 @@
+#include "calibration/fuel_panel.h"
+
+#include "app/app_state.h"
+#include "app/entry_field.h"
+#include "app/message_catalogue.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+#include <array>
+#include <initializer_list>
+
+namespace zol::calibration {
+namespace {
+
+using app::state;
+using link::mirrors;
+using link::wait_ms;
+using view::Pointer;
+using view::Widget;
+
+void park_focus() { view::set_focus(form1::cmd_focus); }
+
+void show_busy(Widget& option) {
+    view::set_pointer(form1::Form1, Pointer::hourglass);
+    view::set_pointer(option, Pointer::hourglass);
+}
+
+// What a choice of fuel sets besides the fuel itself. The two choices are not mirror images: what
+// one of them sets and the other does not, stays.
+struct FuelWrite {
+    int parameter;
+    double& mirror;
+    double held; // by the tool
+    double sent; // to the unit
+    std::array<int, 2> settle_ms;
+};
+
+void write_in_turn(std::initializer_list<FuelWrite> writes) {
+    for (const FuelWrite& write : writes) {
+        write.mirror = write.held;
+        link::send_parameter(write.parameter, write.sent);
+        for (const int ms : write.settle_ms)
+            if (ms > 0) wait_ms(ms);
+    }
+}
+
+void methane_clicked() {
+    show_busy(form1::Option_metano);
+    if (!state.ui_loading) {
+        app::set_message(form1::Label_carburante, 1172);
+        write_in_turn({
+            {10, mirrors.fuel_type, 0, 0, {300}},
+            {51, mirrors.calibration_temperature, 60, 60, {300, 300}},
+            {129, mirrors.reference_ktar, 1001, 1001, {500}},
+            {144, mirrors.fuel_offset, 92, 92, {500}},
+            {104, mirrors.calibration_pressure, 1200, 1200, {300}},
+        });
+    }
+    const bool written = !state.ui_loading;
+    view::set_pointer(form1::Form1, Pointer::normal);
+    if (written) park_focus();
+    view::set_pointer(form1::Option_metano, Pointer::custom);
+}
+
+void lpg_clicked() {
+    if (state.ui_loading) return;
+    app::set_message(form1::Label_carburante, 1171);
+    show_busy(form1::Option_gpl);
+    write_in_turn({
+        {10, mirrors.fuel_type, 1, 1, {200, 300}},
+        // The unit gets another pressure than the screen shows until the next reading.
+        {104, mirrors.calibration_pressure, 1200, 1600, {200}},
+        {144, mirrors.fuel_offset, 100, 100, {500, 200}},
+        {128, mirrors.reference_inj_threshold, 0, 0, {500, 300}},
+    });
+    view::set_pointer(form1::Form1, Pointer::normal);
+    view::set_pointer(form1::Option_gpl, Pointer::custom);
+}
+
+void pressure_sensor_clicked(Widget& option, double fitted) {
+    if (state.ui_loading) return;
+    show_busy(option);
+    mirrors.pressure_sensor = fitted;
+    link::send_parameter(50, fitted);
+    wait_ms(200);
+    view::set_pointer(form1::Form1, Pointer::normal);
+    if (fitted == 0) park_focus();
+    view::set_pointer(option, Pointer::custom);
+}
+
+// Acts only on a change from the opposite choice: a unit with any other value is left alone.
+void modular_clicked(Widget& option, double on, const char* caption) {
+    if (state.ui_loading) return;
+    show_busy(option);
+    if (mirrors.modular_changeover == 1 - on) {
+        view::select(option);
+        view::set_text(option, caption);
+        link::write_parameter(23, on);
+        mirrors.modular_changeover = on;
+    }
+    view::set_pointer(form1::Form1, Pointer::custom);
+    view::set_pointer(option, Pointer::custom);
+}
+
+const app::EntryField entries[] = {
+    {.field = form1::text_temp_comm,
+     .parameter = 15,
+     .mirror = mirrors.changeover_temperature,
+     .settle_ms = 200,
+     .clock = form1::Timer2,
+     .done = park_focus},
+    {.field = form1::Text_time_comm,
+     .parameter = 110,
+     .mirror = mirrors.changeover_time,
+     .settle_ms = 200,
+     .clock = form1::Timer2,
+     .done = park_focus},
+};
+
+} // namespace
+
+void connect_fuel_panel() {
+    using namespace form1;
+    Option_metano.on.click = methane_clicked;
+    Option_gpl.on.click = lpg_clicked;
+    Option_press_yes.on.click = [] { pressure_sensor_clicked(Option_press_yes, 1); };
+    Option_press_no.on.click = [] { pressure_sensor_clicked(Option_press_no, 0); };
+    Opt_modulare_yes.on.click = [] { modular_clicked(Opt_modulare_yes, 1, "yes"); };
+    Opt_modulare_no.on.click = [] { modular_clicked(Opt_modulare_no, 0, "no"); };
+    for (const app::EntryField& entry : entries)
+        app::connect_entry_field(entry);
+}
+
+} // namespace zol::calibration

@@ -1,0 +1,127 @@
+#include "calibration/lambda_panel.h"
+
+#include "app/app_state.h"
+#include "app/entry_field.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+namespace zol::calibration {
+namespace {
+
+using app::state;
+using link::mirrors;
+using link::wait_ms;
+using view::Pointer;
+
+constexpr int closed_loop_parameter = 36, open_loop_parameter = 16;
+
+void show_busy() { view::set_pointer(form1::Form1, Pointer::hourglass); }
+
+void hold_reads(int ms) {
+    form1::Timer3.off();
+    wait_ms(ms);
+}
+
+void resume_reads() {
+    form1::Timer3.on();
+    view::set_pointer(form1::Form1, Pointer::normal);
+    view::set_focus(form1::cmd_focus);
+}
+
+void write(int parameter, double& mirror, double value, int settle_ms) {
+    mirror = value;
+    link::send_parameter(parameter, value);
+    wait_ms(settle_ms);
+}
+
+void direction_clicked(double direct) {
+    if (state.ui_loading) return;
+    show_busy();
+    hold_reads(200);
+    write(12, mirrors.lambda_direction, direct, 200);
+    resume_reads();
+}
+
+void control_clicked(double on) {
+    if (state.ui_loading) return;
+    hold_reads(200);
+    show_busy();
+    write(11, mirrors.lambda_control, on, 200);
+    resume_reads();
+}
+
+// Both limits to the range of the kind of sensor.
+void reset_limits(double limit, int settle_ms) {
+    const std::string shown = app::number_text(limit);
+    view::set_text(form1::Text_lambda_closed_loop, shown);
+    write(closed_loop_parameter, mirrors.lambda_closed_loop_max, limit, settle_ms);
+    view::set_text(form1::Text_lambda_open_loop, shown);
+    write(open_loop_parameter, mirrors.lambda_open_loop_max, limit, settle_ms);
+}
+
+void voltage_clicked() {
+    if (state.ui_loading) return;
+    hold_reads(200);
+    show_busy();
+    reset_limits(400, 200);
+    write(21, mirrors.lambda_input_kind, 0, 200);
+    resume_reads();
+}
+
+// Slower than the other, and the hourglass comes only before the last write.
+void current_clicked() {
+    if (state.ui_loading) return;
+    hold_reads(500);
+    reset_limits(1000, 500);
+    show_busy();
+    write(21, mirrors.lambda_input_kind, 1, 500);
+    resume_reads();
+}
+
+void field_done() {
+    view::set_focus(form1::cmd_focus);
+    form1::Timer3.on();
+}
+
+const app::EntryField closed_loop_field = {
+    .field = form1::Text_lambda_closed_loop,
+    .parameter = closed_loop_parameter,
+    .mirror = mirrors.lambda_closed_loop_max,
+    .settle_ms = 200,
+    .clock = form1::Timer2,
+    .before =
+        [] {
+            form1::Timer2.off(); // ends whatever wait is pending
+            hold_reads(200);
+        },
+    .done = field_done,
+};
+
+const app::EntryField open_loop_field = {
+    .field = form1::Text_lambda_open_loop,
+    .parameter = open_loop_parameter,
+    .mirror = mirrors.lambda_open_loop_max,
+    .settle_ms = 200,
+    .clock = form1::Timer2,
+    .before = [] { hold_reads(200); },
+    .done = field_done,
+};
+
+} // namespace
+
+void connect_lambda_panel() {
+    form1::lambda_dir.on.click = [] { direction_clicked(1); };
+    form1::lambda_inv.on.click = [] { direction_clicked(0); };
+    form1::Option_abi_controllo_lambda.on.click = [] { control_clicked(1); };
+    form1::Option_disa_controllo_lambda.on.click = [] { control_clicked(0); };
+    form1::Option_tens.on.click = voltage_clicked;
+    form1::Option_corr.on.click = current_clicked;
+    app::connect_entry_field(closed_loop_field);
+    app::connect_entry_field(open_loop_field);
+}
+
+} // namespace zol::calibration

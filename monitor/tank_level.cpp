@@ -1,0 +1,252 @@
+#include "monitor/tank_level.h"
+
+#include "app/app_state.h"
+#include "app/entry_field.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "monitor/tank_display.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+#include <array>
+
+namespace zol::monitor {
+namespace {
+
+using app::number_text;
+using app::state;
+using form1::Slider1;
+using link::mirrors;
+using link::wait_ms;
+using view::Pointer;
+using view::Widget;
+
+struct Preset {
+    double empty_mv, full_mv;
+    double thresholds[4]; // percent
+};
+
+// In the list's order. The last two senders run downward.
+constexpr std::array<Preset, 6> presets = {{
+    {3900, 4200, {3, 15, 35, 70}},
+    {3900, 4200, {3, 30, 50, 75}},
+    {150, 400, {3, 30, 50, 75}},
+    {1948, 3964, {48, 66, 86, 95}},
+    {4000, 2700, {9, 15, 21, 45}},
+    {4000, 600, {6, 14, 49, 79}},
+}};
+
+constexpr int sender_parameter = 130, empty_parameter = 30, full_parameter = 31;
+constexpr int free_values = 99; // the sender's type when no preset holds
+
+// A row that can be accepted, from the bottom of the gauge: its upper bound, the lower bound of the
+// row above it, the voltage of the border between the two, and the threshold it stands for.
+struct Row {
+    Widget& upper_bound;
+    Widget& next_lower_bound;
+    Widget& border_mv;
+    double& threshold;
+    int parameter;
+};
+
+const std::array<Row, 4> rows = {{
+    {form1::Label_led0, form1::Label8, form1::lbl_204, mirrors.tank_threshold_1, 32},
+    {form1::Label_led1, form1::Label9, form1::lbl_203, mirrors.tank_threshold_2, 33},
+    {form1::Label_led2, form1::Label10, form1::lbl_202, mirrors.tank_threshold_3, 34},
+    {form1::Label_led3, form1::Label11, form1::lbl_201, mirrors.tank_threshold_4, 35},
+}};
+
+double slider(int row) { return view::value(Slider1[row]); }
+// A value that the slider has no room for leaves it where it is.
+void place(int row, double value) { view::place_value(Slider1[row], value); }
+
+void label_row(int index) {
+    const Row& row = rows[static_cast<std::size_t>(index)];
+    view::set_text(row.next_lower_bound, number_text(slider(index) + 1) + "%");
+    view::set_text(row.upper_bound, number_text(slider(index)) + "%");
+}
+
+void write_row(int index) {
+    const Row& row = rows[static_cast<std::size_t>(index)];
+    row.threshold = slider(index);
+    link::send_parameter(row.parameter, row.threshold);
+    wait_ms(200);
+}
+
+void bottom_row_moved() {
+    if (slider(0) < slider(1)) {
+        label_row(0);
+        write_row(0);
+    } else {
+        place(0, slider(1) - 1);
+    }
+}
+
+// Rows 1 and 2 stand between two others: pushed up they spring back and nothing is written, pushed
+// down they are lifted above the row below, and that is written though the labels stay.
+void middle_row_moved(int index) {
+    if (slider(index) < slider(index + 1)) {
+        if (slider(index) > slider(index - 1))
+            label_row(index);
+        else
+            place(index, slider(index - 1) + 1);
+        write_row(index);
+    } else {
+        place(index, slider(index + 1) - 1);
+    }
+}
+
+void upper_row_moved() {
+    if (slider(3) > slider(2))
+        label_row(3);
+    else
+        place(3, slider(2) + 1);
+    write_row(3);
+    place(4, slider(3));
+}
+
+// The top row only drags the one below along; the unit hears of it when that one is moved next.
+void top_row_moved() {
+    if (slider(4) > slider(3)) {
+        const std::string bound = number_text(slider(4)) + "%";
+        view::set_text(form1::Label_led3, bound);
+        view::set_text(form1::Label11, bound);
+        place(3, slider(4));
+    } else {
+        place(4, slider(3));
+    }
+}
+
+void on_tank_slider(int index) {
+    if (state.ui_loading) return;
+    view::set_pointer(form1::Form1, Pointer::hourglass);
+    switch (index) {
+    case 0: bottom_row_moved(); break;
+    case 1:
+    case 2: middle_row_moved(index); break;
+    case 3: upper_row_moved(); break;
+    default: top_row_moved();
+    }
+    view::set_pointer(form1::Form1, Pointer::normal);
+}
+
+// Sends the thresholds anew after a change of the end voltages, by raising each slider by one and
+// handling it as if moved. Rows that are raised before they are handled thus end one higher: that
+// is how the unit gets them.
+enum class Nudge { downward, upward };
+
+void nudge(Nudge direction) {
+    for (int i = 0; i < 5; ++i) {
+        const int raised = direction == Nudge::downward ? 4 - i : i;
+        place(raised, slider(raised) + 1);
+        wait_ms(200);
+        on_tank_slider(i);
+    }
+}
+
+void load_preset(const Preset& preset) {
+    mirrors.tank_min_mv = preset.empty_mv;
+    mirrors.tank_max_mv = preset.full_mv;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i].threshold = preset.thresholds[i];
+}
+
+void write_whole_tank(int sender) {
+    mirrors.tank_sensor_par = sender;
+    struct Write {
+        int parameter;
+        const double& value;
+        int settle_ms;
+    };
+    const Write writes[] = {
+        {sender_parameter, mirrors.tank_sensor_par, 300},
+        {empty_parameter, mirrors.tank_min_mv, 300},
+        {full_parameter, mirrors.tank_max_mv, 300},
+        {rows[0].parameter, rows[0].threshold, 300},
+        {rows[1].parameter, rows[1].threshold, 200},
+        {rows[2].parameter, rows[2].threshold, 300},
+        {rows[3].parameter, rows[3].threshold, 300},
+    };
+    for (const Write& write : writes) {
+        link::send_parameter(write.parameter, write.value);
+        wait_ms(write.settle_ms);
+    }
+}
+
+void sender_chosen() {
+    if (state.ui_loading) return;
+    view::set_pointer(form1::Form1, Pointer::hourglass);
+    view::set_pointer(form1::Combo_tank_level, Pointer::hourglass);
+    const int chosen = form1::Combo_tank_level.look.list_index;
+    state.tank_type = chosen;
+    if (chosen >= 0 && chosen < static_cast<int>(presets.size()))
+        load_preset(presets[static_cast<std::size_t>(chosen)]);
+    show_tank_ends();
+    for (int row = 0; row < 4; ++row)
+        place(row, rows[static_cast<std::size_t>(row)].threshold);
+    place(4, mirrors.tank_threshold_4 + 1);
+    nudge(Nudge::downward);
+    write_whole_tank(chosen);
+    view::set_pointer(form1::Form1, Pointer::normal);
+    view::set_pointer(form1::Combo_tank_level, Pointer::normal);
+}
+
+// Heeds no filling of the window: a box that the program itself ticks writes too.
+void free_values_clicked() {
+    const int type = view::selected(form1::Check1) ? free_values : 0;
+    state.tank_type = type;
+    mirrors.tank_sensor_par = type;
+    link::write_parameter(sender_parameter, type);
+}
+
+void park_focus() { view::set_focus(form1::cmd_focus); }
+
+const app::EntryField full_field = {
+    .field = form1::Text_max_tank,
+    .parameter = full_parameter,
+    .mirror = mirrors.tank_max_mv,
+    .settle_ms = 200,
+    .clock = form1::Timer2,
+    .taken = [] { view::set_text(form1::lbl_200, number_text(mirrors.tank_max_mv)); },
+    .written = [] { nudge(Nudge::downward); },
+    .done = park_focus,
+};
+
+const app::EntryField empty_field = {
+    .field = form1::Text_min_tank,
+    .parameter = empty_parameter,
+    .mirror = mirrors.tank_min_mv,
+    .settle_ms = 200,
+    .clock = form1::Timer2,
+    .taken = [] { view::set_text(form1::lbl_205, number_text(mirrors.tank_min_mv)); },
+    .written = [] { nudge(Nudge::upward); },
+    .done = park_focus,
+};
+
+} // namespace
+
+int percent_to_mv(double percent) {
+    const double empty = app::val(view::text(form1::Text_min_tank));
+    const double full = app::val(view::text(form1::Text_max_tank));
+    const double mv = app::round_half_even((full - empty) * percent / 100 + empty);
+    return mv >= INT16_MIN && mv <= INT16_MAX ? static_cast<int>(mv) : 0;
+}
+
+void connect_tank_level() {
+    form1::Combo_tank_level.on.click = sender_chosen;
+    form1::Check1.on.click = free_values_clicked;
+    for (int index = 0; index < 5; ++index)
+        Slider1[index].on.change = [index] { on_tank_slider(index); };
+    for (int index = 0; index < 4; ++index) {
+        const Row& row = rows[static_cast<std::size_t>(index)];
+        row.upper_bound.on.change = [index, &border_mv = row.border_mv] {
+            view::set_text(border_mv, std::to_string(percent_to_mv(slider(index))));
+        };
+    }
+    app::connect_entry_field(full_field);
+    app::connect_entry_field(empty_field);
+}
+
+} // namespace zol::monitor
