@@ -1,0 +1,105 @@
+#!/usr/bin/env python3
+"""Proves the generator: how codes are counted out, how places are named, how broken tables are refused."""
+
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.dont_write_bytecode = True
+
+import generate
+import tables
+
+
+class CountingOut(unittest.TestCase):
+    def test_a_range_of_cylinders_is_spread_over_the_row(self):
+        self.assertEqual(tables.spread("c1..c3"), ["c1", "c2", "c3"])
+
+    def test_a_range_of_letters_keeps_what_stands_beside_it(self):
+        self.assertEqual(tables.spread("A..C b2"), ["A b2", "B b2", "C b2"])
+
+    def test_the_third_coil_has_its_own_code(self):
+        self.assertEqual(tables.read_codes()["P0353"], ("coil", "C", "ct"))
+
+    def test_the_twelfth_cylinder_ends_where_the_overspeed_begins(self):
+        codes = tables.read_codes()
+        self.assertEqual(codes["P0296"], ("injector_balance", "c12", "balance"))
+        self.assertEqual(codes["P0297"], ("vehicle_overspeed", "", "event"))
+
+    def test_no_code_lies_between_1000_and_2000(self):
+        self.assertFalse([code for code in tables.read_codes() if 1000 <= int(code[1:]) <= 2000])
+
+
+class Wording(unittest.TestCase):
+    def test_a_lambda_sensor_is_named_by_bank_and_sensor(self):
+        self.assertEqual(generate.Writer("uk").description("lambda", "b1 s2", "slow"),
+                         "Lambda sensor, bank 1, sensor 2: slow response")
+
+    def test_two_sensors_are_named_with_a_stroke_between_them(self):
+        self.assertEqual(generate.Writer("de").description("lambda_pair", "b1s1/b2s1", "swapped"),
+                         "Lambdasonden, Bank 1, Sonde 1 / Bank 2, Sonde 1: Signale vertauscht")
+
+    def test_french_puts_a_blank_before_the_colon(self):
+        self.assertIn(" : ", generate.Writer("fr").description("coil", "A", "ct"))
+
+    def test_a_caption_is_taken_from_the_message_file(self):
+        writer = generate.Writer("it")
+        self.assertEqual(writer.with_captions("in {1241}, {1134}...."),
+                         f"in «{writer.messages['1241']}», «{writer.messages['1134']}...».")
+
+    def test_a_lean_mixture_names_the_gas_pressure_and_the_tuning_key(self):
+        note = generate.Writer("uk").note("mixture", "lean")
+        self.assertIn("low gas pressure", note)
+        self.assertIn("Ctrl+T", note)
+
+
+class BrokenTables(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.addCleanup(setattr, tables, "TABLES", tables.TABLES)
+        tables.TABLES = Path(folder.name)
+
+    def write(self, name, text):
+        (tables.TABLES / name).write_text(text, encoding="utf-8")
+
+    def test_a_language_without_text_is_named(self):
+        self.write("gas_x.txt", "[map]\nit = a\nuk = b\npl = c\nde = d\n")
+        with self.assertRaisesRegex(tables.TableError, r"\[map\] has no text for fr"):
+            tables.read_blocks("gas_*.txt")
+
+    def test_a_code_given_twice_is_named(self):
+        self.write("codes_x.txt", "0100 | maf | | ct rp\n0101 | map | | ct\n")
+        with self.assertRaisesRegex(tables.TableError, "P0101 is there twice"):
+            tables.read_codes()
+
+    def test_a_row_with_a_field_too_few_is_named_with_its_line(self):
+        self.write("codes_x.txt", "# comment\n0100 | maf | ct\n")
+        with self.assertRaisesRegex(tables.TableError, "codes_x.txt:2: 3 fields"):
+            tables.read_codes()
+
+
+class Rules(unittest.TestCase):
+    def entries(self, **changed):
+        good = {language: [("P0001", f"{language} short", f"{language} note.")] for language in tables.LANGUAGES}
+        return {**good, **changed}
+
+    def problems(self, **changed):
+        return [text for text in generate.problems_of(self.entries(**changed)) if "are the least" not in text]
+
+    def test_five_good_entries_pass(self):
+        self.assertEqual(self.problems(), [])
+
+    def test_a_line_left_in_english_is_found(self):
+        self.assertRegex(self.problems(it=[("P0001", "uk short", "it note.")])[0], "left in English")
+
+    def test_an_empty_line_is_found(self):
+        self.assertRegex(self.problems(de=[("P0001", "", "de note.")])[0], "empty line")
+
+    def test_a_missing_code_is_found(self):
+        self.assertRegex(self.problems(pl=[])[0], "not the same codes")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,115 @@
+"""Reads the tables that the trouble-code files are made from.
+
+Two forms of table: rows of fields divided by "|", and blocks of a "[key]" line followed by one
+"language = text" line for each language, or by "same = other key". A "#" line is a comment.
+A mistake in a table ends the run with the file, the line and what to mend there.
+"""
+
+from pathlib import Path
+
+LANGUAGES = ("it", "uk", "pl", "de", "fr")
+TABLES = Path(__file__).resolve().parent / "tables"
+
+
+class TableError(Exception):
+    """A table that cannot be read as it stands."""
+
+
+def lines_of(path):
+    """Yields (number, text) for the lines that are neither blank nor comments."""
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        if line.strip() and not line.startswith("#"):
+            yield number, line
+
+
+def rows(path, width):
+    """The rows of a table, each a list of `width` stripped fields."""
+    for number, line in lines_of(path):
+        fields = [field.strip() for field in line.split("|")]
+        if len(fields) != width:
+            raise TableError(f"{path.name}:{number}: {len(fields)} fields, {width} are wanted")
+        yield fields
+
+
+def read_blocks(pattern):
+    """The blocks of all tables that match: {key: {language: text}}, with "same" resolved."""
+    blocks = {}
+    for path in sorted(TABLES.glob(pattern)):
+        block = None
+        for number, line in lines_of(path):
+            if line.startswith("["):
+                key = line.strip()[1:-1]
+                if key in blocks:
+                    raise TableError(f"{path.name}:{number}: [{key}] is there twice; keep one")
+                block = blocks[key] = {}
+                continue
+            name, sign, text = line.partition(" =")
+            if not sign or block is None:
+                raise TableError(f"{path.name}:{number}: neither a [key] nor a 'language = text' line")
+            block[name] = text.strip()
+    for key, block in blocks.items():
+        while "same" in block:
+            if block["same"] not in blocks:
+                raise TableError(f"{pattern}: [{key}] is the same as [{block['same']}], which is not there")
+            block = blocks[block["same"]]
+        blocks[key] = block
+        missing = [language for language in LANGUAGES if not block.get(language)]
+        if missing:
+            raise TableError(f"{pattern}: [{key}] has no text for {', '.join(missing)}")
+    return blocks
+
+
+def read_components():
+    """{key: (class, {language: name})} of every component that a code can be about."""
+    components = {}
+    for path in sorted(TABLES.glob("components_*.txt")):
+        for key, kind, *names in rows(path, 2 + len(LANGUAGES)):
+            if key in components or not all(names):
+                raise TableError(f"{path.name}: component {key} is there twice or lacks a name")
+            components[key] = (kind, dict(zip(LANGUAGES, names)))
+    return components
+
+
+def read_faults():
+    """{key: {language: (heading, what was seen)}}; the heading is empty where none is wanted."""
+    faults = {}
+    for key, block in read_blocks("faults_*.txt").items():
+        faults[key] = {}
+        for language, text in block.items():
+            heading, sign, seen = text.partition("|")
+            if not sign or not seen.strip():
+                raise TableError(f"fault [{key}] {language}: 'heading | what was seen' is wanted")
+            faults[key][language] = (heading.strip(), seen.strip())
+    return faults
+
+
+def spread(places):
+    """The places of a row of codes: "A b1" is one place, "c1..c3" is three, "" is none in particular."""
+    for index, word in enumerate(places.split()):
+        first, dots, last = word.partition("..")
+        if dots:
+            rest = places.split()
+            prefix = first[:-len(first.lstrip("bcs"))] if first[0] in "bcs" else ""
+            first, last = first[len(prefix):], last[len(prefix):]
+            if first.isdigit():
+                names = [str(n) for n in range(int(first), int(last) + 1)]
+            else:
+                names = [chr(n) for n in range(ord(first), ord(last) + 1)]
+            return [" ".join(rest[:index] + [prefix + name] + rest[index + 1:]) for name in names]
+    return [places]
+
+
+def read_codes():
+    """{"P0301": (component, place, fault)} of every code, in the order of the numbers."""
+    codes = {}
+    for path in sorted(TABLES.glob("codes_*.txt")):
+        for first, component, places, kinds in rows(path, 4):
+            number = int(first)
+            for place in spread(places):
+                for fault in kinds.split():
+                    code = f"P{number:04d}"
+                    if code in codes:
+                        raise TableError(f"{path.name}: {code} is there twice; look at the row {first}")
+                    codes[code] = (component, place, fault)
+                    number += 1
+    return dict(sorted(codes.items()))
