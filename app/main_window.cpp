@@ -29,17 +29,7 @@ void set_visible_all(std::initializer_list<Widget*> widgets, bool visible) {
 }
 
 void engine_clicked() {
-    state.settings_panel_open = false;
-    form1::Timer3.off();
-    view::set_enabled(form1::Command5, true);
-    if (!form1::Timer_stato_sistema.is_on()) {
-        monitor::start_polling();
-        wait_ms(500);
-    }
-    view::set_visible(form1::Command_exit, true);
-    view::set_visible(form1::frame_engine, true);
-    set_visible_all({&form1::Frame_impostazioni, &form1::Frame_Lambda, &form1::Frame_diagnosi},
-                    false);
+    bring_back_engine_panel();
     view::set_enabled(form1::Form1, true);
     view::set_focus(form1::Text2);
     view::set_focus(form1::Form1);
@@ -118,6 +108,20 @@ void hide_service_controls() {
 }
 
 } // namespace
+
+void bring_back_engine_panel() {
+    state.settings_panel_open = false;
+    form1::Timer3.off();
+    view::set_enabled(form1::Command5, true);
+    if (!form1::Timer_stato_sistema.is_on()) {
+        monitor::start_polling();
+        wait_ms(500);
+    }
+    view::set_visible(form1::Command_exit, true);
+    view::set_visible(form1::frame_engine, true);
+    set_visible_all({&form1::Frame_impostazioni, &form1::Frame_Lambda, &form1::Frame_diagnosi},
+                    false);
+}
 
 void begin_field_edit(Widget& field) {
     view::set_edit_marker(field, true);

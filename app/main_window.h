@@ -6,6 +6,10 @@
 
 namespace zol::app {
 
+// The engine panel in place of the others, with the polling: where that has to be started anew, it
+// gets 500 ms before the panel comes.
+void bring_back_engine_panel();
+
 // Marks a field as waiting for its number: red ground, empty text.
 void begin_field_edit(view::Widget& field);
 // Takes the mark off again, after Enter was handled.

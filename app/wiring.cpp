@@ -8,8 +8,16 @@
 #include "calibration/changeover_window.h"
 #include "calibration/fuel_panel.h"
 #include "calibration/lambda_panel.h"
+#include "diagnostics/acquisition_window.h"
+#include "diagnostics/eobd_menu.h"
+#include "diagnostics/eobd_panel.h"
+#include "diagnostics/terminal.h"
 #include "link/connection_dialog.h"
 #include "link/first_read.h"
+#include "maintenance/factory_reset.h"
+#include "maintenance/parameter_dump.h"
+#include "maintenance/parameter_window.h"
+#include "maintenance/service_records.h"
 #include "monitor/lambda_trace.h"
 #include "monitor/polling.h"
 #include "monitor/rpm_bar.h"
@@ -34,6 +42,14 @@ void connect_handlers() {
     calibration::connect_fuel_panel();
     calibration::connect_lambda_panel();
     calibration::connect_changeover_window();
+    diagnostics::connect_eobd_panel();
+    diagnostics::connect_eobd_menu();
+    diagnostics::connect_acquisition_window();
+    diagnostics::connect_terminal();
+    maintenance::connect_factory_reset();
+    maintenance::connect_parameter_dump();
+    maintenance::connect_service_records();
+    maintenance::connect_parameter_window();
 }
 
 } // namespace zol::app

@@ -51,8 +51,8 @@ TEST(WindowCaptions, TheMenusStandInOrderWithTheirCaptions) {
             "- mnuCAN250KExtended CAN 250K Extended", "- mnuCAN500KStandard CAN 500K Standard",
             "- mnuCAN500KExtended CAN 500K Extended", "- mnuJ1850vpw J1850 VPW",
             "- mnuJ1850pwm J1850 PWM", "mnu_Schermo> SCHERMO", "- mnu_color_testo Colore Testo",
-            "MNU_INFOMATION> INFOMATION", "- MNU_VERSIONE Version", "MNU_HELP> HELP",
-            "- mnu_Manual Manual"));
+            "MNU_INFOMATION> INFOMATION", "- MNU_VERSIONE Version",
+            "- mnu_dump_parametri SAVE PARAMETERS", "MNU_HELP> HELP", "- mnu_Manual Manual"));
 }
 
 TEST(WindowCaptions, TheCaptionsThatNoLanguageReplacesAreAsTheFitterKnowsThem) {

@@ -26,7 +26,7 @@ extern view::Widget mnuCAN500KStandard, mnuCAN500KExtended;
 extern view::Widget mnuJ1850vpw, mnuJ1850pwm;
 
 extern view::Widget mnu_Schermo, mnu_color_testo;
-extern view::Widget MNU_INFOMATION, MNU_VERSIONE;
+extern view::Widget MNU_INFOMATION, MNU_VERSIONE, mnu_dump_parametri;
 extern view::Widget MNU_HELP, mnu_Manual;
 
 } // namespace zol::form1

@@ -1,0 +1,188 @@
+#include "diagnostics/acquisition_window.h"
+
+#include "app/app_state.h"
+#include "app/colours.h"
+#include "app/main_window.h"
+#include "app/message_catalogue.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "monitor/polling.h"
+#include "monitor/status_telegram.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/acquisizione.h"
+#include "view/windows/form1.h"
+
+namespace zol::diagnostics {
+namespace {
+
+using namespace acquisizione;
+using app::number_text;
+using app::round_half_even;
+using app::state;
+using link::mirrors;
+using link::wait_ms;
+using view::Pointer;
+using view::Widget;
+
+Widget& the_window = acquisizione::acquisizione;
+
+bool acquiring = false;     // the run flag
+bool was_activated = false; // since it was loaded
+
+void window_loads() {
+    app::set_message(Command_salva, 1035);
+    app::set_message(Command_chiudi, 1253);
+    view::set_enabled(form1::Form1, false);
+    acquiring = true;
+    was_activated = false;
+    monitor::stop_polling();
+    if (const auto colour = app::text_colour()) {
+        view::set_fore(Label1, *colour);
+        view::set_fore(Label_max, *colour);
+    }
+    Timer1.on();
+}
+
+void window_activated() {
+    if (was_activated) return;
+    was_activated = true;
+    view::set_text(Label2, "saved:  " + number_text(mirrors.tinj_upper));
+    state.panel_colour = the_window.look.back;
+    view::set_back(Label3, state.panel_colour);
+    view::set_back(Label4, state.panel_colour);
+    wait_ms(400);
+    if (!the_window.loaded) return; // closed meanwhile: its timers stay off
+    acquiring = true;
+    Timer_tinj.on();
+}
+
+// Runs for every way of closing. The frame's own leaves no other handler to let the fitter back
+// into the main window.
+void window_unloads() {
+    monitor::stop_polling();
+    state.settings_panel_open = false;
+    view::set_enabled(form1::Form1, true);
+}
+
+// Once, shortly after the opening: for a poll that was under way then and came back.
+void polling_guard_ticks() {
+    if (form1::Timer_stato_sistema.is_on()) monitor::stop_polling();
+    Timer1.off();
+}
+
+void take_injection_time(const link::Reply& telegram) {
+    if (telegram.length() < monitor::shortest_telegram) return;
+    if (!telegram.echoes(link::Command::status)) return;
+    view::set_text(Label1,
+                   std::to_string(*telegram.word(monitor::TelegramPosition::injection_time)));
+}
+
+// The window may be closed in either wait; then nobody is left to be shown anything.
+void injection_time_ticks() {
+    form1::Timer_stato_sistema.off();
+    Timer_ricerca_max.on();
+    if (!acquiring) {
+        Timer_tinj.off();
+        return;
+    }
+    wait_ms(200);
+    if (!link::port_is_open() || !the_window.loaded) return;
+    link::send_command(link::Command::status);
+    wait_ms(200);
+    if (!the_window.loaded) return;
+    take_injection_time(link::read_reply());
+    if (!acquiring) Timer_tinj.off();
+}
+
+void maximum_ticks() {
+    if (app::val(view::text(Label1)) > app::val(view::text(Label_max)))
+        view::set_text(Label_max, view::text(Label1));
+}
+
+void stop_acquiring() {
+    Timer_ricerca_max.off();
+    Timer_tinj.off();
+    acquiring = false;
+}
+
+void enable_buttons(bool enabled) {
+    for (Widget* button : {&Command_salva, &Command_reset, &Command_chiudi})
+        view::set_enabled(*button, enabled);
+}
+
+void send_then_wait(int number, double value, int pause_ms) {
+    link::send_parameter(number, value);
+    wait_ms(pause_ms);
+}
+
+// A small maximum gives negative points. They have no frame: the others go out, and the waits stay.
+void save_points(double maximum) {
+    mirrors.tinj_upper = round_half_even(maximum + 2000);
+    mirrors.tinj_lower = round_half_even(maximum / 2 - 500);
+    const double third = mirrors.tinj_upper - 2000 - mirrors.tinj_upper * 3 / 10;
+    send_then_wait(6, mirrors.tinj_upper, 200);
+    send_then_wait(7, third, 200);
+    send_then_wait(7, third, 200);
+    send_then_wait(5, mirrors.tinj_lower, 400);
+}
+
+void save_clicked() {
+    view::set_pointer(the_window, Pointer::hourglass);
+    enable_buttons(false);
+    stop_acquiring();
+    const double maximum = app::val(view::text(Label_max)); // nothing raises it from here on
+    wait_ms(400);
+    wait_ms(400);
+    save_points(maximum);
+    acquiring = true;
+    if (the_window.loaded) {
+        Timer_tinj.on();
+        Timer_ricerca_max.on();
+    }
+    enable_buttons(true);
+    wait_ms(200);
+    view::set_enabled(form1::Form1, true);
+    stop_acquiring();
+    wait_ms(200);
+    view::set_pointer(the_window, Pointer::normal);
+    view::unload(the_window);
+    wait_ms(400);
+    state.ui_loading = false;
+    monitor::start_polling();
+    wait_ms(800);
+    view::set_focus(form1::Text2);
+}
+
+// The unloading stops the polling that was started just before; the engine panel starts it again.
+void close_clicked() {
+    view::set_pointer(Command_chiudi, Pointer::hourglass);
+    Timer1.off();
+    view::set_enabled(form1::Form1, true);
+    stop_acquiring();
+    view::wait_on(Timerx, 200);
+    view::set_enabled(form1::Form1, true);
+    view::set_focus(form1::Text2);
+    monitor::start_polling();
+    view::unload(the_window);
+    app::bring_back_engine_panel();
+    state.ui_loading = false;
+}
+
+} // namespace
+
+void connect_acquisition_window() {
+    the_window.on.load = window_loads;
+    the_window.on.activate = window_activated;
+    the_window.on.unload = window_unloads;
+    Timer1.tick = polling_guard_ticks;
+    Timer_tinj.tick = injection_time_ticks;
+    Timer_ricerca_max.tick = maximum_ticks;
+    Timerx.tick = [] { Timerx.off(); };
+    Command_reset.on.click = [] { view::set_text(Label_max, "0"); };
+    Command_salva.on.click = save_clicked;
+    Command_chiudi.on.click = close_clicked;
+}
+
+} // namespace zol::diagnostics

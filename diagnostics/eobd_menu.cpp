@@ -1,0 +1,46 @@
+#include "diagnostics/eobd_menu.h"
+
+#include "diagnostics/menu_write.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "link/read_marks.h"
+#include "view/windows/form1.h"
+
+namespace zol::diagnostics {
+namespace {
+
+using link::mirrors;
+using link::wait_ms;
+
+constexpr int direction_parameter = 142;
+constexpr int protocol_parameter = 143;
+constexpr int search = 1;
+// Inverse is 1 in both bytes of the value, while the mirror holds 1.
+constexpr int inverse_on_the_wire = 257;
+
+// The polling goes on: the frame falls between its requests. The marks wait for the next image.
+void search_clicked() {
+    wait_ms(200);
+    mirrors.eobd_protocol = search;
+    link::send_parameter(protocol_parameter, search);
+    wait_ms(300);
+}
+
+void choose_direction(bool inverse) {
+    begin_menu_write();
+    mirrors.eobd_direction = inverse ? 1 : 0;
+    link::tick_eobd_direction();
+    link::send_parameter(direction_parameter, inverse ? inverse_on_the_wire : 0);
+    wait_ms(200);
+    end_menu_write();
+}
+
+} // namespace
+
+void connect_eobd_menu() {
+    form1::mnu_search.on.click = search_clicked;
+    form1::mnu_direction_normal_eobd.on.click = [] { choose_direction(false); };
+    form1::mnu_direction_inverse_eobd.on.click = [] { choose_direction(true); };
+}
+
+} // namespace zol::diagnostics
