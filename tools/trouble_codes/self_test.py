@@ -54,6 +54,30 @@ class Wording(unittest.TestCase):
         self.assertIn("Ctrl+T", note)
 
 
+class MessageFiles(unittest.TestCase):
+    def read(self, language):
+        return (generate.LANGUAGE_FOLDER / f"Mivra_{language}.ini").read_bytes().decode("utf-8")
+
+    def test_the_five_files_hold_the_same_numbers_each_with_a_text(self):
+        numbers = [line for line in self.read("uk").split("\n") if line.startswith("[")]
+        self.assertEqual(len(numbers), len(set(numbers)))
+        for language in tables.LANGUAGES:
+            lines = self.read(language).removesuffix("\n").split("\n")
+            self.assertEqual(lines[::2], numbers, language)
+            self.assertTrue(all(text.strip() for text in lines[1::2]), language)
+            self.assertFalse("\r" in self.read(language) or "\ufeff" in self.read(language), language)
+
+    def test_the_number_behind_the_changeover_question_is_set_off_by_a_blank(self):
+        for language in tables.LANGUAGES:
+            self.assertTrue(generate.read_messages(language)["1255"].endswith(" "), language)
+
+    def test_the_unit_ends_the_last_word_of_the_changeover_speed(self):
+        wanted = {"it": "Giri comm. g/min.", "uk": "Revs at switching/min.", "pl": "Obroty, próg/min.",
+                  "de": "Umsch. bei Umdrehung/min.", "fr": "Commut. à rég/min."}
+        for language, label in wanted.items():
+            self.assertEqual(generate.read_messages(language)["1168"] + "g/min.", label)
+
+
 class BrokenTables(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -67,6 +91,11 @@ class BrokenTables(unittest.TestCase):
     def test_a_language_without_text_is_named(self):
         self.write("gas_x.txt", "[map]\nit = a\nuk = b\npl = c\nde = d\n")
         with self.assertRaisesRegex(tables.TableError, r"\[map\] has no text for fr"):
+            tables.read_blocks("gas_*.txt")
+
+    def test_two_blocks_that_name_each_other_end_the_run(self):
+        self.write("gas_x.txt", "[map]\nsame = maf\n[maf]\nsame = map\n")
+        with self.assertRaisesRegex(tables.TableError, "no texts of its own"):
             tables.read_blocks("gas_*.txt")
 
     def test_a_code_given_twice_is_named(self):

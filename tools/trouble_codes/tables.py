@@ -48,11 +48,12 @@ def read_blocks(pattern):
                 raise TableError(f"{path.name}:{number}: neither a [key] nor a 'language = text' line")
             block[name] = text.strip()
     for key, block in blocks.items():
-        while "same" in block:
-            if block["same"] not in blocks:
-                raise TableError(f"{pattern}: [{key}] is the same as [{block['same']}], which is not there")
-            block = blocks[block["same"]]
-        blocks[key] = block
+        if "same" in block:
+            other = blocks.get(block["same"], {})
+            if "same" in other or not other:
+                raise TableError(f"{pattern}: [{key}] names [{block['same']}], which has no texts of its own")
+            block.update(other)
+            del block["same"]
         missing = [language for language in LANGUAGES if not block.get(language)]
         if missing:
             raise TableError(f"{pattern}: [{key}] has no text for {', '.join(missing)}")
