@@ -69,7 +69,9 @@ bool unit_answers() {
 void test_clicked() {
     view::set_text(Label2, "");
     view::set_back(Label2, view::system_colour);
-    if (unit_answers() && unit_answers()) {
+    bool good = unit_answers();
+    if (good) good = unit_answers(); // one answer may be an echo of what went before
+    if (good) {
         view::set_enabled(Command_ok, true);
         view::set_back(Label2, view::green);
         view::set_text(Label2, "- OK TEST ESEGUITO -");

@@ -46,17 +46,30 @@ def includes(path, lines):
             yield number, "only view/qt/ knows the toolkit"
 
 
+def code_lines(lines):
+    """The lines with their numbers, without those of tables and of long texts: rows are data."""
+    in_text = False
+    for number, line in enumerate(lines, 1):
+        was_in_text, row = in_text, line.lstrip().startswith(("{", '"'))
+        in_text = 'R"(' in line or (in_text and ')"' not in line)
+        if not was_in_text and not row:
+            yield number, line
+
+
 def functions(lines):
     """Start and length of what looks like a function: a line at an outer level that ends in an
     opening brace behind a closing parenthesis, up to the brace in its own column."""
     start = indent = None
-    for number, line in enumerate(lines, 1):
+    length = 0
+    for number, line in code_lines(lines):
         depth = len(line) - len(line.lstrip())
         if start is None:
-            if re.search(r"\)[\w\s>:-]*\{$", line) and depth <= 2 and not line.lstrip().startswith(("if", "for", "while", "switch")):
-                start, indent = number, depth
-        elif line.startswith(" " * indent + "}"):
-            yield start, number - start + 1
+            if depth <= 2 and re.search(r"\)[\w\s>:-]*\{$", line):
+                start, indent, length = number, depth, 1
+            continue
+        length += 1
+        if line.startswith(" " * indent + "}"):
+            yield start, length
             start = None
 
 

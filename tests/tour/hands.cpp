@@ -256,18 +256,21 @@ void Hands::see(const std::string& sentence, bool holds) {
     std::fflush(stdout);
 }
 
-void Hands::picture(const std::string& name) {
+void Hands::picture(const std::string& name, const QString& window) {
+    // The uppermost first.
+    static const char* const windows[] = {"acquisizione", "Form3", "Form2", "Centralina_Attiva",
+                                          "Form1"};
     act([&] {
-        QWidget* top =
-            QApplication::activePopupWidget() ? nullptr : QApplication::activeModalWidget();
-        for (const char* window : {"acquisizione", "Form3", "Form2", "Form_power",
-                                   "Centralina_Attiva", "Form1", "frmSplash"})
-            if (!top && window_named(window) && window_named(window)->isVisible())
-                top = window_named(window);
+        QWidget* top = window.isEmpty() ? QApplication::activeModalWidget() : window_named(window);
+        for (const char* each : windows) {
+            QWidget* candidate = window_named(each);
+            if (!top && candidate && candidate->isVisible()) top = candidate;
+        }
         if (!top) return;
         char number[16];
         std::snprintf(number, sizeof number, "%02d-", ++taken_);
-        top->grab().save(QString::fromStdString((pictures_ / (number + name + ".png")).string()));
+        const auto file = pictures_ / (number + name + ".png");
+        top->grab().save(QString::fromStdString(file.string()));
     });
 }
 

@@ -48,8 +48,8 @@ class Hands {
     bool until(const std::function<bool()>& holds, int most_ms = 10000);
     // Notes what was to be seen, and whether it was.
     void see(const std::string& sentence, bool holds);
-    // The window on view, or the box above it, as the next numbered picture.
-    void picture(const std::string& name);
+    // The window on view, or the box above it, or the window named, as the next numbered picture.
+    void picture(const std::string& name, const QString& window = {});
 
     int seen() const { return seen_; }
     int missed() const { return missed_; }

@@ -13,7 +13,7 @@ void connect_by_dialog(Hands& hands, UnitProcess& unit) {
     unit.type("silence on");
     hands.see("the splash window comes first",
               hands.until([&] { return hands.shown("frmSplash"); }));
-    hands.picture("splash");
+    hands.picture("splash", "frmSplash");
     hands.see("a silent unit opens the connection dialog",
               hands.until([&] { return hands.shown("Centralina_Attiva"); }));
     hands.see("no way on without a good test", !hands.enabled("Command_ok", "Centralina_Attiva"));
