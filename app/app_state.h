@@ -35,6 +35,8 @@ struct AppState {
     std::string stored_version;   // the settings file's word on it; shown by nothing
     int tank_type = 0;            // 0 to 5 a preset, 99 free values
     double tuning_mode = 0;       // 1 while the automatic tuning runs
+    // The tool's own parameter 4000: the parameter edit sets it, and nothing acts on it.
+    double local_flag_4000 = 0;
 
     // Fuel state, from the last telegram that said something about it.
     bool on_gas = false;

@@ -6,8 +6,12 @@
 #include "app/port_menu.h"
 #include "app/startup.h"
 #include "calibration/changeover_window.h"
+#include "calibration/engine_panel.h"
 #include "calibration/fuel_panel.h"
+#include "calibration/injector_menu.h"
+#include "calibration/keyboard.h"
 #include "calibration/lambda_panel.h"
+#include "calibration/power_dialog.h"
 #include "diagnostics/acquisition_window.h"
 #include "diagnostics/eobd_menu.h"
 #include "diagnostics/eobd_panel.h"
@@ -50,6 +54,10 @@ void connect_handlers() {
     maintenance::connect_parameter_dump();
     maintenance::connect_service_records();
     maintenance::connect_parameter_window();
+    calibration::connect_engine_panel();
+    calibration::connect_keyboard();
+    calibration::connect_injector_menu();
+    calibration::connect_power_dialog();
 }
 
 } // namespace zol::app

@@ -65,6 +65,7 @@ bool drag_on(Widget& slider, double value) {
 bool end_drag(Widget& slider, double before) {
     if (!reachable(slider)) return false;
     if (slider.look.value != before) run(slider.on.change);
+    run(slider.on.click);
     return true;
 }
 

@@ -14,7 +14,7 @@ bool double_click(Widget& widget);
 // A slider while it is dragged: its value and `scroll`, no `change` yet.
 bool drag_on(Widget& slider, double value);
 // A whole drag, its end, or a key or wheel step: `scroll`, then `change`, if the value is another
-// than `before` (the value when the drag began).
+// than `before` (the value when the drag began), then `click` in any case.
 bool drag_to(Widget& slider, double value);
 bool end_drag(Widget& slider, double before);
 bool choose(Widget& combo, int index); // runs the click handler, also for the item already shown

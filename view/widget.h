@@ -96,7 +96,8 @@ struct Look {
 // The operator's acts and the widget's own events, each a handler of the logic. An empty one is an
 // event that nobody listens to.
 struct Handlers {
-    std::function<void()> click; // button, option, check box, label, menu item, field entered
+    std::function<void()> click; // button, option, check box, label, menu item, field entered,
+                                 // slider let go
     std::function<void()> double_click; // label
     std::function<void()> change;       // slider value, label text, combo selection
     std::function<void()> scroll;       // slider while it is moved by the operator

@@ -1,0 +1,197 @@
+#include "calibration/automatic_tuning.h"
+
+#include "app/app_state.h"
+#include "app/message_catalogue.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "monitor/polling.h"
+#include "monitor/status_telegram.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+#include <numeric>
+#include <optional>
+
+namespace zol::calibration {
+namespace {
+
+using app::state;
+using app::val;
+using link::wait_ms;
+using At = monitor::TelegramPosition;
+
+constexpr double warm_enough_c = 50.0;
+// Added to the mean on gas: the target lies below the petrol time by at least this much ...
+constexpr double gas_margin = 150.0;
+// ... and by less than this much more.
+constexpr double window_width = 300.0;
+constexpr double highest_gain = 1800;
+// The run stops above the slider's own 1001: a gain that low calls for less gas pressure.
+constexpr double lowest_tuned_gain = 1100;
+
+enum class Round { again, over };
+
+void say(const char* caption) { view::set_text(form1::lbl_tuning, caption); }
+
+// --- Measuring
+
+void show_fuel_state(const link::Reply& telegram) {
+    const auto fuel_state = telegram.word(At::fuel_state);
+    if (fuel_state == 0) {
+        app::set_message(form1::Label_carburante, 1102);
+        state.on_gas = false;
+        state.no_press = false;
+    } else if (fuel_state == 1) {
+        state.on_gas = true;
+        app::set_message(form1::Label_carburante, link::mirrors.fuel_type == 1 ? 1171 : 1172);
+    } else if (fuel_state == 5) {
+        view::set_text(form1::Label_carburante, "NO PRESS");
+        state.no_press = true;
+        state.gas_requested = false;
+    }
+}
+
+// Reads what the request before this one brought, and shares that with the polling loop: a turn
+// that finds too little repeats, for as long as it takes.
+link::Reply next_telegram() {
+    for (;;) {
+        link::send_command(link::Command::status);
+        view::set_text(form1::Label_sfondo, "1");
+        const link::Reply telegram = link::read_reply();
+        wait_ms(600);
+        view::set_text(form1::Label_sfondo, std::to_string(telegram.length()));
+        if (telegram.length() >= monitor::shortest_telegram) return telegram;
+    }
+}
+
+double mean_injection_time() {
+    for (double& sample : tuning.tinj_samples) {
+        const link::Reply telegram = next_telegram();
+        view::set_text(form1::Label_rpm, std::to_string(*telegram.word(At::rpm)));
+        view::set_text(form1::Label_tinj, std::to_string(*telegram.word(At::injection_time)));
+        view::set_text(form1::LabeL_pressure, std::to_string(*telegram.word(At::pressure)));
+        show_fuel_state(telegram);
+        sample = val(view::text(form1::Label_tinj));
+        wait_ms(300);
+    }
+    return std::accumulate(tuning.tinj_samples.begin(), tuning.tinj_samples.end(), 0.0) / 20.0;
+}
+
+void go_to_petrol() {
+    if (state.on_gas || state.gas_requested) {
+        monitor::stop_polling();
+        wait_ms(200);
+        link::send_command(link::Command::to_petrol);
+        wait_ms(200);
+        monitor::start_polling();
+    }
+    wait_ms(1000); // the engine settles
+    monitor::stop_polling();
+}
+
+void go_to_gas() {
+    monitor::stop_polling();
+    wait_ms(400);
+    link::send_command(link::Command::to_gas);
+    wait_ms(1000);
+    monitor::start_polling();
+}
+
+void measure_both_fuels() {
+    go_to_petrol();
+    tuning.tinj_petrol_avg = mean_injection_time();
+    go_to_gas();
+    const double gas_avg = mean_injection_time();
+    monitor::start_polling();
+    tuning.tinj_gas_adjusted = gas_avg + gas_margin;
+}
+
+// --- Correcting
+
+// The gain by the ratio of gas to petrol; nothing for an engine that stands: no petrol time, no
+// ratio, and the gain stays as it is.
+std::optional<double> corrected_gain() {
+    if (tuning.tinj_petrol_avg == 0) return std::nullopt;
+    const double ratio = tuning.tinj_gas_adjusted / tuning.tinj_petrol_avg;
+    return app::round_half_even(view::value(form1::Slider_ktar) * ratio);
+}
+
+Round correct_lean() {
+    const auto gain = corrected_gain();
+    if (gain && *gain >= highest_gain) {
+        view::set_value(form1::Slider_ktar, highest_gain);
+        say("-- AUTO MAGRA ALZ. PRESS... --");
+        return Round::over;
+    }
+    if (gain) view::set_value(form1::Slider_ktar, *gain);
+    say("-- L - REPEAT WAIT TUNING   --");
+    return Round::again;
+}
+
+Round correct_rich() {
+    const auto gain = corrected_gain();
+    if (gain && *gain <= lowest_tuned_gain) {
+        say("-- AUTO RICCA DIMIN. PRESS. --");
+        view::set_value(form1::Slider_ktar, lowest_tuned_gain);
+        return Round::over;
+    }
+    if (gain) view::set_value(form1::Slider_ktar, *gain);
+    say("-- R - REPEAT WAIT TUNING   --");
+    return Round::again;
+}
+
+void finish() {
+    say("-- FINISH --");
+    wait_ms(2000);
+    view::set_visible(form1::lbl_tuning, false);
+    view::message_box({"AUTO READY TO GO!!!", ""});
+}
+
+Round decide() {
+    const double petrol = tuning.tinj_petrol_avg, gas = tuning.tinj_gas_adjusted;
+    const double lower_edge = petrol - window_width;
+    if (gas > petrol) return correct_lean();
+    if (gas < lower_edge) return correct_rich();
+    // On the very edges the run ends without a word.
+    if (lower_edge < gas && gas < petrol) finish();
+    return Round::over;
+}
+
+// --- The run
+
+bool operator_agrees() {
+    return view::message_box({"\rAutomatic Tuning System\r",
+                              "        Automatic Tuning Mivra           ", view::Buttons::yes_no,
+                              view::Icon::information}) == view::Answer::yes;
+}
+
+// The polling loop keeps the temperature fresh. What cannot be read counts as 0.
+void wait_for_warm_engine() {
+    while (val(view::text(form1::Label_temp)) < warm_enough_c) {
+        say("-- WAIT TEMPERATURE... --");
+        wait_ms(2000);
+    }
+}
+
+void run() {
+    state.tuning_mode = 1;
+    view::set_visible(form1::lbl_tuning, true);
+    say("-- WAIT TUNING... --");
+    wait_for_warm_engine();
+    wait_ms(400);
+    do
+        measure_both_fuels();
+    while (decide() == Round::again);
+    state.tuning_mode = 0;
+}
+
+} // namespace
+
+void tune_automatically() {
+    if (operator_agrees()) run();
+    wait_ms(2000);
+    view::set_visible(form1::lbl_tuning, false);
+}
+
+} // namespace zol::calibration

@@ -1,0 +1,117 @@
+#include "calibration/keyboard.h"
+
+#include "app/app_state.h"
+#include "app/message_catalogue.h"
+#include "app/numbers.h"
+#include "calibration/automatic_tuning.h"
+#include "calibration/engine_panel.h"
+#include "calibration/parameter_edit.h"
+#include "link/ecu_frames.h"
+#include "monitor/polling.h"
+#include "view/operator.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+namespace zol::calibration {
+namespace {
+
+using app::state;
+using link::wait_ms;
+using view::Pointer;
+using view::Widget;
+
+void step_slider(Widget& slider, double step, void (*refresh_tip)()) {
+    const double limit = step > 0 ? slider.look.max : slider.look.min;
+    const double moved = view::value(slider) + step;
+    const bool inside = step > 0 ? moved < limit : moved > limit;
+    view::set_value(slider, inside ? moved : limit);
+    if (inside && refresh_tip) refresh_tip();
+    view::set_focus(form1::Text2);
+}
+
+void toggle_changeover() {
+    view::set_pointer(form1::Form1, Pointer::hourglass);
+    monitor::stop_polling();
+    const bool to_petrol = state.on_gas || state.gas_requested || state.no_press;
+    wait_ms(400);
+    link::send_command(to_petrol ? link::Command::to_petrol : link::Command::to_gas);
+    wait_ms(400);
+    monitor::start_polling();
+    view::set_pointer(form1::Form1, Pointer::normal);
+}
+
+bool operator_says_yes(const std::string& text, const std::string& title) {
+    return view::message_box({text, title, view::Buttons::yes_no}) == view::Answer::yes;
+}
+
+// Leaves the polling to the watchdog.
+void write_setting(double number, double value) {
+    view::set_pointer(form1::Form1, Pointer::hourglass);
+    monitor::stop_polling();
+    wait_ms(400);
+    link::write_parameter(number, value);
+    wait_ms(400);
+    view::set_pointer(form1::Form1, Pointer::normal);
+}
+
+// No is an answer too: it switches the forced start off.
+void set_forced_start() {
+    const bool forced = operator_says_yes(app::message(1254).value_or(""), "Forced START");
+    write_setting(122, forced ? 1 : 0);
+}
+
+void capture_changeover_speed() {
+    const double rpm = app::val(view::text(form1::Label_rpm));
+    const std::string question = app::message(1255).value_or("") + app::number_text(rpm);
+    if (operator_says_yes(question, "RPM SWITCH")) write_setting(121, rpm);
+}
+
+struct Shortcut {
+    int code;
+    int shift;
+    void (*action)();
+};
+
+constexpr int plain = 0, ctrl = view::operator_acts::ctrl_key;
+
+constexpr Shortcut shortcuts[] = {
+    {32, plain, toggle_changeover},       // Space
+    {70, ctrl, set_forced_start},         // F
+    {71, ctrl, capture_changeover_speed}, // G
+    {84, ctrl, tune_automatically},       // T
+    {86, ctrl, edit_parameter_by_number}, // V
+};
+
+struct SliderKey {
+    int code;
+    Widget& slider;
+    double step;
+    void (*refresh_tip)(); // null for none
+};
+
+// Up lowers the attenuation: its slider has its lowest value at the top. The tip that Up refreshes
+// is that of another slider, which does no harm.
+constexpr SliderKey slider_keys[] = {
+    {33, form1::Slider_power, 10, refresh_power_tip},       // Page Up
+    {34, form1::Slider_power, -10, refresh_power_tip},      // Page Down
+    {37, form1::Slider_ktar, -10, refresh_ktar_tip},        // Left
+    {39, form1::Slider_ktar, 10, refresh_ktar_tip},         // Right
+    {38, form1::Slider_attenuazione, -5, refresh_ktar_tip}, // Up
+    {40, form1::Slider_attenuazione, 5, nullptr},           // Down
+};
+
+// A key during a wait comes here afresh: nothing guards against it.
+void key_pressed(int code, int shift) {
+    for (const Shortcut& shortcut : shortcuts)
+        if (shortcut.code == code && shortcut.shift == shift) return shortcut.action();
+    if (shift != plain) return;
+    for (const SliderKey& key : slider_keys)
+        if (key.code == code) return step_slider(key.slider, key.step, key.refresh_tip);
+}
+
+} // namespace
+
+void connect_keyboard() { form1::Form1.on.key = key_pressed; }
+
+} // namespace zol::calibration

@@ -1,0 +1,46 @@
+#include "calibration/parameter_edit.h"
+
+#include "app/app_state.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "link/parameter_mirrors.h"
+#include "monitor/polling.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/form1.h"
+
+namespace zol::calibration {
+namespace {
+
+double ask(const std::string& prompt) {
+    return app::val(view::input_box(prompt, "Modifica Parametro"));
+}
+
+// What fails ends the rest of the writing.
+void write_edited(double number, double value) {
+    // A coil signal that counts upwards needs a long filter, which must be there first.
+    if (number == 126 && value == 1) {
+        if (!link::write_parameter(125, 4000)) return;
+        link::wait_ms(400);
+    }
+    if (number == 4000)
+        app::state.local_flag_4000 = value;
+    else
+        link::write_parameter(number, value);
+}
+
+} // namespace
+
+void edit_parameter_by_number() {
+    view::set_pointer(form1::Form1, view::Pointer::hourglass);
+    monitor::stop_polling();
+    const double number = ask("Digita il Parametro da Modificare");
+    const double value =
+        ask("Inserisci il valore da assegnare al Parametro : " + app::number_text(number));
+    if (number == 107) link::mirrors.injector_latency = value;
+    write_edited(number, value);
+    link::wait_ms(400);
+    view::set_pointer(form1::Form1, view::Pointer::normal);
+}
+
+} // namespace zol::calibration
