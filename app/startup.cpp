@@ -10,6 +10,7 @@
 #include "view/windows/form1.h"
 #include "view/windows/frm_splash.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 
@@ -62,6 +63,10 @@ void main_window_closes() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
     form1::Timer_stato_sistema.off();
     form1::Timer_chiusura_stato.on();
+    // The watchdog would start the polling again within the wait, and the lambda panel would ask
+    // on.
+    form1::Timer6.off();
+    form1::Timer3.off();
     link::wait_ms(600);
     if (link::port_is_open()) link::close_port();
     view::end_program();
@@ -90,7 +95,7 @@ bool claim_application_folder() {
     const auto file = application_file("\\.running");
     const int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor < 0) return true;
-    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 void connect_startup() {

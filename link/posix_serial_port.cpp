@@ -1,6 +1,6 @@
 #include "link/posix_serial_port.h"
 
-#include "app/application_folder.h"
+#include "link/port_devices.h"
 
 #include <cerrno>
 #include <cstring>
@@ -13,15 +13,13 @@
 namespace zol::link {
 namespace {
 
-constexpr const char* usual_devices[] = {"/dev/ttyUSB0", "/dev/ttyUSB1", "/dev/ttyACM0",
-                                         "/dev/ttyACM1", "/dev/ttyS0",   "/dev/ttyS1",
-                                         "/dev/ttyS2",   "/dev/ttyS3"};
-
 // The one setting that the control unit knows: raw bytes both ways, no flow control.
 bool set_9600_n_8_1(int descriptor) {
     termios line{};
     if (::tcgetattr(descriptor, &line) != 0) return false;
     ::cfmakeraw(&line);
+    // What another program may have left on and cfmakeraw leaves alone: among it flow control.
+    line.c_iflag = 0;
     ::cfsetispeed(&line, B9600);
     ::cfsetospeed(&line, B9600);
     line.c_cflag &= ~static_cast<tcflag_t>(CSTOPB | PARENB | CRTSCTS | HUPCL);
@@ -33,43 +31,50 @@ bool set_9600_n_8_1(int descriptor) {
 
 } // namespace
 
-std::filesystem::path device_of_port(int port_number) {
-    if (port_number < 1 || port_number > static_cast<int>(std::size(usual_devices))) return {};
-    const auto link = app::application_file("\\ports\\com" + std::to_string(port_number));
-    std::error_code error;
-    // A link whose device is gone still names the port's device.
-    if (std::filesystem::symlink_status(link, error).type() !=
-        std::filesystem::file_type::not_found)
-        return link;
-    return usual_devices[port_number - 1];
-}
-
 PosixSerialPort::~PosixSerialPort() { close(); }
 
-void PosixSerialPort::set_number(int port_number) { port_number_ = port_number; }
+void PosixSerialPort::set_number(int port_number) {
+    if (!open_) port_number_ = port_number; // an open port stays with its device
+}
 void PosixSerialPort::set_line_settings(const std::string& settings) { settings_ = settings; }
 
 std::optional<std::string> PosixSerialPort::open() {
-    const auto failure = [this](int error) -> std::optional<std::string> {
-        const auto device = device_of_port(port_number_).string();
-        if (descriptor_ >= 0) close();
-        return "COM" + std::to_string(port_number_) + (device.empty() ? "" : " (" + device + ")") +
-               ": " + std::strerror(error);
-    };
-    if (is_open()) return "COM" + std::to_string(port_number_) + ": " + std::strerror(EBUSY);
+    if (open_) return failure(EBUSY);
     if (settings_ != "9600,n,8,1") return failure(EINVAL);
+    const auto error = attach();
+    open_ = !error;
+    return error;
+}
+
+void PosixSerialPort::close() {
+    detach();
+    open_ = false;
+}
+
+std::string PosixSerialPort::failure(int error) const {
+    const auto device = device_of_port(port_number_).string();
+    return "COM" + std::to_string(port_number_) + (device.empty() ? "" : " (" + device + ")") +
+           ": " + std::strerror(error);
+}
+
+std::optional<std::string> PosixSerialPort::attach() {
     const auto device = device_of_port(port_number_);
     if (device.empty()) return failure(ENODEV);
     // Not blocking: neither a modem line that is down nor a full buffer may hold the program up.
     descriptor_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor_ < 0) return failure(errno);
-    if (!::isatty(descriptor_)) return failure(ENOTTY);
-    if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) return failure(EBUSY);
-    if (!set_9600_n_8_1(descriptor_)) return failure(errno);
-    return std::nullopt;
+    int error = 0;
+    if (descriptor_ < 0 || !::isatty(descriptor_))
+        error = errno;
+    else if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0)
+        error = EBUSY;
+    else if (!set_9600_n_8_1(descriptor_))
+        error = errno;
+    if (error == 0) return std::nullopt;
+    detach();
+    return failure(error);
 }
 
-void PosixSerialPort::close() {
+void PosixSerialPort::detach() {
     if (descriptor_ < 0) return;
     // Bytes that a dead line never takes would hold the close up.
     ::tcflush(descriptor_, TCOFLUSH);
@@ -78,12 +83,17 @@ void PosixSerialPort::close() {
 }
 
 bool PosixSerialPort::write(std::span<const std::uint8_t> bytes) {
-    if (descriptor_ < 0) return false;
+    // The adapter was pulled earlier: it may be back by now.
+    if (!open_ || (descriptor_ < 0 && attach())) return false;
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
-        // A full buffer is a line that takes nothing: a frame is a few bytes.
-        if (written <= 0) return false;
+        // A full buffer is a line that takes nothing: a frame is a few bytes. With any other fault
+        // the device is gone, and holding on to it would keep its name from it when it comes back.
+        if (written <= 0) {
+            if (written < 0 && errno != EAGAIN) detach();
+            return false;
+        }
         bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
     return true;

@@ -3,16 +3,13 @@
 
 #include "link/serial_port.h"
 
-#include <filesystem>
 #include <string>
 
 namespace zol::link {
 
-// The device behind a port number: what `ports/com<n>` in the application folder points to, where
-// that exists; else 1 and 2 are /dev/ttyUSB0 and 1, 3 and 4 /dev/ttyACM0 and 1, 5 to 8 /dev/ttyS0
-// to 3. A fitter with one USB adapter thus finds it at COM1. Empty for any other number.
-std::filesystem::path device_of_port(int port_number);
-
+// Behind a port number stands what link/port_devices.h says. An adapter that is pulled while the
+// port is open makes every write and read fail; once it is back under its name, the next write
+// finds it again, with no need to open the port anew.
 class PosixSerialPort : public SerialPort {
   public:
     PosixSerialPort() = default;
@@ -24,14 +21,21 @@ class PosixSerialPort : public SerialPort {
     void set_line_settings(const std::string& settings) override;
     std::optional<std::string> open() override;
     void close() override;
-    bool is_open() const override { return descriptor_ >= 0; }
+    bool is_open() const override { return open_; }
     bool write(std::span<const std::uint8_t> bytes) override;
     std::optional<Bytes> read_all() override;
 
   private:
+    // "COM1 (/dev/ttyUSB0): " and the system's text.
+    std::string failure(int error) const;
+    // Opens the device; nothing on success, else why not.
+    std::optional<std::string> attach();
+    void detach();
+
     int port_number_ = 0;
     std::string settings_;
-    int descriptor_ = -1;
+    bool open_ = false;
+    int descriptor_ = -1; // -1 also while an open port's device is gone
 };
 
 } // namespace zol::link
