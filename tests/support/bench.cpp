@@ -62,7 +62,8 @@ void SimulatedPort::close() {
 
 bool SimulatedPort::write(std::span<const std::uint8_t> bytes) {
     if (!open_ || unplugged) return false;
-    sent.push_back({time_.now_us() / 1000, frame_of(bytes), {bytes.begin(), bytes.end()}});
+    last_sent = frame_of(bytes);
+    sent.push_back({time_.now_us() / 1000, last_sent, {bytes.begin(), bytes.end()}});
     if (!silent) unit_.receive(bytes, time_.now_us());
     return true;
 }

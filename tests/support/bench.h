@@ -42,6 +42,7 @@ class SimulatedPort : public link::SerialPort {
         link::Bytes bytes;
     };
     std::vector<Sent> sent;
+    Frame last_sent; // also once `sent` was begun anew
 
     // What stands in the way of the port.
     std::optional<std::string> open_error; // the text that opening fails with
@@ -49,7 +50,6 @@ class SimulatedPort : public link::SerialPort {
     bool silent = false;                   // nothing reaches the tool
     // If set, the tool reads what this gives instead of what the unit sends.
     std::function<link::Bytes(link::Bytes)> alter;
-    // Called after each read, with what the tool got.
     int opened = 0, closed = 0;
     int number = 0;
     std::string line_settings;
