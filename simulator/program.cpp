@@ -137,10 +137,12 @@ void Program::follow_cable() {
 }
 
 void Program::run_command(const std::string& line) {
-    if (line == "quit")
+    if (line == "quit") {
         ended_ = true;
-    else
-        say(bench_.command(line, clock_us()));
+        return;
+    }
+    say(bench_.command(line, clock_us()));
+    if (line == "help") say("  quit                ends the program");
 }
 
 void Program::run_scenario() {
@@ -227,9 +229,8 @@ void Program::wait() {
     if (watched[0].revents != 0) ended_ = true;
     if (watched[1].revents != 0) read_typed();
     if (watched[3].revents != 0) device_.somebody_came_or_went();
-    // A device that only says that it is hung up would be asked without end.
-    if ((watched[2].revents & (POLLERR | POLLHUP | POLLNVAL)) && !(watched[2].revents & POLLIN))
-        device_gone();
+    // A port that is hung up reads as one with nothing to say, and would be asked without end.
+    if (watched[2].revents & (POLLERR | POLLHUP | POLLNVAL)) device_gone();
 }
 
 int run_program(int count, const char* const* words) {
