@@ -1,0 +1,108 @@
+// A control unit whose every answer is in the test's hand, for what a healthy one never sends.
+#pragma once
+
+#include "tests/support/bench.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+
+namespace zol::tests {
+
+using link::Bytes;
+
+// The image word at `position` of an unaltered CraftedUnit: each position has its own. The one of
+// the temperature correction fits its slider, which writes what it is given.
+constexpr int word_at(int position) { return position == 36 ? 7 : 10 * position + 1; }
+
+struct CraftedUnit {
+    int family = 0, version = 2, revision = 71;
+    bool present = true; // answers the presence test
+    Bytes image = Bytes(191, 0);
+    // If set, what a command is answered with, instead of the usual.
+    std::function<std::optional<Bytes>(int command)> instead;
+
+    CraftedUnit() {
+        image[4] = 1;
+        for (int position = 6; position <= 190; position += 2)
+            set_word(position, word_at(position));
+    }
+    void set_word(int position, int value) {
+        image[static_cast<std::size_t>(position - 1)] = static_cast<std::uint8_t>(value / 256);
+        image[static_cast<std::size_t>(position)] = static_cast<std::uint8_t>(value % 256);
+    }
+    Bytes version_reply() const {
+        return {80,
+                67,
+                0,
+                12,
+                7,
+                0,
+                static_cast<std::uint8_t>(family),
+                0,
+                static_cast<std::uint8_t>(version),
+                0,
+                static_cast<std::uint8_t>(revision),
+                0};
+    }
+    Bytes answer(int command) const {
+        if (instead)
+            if (auto other = instead(command)) return *other;
+        switch (command) {
+        case 1: return image;
+        case 3: {
+            Bytes telegram(27, 0);
+            telegram[4] = 3;
+            return telegram;
+        }
+        case 6: return present ? Bytes{80, 67, 0, 6, 6, 0} : Bytes{};
+        case 7: return version_reply();
+        case 16: {
+            Bytes live(12, 0);
+            live[4] = 16;
+            return live;
+        }
+        default: return {};
+        }
+    }
+};
+
+// The whole program with a CraftedUnit at the end of the line.
+class CraftedBench : public Bench {
+  protected:
+    CraftedUnit crafted;
+
+    CraftedBench() { connect_crafted_unit(); }
+
+    void connect_crafted_unit() {
+        port->silent = true; // the simulated unit hears and is not heard
+        port->alter = [this](const Bytes&) {
+            if (port->sent.size() == answered_) return Bytes{};
+            answered_ = port->sent.size();
+            return crafted.answer(port->sent.back().frame.command);
+        };
+    }
+    // By the direct road of activation, up to the running polling.
+    void read_on_activation() {
+        start_program();
+        for (int tenths = 0; tenths < 200 && !form1::Timer_stato_sistema.is_on(); ++tenths)
+            run_for(100);
+    }
+    void open_the_dialog() {
+        crafted.present = false;
+        start_program();
+        run_for(1200);
+        crafted.present = true;
+    }
+    // By the connection dialog, up to its end; the window is filled 3 seconds later.
+    void read_by_dialog() {
+        open_the_dialog();
+        operator_clicks(centralina_attiva::Command_test);
+        run_for(1600);
+        operator_clicks(centralina_attiva::Command_ok);
+        run_for(4200);
+    }
+
+  private:
+    std::size_t answered_ = 0;
+};
+
+} // namespace zol::tests
