@@ -4,6 +4,7 @@
 #include "app/application_folder.h"
 #include "app/captions.h"
 #include "app/settings_file.h"
+#include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -42,6 +43,7 @@ void main_window_loads() {
     state.ui_loading = true;
     if (!state.no_reread) {
         load_language();
+        Module_Resize(form1::Form1);
         view::set_visible(form1::frame_engine, true);
         view::set_visible(form1::Frame_impostazioni, false);
         load_port();

@@ -6,6 +6,7 @@
 #include "app/main_window.h"
 #include "app/message_catalogue.h"
 #include "app/numbers.h"
+#include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "view/operator.h"
@@ -185,6 +186,7 @@ void finish_load() {
 
 void window_loads() {
     state.poll_enabled = true; // the lock: what the filling selects writes nothing
+    app::Module_Resize(Form3);
     fill_fields();
     show_choices();
     view::set_enabled(form1::Form1, false);

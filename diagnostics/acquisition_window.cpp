@@ -5,6 +5,7 @@
 #include "app/main_window.h"
 #include "app/message_catalogue.h"
 #include "app/numbers.h"
+#include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "monitor/polling.h"
@@ -38,6 +39,7 @@ void window_loads() {
     acquiring = true;
     was_activated = false;
     monitor::stop_polling();
+    app::Module_Resize(the_window);
     if (const auto colour = app::text_colour()) {
         view::set_fore(Label1, *colour);
         view::set_fore(Label_max, *colour);

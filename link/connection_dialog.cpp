@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "app/settings_file.h"
+#include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/first_read.h"
 #include "link/port_devices.h"
