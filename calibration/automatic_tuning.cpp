@@ -174,24 +174,30 @@ void wait_for_warm_engine() {
     }
 }
 
+void end() {
+    wait_ms(2000);
+    view::set_visible(form1::lbl_tuning, false);
+}
+
 void run() {
-    state.tuning_mode = 1;
-    view::set_visible(form1::lbl_tuning, true);
-    say("-- WAIT TUNING... --");
     wait_for_warm_engine();
     wait_ms(400);
     do
         measure_both_fuels();
     while (decide() == Round::again);
     state.tuning_mode = 0;
+    end();
 }
 
 } // namespace
 
 void tune_automatically() {
-    if (operator_agrees()) run();
-    wait_ms(2000);
-    view::set_visible(form1::lbl_tuning, false);
+    if (!operator_agrees()) return end();
+    state.tuning_mode = 1;
+    view::set_visible(form1::lbl_tuning, true);
+    say("-- WAIT TUNING... --");
+    // Begun inside a pass of the polling loop, the run would never see the engine grow warm.
+    monitor::after_the_pass(run);
 }
 
 } // namespace zol::calibration

@@ -9,12 +9,28 @@
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 
+#include <utility>
+#include <vector>
+
 namespace zol::monitor {
 namespace {
 
 using app::state;
 using link::Command;
 using link::Reply;
+
+bool pass_under_way = false;
+std::vector<std::function<void()>> waiting_for_its_end;
+
+// The mark goes when the pass is over, also when the end of the program unwinds it.
+struct Pass {
+    Pass() { pass_under_way = true; }
+    ~Pass() {
+        pass_under_way = false;
+        for (auto& work : std::exchange(waiting_for_its_end, {}))
+            view::post(std::move(work));
+    }
+};
 
 // Asks, and takes what the request before this one brought: the wait gives the present request its
 // time to be answered. Has no limit, and looks at neither flag nor port: with a silent unit the
@@ -40,6 +56,7 @@ void poll_once() {
 }
 
 void poll_ticks() {
+    const Pass pass;
     view::unload(centralina_attiva::Centralina_Attiva);
     form1::Timer_stato_sistema.off();
     if (state.poll_enabled && link::port_is_open()) {
@@ -68,6 +85,13 @@ void start_polling() {
 void stop_polling() {
     state.poll_enabled = false;
     form1::Timer_stato_sistema.off();
+}
+
+void after_the_pass(std::function<void()> work) {
+    if (pass_under_way)
+        waiting_for_its_end.push_back(std::move(work));
+    else
+        work();
 }
 
 void give_tab_stops() {
