@@ -47,7 +47,7 @@ std::string number_text(double number) {
     auto end =
         std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::scientific, 14)
             .ptr;
-    double rounded = 0;
+    double rounded = number; // also where the largest number would be rounded to beyond it
     std::from_chars(buffer, end, rounded);
     if (rounded == 0) return "0"; // also for the negative zero
     end = std::to_chars(buffer, buffer + sizeof buffer, rounded, std::chars_format::fixed).ptr;

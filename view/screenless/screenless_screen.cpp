@@ -60,6 +60,7 @@ std::string ScreenlessScreen::input_box(const std::string& prompt, const std::st
 }
 
 Colour ScreenlessScreen::colour_box(Colour start) {
+    colour_boxes.push_back(start);
     const auto script = next_answer(Box::colour, "the colour box");
     return script ? script->colour : start;
 }

@@ -24,6 +24,7 @@ class ScreenlessScreen : public Screen {
         std::string prompt, title;
     };
     std::vector<InputBox> input_boxes;
+    std::vector<Colour> colour_boxes; // the colours that they opened with
     std::vector<std::string> manuals; // file and topic, joined by a blank
     ScreenSize screen{10125, 9000};
     // Called for each change, for those who follow one.
