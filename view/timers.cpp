@@ -13,6 +13,7 @@ struct Scheduler {
     std::deque<std::function<void()>> posted;
     Platform* platform = nullptr;
     int wait_depth = 0;
+    bool worlds_turn = false; // the last turn was a timer's
 
     // The timer that falls due first, of those whose tick is not on the stack.
     Timer* first_due() const {
@@ -111,10 +112,15 @@ void pump_until(std::int64_t until_us) {
         return;
     }
     Timer* timer = s.first_due();
-    if (timer && Scheduler::due_us(*timer) <= now_us())
+    const bool due = timer && Scheduler::due_us(*timer) <= now_us();
+    // A timer that is always due must not shut the operator out: they take turns.
+    if (due && !std::exchange(s.worlds_turn, true)) {
         s.fire(*timer);
-    else
-        s.platform->idle(std::min(until_us, timer ? Scheduler::due_us(*timer) : Platform::forever));
+        return;
+    }
+    s.worlds_turn = false;
+    s.platform->idle(due ? now_us()
+                         : std::min(until_us, timer ? Scheduler::due_us(*timer) : Platform::forever));
 }
 
 void post(std::function<void()> work) { scheduler().posted.push_back(std::move(work)); }

@@ -1,8 +1,8 @@
 // Named timers, and the one pump that every wait stands on.
 //
-// One due timer per turn, in order of due time, then look again. A timer whose tick is on the stack
-// does not fire; its tick waits, and ticks do not pile up. Real and virtual time differ only in the
-// Platform: how they tell the time and how they idle.
+// One due timer per turn, in order of due time, then look again; between two timers the world has
+// its say. A timer whose tick is on the stack does not fire; its tick waits, and ticks do not pile
+// up. Real and virtual time differ only in the Platform: how they tell the time and how they idle.
 #pragma once
 
 #include <cstdint>

@@ -85,8 +85,9 @@ bool fills_its_ground(const Widget& model) {
 
 void mirror_colours(const Widget& model, QWidget& face) {
     const Roles roles = roles_of(model.kind);
-    face.setBackgroundRole(roles.ground);
-    face.setForegroundRole(roles.ink);
+    // Qt repaints for a role that it has already.
+    if (face.backgroundRole() != roles.ground) face.setBackgroundRole(roles.ground);
+    if (face.foregroundRole() != roles.ink) face.setForegroundRole(roles.ink);
     face.setAutoFillBackground(fills_its_ground(model));
     face.setPalette(palette_of(model.kind, model.look.back, model.look.fore));
 }

@@ -26,6 +26,8 @@ class ModelledButton : public Base {
 
   protected:
     void nextCheckState() override {}
+    // The whole of its place answers, not the caption alone.
+    bool hitButton(const QPoint& at) const override { return this->rect().contains(at); }
 };
 
 template <typename Button>

@@ -25,10 +25,7 @@ bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
     Widget* window = screen_.window_of(*top);
     if (!window) return false;
     auto& key = static_cast<QKeyEvent&>(*event);
-    // A key held down while its handler waits nests a wait for each repeat; the stack has an end.
-    constexpr int deepest = 40;
     key.accept();
-    if (key.isAutoRepeat() && wait_depth() >= deepest) return true;
     post([this, window, pressed, copy = std::shared_ptr<QKeyEvent>(key.clone())] {
         pressed ? press(*window, *copy) : release(*window, *copy);
     });
@@ -36,6 +33,9 @@ bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void KeyPreview::press(Widget& window, const QKeyEvent& event) {
+    // A key held down while its handler waits nests a wait for each repeat; the stack has an end.
+    constexpr int deepest = 40;
+    if (event.isAutoRepeat() && wait_depth() >= deepest) return;
     Press pressed{event.key(), nullptr};
     on_their_way_.push_back(&pressed);
     const int code = key_code(event.key());

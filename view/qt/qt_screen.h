@@ -33,6 +33,7 @@ class QtScreen : public Screen {
 
     // Colours and windows that changed since: a lamp that went off and on in one tick never blinks.
     void catch_up();
+    void close_manual() { manual_.reset(); }
     WindowFace* face(const Widget& window) const; // null for a window that is not loaded
     Widget* window_of(const QWidget& top) const;  // null for a box, a list, a menu
 

@@ -8,8 +8,8 @@
 #include "view/timers.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFocusEvent>
-#include <QGuiApplication>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMouseEvent>
@@ -181,6 +181,18 @@ void WindowFace::follow_focus() {
     if (target && !target->hasFocus()) target->setFocus(Qt::OtherFocusReason);
 }
 
+// Qt gives the focus to the first control by itself; the model knows better. A window that waits
+// for a dialog lets that one come to the front instead.
+void WindowFace::became_active() {
+    follow_focus();
+    if (model_.look.enabled) return;
+    for (QWidget* other : QApplication::topLevelWidgets())
+        if (other->isVisible() && other->isEnabled() && other->windowType() == Qt::Window) {
+            other->raise();
+            other->activateWindow();
+        }
+}
+
 bool WindowFace::eventFilter(QObject* watched, QEvent* event) {
     if (watched == top_.get()) {
         if (event->type() == QEvent::Close) {
@@ -188,10 +200,9 @@ bool WindowFace::eventFilter(QObject* watched, QEvent* event) {
             post([&window = model_] { operator_acts::close(window); });
             return true;
         }
-        // Qt gives the focus to the first control by itself.
         if (event->type() == QEvent::WindowActivate)
             QMetaObject::invokeMethod(
-                this, [this] { follow_focus(); }, Qt::QueuedConnection);
+                this, [this] { became_active(); }, Qt::QueuedConnection);
     }
     if (watched == content_ && event->type() == QEvent::Resize) lay_out();
     const auto it = models_.find(watched);

@@ -45,6 +45,7 @@ class WindowFace : public QObject {
     void resize_to_model();
     void show_state();
     void stand_in_the_middle();
+    void became_active();
     double points(const Widget& widget) const;
 
     Widget& model_;

@@ -1,0 +1,186 @@
+// A window sees each key before its focused control, and only its own keys.
+#include "tests/windows/qt_bench.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSlider>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+class Keys : public QtBench {
+  protected:
+    Keys() {
+        open(Bench);
+        Bench.on.key = [this](int code, int shift) { seen.emplace_back(code, shift); };
+    }
+    std::vector<std::pair<int, int>> seen;
+};
+
+TEST_F(Keys, EachKeyHasItsCodeAndTheShiftStateItsBits) {
+    set_focus(Text1);
+    QWidget& field = face(Text1);
+    for (auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_PageUp, Qt::Key_PageDown,
+                     Qt::Key_End, Qt::Key_Home, Qt::Key_Left, Qt::Key_Up, Qt::Key_Right,
+                     Qt::Key_Down, Qt::Key_A, Qt::Key_Z, Qt::Key_Escape})
+        press(field, key);
+    EXPECT_THAT(seen, ElementsAre(Pair(13, 0), Pair(13, 0), Pair(32, 0), Pair(33, 0), Pair(34, 0),
+                                  Pair(35, 0), Pair(36, 0), Pair(37, 0), Pair(38, 0), Pair(39, 0),
+                                  Pair(40, 0), Pair(65, 0), Pair(90, 0), Pair(27, 0)));
+    seen.clear();
+    press(field, Qt::Key_F, Qt::ControlModifier);
+    press(field, Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier);
+    press(field, Qt::Key_T, Qt::AltModifier);
+    press(field, Qt::Key_Left, Qt::KeypadModifier);
+    EXPECT_THAT(seen, ElementsAre(Pair(70, 2), Pair(71, 3), Pair(84, 4), Pair(37, 0)));
+}
+
+TEST_F(Keys, TheWindowSeesAKeyBeforeTheFieldDoes) {
+    set_focus(Text1);
+    std::string text_when_seen = "unseen", text_at_field = "unseen";
+    Bench.on.key = [&](int, int) { text_when_seen = text(Text1); };
+    Text1.on.key = [&](int code, int) {
+        if (code == 13) text_at_field = text(Text1);
+    };
+    type(face(Text1), "7");
+    EXPECT_EQ(text_when_seen, "");
+    EXPECT_EQ(text(Text1), "7");
+    press(face(Text1), Qt::Key_Return);
+    EXPECT_EQ(text_at_field, "7");
+}
+
+TEST_F(Keys, AKeyGoesToTheControlThatTheWindowsHandlerGaveTheFocusTo) {
+    set_focus(Slider_flat);
+    Bench.on.key = [](int, int) { set_focus(Text1); };
+    press(face(Slider_flat), Qt::Key_Right);
+    EXPECT_EQ(value(Slider_flat), 50) << "the slider lost its key with the focus";
+    EXPECT_TRUE(face(Text1).hasFocus());
+}
+
+TEST_F(Keys, AFocusedSliderStepsAfterTheWindowHasSeenTheKey) {
+    set_focus(Slider_flat);
+    double value_when_seen = -1;
+    std::vector<double> changes;
+    Bench.on.key = [&](int, int) { value_when_seen = value(Slider_flat); };
+    Slider_flat.on.change = [&] { changes.push_back(value(Slider_flat)); };
+    press(face(Slider_flat), Qt::Key_Right);
+    EXPECT_EQ(value_when_seen, 50);
+    press(face(Slider_flat), Qt::Key_PageDown);
+    press(face(Slider_flat), Qt::Key_End);
+    EXPECT_THAT(changes, ElementsAre(51, 31, 100));
+}
+
+TEST_F(Keys, OnAnUprightSliderDownLeadsToHigherValues) {
+    set_focus(Slider_tall);
+    press(face(Slider_tall), Qt::Key_Down);
+    EXPECT_EQ(value(Slider_tall), 10);
+    press(face(Slider_tall), Qt::Key_Up);
+    EXPECT_EQ(value(Slider_tall), 0);
+}
+
+TEST_F(Keys, SpaceOnAFocusedButtonIsTheWindowsKeyAndThenAClick) {
+    set_focus(Command1);
+    std::vector<std::string> order;
+    Bench.on.key = [&](int, int) {
+        order.push_back("key");
+        wait_on(Timer2, 30); // the release comes in the meantime
+    };
+    Command1.on.click = [&] { order.push_back("click"); };
+    press(face(Command1), Qt::Key_Space);
+    EXPECT_THAT(order, ElementsAre("key", "click"));
+    EXPECT_FALSE(face<QPushButton>(Command1).isDown());
+}
+
+TEST_F(Keys, AHeldKeyRepeats) {
+    set_focus(Text1);
+    for (int i = 0; i < 5; ++i) {
+        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Right, {}, "", true);
+        QCoreApplication::sendEvent(&face(Text1), &repeat);
+    }
+    settle();
+    EXPECT_EQ(seen.size(), 5U);
+}
+
+TEST_F(Keys, AKeyHeldDownWhileItsHandlerWaitsDoesNotNestWithoutEnd) {
+    int deepest = 0;
+    Bench.on.key = [&](int, int) {
+        deepest = std::max(deepest, wait_depth());
+        wait_on(Timer2, 20);
+    };
+    for (int i = 0; i < 300; ++i)
+        post([this] {
+            QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Right, {}, "", true);
+            QCoreApplication::sendEvent(&face(Text1), &repeat);
+        });
+    run_for(100);
+    EXPECT_GT(deepest, 10);
+    EXPECT_LT(deepest, 60);
+}
+
+TEST_F(Keys, TheKeysOfAMessageBoxAreNotTheWindows) {
+    answer<QMessageBox>("message_box",
+                        [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    message_box({.text = "FINE RESET ECU", .title = ""});
+    settle();
+    EXPECT_THAT(seen, IsEmpty());
+}
+
+TEST_F(Keys, TabLeadsToTheNextControlAndTellsTheLogic) {
+    set_focus(Text1);
+    bool entered = false;
+    Text2.on.got_focus = [&] { entered = true; };
+    press(face(Text1), Qt::Key_Tab);
+    EXPECT_TRUE(entered);
+    EXPECT_EQ(focus(), &Text2);
+    press(face(Text2), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(focus(), &Text1);
+}
+
+TEST_F(Keys, TheWindowCanTakeTheFocusFromItsControls) {
+    set_focus(Text1);
+    set_focus(Bench);
+    EXPECT_FALSE(face(Text1).hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+    settle();
+    EXPECT_THAT(seen, ElementsAre(Pair(37, 0)));
+}
+
+TEST_F(Keys, AControlThatIsHiddenGivesTheFocusUpToTheWindow) {
+    set_focus(Text1);
+    set_visible(Text1, false);
+    settle();
+    EXPECT_EQ(focus(), &Bench);
+    EXPECT_TRUE(top(Bench).hasFocus()) << "and not to the control behind it";
+}
+
+TEST_F(Keys, TenThousandTypedLettersAllArriveInOrder) {
+    set_focus(Text1);
+    auto& field = face<QLineEdit>(Text1);
+    field.setMaxLength(20'000);
+    QString typed;
+    for (int i = 0; i < 10'000; ++i)
+        typed += QChar('a' + i % 26);
+    QTest::keyClicks(&field, typed);
+    run_until([&] { return text(Text1).size() == 10'000; }, 100);
+    EXPECT_TRUE(text(Text1) == typed.toStdString());
+    EXPECT_TRUE(field.text() == typed);
+    EXPECT_EQ(seen.size(), 10'000U);
+}
+
+TEST_F(Keys, TypedTextStaysInTheFieldThatIsEnabledOnly) {
+    set_focus(Text1);
+    set_enabled(Bench, false);
+    QTest::keyClicks(&face(Text1), "123");
+    settle();
+    EXPECT_EQ(text(Text1), "");
+    EXPECT_THAT(seen, IsEmpty());
+}
+
+} // namespace
+} // namespace zol::view

@@ -1,0 +1,182 @@
+// Windows come and go at any moment, also from inside their own events.
+#include "tests/windows/qt_bench.h"
+
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+using ::testing::ElementsAre;
+
+class WindowLife : public QtBench {};
+
+TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnButton) {
+    open(Dialog);
+    const QPointer<QWidget> old = &top(Dialog);
+    Dialog_ok.on.click = [] { unload(Dialog); };
+    click(face(Dialog_ok));
+    EXPECT_FALSE(Dialog.loaded);
+    EXPECT_TRUE(old.isNull());
+}
+
+TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnKeyAndLoadedAgainInTheSameHandler) {
+    open(Dialog);
+    set_text(Dialog_text, "old");
+    Dialog.on.key = [](int, int) {
+        Dialog.on.key = nullptr;
+        unload(Dialog);
+        show(Dialog);
+    };
+    set_focus(Dialog_text);
+    press(face(Dialog_text), Qt::Key_X);
+    EXPECT_TRUE(Dialog.shown);
+    EXPECT_EQ(face<QLineEdit>(Dialog_text).text(), "") << "fresh widgets, and no key for them";
+}
+
+TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnTimerWhileAButtonIsHeldDown) {
+    open(Dialog);
+    QTest::mousePress(&face(Dialog_ok), Qt::LeftButton);
+    Timer_dialog.tick = [] { unload(Dialog); };
+    run_until([] { return !Dialog.loaded; });
+    settle();
+}
+
+TEST_F(WindowLife, TheFrameAsksTheLogicToClose) {
+    open(Dialog);
+    std::vector<std::string> events;
+    Dialog.on.closing = [&] { events.push_back("closing"); };
+    Dialog.on.unload = [&] { events.push_back("unload"); };
+    EXPECT_FALSE(top(Dialog).close());
+    EXPECT_TRUE(top(Dialog).isVisible()) << "the logic decides";
+    settle();
+    EXPECT_THAT(events, ElementsAre("closing", "unload"));
+    EXPECT_FALSE(Dialog.loaded);
+}
+
+TEST_F(WindowLife, ADisabledWindowIsNotClosedByItsFrame) {
+    open(Dialog);
+    set_enabled(Dialog, false);
+    top(Dialog).close();
+    settle();
+    EXPECT_TRUE(Dialog.shown);
+}
+
+TEST_F(WindowLife, TheDialogComesToTheFrontWhenTheWindowThatWaitsForItIsTouched) {
+    open(Bench);
+    open(Dialog);
+    set_enabled(Bench, false);
+    top(Bench).activateWindow();
+    run_until([&] { return top(Dialog).isActiveWindow(); });
+}
+
+TEST_F(WindowLife, AModalWindowHoldsItsCallerUntilItIsGone) {
+    open(Bench);
+    std::vector<std::string> order;
+    Dialog_ok.on.click = [&] {
+        order.push_back("ok");
+        unload(Dialog);
+    };
+    Command1.on.click = [&] {
+        show_modal(Dialog);
+        order.push_back("after");
+    };
+    Dialog.on.activate = [this] { QTest::mouseClick(&face(Dialog_ok), Qt::LeftButton); };
+    click(face(Command1));
+    run_until([&] { return order.size() == 2; });
+    EXPECT_THAT(order, ElementsAre("ok", "after"));
+}
+
+TEST_F(WindowLife, ActivationComesAfterTheShowingAndAfterAnotherWindowGaveWay) {
+    std::vector<std::string> events;
+    Bench.on.activate = [&] { events.push_back("Bench"); };
+    Dialog.on.activate = [&] { events.push_back("Dialog"); };
+    Bench.on.deactivate = [&] { events.push_back("Bench off"); };
+    open(Bench);
+    open(Dialog);
+    unload(Dialog);
+    settle();
+    EXPECT_THAT(events, ElementsAre("Bench", "Bench off", "Dialog", "Bench"));
+}
+
+TEST_F(WindowLife, AWindowIsShownMinimisedAndMaximised) {
+    show(Bench);
+    set_window_state(Bench, WindowState::minimised);
+    settle();
+    EXPECT_TRUE(top(Bench).isMinimized());
+    set_window_state(Bench, WindowState::maximised);
+    settle();
+    EXPECT_TRUE(top(Bench).isMaximized());
+    EXPECT_FALSE(top(Bench).isMinimized());
+}
+
+TEST_F(WindowLife, AHiddenWindowKeepsItsWidgets) {
+    open(Bench);
+    set_text(Label1, "stays");
+    hide(Bench);
+    settle();
+    EXPECT_FALSE(top(Bench).isVisible());
+    set_text(Label1, "changed while hidden");
+    show(Bench);
+    settle();
+    EXPECT_TRUE(top(Bench).isVisible());
+    EXPECT_EQ(text(Label1), "changed while hidden");
+}
+
+TEST_F(WindowLife, TheContentFollowsTheSizeThatTheOperatorGivesTheWindow) {
+    open(Bench);
+    const QRect design = face(Inside).geometry();
+    const QSize content = face(Command1).parentWidget()->size();
+    top(Bench).resize(top(Bench).size() + content);
+    settle();
+    EXPECT_NEAR(face(Inside).x(), 2 * design.x(), 1);
+    EXPECT_NEAR(face(Inside).width(), 2 * design.width(), 2);
+    for (Widget* w : Bench.controls)
+        EXPECT_TRUE(face(*w).parentWidget()->rect().contains(face(*w).geometry())) << full_name(*w);
+}
+
+TEST_F(WindowLife, APlaceFromTheLogicMovesTheControl) {
+    open(Bench);
+    set_place(Command1, {300, 450, 1500, 600});
+    EXPECT_EQ(face(Command1).geometry(), QRect(20, 30, 100, 40));
+}
+
+TEST_F(WindowLife, LoadingAndUnloadingAThousandTimesLeavesNothingBehind) {
+    const auto before = QApplication::allWidgets().size();
+    for (int i = 0; i < 1000; ++i) {
+        load(Dialog);
+        unload(Dialog);
+    }
+    settle();
+    EXPECT_EQ(QApplication::allWidgets().size(), before);
+}
+
+TEST_F(WindowLife, TheManualOpensWhereItIsAndNothingHappensWhereItIsNot) {
+    QTemporaryDir folder;
+    const auto file = folder.filePath("zol.chm").toStdString();
+    show_manual(file, "index.htm");
+    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+    QDir(folder.path()).mkdir("manual");
+    QFile page(folder.filePath("manual/index.htm"));
+    ASSERT_TRUE(page.open(QFile::WriteOnly));
+    page.write("<h1>The manual</h1><img src='http://somewhere.example/x.png'>"
+               "<img src='../outside.png'>");
+    page.close();
+    show_manual(file, "index.htm");
+    settle();
+    ASSERT_EQ(QApplication::topLevelWidgets().size(), 1);
+    auto* window = qobject_cast<QTextBrowser*>(QApplication::topLevelWidgets().first());
+    ASSERT_TRUE(window);
+    EXPECT_EQ(window->objectName(), "Manual");
+    EXPECT_TRUE(window->toPlainText().contains("The manual"));
+    show_manual(file, "missing.htm");
+    EXPECT_TRUE(window->isVisible());
+    screen.close_manual();
+}
+
+} // namespace
+} // namespace zol::view

@@ -1,0 +1,214 @@
+// What the operator does with the mouse reaches the handlers, and nothing else does.
+#include "tests/windows/qt_bench.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSlider>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Mouse : public QtBench {
+  protected:
+    Mouse() { open(Bench); }
+
+    void note(Widget& w) {
+        const std::string name = full_name(w);
+        w.on.click = [this, name] { acts.push_back(name); };
+        w.on.double_click = [this, name] { acts.push_back(name + " twice"); };
+        w.on.scroll = [this, name, &w] {
+            acts.push_back(name + " over " + std::to_string(qRound(w.look.value)));
+        };
+        w.on.change = [this, name, &w] {
+            acts.push_back(name + " at " + std::to_string(qRound(w.look.value)));
+        };
+    }
+    std::vector<std::string> acts;
+};
+
+TEST_F(Mouse, AClickOnAButtonRunsItsHandlerOnceAndGivesItTheFocus) {
+    note(Command1);
+    click(face(Command1));
+    EXPECT_THAT(acts, ElementsAre("Command1"));
+    EXPECT_EQ(focus(), &Command1);
+    EXPECT_TRUE(face(Command1).hasFocus());
+}
+
+TEST_F(Mouse, WhatIsDisabledOrHiddenDoesNotAnswer) {
+    note(Command1);
+    set_enabled(Command1, false);
+    click(face(Command1));
+    set_enabled(Command1, true);
+    set_enabled(Bench, false);
+    click(face(Command1));
+    set_enabled(Bench, true);
+    QTest::mouseClick(&face(Command1), Qt::LeftButton);
+    set_visible(Command1, false); // before the click has reached the logic
+    settle();
+    EXPECT_THAT(acts, IsEmpty());
+}
+
+TEST_F(Mouse, ADoubleClickOnALabelIsOneClickAndOneDoubleClick) {
+    note(Label1);
+    QTest::mouseClick(&face(Label1), Qt::LeftButton);
+    QTest::mouseDClick(&face(Label1), Qt::LeftButton);
+    settle();
+    EXPECT_THAT(acts, ElementsAre("Label1", "Label1 twice"));
+}
+
+TEST_F(Mouse, AButtonThatIsLeftBeforeItsReleaseIsNoClick) {
+    note(Label1);
+    note(Command1);
+    for (Widget* w : {&Label1, &Command1}) {
+        QTest::mousePress(&face(*w), Qt::LeftButton);
+        QTest::mouseMove(&face(*w), QPoint(-30, -30));
+        QTest::mouseRelease(&face(*w), Qt::LeftButton, {}, QPoint(-30, -30));
+    }
+    settle();
+    EXPECT_THAT(acts, IsEmpty());
+}
+
+TEST_F(Mouse, AnOptionSwitchesTheOthersOfItsGroupOff) {
+    note(Option_a);
+    note(Option_b);
+    click(face(Option_a));
+    click(face(Option_b));
+    EXPECT_THAT(acts, ElementsAre("Option_a", "Option_b"));
+    EXPECT_FALSE(face<QRadioButton>(Option_a).isChecked());
+    EXPECT_TRUE(face<QRadioButton>(Option_b).isChecked());
+}
+
+TEST_F(Mouse, AClickOnTheOptionThatIsOnRunsItsHandlerAndLeavesItOn) {
+    click(face(Option_a));
+    note(Option_a);
+    click(face(Option_a));
+    EXPECT_THAT(acts, ElementsAre("Option_a"));
+    EXPECT_TRUE(face<QRadioButton>(Option_a).isChecked());
+}
+
+TEST_F(Mouse, ACheckBoxFollowsItsModelEvenWhenTheHandlerTakesTheChoiceBack) {
+    Check1.on.click = [] {
+        if (selected(Check1)) select(Check1, false);
+    };
+    click(face(Check1));
+    EXPECT_FALSE(selected(Check1));
+    EXPECT_FALSE(face<QCheckBox>(Check1).isChecked());
+}
+
+TEST_F(Mouse, EnteringAFieldRunsItsHandlerWhichMayMarkAndClearIt) {
+    set_text(Text1, "450");
+    Text1.on.click = [] {
+        set_edit_marker(Text1, true);
+        set_back(Text1, light_red);
+        set_text(Text1, "");
+    };
+    QTest::mouseClick(&face(Text1), Qt::LeftButton);
+    QTest::keyClicks(&face(Text1), "72"); // quicker than the handler
+    settle();
+    EXPECT_EQ(text(Text1), "72");
+    EXPECT_EQ(face<QLineEdit>(Text1).text(), "72");
+    EXPECT_TRUE(face(Text1).property("edit_marker").toBool());
+}
+
+TEST_F(Mouse, AChosenItemRunsTheHandlerAlsoWhenItIsTheOneOnView) {
+    set_items(Combo1, {"A", "B", "C"});
+    note(Combo1);
+    auto& combo = face<QComboBox>(Combo1);
+    for (int i = 0; i < 2; ++i) {
+        combo.setFocus();
+        combo.setCurrentIndex(2);
+        Q_EMIT combo.activated(2);
+        settle();
+    }
+    EXPECT_THAT(acts, ElementsAre("Combo1", "Combo1"));
+    EXPECT_EQ(Combo1.look.list_index, 2);
+}
+
+TEST_F(Mouse, AMenuEntryRunsItsHandlerAndLeavesTheMarkToTheLogic) {
+    note(mnu_mark);
+    set_checked(mnu_mark, true);
+    action(mnu_mark).trigger();
+    settle();
+    EXPECT_THAT(acts, ElementsAre("mnu_mark"));
+    EXPECT_TRUE(action(mnu_mark).isChecked());
+}
+
+TEST_F(Mouse, ADraggedSliderScrollsAllTheWayAndChangesOnceAtItsEnd) {
+    note(Slider_flat);
+    start_drag(face(Slider_flat), 60);
+    drag_on(face(Slider_flat), 80);
+    EXPECT_THAT(acts, ::testing::Each(::testing::HasSubstr(" over ")));
+    EXPECT_EQ(value(Slider_flat), face<QSlider>(Slider_flat).sliderPosition());
+    EXPECT_NEAR(value(Slider_flat), 80, 3);
+    end_drag(face(Slider_flat));
+    const auto at_end = "Slider_flat at " + std::to_string(qRound(value(Slider_flat)));
+    ASSERT_GE(acts.size(), 2U);
+    EXPECT_EQ(acts[acts.size() - 2], at_end);
+    EXPECT_EQ(acts.back(), "Slider_flat") << "it is let go last";
+    EXPECT_EQ(std::count(acts.begin(), acts.end(), at_end), 1);
+}
+
+TEST_F(Mouse, AnUprightSliderHasItsLowestValueAtTheTop) {
+    auto& slider = face<QSlider>(Slider_tall);
+    start_drag(slider, 100);
+    QTest::mouseMove(&slider, QPoint(slider.width() / 2, slider.height() - 1));
+    settle();
+    end_drag(slider);
+    EXPECT_EQ(value(Slider_tall), 150);
+    start_drag(slider, 100);
+    QTest::mouseMove(&slider, QPoint(slider.width() / 2, 0));
+    settle();
+    end_drag(slider);
+    EXPECT_EQ(value(Slider_tall), 0);
+}
+
+TEST_F(Mouse, ADragThatEndsWhereItBeganChangesNothing) {
+    note(Slider_flat);
+    start_drag(face(Slider_flat), 70);
+    drag_on(face(Slider_flat), 50);
+    end_drag(face(Slider_flat));
+    if (value(Slider_flat) != 50) GTEST_SKIP() << "the handle's pixels do not hit 50";
+    EXPECT_THAT(acts, ::testing::Not(::testing::Contains(::testing::HasSubstr(" at "))));
+}
+
+TEST_F(Mouse, AHandlerMaySpringTheSliderBack) {
+    Slider_flat.on.change = [] {
+        if (value(Slider_flat) > 60) set_value(Slider_flat, 60);
+    };
+    start_drag(face(Slider_flat), 90);
+    end_drag(face(Slider_flat));
+    EXPECT_EQ(value(Slider_flat), 60);
+    EXPECT_EQ(face<QSlider>(Slider_flat).value(), 60);
+}
+
+TEST_F(Mouse, AValueFromCodeIsShownAndRunsWhatItsTableSays) {
+    note(Slider_flat);
+    note(Slider_eager);
+    set_value(Slider_flat, 70);
+    set_value(Slider_eager, 1300);
+    EXPECT_FALSE(set_value(Slider_flat, 101));
+    settle();
+    EXPECT_THAT(acts, ElementsAre("Slider_eager at 1300"));
+    EXPECT_EQ(face<QSlider>(Slider_flat).value(), 70);
+    EXPECT_EQ(face<QSlider>(Slider_eager).value(), 1300);
+}
+
+TEST_F(Mouse, AClickBesideTheHandleIsALargeStep) {
+    note(Slider_flat);
+    auto& slider = face<QSlider>(Slider_flat);
+    QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(slider.width() - 4, slider.height() / 2));
+    settle();
+    EXPECT_EQ(value(Slider_flat), 70);
+    EXPECT_THAT(acts, ElementsAre("Slider_flat over 70", "Slider_flat at 70", "Slider_flat"));
+}
+
+} // namespace
+} // namespace zol::view

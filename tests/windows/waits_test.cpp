@@ -1,0 +1,174 @@
+// Waits, timers and the end of the program on the real clock.
+#include "tests/windows/qt_bench.h"
+
+#include <array>
+#include <cstdio>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+using ::testing::AllOf;
+using ::testing::Ge;
+using ::testing::Lt;
+
+class Waits : public QtBench {
+  protected:
+    Waits() { open(Bench); }
+
+    static int ms_since(std::int64_t start_us) {
+        return static_cast<int>((now_us() - start_us) / 1000);
+    }
+};
+
+TEST_F(Waits, AWaitLastsAsLongAsItWasMeantTo) {
+    const auto start = now_us();
+    wait_on(Timer2, 60);
+    EXPECT_THAT(ms_since(start), Ge(60));
+    EXPECT_FALSE(Timer2.is_on());
+    EXPECT_EQ(wait_depth(), 0);
+}
+
+TEST_F(Waits, TimersTickBeneathAWait) {
+    int ticks = 0;
+    Timer1.tick = [&] { ++ticks; };
+    Timer1.on();
+    wait_on(Timer2, 110);
+    EXPECT_THAT(ticks, AllOf(Ge(1), Lt(6)));
+}
+
+TEST_F(Waits, AClickBeneathAWaitIsServedInIt) {
+    int depth_at_click = -1;
+    Command1.on.click = [&] { depth_at_click = wait_depth(); };
+    QTest::mouseClick(&face(Command1), Qt::LeftButton);
+    wait_on(Timer2, 30);
+    EXPECT_EQ(depth_at_click, 1);
+}
+
+TEST_F(Waits, ANestedWaitOnTheSharedTimerEndsTheOuterOneWithItself) {
+    bool inner_over = false;
+    Timer1.tick = [&] {
+        Timer1.off();
+        wait_on(Timer2, 80);
+        inner_over = true;
+    };
+    Timer1.on(); // after 20 ms
+    const auto start = now_us();
+    wait_on(Timer2, 40);
+    EXPECT_TRUE(inner_over);
+    EXPECT_THAT(ms_since(start), Ge(95)) << "20 until the tick and 80 in it";
+}
+
+TEST_F(Waits, ANestedWaitMayEndTheOuterOneEarly) {
+    Timer1.tick = [] {
+        Timer1.off();
+        wait_on(Timer2, 10);
+    };
+    Timer1.on();
+    const auto start = now_us();
+    wait_on(Timer2, 3000);
+    EXPECT_THAT(ms_since(start), Lt(3000));
+}
+
+TEST_F(Waits, ATimerIsNotEnteredAgainWhileItsTickWaits) {
+    int depth = 0, deepest = 0, ticks = 0;
+    Timer1.tick = [&] {
+        ++ticks;
+        deepest = std::max(deepest, ++depth);
+        wait_on(Timer2, 50); // two and a half intervals of Timer1
+        --depth;
+    };
+    Timer1.on();
+    run_until([&] { return ticks >= 3; });
+    Timer1.off();
+    EXPECT_EQ(deepest, 1);
+}
+
+TEST_F(Waits, AnotherTimerTicksWhileATickWaits) {
+    bool in_wait = false, ticked_inside = false;
+    Timer1.tick = [&] {
+        Timer1.off();
+        in_wait = true;
+        wait_on(Timer2, 80);
+        in_wait = false;
+    };
+    Timer3.tick = [&] { ticked_inside |= in_wait; };
+    Timer1.on();
+    Timer3.on();
+    run_for(150);
+    EXPECT_TRUE(ticked_inside);
+}
+
+TEST_F(Waits, ATimerThatIsAlwaysDueLeavesTheOperatorHisTurn) {
+    Timer1.set_interval(1);
+    Timer1.tick = [] { QTest::qSleep(3); };
+    Timer1.on();
+    bool clicked = false;
+    Command1.on.click = [&] { clicked = true; };
+    QTest::mouseClick(&face(Command1), Qt::LeftButton);
+    bool painted = false;
+    set_text(Label1, "repaint");
+    QTimer::singleShot(0, &top(Bench), [&] { painted = true; });
+    run_until([&] { return clicked && painted; });
+}
+
+// Not a promise of the machine's: the figure is printed for those who want to know it.
+TEST_F(Waits, TheAccuracyOfWaitsIsMeasured) {
+    constexpr std::array lengths_ms{5, 20, 50, 100};
+    std::int64_t worst_us = 0, sum_us = 0;
+    int count = 0;
+    for (int round = 0; round < 5; ++round)
+        for (int ms : lengths_ms) {
+            const auto start = now_us();
+            wait_on(Timer2, ms);
+            const auto late_us = now_us() - start - ms * 1000;
+            EXPECT_GE(late_us, 0) << "no wait ends early";
+            worst_us = std::max(worst_us, late_us);
+            sum_us += late_us;
+            ++count;
+        }
+    std::printf("waits end %lld us late on average, %lld us at worst\n",
+                static_cast<long long>(sum_us / count), static_cast<long long>(worst_us));
+}
+
+using EndOfProgramDeathTest = Waits;
+
+TEST_F(EndOfProgramDeathTest, TheProgramEndsFromInsideThreeNestedWaits) {
+    Timer1.tick = [] {
+        Timer1.off();
+        wait_on(Timer2, 3000);
+        std::fputs("ran on\n", stderr);
+    };
+    Timer3.tick = [] {
+        Timer3.off();
+        Command1.on.click = [] {
+            std::fprintf(stderr, "depth %d\n", wait_depth());
+            end_program();
+        };
+        post([] { operator_acts::click(Command1); });
+        wait_on(Timer2, 3000);
+        std::fputs("ran on\n", stderr);
+    };
+    EXPECT_EXIT(
+        {
+            Timer1.on();
+            Timer3.on();
+            wait_on(Timer2, 3000);
+            std::fputs("ran on\n", stderr);
+        },
+        ::testing::ExitedWithCode(0), "^depth 3\n$");
+}
+
+TEST_F(EndOfProgramDeathTest, TheProgramEndsBeneathAMessageBox) {
+    Timer1.tick = [] { end_program(); };
+    EXPECT_EXIT(
+        {
+            Timer1.on();
+            message_box({.text = "still there?", .title = ""});
+            std::fputs("ran on\n", stderr);
+        },
+        ::testing::ExitedWithCode(0), "^$");
+}
+
+} // namespace
+} // namespace zol::view
