@@ -5,6 +5,8 @@
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 
+#include <utility>
+
 namespace zol::tests {
 
 using link::Bytes;
@@ -75,8 +77,9 @@ class CraftedBench : public Bench {
     void connect_crafted_unit() {
         port->silent = true; // the simulated unit hears and is not heard
         port->alter = [this](const Bytes&) {
-            if (port->sent.size() == answered_) return Bytes{};
-            answered_ = port->sent.size();
+            if (port->sent.empty()) return Bytes{};
+            const auto last = std::pair(port->sent.size(), port->sent.back().at_ms);
+            if (std::exchange(answered_, last) == last) return Bytes{};
             return crafted.answer(port->sent.back().frame.command);
         };
     }
@@ -102,7 +105,8 @@ class CraftedBench : public Bench {
     }
 
   private:
-    std::size_t answered_ = 0;
+    // The frame that was answered last: how many there were by then, and when it left.
+    std::pair<std::size_t, std::int64_t> answered_{};
 };
 
 } // namespace zol::tests
