@@ -16,6 +16,13 @@ class FuelPanel : public PanelBench {
     // Family 4 has the modular pair on view.
     FuelPanel() : PanelBench(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
 
+    // But for the temperature correction, which heeds no filling.
+    std::vector<Frame> other_writes() const {
+        std::vector<Frame> all = writes();
+        std::erase_if(all, [](const Frame& frame) { return frame.number == 52; });
+        return all;
+    }
+
     // The pointers of form and option until `total_ms` after the click, and behind it.
     void expect_busy_for(view::Widget& option, int total_ms) {
         EXPECT_TRUE(busy(Form1));
@@ -90,7 +97,7 @@ TEST_F(FuelPanel, ReadingAnLpgUnitSelectsLpgAndWritesNothing) {
     start_program();
     run_for(15000);
     EXPECT_TRUE(view::selected(Option_gpl));
-    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(other_writes(), IsEmpty());
 }
 
 TEST_F(FuelPanel, ReadingAMethaneUnitSelectsMethaneAndWritesNothing) {
@@ -99,7 +106,7 @@ TEST_F(FuelPanel, ReadingAMethaneUnitSelectsMethaneAndWritesNothing) {
     run_for(15000);
     EXPECT_TRUE(view::selected(Option_metano));
     EXPECT_EQ(Option_metano.look.pointer, Pointer::custom);
-    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(other_writes(), IsEmpty());
 }
 
 // The option, silenced, gives the pointer back that the reading has taken.
