@@ -245,7 +245,7 @@ TEST_F(SideTimers, AfterTheDialogTheWindowIsFilledOnceThreeSecondsLater) {
     run_for(2980);
     EXPECT_EQ(view::text(form1::Text_time_comm), form1::Text_time_comm.design.text);
     EXPECT_FALSE(view::enabled(form1::Form1));
-    run_for(40);
+    run_for(240); // the correction's slider writes in the middle, and waits
     EXPECT_EQ(view::value(form1::Slider_ktar), 1333);
     EXPECT_EQ(form1::Slider_ktar.look.selection_length, 332);
     EXPECT_EQ(view::value(form1::Slider_power), 1444);
@@ -261,7 +261,7 @@ TEST_F(SideTimers, AfterTheDialogTheWindowIsFilledOnceThreeSecondsLater) {
     EXPECT_EQ(view::focus(), &form1::Text2);
     EXPECT_FALSE(state.ui_loading);
     EXPECT_FALSE(form1::Timer1.is_on());
-    EXPECT_THAT(writes(), ElementsAre());
+    EXPECT_THAT(writes(), ElementsAre(Write(52, 15)));
 }
 
 // The filling alone, from mirrors set by hand.
@@ -273,7 +273,7 @@ class Filling : public SideTimers {
     }
     void fill() {
         inside_program([] { form1::Timer1.on(); });
-        run_for(3000);
+        run_for(3500);
     }
 };
 
@@ -290,9 +290,11 @@ TEST_F(Filling, ItComesInItsOrder) {
     mirrors.changeover_time = 99;
     inside_program([] { view::set_text(form1::Label_carburante, "?"); });
     std::vector<std::string> order;
-    screen.on_changed = [&](view::Widget& widget, view::Aspect) {
+    screen.on_changed = [&](view::Widget& widget, view::Aspect aspect) {
         const std::string name = view::full_name(widget);
         const bool blinks = name == "lbl_ore" || name == "Command5" || name == "led_rpm";
+        // Some options flip their own pointer and the window's before they fall silent.
+        if (aspect == view::Aspect::pointer) return;
         if (blinks || widget.parent == &form1::Frame_tank || !form1::Timer1.is_on()) return;
         if (order.empty() || order.back() != name) order.push_back(name);
     };
@@ -310,7 +312,7 @@ TEST_F(Filling, ItComesInItsOrder) {
                      sensor ? "Option_press_yes" : "Option_press_no", "Slider_attenuazione",
                      "Label_attenuazione", "Slider3", "Text_time_comm"});
     EXPECT_EQ(order, expected);
-    EXPECT_THAT(frames(), ElementsAre()) << "the program's own filling writes nothing";
+    EXPECT_THAT(frames(), ElementsAre(Write(52, 9))) << "all other handlers are silent";
 }
 
 TEST_F(Filling, ACorrectionAboveTwentyIsShownAsTenAndOneUpToTwentyAsItIs) {
