@@ -4,6 +4,7 @@
 namespace sim {
 namespace {
 
+using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -120,8 +121,7 @@ TEST_F(Modes, ATerminalKnowsNoFramesUntilItIsRestarted) {
 
 TEST_F(Modes, ATerminalBearsAnyInput) {
     send_command(20);
-    send_text(std::string(5000, 'x') + "\r" +
-              std::string("\0\x1b\xff par 999 1\rpar\rpar 3 70000\r", 34));
+    send_text(std::string(5000, 'x') + "\r" + "\0\x1b\xff par 999 1\rpar\rpar 3 70000\r"s);
     wait_s(10);
     EXPECT_THAT(text(), HasSubstr("> "));
     EXPECT_EQ(unit.parameter(3), 1200);
