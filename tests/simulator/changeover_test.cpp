@@ -112,19 +112,13 @@ TEST_F(Changeover, AForcedStartAsksForNothing) {
 TEST_F(Changeover, OnAccelerationItWantsARisingSpeed) {
     write(121, 1000);
     write(122, 3);
-    type("memory 105 0");
-    type("gas off");
+    type("coolant 20");
+    write(15, 60);
     type("throttle 20");
-    wait_s(6); // steady above the threshold by now
-    write(105, 1);
-    type("engine off");
-    wait_s(4);
-    type("engine on");
-    type("memory 110 0");
-    type("throttle 0");
-    wait_s(20);
-    EXPECT_EQ(unit.fuel(), Fuel::waiting);
-    type("throttle 30");
+    expect_after_s(6, Fuel::waiting);
+    type("coolant 85");
+    expect_after_s(20, Fuel::waiting); // well above the speed, but steady
+    type("throttle 40");
     expect_after_s(2, Fuel::gas);
 }
 

@@ -42,13 +42,13 @@ TEST_F(Modes, TheServiceRecordsOutliveAReset) {
 TEST_F(Modes, AfterAResetTheUnitIsDeafForTwoAndAHalfSeconds) {
     send_command(5);
     const std::int64_t answered_us = *unit.next_byte_at_us() + 5 * 10'000'000LL / 9600;
-    now_us = answered_us + ControlUnit::restart_us - 1;
+    now_us = answered_us + 2'500'000 - 1;
     EXPECT_THAT(read(), SizeIs(6));
     send_command(6);
     write(3, 1700);
     EXPECT_EQ(unit.next_byte_at_us(), std::nullopt);
     EXPECT_EQ(unit.parameter(3), 1200);
-    now_us = answered_us + ControlUnit::restart_us;
+    now_us = answered_us + 2'500'000;
     EXPECT_THAT(ask(6), SizeIs(6));
 }
 
