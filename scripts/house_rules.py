@@ -25,7 +25,7 @@ MAY_INCLUDE = {
     **{room: SHARED | {room} for room in ("calibration", "diagnostics", "maintenance")},
 }
 # The places that choose the real sides.
-FREE = {"app/program", "tests", "bench", "fuzz"}
+FREE = {"app/program", "tests"}
 NAMES_EVERY_ROOM = "app/wiring.cpp"
 TOOLKIT = re.compile(r"^#include <(Q[A-Z]\w*|Qt\w*/\w+)>")
 

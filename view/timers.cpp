@@ -88,6 +88,8 @@ void Timer::set_interval(int ms) {
 
 void use_platform(Platform& platform) { scheduler().platform = &platform; }
 
+Platform& platform() { return *scheduler().platform; }
+
 std::int64_t now_us() { return scheduler().platform->now_us(); }
 
 void end_program() {

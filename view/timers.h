@@ -54,6 +54,7 @@ struct Platform {
 };
 
 void use_platform(Platform& platform);
+Platform& platform();
 std::int64_t now_us();
 [[noreturn]] void end_program();
 

@@ -1,0 +1,90 @@
+// From the start of the process to the first window on view: the program's own splash window, or an
+// empty window with as many widgets, built the same way. The argument says which: tool or empty.
+#include "app/application_folder.h"
+#include "app/startup.h"
+#include "app/wiring.h"
+#include "link/posix_serial_port.h"
+#include "tests/bench/rows.h"
+#include "view/qt/qt_view.h"
+#include "view/timers.h"
+#include "view/widget.h"
+
+#include <QApplication>
+#include <QLabel>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using namespace zol;
+
+// Wakes when a top-level window has been painted, and says what it took to get there.
+class FirstPaint : public QObject {
+  public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const auto* widget = qobject_cast<QWidget*>(watched);
+        if (event->type() == QEvent::Paint && widget && widget->isWindow())
+            QMetaObject::invokeMethod(
+                this, [] { report(); }, Qt::QueuedConnection);
+        return false;
+    }
+
+  private:
+    [[noreturn]] static void report() {
+        timespec now{};
+        ::clock_gettime(CLOCK_MONOTONIC, &now);
+        std::printf("%.3f %.3f\n",
+                    static_cast<double>(now.tv_sec) * 1000 + static_cast<double>(now.tv_nsec) / 1e6,
+                    bench::resident_mib());
+        std::fflush(stdout);
+        ::_exit(0);
+    }
+};
+
+// The splash window brings the main window up behind it before either is painted.
+std::size_t widgets_at_start() {
+    std::size_t count = 0;
+    for (const view::Widget* window : view::all_windows())
+        if (window->name == "frmSplash" || window->name == "Form1")
+            count += window->controls.size();
+    return count;
+}
+
+void show_tool() {
+    static FirstPaint first;
+    qApp->installEventFilter(&first);
+    app::sub_main();
+}
+
+int show_empty(int count, char** arguments) {
+    QApplication application(count, arguments);
+    FirstPaint first;
+    application.installEventFilter(&first);
+    QWidget window;
+    window.resize(675, 560);
+    for (std::size_t i = 0; i < widgets_at_start(); ++i)
+        (new QLabel(QString::number(i), &window))
+            ->setGeometry(10, static_cast<int>(i) * 20, 60, 18);
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    const std::string which = count == 2 ? arguments[1] : "";
+    if (which == "empty") return show_empty(count, arguments);
+    if (which != "tool") {
+        std::fprintf(stderr, "usage: bench_start tool|empty\n");
+        return 2;
+    }
+    app::use_application_folder(std::filesystem::temp_directory_path());
+    link::PosixSerialPort port;
+    link::use_serial_port(port);
+    app::connect_handlers();
+    view::qt::run(arguments[0], show_tool);
+}
