@@ -29,11 +29,11 @@ TEST(ProgramArguments, NoneAreNeeded) {
 }
 
 TEST(ProgramArguments, AllOfThemAreTaken) {
-    const auto arguments = read({"--link", "/tmp/x", "--firmware", "2.7.71", "--seed", "42",
+    const auto arguments = read({"--link", "ports/com1", "--firmware", "2.7.71", "--seed", "42",
                                  "--warm", "--log", "wire.txt", "--scenario=drive.txt",
                                  "--exit-on-eof", "--protocol=4", "--line", "drop=0.5,echo=on"});
     ASSERT_TRUE(arguments);
-    EXPECT_EQ(arguments->link, "/tmp/x");
+    EXPECT_EQ(arguments->link, "ports/com1");
     EXPECT_EQ(arguments->unit.family, 2);
     EXPECT_EQ(arguments->unit.version, 7);
     EXPECT_EQ(arguments->unit.revision, 71);
@@ -61,23 +61,24 @@ TEST(ProgramArguments, EachFamilyVersionAndRevisionIsTaken) {
 }
 
 TEST(ProgramArguments, AWrongOneIsNamedWithItsRemedy) {
-    const std::vector<std::vector<const char*>> bad = {{"--fruit"},
-                                                       {"fruit"},
-                                                       {""},
-                                                       {"-x"},
-                                                       {"--warm=1"},
-                                                       {"--link"},
-                                                       {"--link", ""},
-                                                       {"--link="},
-                                                       {"--seed", "x"},
-                                                       {"--seed", "-1"},
-                                                       {"--seed"},
-                                                       {"--seed", "4294967296"},
-                                                       {"--protocol", "1"},
-                                                       {"--line", "drop"},
-                                                       {"--line", "drop=2"},
-                                                       {"--line", "fruit=1"},
-                                                       {"--device", "/dev/x", "--link", "/tmp/y"}};
+    const std::vector<std::vector<const char*>> bad = {
+        {"--fruit"},
+        {"fruit"},
+        {""},
+        {"-x"},
+        {"--warm=1"},
+        {"--link"},
+        {"--link", ""},
+        {"--link="},
+        {"--seed", "x"},
+        {"--seed", "-1"},
+        {"--seed"},
+        {"--seed", "4294967296"},
+        {"--protocol", "1"},
+        {"--line", "drop"},
+        {"--line", "drop=2"},
+        {"--line", "fruit=1"},
+        {"--device", "/dev/x", "--link", "ports/com2"}};
     for (const auto& words : bad) {
         std::string why;
         EXPECT_FALSE(read(words, &why)) << words[0];
