@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(FuelsAndLoads, Tuning,
 TEST_P(Tuning, ComesToRestFromAnyGain) {
     const auto [family, lpg, throttle] = GetParam();
     std::map<int, int> rounds;
-    for (int gain = 1101; gain <= 1799; gain += throttle == 0 ? 1 : 9) {
+    for (int gain = 1101; gain <= 1799; gain += family == 0 ? 1 : 9) {
         Fitter fitter({.family = family, .seed = static_cast<std::uint32_t>(gain), .warm = true});
         fitter.choose_fuel(lpg);
         fitter.unit.engine().throttle_set = throttle;
