@@ -142,6 +142,7 @@ TEST_F(WindowLife, TheContentFollowsTheSizeThatTheOperatorGivesTheWindow) {
 TEST_F(WindowLife, APlaceFromTheLogicMovesTheControl) {
     open(Bench);
     set_place(Command1, {300, 450, 1500, 600});
+    settle();
     EXPECT_EQ(face(Command1).geometry(), QRect(20, 30, 100, 40));
 }
 

@@ -60,7 +60,6 @@ WindowFace::WindowFace(Widget& window) : model_(window) {
     build_controls();
     if (content_ != top_.get()) content_->installEventFilter(this);
     resize_to_model();
-    lay_out();
 }
 
 WindowFace::~WindowFace() = default;
@@ -129,8 +128,10 @@ void WindowFace::show(bool shown) {
 }
 
 void WindowFace::catch_up() {
-    if (!std::exchange(show_due_, false)) return;
     const QScopedValueRollback guard(mirroring_, true);
+    if (std::exchange(size_due_, false)) resize_to_model();
+    if (std::exchange(layout_due_, false)) lay_out();
+    if (!std::exchange(show_due_, false)) return;
     if (!std::exchange(was_shown_, true) && model_.menus.empty()) stand_in_the_middle();
     show_state();
 }
@@ -158,18 +159,19 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     }
     QWidget* face = control(widget);
     if (!face) return;
-    const bool is_window = &widget == &model_;
     switch (aspect) {
-    case Aspect::place: is_window ? resize_to_model() : place(widget); break;
+    case Aspect::place:
     case Aspect::font:
-        if (!is_window) fit_text(widget, *face, points(widget));
+        layout_due_ = true;
+        size_due_ |= &widget == &model_;
         break;
     case Aspect::window_state:
         if (top_->isVisible()) show_state();
         break;
     default: mirror(widget, *face, aspect);
     }
-    if (aspect == Aspect::text && !is_window) fit_text(widget, *face, points(widget));
+    if (aspect == Aspect::text && face != top_.get() && !layout_due_)
+        fit_text(widget, *face, points(widget));
     if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
 }
 

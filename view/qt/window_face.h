@@ -28,7 +28,8 @@ class WindowFace : public QObject {
     QAction* action(const Widget& menu) const;
 
     void show(bool shown);
-    // Showing waits for this, so that a window shown and minimised in one go never flashes up.
+    // Showing waits for this, so that a window shown and minimised in one go never flashes up, and
+    // so do places and fonts: scaling a window sets each of them several times.
     void catch_up();
     void changed(const Widget& widget, Aspect aspect);
     // The focus stands where the model has it; on the Qt window itself if on no control.
@@ -54,7 +55,7 @@ class WindowFace : public QObject {
     QMenuBar* bar_ = nullptr; // windows with menus
     double scale_x_ = 1, scale_y_ = 1;
     bool mirroring_ = false; // the program moves the focus, not the operator
-    bool show_due_ = false, was_shown_ = false;
+    bool size_due_ = false, layout_due_ = true, show_due_ = false, was_shown_ = false;
     QObject* pressed_ = nullptr; // what the mouse button went down on
     std::unordered_map<const Widget*, QWidget*> controls_;
     std::unordered_map<const QObject*, Widget*> models_;
