@@ -50,6 +50,9 @@ void window_loads() {
 void window_activated() {
     if (was_activated) return;
     was_activated = true;
+    // The changeover window loads this one unseen; the main window has had its word since then.
+    view::set_enabled(form1::Form1, false);
+    monitor::stop_polling();
     view::set_text(Label2, "saved:  " + number_text(mirrors.tinj_upper));
     state.panel_colour = the_window.look.back;
     view::set_back(Label3, state.panel_colour);
@@ -114,20 +117,21 @@ void enable_buttons(bool enabled) {
         view::set_enabled(*button, enabled);
 }
 
+// What is negative has no frame, not even where it would round to 0; its wait stays.
 void send_then_wait(int number, double value, int pause_ms) {
-    link::send_parameter(number, value);
+    if (value >= 0) link::send_parameter(number, value);
     wait_ms(pause_ms);
 }
 
-// A small maximum gives negative points. They have no frame: the others go out, and the waits stay.
 void save_points(double maximum) {
+    const double lower = maximum / 2 - 500;
     mirrors.tinj_upper = round_half_even(maximum + 2000);
-    mirrors.tinj_lower = round_half_even(maximum / 2 - 500);
+    mirrors.tinj_lower = round_half_even(lower);
     const double third = mirrors.tinj_upper - 2000 - mirrors.tinj_upper * 3 / 10;
     send_then_wait(6, mirrors.tinj_upper, 200);
     send_then_wait(7, third, 200);
     send_then_wait(7, third, 200);
-    send_then_wait(5, mirrors.tinj_lower, 400);
+    send_then_wait(5, lower, 400);
 }
 
 void save_clicked() {

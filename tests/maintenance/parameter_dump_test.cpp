@@ -1,0 +1,300 @@
+// The parameter dump, to the letter, and the prompt that writes a parameter by its number.
+#include "maintenance/parameter_dump.h"
+
+#include "monitor/polling.h"
+#include "tests/support/bench.h"
+#include "view/windows/form1.h"
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace zol::tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using view::Pointer;
+
+constexpr const char* dump_file = "log/setting.txt";
+
+// A file of the expected bytes, beside this one.
+std::string expected_dump(const std::string& name) {
+    std::ifstream in(ZOL_SOURCE_DIR "/tests/maintenance/files/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class ParameterDump : public Bench {
+  protected:
+    // Connected, the polling ended, and nothing of it left in the buffer.
+    void start_quietly(int family = 0) {
+        use_unit({.family = family, .version = 7, .revision = 71});
+        start_connected();
+        inside_program(monitor::stop_polling);
+        run_for(1000);
+        inside_program([this] { port->read_all(); });
+        forget_wire();
+    }
+    // Every parameter of the unit tells its own number.
+    void number_the_memory() {
+        for (int n = 0; n < sim::Memory::size; ++n)
+            unit->memory().set(n, static_cast<std::uint16_t>(n * 251 + n % 7));
+    }
+    // The tool reads this image, of so many bytes, instead of the unit's own.
+    void image_of(std::size_t length) {
+        link::Bytes image(length, 1);
+        port->alter = [image](const link::Bytes&) { return image; };
+    }
+    void fitter_dumps(int ms = 3000) {
+        operator_clicks(form1::mnu_dump_parametri);
+        run_for(ms);
+    }
+    std::ptrdiff_t lines() {
+        const std::string text = read_text(dump_file);
+        return std::count(text.begin(), text.end(), '\n');
+    }
+    std::vector<std::string> files_in_log() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder / "log"))
+            names.push_back(entry.path().filename().string());
+        return names;
+    }
+};
+
+struct FamilyFile {
+    int family;
+    const char* file;
+};
+
+class ParameterDumpOfFamily : public ParameterDump,
+                              public testing::WithParamInterface<FamilyFile> {};
+
+TEST_P(ParameterDumpOfFamily, HoldsTheseBytes) {
+    start_quietly(GetParam().family);
+    number_the_memory();
+    fitter_dumps();
+    const std::string expected = expected_dump(GetParam().file);
+    ASSERT_GT(expected.size(), 2000u);
+    EXPECT_EQ(read_text(dump_file), expected);
+    EXPECT_EQ(lines(), 51);
+}
+
+// Family 1 has other words from byte 80 on; the labels stay what they are. Families 0 and 2 begin
+// alike.
+INSTANTIATE_TEST_SUITE_P(Nought, ParameterDumpOfFamily,
+                         testing::Values(FamilyFile{0, "dump_diagnosis.txt"},
+                                         FamilyFile{1, "dump_lambda.txt"},
+                                         FamilyFile{2, "dump_diagnosis.txt"}));
+
+TEST_F(ParameterDump, AsksForTheImageBetweenItsWaits) {
+    start_quietly();
+    const auto clicked = now_ms();
+    operator_clicks(form1::mnu_dump_parametri);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
+    run_for(1799);
+    EXPECT_THAT(frames(), ElementsAre(Send(1)));
+    EXPECT_EQ(port->sent[0].at_ms - clicked, 400);
+    EXPECT_THAT(files_in_log(), IsEmpty());
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
+    run_for(1);
+    EXPECT_THAT(files_in_log(), ElementsAre("setting.txt"));
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+}
+
+TEST_F(ParameterDump, LeavesThePollingStopped) {
+    start_connected();
+    fitter_dumps(10'000);
+    forget_wire();
+    run_for(5000);
+    EXPECT_THAT(frames(), IsEmpty());
+    EXPECT_FALSE(app::state.poll_enabled);
+    EXPECT_EQ(lines(), 51);
+}
+
+TEST_F(ParameterDump, AsksAgainUntilTheEchoIsRight) {
+    start_quietly();
+    port->silent = true;
+    fitter_dumps(18'000);
+    EXPECT_EQ(frames().size(), 10u);
+    EXPECT_EQ(port->sent[1].at_ms - port->sent[0].at_ms, 1800);
+    EXPECT_THAT(files_in_log(), IsEmpty());
+    port->silent = false;
+    unit->quirks().wrong_echo = 3;
+    run_for(1800);
+    EXPECT_THAT(files_in_log(), IsEmpty());
+    run_for(1800);
+    EXPECT_EQ(lines(), 51);
+}
+
+TEST_F(ParameterDump, AShorterImageGivesFewerLinesAndALongerOneNoMore) {
+    start_quietly();
+    for (std::size_t length = 5; length <= 120; ++length) {
+        link::Bytes image(length, 0);
+        image[4] = 1;
+        port->alter = [image](const link::Bytes&) { return image; };
+        fitter_dumps(1800);
+        const auto whole_words = static_cast<std::ptrdiff_t>((length - 5) / 2);
+        EXPECT_EQ(lines(), std::min<std::ptrdiff_t>(whole_words, 51)) << length << " bytes";
+    }
+}
+
+TEST_F(ParameterDump, AnImageOfFourBytesIsNone) {
+    start_quietly();
+    image_of(4);
+    fitter_dumps(9000);
+    EXPECT_EQ(frames().size(), 5u);
+    EXPECT_THAT(files_in_log(), IsEmpty());
+}
+
+TEST_F(ParameterDump, TheSecondDumpReplacesTheFirst) {
+    start_quietly();
+    fitter_dumps();
+    const std::string first = read_text(dump_file);
+    unit->set_parameter(1, 4711);
+    image_of(0);
+    port->alter = nullptr;
+    fitter_dumps();
+    EXPECT_THAT(read_text(dump_file),
+                testing::StartsWith("Par 1  = 4711     moltiplicatore giri "));
+    EXPECT_EQ(lines(), 51);
+    EXPECT_NE(read_text(dump_file), first);
+    EXPECT_THAT(files_in_log(), ElementsAre("setting.txt"));
+}
+
+TEST_F(ParameterDump, TheTwoLastLinesCarryTheSameNumber) {
+    start_quietly();
+    number_the_memory();
+    unit->memory().set(152, 1200);
+    unit->memory().set(153, 1);
+    fitter_dumps();
+    EXPECT_THAT(read_text(dump_file),
+                testing::EndsWith("Par 152 = 1200      KTAR INFERIORE FISSO COPIA PAR_3\n"
+                                  "Par 152 = 1      Cancellazione ERRORI EOBD AUTOM. "
+                                  "(0 NON ATTIVA - 1 ATTIVA)\n"));
+}
+
+TEST_F(ParameterDump, TheAccentIsOneByte) {
+    start_quietly();
+    fitter_dumps();
+    EXPECT_THAT(read_text(dump_file), testing::HasSubstr("  Filtro per le impurit\xE0 nel seglale "
+                                                         "bobina(us)\n"));
+}
+
+TEST_F(ParameterDump, AMissingLogFolderLeavesNoFileAndNoMessage) {
+    start_quietly();
+    std::filesystem::remove(folder / "log");
+    fitter_dumps();
+    EXPECT_FALSE(std::filesystem::exists(folder / "log"));
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+}
+
+TEST_F(ParameterDump, AFileMarkedReadOnlyKeepsWhatItHolds) {
+    start_quietly();
+    write_file(dump_file, "old\n");
+    std::filesystem::permissions(folder / dump_file, std::filesystem::perms(0444));
+    fitter_dumps();
+    EXPECT_EQ(read_text(dump_file), "old\n");
+    EXPECT_THAT(files_in_log(), ElementsAre("setting.txt"));
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+}
+
+// The superuser may write everywhere, so the dump is made as somebody else.
+TEST_F(ParameterDump, AClosedLogFolderKeepsTheOldFile) {
+    start_quietly();
+    write_file(dump_file, "old\n");
+    std::filesystem::permissions(folder / "log", std::filesystem::perms(0555));
+    const uid_t user = ::geteuid();
+    constexpr uid_t nobody = 65534;
+    if (user == 0) {
+        ASSERT_EQ(::seteuid(nobody), 0);
+    }
+    fitter_dumps();
+    if (user == 0) {
+        ASSERT_EQ(::seteuid(user), 0);
+    }
+    EXPECT_EQ(read_text(dump_file), "old\n");
+    EXPECT_THAT(files_in_log(), ElementsAre("setting.txt"));
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+    std::filesystem::permissions(folder / "log", std::filesystem::perms(0755));
+}
+
+// A disk with room for 100 bytes more.
+TEST_F(ParameterDump, AFullDiskKeepsTheOldFileWhole) {
+    start_quietly();
+    write_file(dump_file, "old\n");
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit room{};
+    ::getrlimit(RLIMIT_FSIZE, &room);
+    const rlimit tight{100, room.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &tight);
+    fitter_dumps();
+    ::setrlimit(RLIMIT_FSIZE, &room);
+    std::signal(SIGXFSZ, before);
+    EXPECT_EQ(read_text(dump_file), "old\n");
+    EXPECT_THAT(files_in_log(), ElementsAre("setting.txt"));
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+    fitter_dumps();
+    EXPECT_EQ(lines(), 51);
+}
+
+TEST_F(ParameterDump, ACablePulledInTheMiddleIsWaitedFor) {
+    start_quietly();
+    operator_clicks(form1::mnu_dump_parametri);
+    run_for(500);
+    port->unplugged = true;
+    run_for(10'000);
+    EXPECT_THAT(files_in_log(), IsEmpty());
+    port->unplugged = false;
+    run_for(4000);
+    EXPECT_EQ(lines(), 51);
+}
+
+class ParameterEdit : public ParameterDump {
+  protected:
+    void fitter_edits(const std::string& number, const std::string& shown_number,
+                      const std::string& value) {
+        screen.answer_input("Digita il Parametro da Modificare", number);
+        screen.answer_input("Inserisci il valore da assegnare al Parametro : " + shown_number,
+                            value);
+        inside_program([] { maintenance::edit_parameter(); });
+    }
+};
+
+TEST_F(ParameterEdit, WritesTheParameterByItsNumber) {
+    start_quietly();
+    const auto began = now_ms();
+    fitter_edits("107", "107", "900");
+    EXPECT_THAT(frames(), ElementsAre(Write(107, 900)));
+    EXPECT_EQ(port->sent[0].at_ms, began);
+    run_for(699);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
+    run_for(1);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+    EXPECT_FALSE(app::state.poll_enabled);
+    ASSERT_EQ(screen.input_boxes.size(), 2u);
+    EXPECT_EQ(screen.input_boxes[0].prompt, "Digita il Parametro da Modificare");
+    EXPECT_EQ(screen.input_boxes[1].prompt, "Inserisci il valore da assegnare al Parametro : 107");
+}
+
+TEST_F(ParameterEdit, EmptyBoxesWriteNoughtToParameterNought) {
+    start_quietly();
+    fitter_edits("", "0", "");
+    run_for(1000);
+    EXPECT_THAT(frames(), ElementsAre(Write(0, 0)));
+}
+
+TEST_F(ParameterEdit, WhatHasNoFrameSendsNothingAndThePointerComesBack) {
+    start_quietly();
+    fitter_edits("3", "3", "-1");
+    run_for(1000);
+    fitter_edits("70000", "70000", "1");
+    run_for(1000);
+    EXPECT_THAT(frames(), IsEmpty());
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+}
+
+} // namespace
+} // namespace zol::tests
