@@ -49,6 +49,7 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame) {
 std::optional<std::string> SimulatedPort::open() {
     if (open_error) return open_error;
     if (open_) return "the port is open already";
+    unit_.take(time_.now_us()); // a closed port has heard nothing
     open_ = true;
     ++opened;
     return std::nullopt;
