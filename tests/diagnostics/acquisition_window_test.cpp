@@ -306,6 +306,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(Acquisition, ClosingHandsThePanelsBack) {
     open_with_maximum("5000");
     port->silent = false;
+    form1::Timer6.on(); // no_reread comes with the watchdog
     form1::Timer3.on();
     view::set_visible(form1::frame_engine, false);
     view::set_visible(form1::Frame_impostazioni, true);
