@@ -1,0 +1,162 @@
+// The operator's acts: what answers and what does not.
+#include "tests/support/bench.h"
+#include "view/windows/form1.h"
+#include "view/windows/form2.h"
+
+namespace zol::tests {
+namespace {
+
+using namespace view::operator_acts;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Acts : public Bench {
+  protected:
+    Acts() {
+        for (view::Widget* w : form1::Form1.controls) {
+            kept.emplace_back(&w->on, w->on);
+            w->on = {};
+        }
+        kept.emplace_back(&form1::Form1.on, form1::Form1.on);
+        form1::Form1.on = {};
+        time.start([] {
+            view::show(form1::Form1);
+            for (;;)
+                view::pump();
+        });
+    }
+    ~Acts() override {
+        time.finish();
+        for (auto& [handlers, before] : kept)
+            *handlers = before;
+    }
+    std::function<void()> says(const std::string& word) {
+        return [this, word] { events.push_back(word); };
+    }
+    std::vector<std::pair<view::Handlers*, view::Handlers>> kept;
+    std::vector<std::string> events;
+};
+
+TEST_F(Acts, WhatIsHiddenOrDisabledItselfOrAroundItDoesNotAnswer) {
+    form1::Command_exit.on.click = says("click");
+    EXPECT_TRUE(click(form1::Command_exit));
+    for (view::Widget* around : {&form1::Command_exit, &form1::Form1}) {
+        view::set_enabled(*around, false);
+        EXPECT_FALSE(click(form1::Command_exit));
+        view::set_enabled(*around, true);
+    }
+    view::set_visible(form1::Command_exit, false);
+    EXPECT_FALSE(click(form1::Command_exit));
+    EXPECT_FALSE(click(form1::Text_min_tank)); // its panel is hidden
+    EXPECT_FALSE(type(form1::Text_min_tank, "1"));
+    EXPECT_FALSE(drag_to(form1::Slider1[0], 5));
+    EXPECT_FALSE(choose(form1::Combo_tank_level, 0));
+    EXPECT_FALSE(focus(form1::Text_min_tank));
+    EXPECT_FALSE(click(form2::Form2)); // not shown
+    EXPECT_EQ(events.size(), 1U);
+}
+
+TEST_F(Acts, AMenuItemOfADisabledMenuDoesNotAnswer) {
+    form1::mnu_reset_check.on.click = says("reset");
+    EXPECT_FALSE(click(form1::mnu_reset_check)); // designed so
+    view::set_enabled(form1::mnu_check_car, true);
+    EXPECT_TRUE(click(form1::mnu_reset_check));
+    EXPECT_EQ(events.size(), 1U);
+    form1::mnu_reset_check.on.click = nullptr;
+}
+
+TEST_F(Acts, ADragRunsScrollOnTheWayAndChangeOnceAtItsEnd) {
+    form1::Slider_ktar.on.scroll = says("scroll");
+    form1::Slider_ktar.on.change = says("change");
+    const double before = view::value(form1::Slider_ktar);
+    EXPECT_TRUE(drag_on(form1::Slider_ktar, 1300));
+    EXPECT_TRUE(drag_on(form1::Slider_ktar, 1400));
+    EXPECT_TRUE(drag_on(form1::Slider_ktar, 1400)); // held still
+    EXPECT_THAT(events, ElementsAre("scroll", "scroll"));
+    EXPECT_TRUE(end_drag(form1::Slider_ktar, before));
+    EXPECT_THAT(events, ElementsAre("scroll", "scroll", "change"));
+}
+
+TEST_F(Acts, ADragThatComesBackToItsStartChangesNothing) {
+    form1::Slider_ktar.on.change = says("change");
+    const double before = view::value(form1::Slider_ktar);
+    drag_on(form1::Slider_ktar, before + 10);
+    drag_on(form1::Slider_ktar, before);
+    end_drag(form1::Slider_ktar, before);
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(Acts, ADragStopsAtTheEndsOfTheScale) {
+    drag_to(form1::Slider_ktar, 5000);
+    EXPECT_EQ(view::value(form1::Slider_ktar), 1800);
+    drag_to(form1::Slider_ktar, 0);
+    EXPECT_EQ(view::value(form1::Slider_ktar), 1001);
+}
+
+TEST_F(Acts, AnOptionIsClickedOnceAndOnceMoreWhenItIsOnAlready) {
+    view::set_visible(form1::Frame_impostazioni, true);
+    form1::Option_gpl.on.click = says("gpl");
+    EXPECT_TRUE(click(form1::Option_gpl));
+    EXPECT_TRUE(view::selected(form1::Option_gpl));
+    EXPECT_TRUE(click(form1::Option_gpl));
+    EXPECT_THAT(events, ElementsAre("gpl", "gpl"));
+}
+
+TEST_F(Acts, ACheckBoxTurnsWithEachClick) {
+    view::set_visible(form1::Frame_impostazioni, true);
+    form1::Check1.on.click = says("check");
+    click(form1::Check1);
+    EXPECT_TRUE(view::selected(form1::Check1));
+    click(form1::Check1);
+    EXPECT_FALSE(view::selected(form1::Check1));
+    EXPECT_THAT(events, ElementsAre("check", "check"));
+}
+
+TEST_F(Acts, AListRunsItsClickAlsoForTheItemThatIsShownAndNotForOneThatIsNotThere) {
+    view::set_visible(form1::Frame_impostazioni, true);
+    view::set_items(form1::Combo_tank_level, {"a", "b"});
+    form1::Combo_tank_level.on.click = says("list");
+    EXPECT_TRUE(choose(form1::Combo_tank_level, 1));
+    EXPECT_TRUE(choose(form1::Combo_tank_level, 1));
+    EXPECT_FALSE(choose(form1::Combo_tank_level, 2));
+    EXPECT_THAT(events, ElementsAre("list", "list"));
+}
+
+TEST_F(Acts, AKeyGoesToTheWindowFirstAndThenToTheFocusedControl) {
+    form1::Form1.on.key = [this](int code, int) {
+        events.push_back("window " + std::to_string(code));
+    };
+    form1::Text2.on.key = [this](int code, int) {
+        events.push_back("field " + std::to_string(code));
+    };
+    EXPECT_TRUE(key(form1::Form1, 65, 0));
+    EXPECT_TRUE(focus(form1::Text2));
+    EXPECT_TRUE(key(form1::Form1, enter, 0));
+    EXPECT_THAT(events, ElementsAre("window 65", "window 13", "field 13"));
+}
+
+TEST_F(Acts, AKeyDoesNotReachAFieldThatTheWindowHasJustDisabled) {
+    form1::Form1.on.key = [](int, int) { view::set_enabled(form1::Text2, false); };
+    form1::Text2.on.key = [this](int, int) { events.push_back("field"); };
+    focus(form1::Text2);
+    key(form1::Form1, enter, 0);
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(Acts, ALabelDoesNotTakeTheFocusAndAButtonDoes) {
+    EXPECT_TRUE(focus(form1::Text2));
+    click(form1::Label_rpm);
+    EXPECT_EQ(view::focus(), &form1::Text2);
+    click(form1::Command_exit);
+    EXPECT_EQ(view::focus(), &form1::Command_exit);
+    EXPECT_FALSE(focus(form1::Label_rpm));
+}
+
+TEST_F(Acts, ADisabledWindowCannotBeClosedByItsFrame) {
+    view::set_enabled(form1::Form1, false);
+    EXPECT_FALSE(close(form1::Form1));
+    EXPECT_TRUE(form1::Form1.loaded);
+}
+
+} // namespace
+} // namespace zol::tests
