@@ -5,27 +5,35 @@
 // has ended.
 #pragma once
 
+#include "tests/tour/tally.h"
+
 #include <QString>
 #include <QStringList>
 #include <Qt>
 
 #include <filesystem>
 #include <functional>
+#include <string>
 
+class QAction;
 class QWidget;
 
 namespace zol::tour {
 
 class Hands {
   public:
-    explicit Hands(std::filesystem::path pictures) : pictures_(std::move(pictures)) {}
+    Hands(std::filesystem::path pictures, Tally& tally)
+        : pictures_(std::move(pictures)), tally_(tally) {}
 
+    // --- Hands
     void click(const QString& name, const QString& window = "Form1");
     void double_click(const QString& name);
     // Pulls the slider's handle with the mouse to about this value.
     void drag(const QString& name, int value, const QString& window = "Form1");
     // Opens the menus on the way and clicks the last: menu({"mnu_Lingua", "de"}).
     void menu(const QStringList& way);
+    // Closes whatever menus are open.
+    void leave_menus();
     void choose(const QString& combo, int index, const QString& window = "Form1");
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     // Clicks into the field, types, and presses Enter.
@@ -34,34 +42,38 @@ class Hands {
     void answer(const QString& button, const QString& entry = {});
     void close(const QString& window);
 
+    // --- Eyes
     QString text(const QString& name, const QString& window = "Form1");
+    QString tip(const QString& name);
     bool shown(const QString& window);
     bool enabled(const QString& name, const QString& window = "Form1");
     bool visible(const QString& name, const QString& window = "Form1");
+    // An option that is on, a box or a menu item that is ticked.
+    bool ticked(const QString& name, const QString& window = "Form1");
     int value(const QString& slider, const QString& window = "Form1");
     bool box_on_view();
     QString box_text();
+    // The whole screen, as the next numbered picture.
+    void picture(const std::string& name);
 
-    // Lets time pass.
+    // --- Patience
     static void rest(int ms);
     // Until it holds, or the time is over: then false.
     bool until(const std::function<bool()>& holds, int most_ms = 10000);
-    // Notes what was to be seen, and whether it was.
-    void see(const std::string& sentence, bool holds);
-    // The window on view, or the box above it, or the window named, as the next numbered picture.
-    void picture(const std::string& name, const QString& window = {});
+    // Until the window shows the ordinary pointer again.
+    void until_idle(const QString& window = "Form1");
 
-    int seen() const { return seen_; }
-    int missed() const { return missed_; }
-    int pictures() const { return taken_; }
+    // Notes whether what was to be seen was seen; what was missed is said at once.
+    void see(const std::string& sentence, bool holds);
+    Tally& tally() { return tally_; }
 
   private:
     // Runs on the windows' thread; comes back when it is done, or waits in its turn.
     static void act(const std::function<void()>& work);
-    QWidget* find(const QString& name, const QString& window);
+    static QWidget* find(const QString& name, const QString& window);
 
     std::filesystem::path pictures_;
-    int seen_ = 0, missed_ = 0, taken_ = 0;
+    Tally& tally_;
 };
 
 } // namespace zol::tour

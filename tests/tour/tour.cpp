@@ -12,12 +12,65 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <new>
+#include <sys/mman.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
+namespace zol::tour {
 namespace {
 
 namespace fs = std::filesystem;
+
+struct Stage {
+    const char* name;
+    void (*walk)(Hands&, UnitProcess&);
+};
+
+// One run of the program, from its start to its EXIT button.
+struct Visit {
+    const char* name;
+    const char* unit_before; // what happens to the unit first
+    std::vector<Stage> stages;
+};
+
+const std::vector<Visit> visits = {
+    {"First start: the unit answers",
+     "silence off",
+     {{"Start, first read, polling", start_with_answering_unit},
+      {"Engine, over to gas", watch_the_engine},
+      {"Gains, attenuation, speed", move_gains},
+      {"Keys", use_keys},
+      {"Automatic tuning", tune}}},
+    {"Second start: the unit is silent at first",
+     "silence on",
+     {{"Connection dialog", start_with_silent_unit},
+      {"Fuel, sensor, changeover", set_fuel_and_changeover},
+      {"Tank", set_tank},
+      {"Changeover window", visit_changeover_window},
+      {"Lambda", set_lambda},
+      {"Injectors, car type", choose_injectors},
+      {"Faults", read_faults},
+      {"EOBD menus", use_eobd_menus},
+      {"Injection time", acquire_injection_time}}},
+    {"Third start: all is found again",
+     "silence off",
+     {{"Start, first read, polling", start_with_answering_unit},
+      {"In the unit", find_all_in_unit},
+      {"In the windows", find_all_in_windows},
+      {"Cable pulled and put back", pull_the_cable},
+      {"Boxes, windows, colours", look_at_boxes},
+      {"Service records", reset_service_records},
+      {"Parameter file", save_parameters},
+      {"Languages", look_at_languages},
+      {"Factory reset", reset_to_factory_values}}},
+    {"Last start: the line goes to a terminal",
+     "silence off",
+     {{"Start, first read, polling", start_with_answering_unit},
+      {"Terminal", hand_line_to_terminal}}},
+};
 
 // An application folder of the tour's own, so that nobody's settings are touched.
 void make_folder(const fs::path& build, const fs::path& folder) {
@@ -30,37 +83,89 @@ void make_folder(const fs::path& build, const fs::path& folder) {
     std::ofstream(folder / "setting.ini") << "[General]\nLANGUAGE=uk\n";
 }
 
-[[noreturn]] void walk(const fs::path& build, const fs::path& out) {
-    using namespace zol::tour;
-    Hands hands(out);
+void walk(const Stage& stage, Hands& hands, UnitProcess& unit) {
+    const Tally before = hands.tally();
+    stage.walk(hands, unit);
+    const Tally& now = hands.tally();
+    std::printf("  %-32s %3d seen", stage.name, now.seen - before.seen);
+    if (now.missed > before.missed) std::printf(", %d MISSED", now.missed - before.missed);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+// The program in this very process. It ends the process by its own EXIT button.
+[[noreturn]] void run_program(const Visit& visit, char* program_name, const fs::path& out,
+                              Tally& tally, UnitProcess& unit) {
+    constexpr unsigned longest_visit_s = 300;
+    ::alarm(longest_visit_s);
+    app::use_application_folder(out / "app");
+    link::PosixSerialPort port;
+    link::use_serial_port(port);
+    app::connect_handlers();
+    view::qt::run(program_name, [&] {
+        std::thread([&] {
+            Hands hands(out, tally);
+            for (const Stage& stage : visit.stages)
+                walk(stage, hands, unit);
+            hands.click("Command_exit");
+            constexpr int longest_end_ms = 5000;
+            Hands::rest(longest_end_ms);
+            ::_exit(EXIT_FAILURE);
+        }).detach();
+        app::sub_main();
+    });
+}
+
+void make_visit(const Visit& visit, char* program_name, const fs::path& out, Tally& tally,
+                UnitProcess& unit) {
+    std::printf("%s\n", visit.name);
+    std::fflush(stdout);
+    unit.type(visit.unit_before);
+    const pid_t process = ::fork();
+    if (process == 0) run_program(visit, program_name, out, tally, unit);
+    int status = 0;
+    const bool ended = process > 0 && ::waitpid(process, &status, 0) == process &&
+                       WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    ++(ended ? tally.seen : tally.missed);
+    if (!ended) std::printf("MISSED: the EXIT button ends the program (status %d)\n", status);
+}
+
+// Seen by this process and those it forks.
+Tally* shared_tally() {
+    void* memory =
+        ::mmap(nullptr, sizeof(Tally), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) return nullptr;
+    auto* tally = new (memory) Tally{};
+    tally->given.fill(never_set);
+    return tally;
+}
+
+int run_tour(char* program_name, const fs::path& build, const fs::path& out) {
+    fs::remove_all(out);
+    make_folder(build, out / "app");
+    Tally* tally = shared_tally();
+    if (!tally) return EXIT_FAILURE;
     {
         UnitProcess unit(build / "simulator" / "control-unit",
                          {"--link", (out / "app" / "ports" / "com1").string(), "--warm",
                           "--firmware", "2.7.71", "--log", (out / "wire.log").string()});
-        run_stages(hands, unit);
+        for (const Visit& visit : visits)
+            make_visit(visit, program_name, out, *tally, unit);
     }
-    std::printf("%d things seen, %d missed, %d pictures and the wire log in %s\n", hands.seen(),
-                hands.missed(), hands.pictures(), out.c_str());
-    std::fflush(stdout);
-    ::_exit(hands.missed() == 0 ? 0 : 1);
+    std::printf("%d things seen, %d missed, %d pictures and the wire log in %s\n", tally->seen,
+                tally->missed, tally->pictures, out.c_str());
+    return tally->missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace
+} // namespace zol::tour
 
 int main(int count, char** arguments) {
     if (count != 3) {
         std::fprintf(stderr, "usage: tour BUILD_FOLDER OUTPUT_FOLDER\n");
         return 2;
     }
-    const fs::path build = fs::absolute(arguments[1]), out = fs::absolute(arguments[2]);
-    fs::remove_all(out);
-    make_folder(build, out / "app");
-    zol::app::use_application_folder(out / "app");
-    zol::link::PosixSerialPort port;
-    zol::link::use_serial_port(port);
-    zol::app::connect_handlers();
-    zol::view::qt::run(arguments[0], [&] {
-        std::thread([build, out] { walk(build, out); }).detach();
-        zol::app::sub_main();
-    });
+    namespace fs = std::filesystem;
+    return zol::tour::run_tour(arguments[0], fs::absolute(arguments[1]),
+                               fs::absolute(arguments[2]));
 }

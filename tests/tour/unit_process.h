@@ -16,11 +16,19 @@ class UnitProcess {
     UnitProcess& operator=(const UnitProcess&) = delete;
 
     void type(const std::string& command);
-    bool running() const { return process_ > 0; }
+    // What the unit holds as this parameter; -1 if it does not say so within two seconds.
+    int parameter(int number);
+    // The line of the answer to `command` that begins like this; empty after two seconds.
+    std::string answer(const std::string& command, const std::string& beginning);
 
   private:
+    // The next whole line said, empty if none comes before the time is over.
+    std::string next_line(int most_ms);
+
     int process_ = -1;
     int input_ = -1;
+    int output_ = -1;
+    std::string heard_;
 };
 
 } // namespace zol::tour
