@@ -38,9 +38,11 @@ void move_gains(Hands& hands, UnitProcess& unit) {
     given(hands, unit, "the power gain follows on LPG", 4, dragged - 200);
     hands.see("the slider's tip tells the gain above one",
               hands.tip("Slider_ktar") == QString::number(dragged - 1001));
-    const int pressure = unit.parameter(104);
-    hands.see("the pressure at which the gain was set is kept: " + std::to_string(pressure),
-              pressure > 1200 && pressure < 1500);
+    hands.see("the pressure at which the gain was set is kept", hands.until([&] {
+        const int pressure = unit.parameter(104);
+        return pressure > 1300 && pressure < 1450;
+    }));
+    Hands::rest(500);
     hands.picture("gain-dragged");
     hands.click("Command8");
     hands.until_idle();

@@ -1,7 +1,7 @@
 // Walks through the program as an operator would: the real windows, a real serial device, the
 // simulated unit at its other end. Leaves numbered pictures and the decoded wire log, and says what
-// it saw. Arguments: the build folder and the folder for what it leaves. Ends with 1 if something
-// was not seen.
+// it saw. Arguments: the build folder, the folder for what it leaves, and, to make only one of the
+// visits, its number from 1 on. Ends with 1 if something was not seen.
 #include "app/application_folder.h"
 #include "app/startup.h"
 #include "app/wiring.h"
@@ -10,6 +10,7 @@
 #include "view/qt/qt_view.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <new>
@@ -140,7 +141,8 @@ Tally* shared_tally() {
     return tally;
 }
 
-int run_tour(char* program_name, const fs::path& build, const fs::path& out) {
+int run_tour(char* program_name, const fs::path& build, const fs::path& out,
+             const std::vector<Visit>& chosen) {
     fs::remove_all(out);
     make_folder(build, out / "app");
     Tally* tally = shared_tally();
@@ -149,7 +151,7 @@ int run_tour(char* program_name, const fs::path& build, const fs::path& out) {
         UnitProcess unit(build / "simulator" / "control-unit",
                          {"--link", (out / "app" / "ports" / "com1").string(), "--warm",
                           "--firmware", "2.7.71", "--log", (out / "wire.log").string()});
-        for (const Visit& visit : visits)
+        for (const Visit& visit : chosen)
             make_visit(visit, program_name, out, *tally, unit);
     }
     std::printf("%d things seen, %d missed, %d pictures and the wire log in %s\n", tally->seen,
@@ -161,11 +163,13 @@ int run_tour(char* program_name, const fs::path& build, const fs::path& out) {
 } // namespace zol::tour
 
 int main(int count, char** arguments) {
-    if (count != 3) {
-        std::fprintf(stderr, "usage: tour BUILD_FOLDER OUTPUT_FOLDER\n");
+    namespace fs = std::filesystem;
+    using zol::tour::visits;
+    const std::size_t visit = count == 4 ? std::strtoul(arguments[3], nullptr, 10) : 0;
+    if (count < 3 || count > 4 || visit > visits.size() || (count == 4 && visit == 0)) {
+        std::fprintf(stderr, "usage: tour BUILD_FOLDER OUTPUT_FOLDER [VISIT]\n");
         return 2;
     }
-    namespace fs = std::filesystem;
-    return zol::tour::run_tour(arguments[0], fs::absolute(arguments[1]),
-                               fs::absolute(arguments[2]));
+    return zol::tour::run_tour(arguments[0], fs::absolute(arguments[1]), fs::absolute(arguments[2]),
+                               count == 4 ? std::vector{visits[visit - 1]} : visits);
 }

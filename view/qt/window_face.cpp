@@ -222,7 +222,9 @@ bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
             post([&widget] { operator_acts::focus(widget); });
         break;
     case QEvent::MouseButtonPress:
-        if (static_cast<QMouseEvent&>(event).button() == Qt::LeftButton) pressed_ = &face;
+        // A label lets the press through to its frame, which must not take its place.
+        if (clickable && static_cast<QMouseEvent&>(event).button() == Qt::LeftButton)
+            pressed_ = &face;
         break;
     case QEvent::MouseButtonRelease: {
         const auto& mouse = static_cast<QMouseEvent&>(event);
