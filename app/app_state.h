@@ -52,6 +52,8 @@ struct AppState {
     double trace_x = 0;                // where the next bar of the lambda trace stands, twips
     // Live EOBD telegrams that said the link to the car is lost: a total over the whole run.
     double lost_counter = 0;
+    // Written by the live EOBD read alone.
+    bool eobd_read_under_way = false;
 };
 
 inline AppState state;

@@ -44,9 +44,7 @@ void count_lost(const link::Reply& reply) {
         view::set_text(form1::Label1, "LOST CONNECTION");
 }
 
-} // namespace
-
-bool read_eobd_live() {
+bool read_until_shown() {
     for (;;) {
         link::send_command(link::Command::eobd_live);
         link::wait_ms(100);
@@ -59,6 +57,15 @@ bool read_eobd_live() {
             show_live_data(reply);
         return true;
     }
+}
+
+} // namespace
+
+bool read_eobd_live() {
+    state.eobd_read_under_way = true;
+    const bool shown = read_until_shown();
+    state.eobd_read_under_way = false;
+    return shown;
 }
 
 } // namespace zol::monitor

@@ -37,12 +37,6 @@ void close_acquisition(Hands& hands) {
     Hands::rest(900);
 }
 
-// A pass of the polling that the window's opening caught half-way may go on beside the window, and
-// each takes the other's answers: then it is opened afresh.
-bool follows_engine(Hands& hands) {
-    return hands.until([&] { return hands.text("Label_max", window).toInt() > 5000; }, 5000);
-}
-
 } // namespace
 
 void read_faults(Hands& hands, UnitProcess& unit) {
@@ -115,13 +109,9 @@ void use_eobd_menus(Hands& hands, UnitProcess& unit) {
 void acquire_injection_time(Hands& hands, UnitProcess& unit) {
     open_acquisition(hands);
     unit.type("throttle 80");
-    for (int retry = 0; retry < 5 && !follows_engine(hands); ++retry) {
-        close_acquisition(hands);
-        open_acquisition(hands);
-    }
     const auto present = [&] { return hands.text("Label1", window).toInt(); };
     const auto highest = [&] { return hands.text("Label_max", window).toInt(); };
-    hands.see("the highest injection time is kept", highest() > 5000);
+    hands.see("the highest injection time is kept", hands.until([&] { return highest() > 5000; }));
     Hands::rest(1000);
     unit.type("throttle 0");
     hands.see("while the present one falls again",
