@@ -68,12 +68,11 @@ void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Way& way,
 
 void BadLine::come(std::uint8_t byte, std::int64_t at_us) {
     if (coming_.size() >= most_coming) return;
-    // Whatever is held up holds up what is behind it.
-    if (!coming_.empty()) at_us = std::max(at_us, coming_.back().at_us);
     if (chance_.chance(options_.delay)) {
         ++damaged_;
         at_us += 1000LL * chance_.between(1, std::max(1, options_.delay_ms));
     }
+    // A queue: whatever is held up holds up what is behind it.
     coming_.push_back({at_us, byte});
 }
 
