@@ -159,6 +159,16 @@ TEST_F(Keys, AControlThatIsHiddenGivesTheFocusUpToTheWindow) {
     EXPECT_TRUE(top(Bench).hasFocus()) << "and not to the control behind it";
 }
 
+TEST_F(Keys, LettersTypedWhileEarlierOnesAreOnTheirWayStayInPlace) {
+    set_focus(Text1);
+    QTest::keyClicks(&face(Text1), "ab");
+    pump_until(now_us()); // the field has the first letter, the logic has none yet
+    QTest::keyClicks(&face(Text1), "c");
+    settle();
+    EXPECT_EQ(text(Text1), "abc");
+    EXPECT_EQ(face<QLineEdit>(Text1).text(), "abc");
+}
+
 TEST_F(Keys, TenThousandTypedLettersAllArriveInOrder) {
     set_focus(Text1);
     auto& field = face<QLineEdit>(Text1);
