@@ -1,0 +1,59 @@
+// A day at the bench: the polling goes on, in its rhythm, and nothing grows.
+#include "tests/support/bench.h"
+#include "view/timers.h"
+#include "view/windows/form1.h"
+
+#include <chrono>
+#include <iostream>
+#include <malloc.h>
+
+namespace zol::tests {
+namespace {
+
+class LongRun : public Bench {
+  protected:
+    // An hour of the program's time; the wire's notes are the test's own, and would grow.
+    void run_an_hour() {
+        for (int minute = 0; minute < 60; ++minute) {
+            forget_wire();
+            run_for(60000);
+        }
+    }
+    static std::size_t bytes_in_use() {
+        const auto all = ::mallinfo2();
+        return all.uordblks + all.hblkhd;
+    }
+    // Growth from the second hour to the last, and that the last minute is like the first.
+    void run_a_day(std::size_t least_frames_a_minute) {
+        const auto start = std::chrono::steady_clock::now();
+        run_an_hour();
+        run_an_hour();
+        const auto bytes = bytes_in_use();
+        const auto strokes = form1::Picture1.look.strokes.size();
+        const auto depth = view::wait_depth();
+        for (int hour = 2; hour < 24; ++hour)
+            run_an_hour();
+        EXPECT_GE(port->sent.size(), least_frames_a_minute);
+        EXPECT_LE(bytes_in_use(), bytes + 64 * 1024);
+        // A trace holds what its width holds.
+        EXPECT_LE(form1::Picture1.look.strokes.size(), strokes + 1000);
+        EXPECT_LE(view::wait_depth(), depth + 1);
+        EXPECT_EQ(now_ms() / 3600000, 24);
+        const std::chrono::duration<double> host = std::chrono::steady_clock::now() - start;
+        std::cout << "24 hours took " << host.count() << " s\n";
+    }
+};
+
+TEST_F(LongRun, ADayOfPollingGrowsNothing) {
+    start_connected();
+    run_a_day(60000 / 350 - 1);
+}
+
+TEST_F(LongRun, ADayWithASilentUnitGrowsNothing) {
+    start_connected();
+    port->silent = true;
+    run_a_day(60000 / 300 - 1);
+}
+
+} // namespace
+} // namespace zol::tests
