@@ -48,8 +48,9 @@ void write_in_turn(std::initializer_list<FuelWrite> writes) {
 }
 
 void methane_clicked() {
+    const bool silent = state.ui_loading;
     show_busy(form1::Option_metano);
-    if (!state.ui_loading) {
+    if (!silent) {
         app::set_message(form1::Label_carburante, 1172);
         write_in_turn({
             {10, mirrors.fuel_type, 0, 0, {300}},
@@ -59,9 +60,8 @@ void methane_clicked() {
             {104, mirrors.calibration_pressure, 1200, 1200, {300}},
         });
     }
-    const bool written = !state.ui_loading;
     view::set_pointer(form1::Form1, Pointer::normal);
-    if (written) park_focus();
+    if (!silent) park_focus();
     view::set_pointer(form1::Option_metano, Pointer::custom);
 }
 

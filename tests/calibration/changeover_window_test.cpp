@@ -299,6 +299,23 @@ TEST_F(ChangeoverWindow, AVisitIsFoundAgainAtTheNext) {
     EXPECT_EQ(text(Text1), "1230");
     EXPECT_EQ(view::value(Slider2), 3);
     EXPECT_TRUE(view::selected(Option1));
+    // The second time the injection time's window is there already; all else is as the first time.
+    EXPECT_FALSE(view::enabled(form1::Form1));
+    EXPECT_FALSE(app::state.poll_enabled);
+    operator_clicks(opt_perm);
+    run_for(1000);
+    EXPECT_THAT(frames(), ElementsAre(Write(122, 1)));
+}
+
+// With the flag standing, the main window's activation would read the unit from the start.
+TEST_F(ChangeoverWindow, LeavingClearsThePollingFlag) {
+    open_changeover();
+    app::state.poll_enabled = true;
+    operator_closes(Form3);
+    EXPECT_FALSE(app::state.poll_enabled);
+    EXPECT_TRUE(app::state.ui_loading);
+    run_for(10000);
+    EXPECT_THAT(frames(), IsEmpty());
 }
 
 } // namespace

@@ -64,6 +64,9 @@ TEST_P(EachTankPreset, GoesToTheUnitByWayOfTheSlidersAndThenWhole) {
 TEST_P(EachTankPreset, LeavesTheSlidersOneAboveTheLowerLabels) {
     open_odd_tank();
     operator_chooses(Combo_tank_level, GetParam());
+    EXPECT_EQ(view::value(Slider1[2]), sender.t3 - 1);
+    EXPECT_EQ(view::value(Slider1[3]), sender.t4 - 1);
+    EXPECT_EQ(view::value(Slider1[4]), sender.t4 + 1); // placed one above the fourth, and raised
     run_for(5000);
     const auto percent = [](int value) { return std::to_string(value) + "%"; };
     EXPECT_EQ(view::value(Slider1[0]), sender.t1 + 1);

@@ -240,6 +240,20 @@ TEST_F(MillivoltScale, RisesOrFallsBetweenTheTwoFieldsAsTheyStand) {
     EXPECT_EQ(mv("4000", "600", 100), 600);
 }
 
+TEST_F(MillivoltScale, IsBroughtUpToDateByTheUpperBoundsOnlyAndOnlyWhenTheyChange) {
+    open_settings();
+    inside_program([] {
+        view::set_text(Text_min_tank, "0");
+        view::set_text(Text_max_tank, "100");
+        view::set_text(Label_led0, text(Label_led0));
+        view::set_text(Label8, "?");
+    });
+    EXPECT_EQ(text(lbl_204), "3909");
+    inside_program([] { view::set_text(Label_led0, "?"); });
+    EXPECT_EQ(text(lbl_204), "3");
+    EXPECT_EQ(text(lbl_203), "3972");
+}
+
 TEST_F(MillivoltScale, RoundsTiesToEven) {
     EXPECT_EQ(mv("0", "250", 1), 2);   // 2.5
     EXPECT_EQ(mv("0", "250", 3), 8);   // 7.5
