@@ -22,7 +22,6 @@ using link::wait_ms;
 using view::Pointer;
 using view::Widget;
 
-constexpr double lowest_gain = 1001;
 // How far the gain at high load follows below the one at low load.
 constexpr double coupling_on_lpg = 200, coupling_on_methane = 300;
 
@@ -30,12 +29,12 @@ constexpr double coupling_on_lpg = 200, coupling_on_methane = 300;
 void give_main_window_focus() { view::set_focus(form1::Form1); }
 
 void show_tip(Widget& gain_slider) {
-    view::set_tip(gain_slider, number_text(view::value(gain_slider) - lowest_gain));
+    view::set_tip(gain_slider, number_text(view::value(gain_slider) - gain_slider.design.min));
 }
 
 double coupled_high_gain() {
     const double distance = mirrors.fuel_type == 1 ? coupling_on_lpg : coupling_on_methane;
-    return std::max(mirrors.ktar_low - distance, lowest_gain);
+    return std::max(mirrors.ktar_low - distance, form1::Slider_power.design.min);
 }
 
 // Tells the unit at which pressure the gas was calibrated: the one on view now.

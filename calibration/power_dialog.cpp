@@ -29,14 +29,14 @@ constexpr PowerOption options[] = {
     {form_power::Option_meno_15, -15}, {form_power::Option_meno_25, -25},
 };
 
-constexpr double lowest_gain = 1001;
 double chosen_percent = 0;
 
-// Upwards there is no limit, though the slider ends at 1800.
+// Downwards it ends where the slider does; upwards there is no limit, though the slider has one.
 void percent_chosen(double percent) {
     chosen_percent = percent;
     mirrors.ktar_high = mirrors.ktar_low + mirrors.ktar_low * chosen_percent / 100;
-    if (chosen_percent < 0) mirrors.ktar_high = std::max(mirrors.ktar_high, lowest_gain);
+    if (chosen_percent < 0)
+        mirrors.ktar_high = std::max(mirrors.ktar_high, form1::Slider_power.design.min);
 }
 
 void ok_clicked() {
