@@ -55,7 +55,6 @@ void show_fuel_state(const link::Reply& telegram) {
     } else if (fuel_state == 5) {
         text = "NO PRESS";
         state.no_press = true;
-        state.gas_requested = false;
     }
     if (text) view::set_text(form1::Label_carburante, *text);
 }

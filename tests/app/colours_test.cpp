@@ -70,15 +70,19 @@ TEST_F(Colours, ThePanelColourFollowsTheWindowsGround) {
 
 TEST_F(Colours, AtTheStartEachKindOfControlGetsItsGround) {
     start_with_colour("255");
+    // Another ground than the tables have, so that it shows who takes it.
+    app::state.panel_colour = view::rgb(1, 2, 3);
+    inside_program([] { app::colour_all_controls(); });
     for (const view::Widget* w : form1::Form1.controls) {
         const view::Colour expected =
             w->kind == view::Kind::command_button ? view::rgb(192, 192, 192)
             : w->kind == view::Kind::option_button || w->kind == view::Kind::frame ? ground()
             : w->kind == view::Kind::check_box                                     ? ground()
             : on_dark_red.contains(w->name)                                        ? view::dark_red
-            : on_panel_colour.contains(w->name) || w->name == "lbl_ore"            ? ground()
+            : on_panel_colour.contains(w->name)                                    ? ground()
                                                                                    : w->design.back;
-        if (w->kind == view::Kind::shape) continue; // lamps and heartbeat live their own life
+        // Lamps, heartbeat and service line live their own life.
+        if (w->kind == view::Kind::shape || w == &form1::lbl_ore) continue;
         EXPECT_EQ(w->look.back, expected) << view::full_name(*w);
     }
     for (const auto* names : {&on_panel_colour, &on_dark_red})

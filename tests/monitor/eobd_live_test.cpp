@@ -153,12 +153,12 @@ TEST_F(EobdLive, TheFourthLostTelegramShowsTheLossAndTheThirdDoesNot) {
     start_scripted(2);
     show_live({});
     const link::Bytes lost = reply_to(LiveData{.loop_state = 255, .fast_trim = 255});
+    live.loop_state = 9; // leaves the text that it finds
     next_live = {lost, lost, lost};
     run_for(2000);
     EXPECT_EQ(app::state.lost_counter, 3);
     EXPECT_EQ(view::text(form1::Label1), "CLOSED LOOP  ");
     next_live = {lost, lost};
-    live.loop_state = 9; // leaves the text that it finds
     run_for(2000);
     EXPECT_EQ(app::state.lost_counter, 5);
     EXPECT_EQ(view::text(form1::Label1), "LOST CONNECTION");
