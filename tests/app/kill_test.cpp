@@ -20,7 +20,8 @@ TEST_F(Killed, AWriterThatIsKilledLeavesTheOldFileOrTheNewOne) {
     };
     std::mt19937 random(20260101);
     int changed = 0;
-    for (int round = 0; round < 60; ++round) {
+    constexpr int rounds = 60;
+    for (int round = 0; round < rounds; ++round) {
         write_file("setting.ini", content(0));
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
@@ -28,6 +29,9 @@ TEST_F(Killed, AWriterThatIsKilledLeavesTheOldFileOrTheNewOne) {
             for (int n = 1;; n = n % 9 + 1) {
                 app::write_text_colour(std::to_string(n));
             }
+        // Half of the kills wait for the first write, however slow the machine is.
+        for (int i = 0; round % 2 && i < 100'000 && app::read_text_colour() == "0"; ++i)
+            ::usleep(100);
         ::usleep(std::uniform_int_distribution<useconds_t>(0, 20'000)(random));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
@@ -37,7 +41,7 @@ TEST_F(Killed, AWriterThatIsKilledLeavesTheOldFileOrTheNewOne) {
         ASSERT_TRUE(left == content(colour.front() - '0')) << "neither old nor new";
         if (colour != "0") ++changed;
     }
-    EXPECT_GT(changed, 0) << "the kill always came before the first write";
+    EXPECT_GE(changed, rounds / 2);
 }
 
 } // namespace
