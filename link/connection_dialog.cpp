@@ -52,6 +52,7 @@ void dialog_loads() {
     view::set_items(Combo1, ports);
     view::set_list_index(Combo1, entry_of_port(state.com_port_number));
     view::set_tip(Combo1, devices_of_entries());
+    app::Module_Resize(Centralina_Attiva);
 }
 
 void dialog_closes() {

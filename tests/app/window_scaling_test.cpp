@@ -2,6 +2,7 @@
 #include "app/window_scaling.h"
 
 #include "tests/support/bench.h"
+#include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 #include "view/windows/form3.h"
 
@@ -176,6 +177,16 @@ TEST_F(ScaledWindows, TheMainWindowFillsTheScreenItFinds) {
     EXPECT_NEAR(form.look.place.width, form.design.place.width * 1366 / 675, 1);
     EXPECT_NEAR(form1::Label_rpm.look.font_size,
                 form1::Label_rpm.design.font_size * (768 * 15 - 990) / 8010, 0.01);
+}
+
+TEST_F(ScaledWindows, TheConnectionDialogFitsTheScreenToo) {
+    screen.screen = {1366 * 15, 768 * 15};
+    port->silent = true;
+    start_program();
+    run_for(2000);
+    const auto& dialog = centralina_attiva::Centralina_Attiva;
+    ASSERT_TRUE(dialog.shown);
+    EXPECT_NEAR(dialog.look.place.width, dialog.design.place.width * 1366 / 675, 1);
 }
 
 TEST_F(ScaledWindows, AListKeepsTheHeightThatItsTypeMakes) {
