@@ -90,8 +90,11 @@ bool replace_file(const std::filesystem::path& named, std::string_view content) 
         if (!S_ISREG(old.st_mode) || (old.st_mode & 0222) == 0) return false;
         mode = old.st_mode & 0777;
     }
-    std::string temporary = file.string() + ".XXXXXX";
-    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    // Always the same name: what a kill leaves behind, the next write takes up. One program writes
+    // in a folder.
+    const std::string temporary = file.string() + ".new";
+    const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC;
+    const int descriptor = ::open(temporary.c_str(), flags, mode);
     if (descriptor < 0) return false;
     ::fchmod(descriptor, mode); // some file systems have no modes to set, and need none
     bool good = write_all(descriptor, content) && ::fsync(descriptor) == 0;

@@ -42,6 +42,10 @@ TEST_F(Killed, AWriterThatIsKilledLeavesTheOldFileOrTheNewOne) {
         if (colour != "0") ++changed;
     }
     EXPECT_GE(changed, rounds / 2);
+    app::write_text_colour("5");
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        EXPECT_FALSE(entry.path().filename().string().starts_with("setting.ini."))
+            << "the next write takes up what a kill has left";
 }
 
 } // namespace
