@@ -187,6 +187,13 @@ TEST_F(SerialCable, AnOpenPortIsNotOpenedTwiceAndStaysWithItsDevice) {
     EXPECT_TRUE(port.is_open());
     EXPECT_TRUE(port.write(Bytes{80}));
     EXPECT_THAT(cable.receive(1), ElementsAre(80));
+    // Nor does it look for another one when its own is pulled and comes back.
+    cable.pull();
+    EXPECT_FALSE(port.write(Bytes{80}));
+    Cable back;
+    lead_com1_to(back.device);
+    EXPECT_TRUE(port.write(Bytes{67}));
+    EXPECT_THAT(back.receive(1), ElementsAre(67));
 }
 
 TEST_F(SerialCable, APortThatIsNotThereSaysSoInTheSystemsWords) {

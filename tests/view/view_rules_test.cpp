@@ -187,6 +187,18 @@ TEST_F(Rules, AWindowThatIsGoneBeforeItsActivationIsNotActivated) {
     EXPECT_THAT(events, IsEmpty());
 }
 
+TEST_F(Rules, AWindowThatIsCoveredBeforeItsActivationIsNotActivated) {
+    form1::Form1.on.activate = says("main");
+    form2::Form2.on.activate = says("second");
+    run_for(1);
+    events.clear();
+    inside_program([] {
+        view::show(form2::Form2);
+        view::show(form1::Form1);
+    });
+    EXPECT_THAT(events, ElementsAre("main"));
+}
+
 TEST_F(Rules, AnActivationIsDeliveredOnceHoweverOftenItFellDue) {
     form1::Form1.on.activate = says("main");
     inside_program([] {
