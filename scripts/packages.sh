@@ -1,4 +1,6 @@
 # What the project needs of Debian 12, by purpose. Read by the scripts, not run.
 build_packages=(cmake ninja-build g++ qt6-base-dev)
 test_packages=(libgtest-dev libgmock-dev python3 clang-format clang-tidy fonts-dejavu-core)
-display_packages=(xvfb fonts-dejavu-core)
+# xvfb-run needs xauth, which the package only recommends.
+display_packages=(xvfb xauth fonts-dejavu-core)
+wayland_packages=(qt6-wayland)
