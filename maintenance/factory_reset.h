@@ -1,5 +1,5 @@
 // The factory reset: the unit's own reset command, and the tool's default calibration on top of it,
-// one parameter at a time. It takes about 25 seconds with a unit that answers, and goes on asking
+// one parameter at a time. It takes about 22 seconds with a unit that answers, and goes on asking
 // one that does not.
 #pragma once
 

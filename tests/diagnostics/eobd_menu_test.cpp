@@ -51,9 +51,17 @@ TEST_P(DiagnosisProtocol, IsTheOneItemMarked) {
 
 INSTANTIATE_TEST_SUITE_P(Code, DiagnosisProtocol, testing::Range(1, 11));
 
-TEST_F(DiagnosisMenu, AnUnknownProtocolLeavesTheMarks) {
-    start_with_protocol(11);
-    EXPECT_THAT(marked(), IsEmpty());
+TEST_F(DiagnosisMenu, AnUnknownProtocolLeavesTheMarkOfTheReadBefore) {
+    start_with_protocol(4);
+    ASSERT_THAT(marked(), ElementsAre("mnu_iso9141"));
+    unit->memory().set(143, 11);
+    inside_program([] {
+        view::hide(form1::Form1);
+        view::show(form1::Form1);
+    });
+    run_for(8000);
+    ASSERT_EQ(link::mirrors.eobd_protocol, 11);
+    EXPECT_THAT(marked(), ElementsAre("mnu_iso9141"));
 }
 
 TEST_F(DiagnosisMenu, TheSearchWritesOneAndLeavesTheMarks) {

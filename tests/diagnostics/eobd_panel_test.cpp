@@ -93,6 +93,10 @@ TEST_F(FaultPanel, OpenedBetweenTwoTelegramsItStopsThePollingAtOnce) {
     operator_clicks(form1::Command_diagnosi);
     EXPECT_FALSE(app::state.poll_enabled);
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
+    run_for(599);
+    EXPECT_TRUE(form1::Timer2.is_on()); // the opening still waits
+    run_for(1);
+    EXPECT_FALSE(form1::Timer2.is_on());
     run_for(2000);
     EXPECT_THAT(frames(), IsEmpty());
 }

@@ -123,6 +123,18 @@ TEST_F(FactoryReset, ShowsTheHourglassFromTheQuestionOn) {
     EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
 }
 
+TEST_F(FactoryReset, ShowsTheHourglassUntilTheFinalBoxIsAnswered) {
+    start_quietly();
+    screen.answer_message(question, Answer::yes);
+    screen.answer_message(done, Answer::ok, 1000);
+    operator_clicks(form1::mnu_reset_centralina);
+    run_for(23'199);
+    ASSERT_EQ(screen.message_boxes.size(), 2u);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
+    run_for(1);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+}
+
 TEST_F(FactoryReset, NoLeavesThePollingStoppedAndSendsNothing) {
     start_connected();
     screen.answer_message(question, Answer::no);
@@ -216,6 +228,19 @@ TEST_F(FactoryReset, AnAnswerBehindATelegramLeftOverCountsAsNone) {
     run_for(60'000);
     EXPECT_GE(times_of(Send(5)).size(), 2u);
     EXPECT_EQ(writes().size(), 86u);
+}
+
+// On a run that came by the connection dialog the polling comes back in the middle of it.
+TEST_F(FactoryReset, BesideThePollingOfTheWatchdogEveryValueStillReachesTheUnit) {
+    start_connected();
+    app::state.no_reread = true;
+    form1::Timer6.on();
+    fitter_resets();
+    run_for(60'000);
+    EXPECT_EQ(screen.message_boxes.size(), 2u);
+    for (const Frame& write : all_writes())
+        EXPECT_EQ(unit->parameter(write.number), write.value) << "PAR_" << write.number;
+    EXPECT_TRUE(app::state.poll_enabled);
 }
 
 TEST_F(FactoryReset, ACablePulledBeforeTheAnswerIsWaitedFor) {

@@ -114,6 +114,16 @@ TEST_F(ParameterDump, LeavesThePollingStopped) {
     EXPECT_EQ(lines(), 51);
 }
 
+// On a run that came by the connection dialog the polling comes back in the middle of it.
+TEST_F(ParameterDump, BesideThePollingOfTheWatchdogItStillEnds) {
+    start_connected();
+    app::state.no_reread = true;
+    form1::Timer6.on();
+    fitter_dumps(20'000);
+    EXPECT_EQ(lines(), 51);
+    EXPECT_TRUE(app::state.poll_enabled);
+}
+
 TEST_F(ParameterDump, AsksAgainUntilTheEchoIsRight) {
     start_quietly();
     port->silent = true;
