@@ -69,6 +69,18 @@ TEST_F(Acquisition, BehindASaveThePollingComesBackAndTheKeyboardGoesToText2) {
     EXPECT_EQ(unit->parameter(5), 2502); // it was silent: nothing reached it
 }
 
+// On a closed port no poll comes between.
+TEST_F(Acquisition, TheKeyboardGoesToText2EightHundredMillisecondsBehindThePolling) {
+    open_with_maximum("5000");
+    operator_clicks(acq::Command_salva);
+    run_for(2000);
+    inside_program([this] { port->close(); });
+    run_for(200 + 400 + 799);
+    EXPECT_NE(view::focus(), &form1::Text2);
+    run_for(1);
+    EXPECT_EQ(view::focus(), &form1::Text2);
+}
+
 TEST_F(Acquisition, TheUnitGetsThePoints) {
     open_with_maximum("12345");
     port->silent = false;
@@ -140,6 +152,7 @@ TEST_F(Acquisition, ClosingHandsThePanelsBack) {
     EXPECT_FALSE(form1::Timer3.is_on());
     EXPECT_TRUE(view::enabled(form1::Command5));
     EXPECT_FALSE(view::visible(form1::frame_engine)); // only behind the wait
+    EXPECT_TRUE(app::state.ui_loading);
     run_for(2000);
     EXPECT_TRUE(view::visible(form1::frame_engine));
     EXPECT_TRUE(view::visible(form1::Command_exit));
@@ -168,12 +181,23 @@ TEST_F(Acquisition, ClosingOnTheDirectRoadReadsTheUnitAgain) {
     EXPECT_TRUE(app::state.poll_enabled);
 }
 
+TEST_F(Acquisition, ClosedAtOnceItStopsItsGuard) {
+    start_and_stop_polling();
+    operator_clicks(form1::Command5);
+    run_for(50);
+    ASSERT_TRUE(acq::Timer1.is_on());
+    operator_clicks(acq::Command_chiudi);
+    EXPECT_FALSE(acq::Timer1.is_on());
+}
+
 TEST_F(Acquisition, ClosedByItsFrameItLetsTheFitterBackToTheMainWindow) {
     open_with_maximum("5000");
+    app::state.settings_panel_open = true;
     operator_closes(acq::acquisizione);
     run_for(1000);
     EXPECT_FALSE(acq::acquisizione.loaded);
     EXPECT_TRUE(view::enabled(form1::Form1));
+    EXPECT_FALSE(app::state.settings_panel_open);
     EXPECT_FALSE(app::state.poll_enabled);
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
     EXPECT_FALSE(any_timer_on());
@@ -233,6 +257,8 @@ TEST_F(Acquisition, OpenedBehindTheChangeoverWindowItTakesMainWindowAndPollingAl
     start_connected();
     app::state.no_reread = true;
     inside_program([] { view::load(acq::acquisizione); });
+    EXPECT_FALSE(app::state.poll_enabled);
+    EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
     inside_program([] {
         view::set_enabled(form1::Form1, true);
         monitor::start_polling();

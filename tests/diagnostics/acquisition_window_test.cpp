@@ -30,6 +30,33 @@ TEST_F(Acquisition, ItShowsTheSavedValueAndTakesTheWindowsGround) {
     EXPECT_EQ(app::state.panel_colour, acq::acquisizione.look.back);
 }
 
+// Both ground and saved value are taken once, when the window first gets its word.
+TEST_F(Acquisition, ItTakesTheWindowsGroundOnItsFirstActivationOnly) {
+    start_and_stop_polling();
+    inside_program([] {
+        view::load(acq::acquisizione);
+        view::set_back(acq::acquisizione, view::light_red);
+        view::set_enabled(form1::Form1, true); // as the changeover window leaves it
+    });
+    operator_clicks(form1::Command5);
+    run_for(10);
+    EXPECT_EQ(acq::Label3.look.back, view::light_red);
+    EXPECT_EQ(acq::Label4.look.back, view::light_red);
+    inside_program([] {
+        link::mirrors.tinj_upper = 1;
+        view::hide(acq::acquisizione);
+        view::show(acq::acquisizione);
+    });
+    run_for(10);
+    EXPECT_EQ(view::text(acq::Label2), "saved:  8004");
+}
+
+TEST_F(Acquisition, ItIsScaledToTheScreen) {
+    screen.screen = {1366 * 15, 768 * 15};
+    open_window();
+    EXPECT_GT(acq::Label1.look.place.width, acq::Label1.design.place.width * 1.9);
+}
+
 TEST_F(Acquisition, ItAsksEvery400MillisecondsFrom900On) {
     open_window();
     run_for(399);

@@ -70,7 +70,10 @@ TEST_F(DiagnosisMenu, TheSearchWritesOneAndLeavesTheMarks) {
     const auto clicked = now_ms();
     operator_clicks(form1::mnu_search);
     EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
-    run_for(500);
+    run_for(499);
+    EXPECT_TRUE(form1::Timer2.is_on());
+    run_for(1);
+    EXPECT_FALSE(form1::Timer2.is_on());
     EXPECT_THAT(frames(), ElementsAre(Write(143, 1)));
     EXPECT_EQ(port->sent[0].at_ms - clicked, 200);
     EXPECT_EQ(link::mirrors.eobd_protocol, 1);

@@ -123,13 +123,25 @@ TEST_F(FactoryReset, ShowsTheHourglassFromTheQuestionOn) {
     EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
 }
 
-TEST_F(FactoryReset, ShowsTheHourglassUntilTheFinalBoxIsAnswered) {
+// Another handler that ends meanwhile takes the hourglass away: behind the question and behind the
+// unit's restart it comes back, and stays until the final box is answered.
+TEST_F(FactoryReset, ShowsTheHourglassAnewAtItsStages) {
     start_quietly();
-    screen.answer_message(question, Answer::yes);
+    const auto take_hourglass_away = [this] {
+        inside_program([] { view::set_pointer(form1::Form1, Pointer::normal); });
+    };
+    screen.answer_message(question, Answer::yes, 1000);
     screen.answer_message(done, Answer::ok, 1000);
     operator_clicks(form1::mnu_reset_centralina);
-    run_for(23'199);
-    ASSERT_EQ(screen.message_boxes.size(), 2u);
+    take_hourglass_away();
+    run_for(1000);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
+    take_hourglass_away();
+    run_for(3999);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
+    run_for(1);
+    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
+    run_for(18'200 + 999);
     EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
     run_for(1);
     EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
@@ -363,8 +375,7 @@ TEST_F(FactoryReset, WithoutALanguageItStillAsks) {
     start_quietly();
     app::state.current_language = "xx";
     screen.answer_message("RESET CENTRALINA", Answer::no);
-    const std::string caption = "RESET CENTRALINA";
-    view::set_text(form1::mnu_reset_centralina, caption);
+    view::set_text(form1::mnu_reset_centralina, "RESET CENTRALINA");
     operator_clicks(form1::mnu_reset_centralina);
     run_for(3000);
     EXPECT_THAT(frames(), IsEmpty());

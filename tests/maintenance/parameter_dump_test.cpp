@@ -289,6 +289,17 @@ TEST_F(ParameterEdit, WritesTheParameterByItsNumber) {
     EXPECT_EQ(screen.input_boxes[1].prompt, "Inserisci il valore da assegnare al Parametro : 107");
 }
 
+TEST_F(ParameterEdit, LeavesThePollingStopped) {
+    start_connected();
+    fitter_edits("107", "107", "900");
+    EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
+    run_for(2000);
+    forget_wire();
+    run_for(5000);
+    EXPECT_THAT(frames(), IsEmpty());
+    EXPECT_FALSE(app::state.poll_enabled);
+}
+
 TEST_F(ParameterEdit, EmptyBoxesWriteNoughtToParameterNought) {
     start_quietly();
     fitter_edits("", "0", "");

@@ -90,6 +90,20 @@ TEST_F(ParameterWindow, ExitClosesItAndThePollingGoesOn) {
     EXPECT_EQ(port->sent[0].at_ms - clicked, 100 + 50);
 }
 
+// On a closed port no poll comes between.
+TEST_F(ParameterWindow, TheKeyboardGoesToText2AHundredMillisecondsBehindThePolling) {
+    start_connected();
+    app::state.no_reread = true;
+    fitter_opens();
+    run_for(1000);
+    inside_program([this] { port->close(); });
+    operator_clicks(form2::cmd_exit);
+    run_for(100 + 99);
+    EXPECT_NE(view::focus(), &form1::Text2);
+    run_for(1);
+    EXPECT_EQ(view::focus(), &form1::Text2);
+}
+
 TEST_F(ParameterWindow, ClosedByItsFrameItLeavesThePollingToTheEngineButton) {
     start_connected();
     fitter_opens();

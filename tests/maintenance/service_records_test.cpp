@@ -81,6 +81,10 @@ TEST_F(ServiceRecords, TheLineTakesTodayWithAllFourDigitsOfTheYear) {
     EXPECT_EQ(link::mirrors.last_check_year_text, "2024");
     EXPECT_EQ(link::mirrors.last_check_year, 12);
     EXPECT_EQ(link::mirrors.hours_on_gas, 123);
+    run_for(399);
+    EXPECT_TRUE(form1::Timer2.is_on()); // it waits once more
+    run_for(1);
+    EXPECT_FALSE(form1::Timer2.is_on());
 }
 
 struct Day {
