@@ -121,8 +121,8 @@ void pump_until(std::int64_t until_us) {
         return;
     }
     s.worlds_turn = false;
-    s.platform->idle(due ? now_us()
-                         : std::min(until_us, timer ? Scheduler::due_us(*timer) : Platform::forever));
+    s.platform->idle(
+        due ? now_us() : std::min(until_us, timer ? Scheduler::due_us(*timer) : Platform::forever));
 }
 
 void post(std::function<void()> work) { scheduler().posted.push_back(std::move(work)); }
