@@ -76,6 +76,15 @@ TEST_F(ChangeoverControls, ALockedOptionLeavesTheDelaySliderAlone) {
     EXPECT_EQ(link::mirrors.auto_changeover, 1);
 }
 
+TEST_F(ChangeoverControls, TheLockOfTheOptionsDoesNotHoldTheDelaySlider) {
+    open_changeover();
+    app::state.poll_enabled = true;
+    operator_drags(Slider2, view::value(Slider2) == 3 ? 2 : 3);
+    run_for(500);
+    EXPECT_EQ(writes().size(), 1u);
+    EXPECT_EQ(writes().at(0).number, 106);
+}
+
 TEST_F(ChangeoverControls, AnotherOptionClickedInTheWaitRunsNested) {
     open_changeover();
     operator_clicks(Option1);

@@ -97,6 +97,26 @@ TEST_F(ChangeoverWindow, LoadsTheInjectionTimeWindowUnseen) {
     EXPECT_THAT(frames(), IsEmpty());
 }
 
+TEST_F(ChangeoverWindow, LeavesTheInjectionTimeWindowLoadedBehindIt) {
+    open_changeover();
+    close_changeover();
+    EXPECT_FALSE(Form3.loaded);
+    EXPECT_TRUE(acquisizione::acquisizione.loaded);
+    EXPECT_FALSE(acquisizione::acquisizione.shown);
+}
+
+TEST_F(ChangeoverWindow, FillsTheScreenItFindsAsDoesTheOneLoadedWithIt) {
+    screen.screen = {2 * 10125, 2 * (9000 - 705) + 705};
+    open_changeover();
+    for (const view::Widget* window : {&Form3, &acquisizione::acquisizione}) {
+        SCOPED_TRACE(window->name);
+        const view::Place &drawn = window->design.place, &now = window->look.place;
+        EXPECT_EQ(now.width, 2 * drawn.width);
+        EXPECT_EQ(now.height, 2 * drawn.height);
+    }
+    EXPECT_EQ(Text_rpm.look.place.left, 2 * Text_rpm.design.place.left);
+}
+
 TEST_F(ChangeoverWindow, SelectsTheStartModeThatIsHeldAndNoneForAnyOther) {
     open_settings();
     const std::pair<double, const view::Widget*> modes[] = {

@@ -290,6 +290,7 @@ TEST_F(Keyboard, TheShownSpeedBecomesTheChangeoverSpeed) {
     EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(121, 2345))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1100 Form1 normal pointer"));
     EXPECT_EQ(unit->parameter(121), 2345);
+    EXPECT_NE(link::mirrors.changeover_rpm, 2345) << "the changeover window keeps what it shows";
 }
 
 TEST_F(Keyboard, TheSpeedIsTakenBeforeTheQuestionAndDecliningChangesNothing) {

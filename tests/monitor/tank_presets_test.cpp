@@ -100,6 +100,16 @@ TEST_P(EachTankPreset, ShowsItsVoltagesOnTheScale) {
 
 INSTANTIATE_TEST_SUITE_P(Senders, EachTankPreset, testing::Range(0, 6));
 
+TEST_F(TankPresets, ALabelThatAPresetLeavesAsItWasKeepsTheVoltageOfTheSenderBefore) {
+    open_settings(); // 3 percent of 3900 to 4200 mV
+    ASSERT_EQ(text(Label_led0) + " " + text(lbl_204), "3% 3909");
+    operator_chooses(Combo_tank_level, 2); // 3 percent too, of 150 to 400 mV
+    run_for(5000);
+    EXPECT_EQ(text(Label_led0) + " " + text(lbl_204), "3% 3909");
+    EXPECT_EQ(text(Label_led1) + " " + text(lbl_203), "30% 225");
+    EXPECT_EQ(text(lbl_205), "150");
+}
+
 TEST_F(TankPresets, TheListKeepsItsHourglassToTheEndAndTheWindowUntilTheFirstRowIsDone) {
     open_odd_tank();
     operator_chooses(Combo_tank_level, 0);

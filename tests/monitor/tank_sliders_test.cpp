@@ -158,8 +158,10 @@ TEST_F(TankSliders, ASliderWithoutRoomToSpringToStaysWhereItIs) {
 TEST_F(TankSliders, NothingGoesOutWhileTheProgramFillsItsWindow) {
     open_settings();
     app::state.ui_loading = true;
-    for (int row = 0; row < 5; ++row)
+    for (int row = 0; row < 5; ++row) {
         drag(row, 1 + row);
+        EXPECT_EQ(Form1.look.pointer, Pointer::normal);
+    }
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_THAT(all(), ElementsAre(1, 2, 3, 4, 5));
     EXPECT_EQ(text(Label_led0), "3%");
