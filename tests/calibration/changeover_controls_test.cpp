@@ -199,9 +199,9 @@ TEST_F(ChangeoverControls, TheSpeedFieldOfThePetrolCutOffSendsWholeTens) {
 
 TEST_F(ChangeoverControls, TheTimeFieldOfThePetrolCutOffHasAFloorOf100) {
     open_changeover();
-    const std::pair<const char*, int> cases[] = {{"50", 100},   {"99.9", 100},     {"", 100},
-                                                 {"-400", 100}, {"100", 1},        {"250", 2},
-                                                 {"299", 2},    {"6553599", 65535}};
+    const std::pair<const char*, int> cases[] = {{"50", 100},   {"99.9", 100}, {"", 100},
+                                                 {"-400", 100}, {"100", 1},    {"250", 2},
+                                                 {"299", 2},    {"299.6", 3},  {"6553599", 65535}};
     for (const auto& [typed, sent] : cases) {
         mark();
         operator_enters(Text2, typed);

@@ -103,6 +103,16 @@ TEST_F(ChangeoverWindow, LeavesTheInjectionTimeWindowLoadedBehindIt) {
     EXPECT_FALSE(Form3.loaded);
     EXPECT_TRUE(acquisizione::acquisizione.loaded);
     EXPECT_FALSE(acquisizione::acquisizione.shown);
+    // Loaded already, it does nothing of its own at the next visit: the visit does.
+    ASSERT_FALSE(acquisizione::Timer1.is_on());
+    inside_program([] {
+        view::set_enabled(form1::Form1, true);
+        form1::Timer_stato_sistema.on();
+        view::show(Form3);
+        EXPECT_TRUE(acquisizione::Timer1.is_on());
+        EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
+        EXPECT_FALSE(view::enabled(form1::Form1));
+    });
 }
 
 TEST_F(ChangeoverWindow, FillsTheScreenItFindsAsDoesTheOneLoadedWithIt) {

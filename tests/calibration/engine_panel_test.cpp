@@ -184,6 +184,16 @@ TEST_F(RpmMultiplier, TheTimerGoesOnButThePollingStaysForbiddenUntilTheWatchdog)
     EXPECT_TRUE(polls_come_in(100));
 }
 
+TEST_F(RpmMultiplier, TheTimerGoesOnBehindLessRpmToo) {
+    start_between_polls();
+    operator_clicks(Command_rpm_meno);
+    run_for(699);
+    EXPECT_FALSE(Timer_stato_sistema.is_on());
+    run_for(1);
+    EXPECT_TRUE(Timer_stato_sistema.is_on());
+    EXPECT_FALSE(state.poll_enabled);
+}
+
 TEST_F(RpmMultiplier, AWatchdogThatWasFasterIsStoppedAndWaitedFor) {
     start_between_polls();
     inside_program([] { Timer6.on(); });

@@ -55,6 +55,17 @@ TEST_F(FuelPanel, MethaneBringsItsGroupOfParametersAlong) {
     EXPECT_EQ(mirrors.reference_inj_threshold, 777);
 }
 
+TEST_F(FuelPanel, AFillingThatBeginsInMethanesWaitsTakesNothingFromItsEnd) {
+    open_settings();
+    operator_clicks(Option_metano);
+    run_for(1000);
+    app::state.ui_loading = true;
+    run_for(1200);
+    EXPECT_EQ(frames().size(), 5u);
+    EXPECT_TRUE(focused(cmd_focus));
+    EXPECT_EQ(Option_metano.look.pointer, Pointer::custom);
+}
+
 TEST_F(FuelPanel, LpgBringsItsOwnAndAnotherPressureThanTheScreenShows) {
     unit->set_parameter(10, 0);
     unit->set_parameter(51, 60);

@@ -47,6 +47,29 @@ TEST_F(GainSliders, PointerAndTipsFollowTheWholeMove) {
         << "the nested move gives the pointer back first";
 }
 
+TEST_F(GainSliders, TheTipsAreSetAnewAtTheEndOfAMove) {
+    start_during_a_poll();
+    const auto blot_tips = [this] {
+        inside_program([] {
+            view::set_tip(Slider_ktar, "?");
+            view::set_tip(Slider_power, "?");
+        });
+    };
+    operator_drags(Slider_ktar, 1190); // the power gain stays at 1001
+    run_for(100);
+    blot_tips();
+    run_for(700);
+    EXPECT_EQ(Slider_power.look.tip + " " + Slider_ktar.look.tip, "0 ?");
+    run_for(400);
+    EXPECT_EQ(Slider_ktar.look.tip, "189");
+    run_for(1000);
+    operator_drags(Slider_power, 1400);
+    run_for(100);
+    blot_tips();
+    run_for(1000);
+    EXPECT_EQ(Slider_power.look.tip + " " + Slider_ktar.look.tip, "399 ?");
+}
+
 TEST_F(GainSliders, TheTipShowsTheGainAboveUnityWhileTheSliderIsDragged) {
     start_during_a_poll();
     inside_program([] { view::operator_acts::drag_on(Slider_ktar, 1300); });

@@ -54,7 +54,9 @@ TEST_F(InjectorMenu, MatrixOf3OhmWaitsLongerBehindEachWrite) {
     start_during_a_poll();
     follow({&Form1, &Command_engine, &Command_impostazioni});
     operator_clicks(mnu_matrix_3_ohm);
-    run_for(3000);
+    run_for(1600);
+    EXPECT_EQ(mirrors.injector_opening, 3800) << "with the third write, not behind its waits";
+    run_for(1400);
     EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, 20000)), At(1000, Write(200, 40)),
                                             At(1600, Write(202, 3900))));
     EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
