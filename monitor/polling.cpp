@@ -50,7 +50,10 @@ void poll_once() {
     for (;;) {
         const Reply reply = next_reply();
         if (reply.length() >= shortest_telegram) show_telegram(reply);
-        const bool has_eobd = state.ecu_family == 2 || state.ecu_family == 4;
+        // The read of the live data empties the buffer in which the tuning looks for its telegrams:
+        // it would find none, for ever.
+        const bool has_eobd =
+            (state.ecu_family == 2 || state.ecu_family == 4) && state.tuning_mode != 1;
         if (!has_eobd || read_eobd_live()) return;
     }
 }
