@@ -145,7 +145,9 @@ void show_normal_on_buttons() {
 }
 
 void ShowHtmlHelp(const std::string& file, const std::string& topic) {
-    view::show_manual(file, topic);
+    // The pages of each language lie in a folder named by its code.
+    const std::string& language = state.current_language;
+    view::show_manual(file, language.empty() ? topic : language + "/" + topic);
 }
 
 void connect_main_window() {

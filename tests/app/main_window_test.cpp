@@ -270,9 +270,11 @@ TEST_F(MainWindow, TheTwoPanelButtonsShowWhenTheProgramIsBusy) {
     EXPECT_EQ(form1::Command_impostazioni.look.pointer, view::Pointer::custom);
 }
 
-TEST_F(MainWindow, TheManualOpensAtItsFirstPage) {
+TEST_F(MainWindow, TheManualOpensAtItsFirstPageInTheLanguageOfTheProgram) {
+    state.current_language = "pl";
     operator_clicks(form1::mnu_Manual);
-    EXPECT_THAT(screen.manuals, ElementsAre((folder / "zol.chm").string() + " index.htm"));
+    EXPECT_THAT(screen.manuals, ElementsAre((folder / "zol.chm").string() + " pl/index.htm"));
+    state.current_language.clear();
     inside_program([] { app::ShowHtmlHelp("a.chm", "b.htm"); });
     EXPECT_EQ(screen.manuals.back(), "a.chm b.htm");
 }

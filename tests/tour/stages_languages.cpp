@@ -35,8 +35,9 @@ void look_at_languages(Hands& hands, UnitProcess&) {
         hands.see(std::string("the language is ticked: ") + code, hands.ticked(code));
         for (const Panel& panel : panels) {
             go_to(hands, panel.button, panel.frame);
-            hands.picture(std::string(code) + "-" + panel.name);
+            // Closing the window activates the main one, which then captions its button anew.
             if (panel.name == std::string("settings")) look_at_windows(hands, code);
+            hands.picture(std::string(code) + "-" + panel.name);
         }
     }
     hands.see("the captions are English again", hands.text("Command_engine") == "ENGINE");

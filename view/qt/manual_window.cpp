@@ -1,27 +1,117 @@
 #include "view/qt/manual_window.h"
 
+#include "view/qt/manual_pages.h"
+
 #include <QDir>
 #include <QFileInfo>
-#include <QTextBrowser>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QUrl>
 
 namespace zol::view::qt {
 namespace {
 
-class Pages : public QTextBrowser {
-  public:
-    explicit Pages(QString folder) : folder_(std::move(folder)) { setOpenExternalLinks(false); }
+constexpr int contents_width = 220;
 
-  private:
-    QVariant loadResource(int type, const QUrl& url) override {
-        const QUrl whole = source().resolved(url);
-        if (!whole.isLocalFile()) return {};
-        const QString path = QFileInfo(whole.toLocalFile()).canonicalFilePath();
-        if (!path.startsWith(folder_ + "/")) return {};
-        return QTextBrowser::loadResource(type, whole);
+// The page of this topic, else the English one of that name; empty if there is neither.
+QString page_of(const QString& folder, const QString& topic) {
+    for (const QString& page : {topic, "uk/" + QFileInfo(topic).fileName()}) {
+        const QFileInfo file(folder + "/" + page);
+        if (file.isReadable() && file.isFile()) return file.absoluteFilePath();
+    }
+    return {};
+}
+
+class ManualWindow : public QWidget {
+  public:
+    ManualWindow(const QString& folder, const QString& page)
+        : contents_(read_manual_contents(QFileInfo(page).path())) {
+        setObjectName("Manual");
+        setWindowTitle(word("title", "Manual"));
+        resize(960, 680);
+        list_ = new QListWidget(this);
+        field_ = new QLineEdit(this);
+        back_ = new QPushButton(word("back", "Back"), this);
+        found_nothing_ = new QLabel(word("not_found", "Not found"), this);
+        page_ = new ManualPage(folder, this);
+        name_parts();
+        lay_out();
+        tie();
+        page_->setSource(QUrl::fromLocalFile(page));
     }
 
-    const QString folder_;
+  private:
+    QString word(const char* key, const char* otherwise) const {
+        return contents_.words.value(key, otherwise);
+    }
+
+    void name_parts() {
+        list_->setObjectName("Contents");
+        list_->setFixedWidth(contents_width);
+        list_->setWordWrap(true);
+        for (const auto& page : contents_.pages)
+            list_->addItem(page.title);
+        list_->setAccessibleName(contents_.pages.isEmpty() ? "Contents" : contents_.pages[0].title);
+        field_->setObjectName("Search");
+        field_->setPlaceholderText(word("search", "Search"));
+        field_->setAccessibleName(field_->placeholderText());
+        field_->setClearButtonEnabled(true);
+        back_->setObjectName("Back");
+        back_->setEnabled(false);
+        back_->setAutoDefault(false);
+        found_nothing_->setObjectName("Not_found");
+        found_nothing_->hide();
+        page_->setAccessibleName(windowTitle());
+    }
+
+    void lay_out() {
+        auto* bar = new QHBoxLayout;
+        bar->addWidget(back_);
+        bar->addWidget(field_, 1);
+        bar->addWidget(found_nothing_);
+        auto* side = new QHBoxLayout;
+        side->addWidget(list_);
+        side->addWidget(page_, 1);
+        auto* all = new QVBoxLayout(this);
+        all->addLayout(bar);
+        all->addLayout(side, 1);
+        field_->setFocus();
+    }
+
+    void tie() {
+        connect(back_, &QPushButton::clicked, page_, &QTextBrowser::backward);
+        connect(page_, &QTextBrowser::backwardAvailable, back_, &QWidget::setEnabled);
+        connect(page_, &QTextBrowser::sourceChanged, this, [this](const QUrl& url) {
+            shown_ = url.fileName();
+            mark_page();
+        });
+        connect(list_, &QListWidget::currentRowChanged, this, [this](int row) { go_to(row); });
+        connect(field_, &QLineEdit::textEdited, found_nothing_, &QWidget::hide);
+        connect(field_, &QLineEdit::returnPressed, this, [this] {
+            found_nothing_->setVisible(!page_->find_next(field_->text(), contents_.pages));
+        });
+    }
+
+    void mark_page() {
+        for (int row = 0; row < contents_.pages.size(); ++row)
+            if (contents_.pages[row].file == shown_) list_->setCurrentRow(row);
+    }
+
+    void go_to(int row) {
+        if (row < 0 || contents_.pages[row].file == shown_) return;
+        page_->setSource(QUrl(contents_.pages[row].file));
+    }
+
+    const ManualContents contents_;
+    QString shown_; // the page's own source() tells the one before while it changes
+    QListWidget* list_;
+    QLineEdit* field_;
+    QPushButton* back_;
+    QLabel* found_nothing_;
+    ManualPage* page_;
 };
 
 } // namespace
@@ -29,14 +119,10 @@ class Pages : public QTextBrowser {
 std::unique_ptr<QWidget> make_manual_window(const std::string& file, const std::string& topic) {
     const QDir beside = QFileInfo(QString::fromStdString(file)).absoluteDir();
     const QString folder = QFileInfo(beside.filePath("manual")).canonicalFilePath();
-    const QString page = folder + "/" + QString::fromStdString(topic);
-    if (folder.isEmpty() || !QFileInfo(page).isReadable() || !QFileInfo(page).isFile()) return {};
-    auto window = std::make_unique<Pages>(folder);
-    window->setObjectName("Manual");
-    window->setWindowTitle("Manual");
-    window->resize(760, 560);
-    window->setSource(QUrl::fromLocalFile(page));
-    return window;
+    if (folder.isEmpty()) return {};
+    const QString page = page_of(folder, QString::fromStdString(topic));
+    if (page.isEmpty()) return {};
+    return std::make_unique<ManualWindow>(folder, page);
 }
 
 } // namespace zol::view::qt

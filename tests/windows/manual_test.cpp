@@ -1,0 +1,143 @@
+// The manual's window, with the pages that come with the program.
+#include "tests/windows/qt_bench.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTextDocument>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+
+class Manual : public QtBench {
+  protected:
+    ~Manual() override { screen.close_manual(); }
+
+    void open_at(const std::string& topic) {
+        show_manual(ZOL_SOURCE_DIR "/zol.chm", topic);
+        settle();
+    }
+    template <typename T>
+    T& part(const QString& name) const {
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top->objectName() == "Manual")
+                if (auto* found = top->findChild<T*>(name)) return *found;
+        throw std::runtime_error("the manual has no " + name.toStdString());
+    }
+    QString text() const { return part<QTextBrowser>("Page").toPlainText(); }
+    QString page() const { return part<QTextBrowser>("Page").source().fileName(); }
+    QString chosen() const { return part<QTextBrowser>("Page").textCursor().selectedText(); }
+    void look_for(const QString& words) {
+        auto& field = part<QLineEdit>("Search");
+        field.clear();
+        type(field, words);
+        press(field, Qt::Key_Return);
+        settle();
+    }
+    bool says_not_found() const { return part<QWidget>("Not_found").isVisible(); }
+};
+
+TEST_F(Manual, TheContentsLeadToEachChapterAndBackLeadsHome) {
+    open_at("uk/index.htm");
+    auto& contents = part<QListWidget>("Contents");
+    ASSERT_GE(contents.count(), 16);
+    EXPECT_EQ(contents.currentRow(), 0);
+    EXPECT_FALSE(part<QPushButton>("Back").isEnabled());
+    for (int row = 1; row < contents.count(); ++row) {
+        contents.setCurrentRow(row);
+        settle();
+        EXPECT_TRUE(text().startsWith(contents.item(row)->text()))
+            << contents.item(row)->text().toStdString();
+    }
+    for (int row = contents.count() - 1; row > 0; --row) {
+        click(part<QPushButton>("Back"));
+        settle();
+        EXPECT_EQ(contents.currentRow(), row - 1);
+    }
+    EXPECT_EQ(page(), "index.htm");
+}
+
+TEST_F(Manual, AWordIsFoundInWhateverChapterItStandsAndThenAgain) {
+    open_at("uk/index.htm");
+    look_for("dialout");
+    EXPECT_EQ(page(), "connect.htm");
+    EXPECT_EQ(chosen(), "dialout");
+    EXPECT_FALSE(says_not_found());
+    const int first = part<QTextBrowser>("Page").textCursor().position();
+    press(part<QLineEdit>("Search"), Qt::Key_Return);
+    EXPECT_EQ(page(), "connect.htm");
+    EXPECT_GT(part<QTextBrowser>("Page").textCursor().position(), first);
+    for (int i = 0; i < 10 && page() == "connect.htm"; ++i)
+        press(part<QLineEdit>("Search"), Qt::Key_Return);
+    EXPECT_EQ(page(), "troubleshooting.htm");
+    EXPECT_EQ(part<QListWidget>("Contents").currentItem()->text(), "Troubleshooting");
+    click(part<QPushButton>("Back"));
+    EXPECT_EQ(page(), "connect.htm");
+}
+
+TEST_F(Manual, AWordThatStandsNowhereIsSaidToBeMissingAndThePageStays) {
+    open_at("uk/tank.htm");
+    look_for("zeppelin");
+    EXPECT_TRUE(says_not_found());
+    EXPECT_EQ(page(), "tank.htm");
+    type(part<QLineEdit>("Search"), "x");
+    EXPECT_FALSE(says_not_found());
+    look_for("");
+    EXPECT_EQ(page(), "tank.htm");
+}
+
+TEST_F(Manual, ThePicturesAreShown) {
+    open_at("uk/connect.htm");
+    auto& browser = part<QTextBrowser>("Page");
+    const auto picture = browser.document()->resource(QTextDocument::ImageResource,
+                                                      QUrl("../pictures/uk/engine.png"));
+    EXPECT_FALSE(picture.isNull());
+}
+
+TEST_F(Manual, ALanguageWithNoPageOfItsOwnShowsTheEnglishOne) {
+    QTemporaryDir folder;
+    QDir(folder.path()).mkpath("manual/uk");
+    QFile page_file(folder.filePath("manual/uk/index.htm"));
+    ASSERT_TRUE(page_file.open(QFile::WriteOnly));
+    page_file.write("<h1>In English</h1>");
+    page_file.close();
+    show_manual(folder.filePath("zol.chm").toStdString(), "xx/index.htm");
+    settle();
+    EXPECT_TRUE(text().contains("In English"));
+}
+
+TEST_F(Manual, ALinkThatLeadsOutOfTheManualLeavesThePageAsItIs) {
+    QTemporaryDir folder;
+    QDir(folder.path()).mkpath("manual/uk");
+    for (const char* name : {"manual/uk/index.htm", "outside.htm"}) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write("<h1>A page</h1>");
+    }
+    show_manual(folder.filePath("zol.chm").toStdString(), "uk/index.htm");
+    auto& browser = part<QTextBrowser>("Page");
+    for (const char* away : {"http://somewhere.example/", "../../outside.htm"}) {
+        browser.setSource(QUrl(away));
+        settle();
+        EXPECT_EQ(page(), "index.htm");
+        EXPECT_TRUE(text().contains("A page"));
+    }
+}
+
+TEST_F(Manual, EveryPartIsReachedByTheTabKeyAndBearsAName) {
+    open_at("uk/index.htm");
+    for (const char* name : {"Contents", "Search", "Page"}) {
+        EXPECT_FALSE(part<QWidget>(name).accessibleName().isEmpty()) << name;
+        EXPECT_TRUE(part<QWidget>(name).focusPolicy() & Qt::TabFocus) << name;
+    }
+    EXPECT_FALSE(part<QPushButton>("Back").text().isEmpty());
+}
+
+} // namespace
+} // namespace zol::view

@@ -1,0 +1,143 @@
+#!/usr/bin/env python3
+"""Checks the manual as it stands: every link and picture leads somewhere, every caption is on the
+screen, every PAR number is in the table, every factory value is the one that the reset writes, and
+all languages have the same chapters, headings, pictures, captions and tables."""
+
+import re
+import sys
+from html.parser import HTMLParser
+
+sys.dont_write_bytecode = True
+
+import sources
+from sources import MANUAL, ROOT
+
+MOST_PICTURE_BYTES = 3_000_000
+
+
+class Reader(HTMLParser):
+    """Collects what a page refers to and how it is built."""
+
+    def __init__(self, text):
+        super().__init__()
+        self.links, self.pictures, self.shape, self.open = [], [], [], []
+        self.feed(text)
+
+    def handle_starttag(self, tag, attributes):
+        values = dict(attributes)
+        if tag == "a":
+            self.links.append(values["href"])
+        if tag == "img":
+            self.pictures.append(values["src"])
+        if tag in {"h1", "h2", "img", "li", "tr"}:
+            self.shape.append(tag)
+        if tag not in {"img", "meta", "hr"}:
+            self.open.append(tag)
+
+    def handle_endtag(self, tag):
+        if not self.open or self.open.pop() != tag:
+            self.shape.append(f"badly closed {tag}")
+
+
+def link_problems(path, reader):
+    for target in reader.links + reader.pictures:
+        whole = (path.parent / target).resolve()
+        if MANUAL not in whole.parents or not whole.is_file():
+            yield f"{path.relative_to(ROOT)}: leads to {target}, which is not there"
+    if any(part.startswith("badly") for part in reader.shape) or reader.open:
+        yield f"{path.relative_to(ROOT)}: {[p for p in reader.shape if 'badly' in p]} {reader.open}"
+
+
+def text_problems(language, captions, numbers):
+    _, chapters = sources.read_text(language)
+    for chapter in chapters:
+        for number, line in chapter.lines:
+            for text in re.findall(r"\{=([^}]+)\}", line):
+                if sources.plain(text) not in captions:
+                    yield f"{language}.txt:{number}: nothing in the program reads {text!r}"
+            for parameter in re.findall(r"PAR_(\d+)", line):
+                if int(parameter) not in numbers:
+                    yield f"{language}.txt:{number}: PAR_{parameter} is not in the table"
+
+
+def marks(language):
+    """What must agree between languages, chapter by chapter."""
+    _, chapters = sources.read_text(language)
+    kept = r"\{[^}]+\}|PAR_\d+|`[^`]+`|^## |^!\S+|^- |^\d+\. |^\||\]\([a-z-]+\)"
+    found = {}
+    for chapter in chapters:
+        text = "\n".join(line for _, line in chapter.lines)
+        found[chapter.name] = sorted(re.findall(kept, text, re.MULTILINE))
+    return found
+
+
+def unlike_problems(languages):
+    first = marks(languages[0])
+    for language in languages[1:]:
+        other = marks(language)
+        if list(other) != list(first):
+            yield f"{language}: its chapters are {list(other)}, those of {languages[0]} are {list(first)}"
+            continue
+        for name in first:
+            if other[name] != first[name]:
+                few = [mark for mark in set(first[name] + other[name])
+                       if first[name].count(mark) != other[name].count(mark)]
+                yield f"{language}, {name}: differs from {languages[0]} in {sorted(few)}"
+
+
+def reset_values():
+    """{parameter: value} that the factory reset writes, from its own table."""
+    code = (ROOT / "maintenance" / "factory_reset.cpp").read_text(encoding="utf-8")
+    table = code[code.index("defaults[] = {"):code.index("};", code.index("defaults[] = {"))]
+    values = {int(number): value for number, value in re.findall(r"\{(\d+), (\d+)", table)}
+    cells = re.search(r"correction_cell_default = (\d+)", code)[1]
+    runs = code[code.index("correction_cell_runs[] ="):].split(";")[0]
+    for first, last in re.findall(r"\{(\d+), (\d+)\}", runs):
+        values.update({number: cells for number in range(int(first), int(last) + 1)})
+    return values
+
+
+def factory_problems(rows):
+    written = reset_values()
+    if len(written) != 38 + 48:
+        yield f"the reset writes {len(written)} values, read from its table"
+    for row in rows:
+        for number in sources.parameter_numbers([row]):
+            if row[2] != written.pop(number, "-"):
+                yield f"parameters.txt: PAR_{number} has another factory value"
+    for number in written:
+        yield f"parameters.txt: lacks PAR_{number}, which the reset writes"
+
+
+def problems():
+    languages = sources.written_languages()
+    rows = sources.read_parameters()
+    if "uk" not in languages:
+        yield "no English manual, which every other language falls back to"
+    captions = sources.fixed_captions()
+    used = set()
+    for language in languages:
+        yield from text_problems(language, captions, sources.parameter_numbers(rows))
+        for path in sorted((MANUAL / language).glob("*.htm")):
+            reader = Reader(path.read_text(encoding="utf-8"))
+            yield from link_problems(path, reader)
+            used.update((path.parent / picture).resolve() for picture in reader.pictures)
+    yield from unlike_problems(languages)
+    yield from factory_problems(rows)
+    pictures = set((MANUAL / "pictures").glob("**/*.png"))
+    for path in sorted(pictures - used):
+        yield f"{path.relative_to(ROOT)}: no page shows it"
+    size = sum(path.stat().st_size for path in pictures)
+    if size > MOST_PICTURE_BYTES:
+        yield f"the pictures take {size} bytes"
+
+
+def main():
+    found = list(problems())
+    for problem in found:
+        print(problem)
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
