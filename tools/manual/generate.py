@@ -71,6 +71,8 @@ class Page:
         text = re.sub(r"\*\*(.+?)\*\*", r"<i>\1</i>", text)
         text = re.sub(r"`(.+?)`", r"<code>\1</code>", text)
         text = re.sub(r"\[([^\]]+)\]\(([a-z-]+)\)", self.link, text)
+        if self.language == "fr":  # no line may begin with one of these signs
+            text = re.sub(r" (?=[:;?!](?: |$|<))", "\u00a0", text)
         if re.search(r"[{}`]|\*\*", text):
             raise SourceError(f"a mark is left over in: {text}")
         return text
