@@ -31,7 +31,7 @@ sys.dont_write_bytecode = True  # the source tree stays as it was checked out
 import sources
 from sources import LANGUAGES, MANUAL, SourceError
 
-PICTURE_WIDTH = 640
+PICTURE_WIDTH = 680
 STYLE = ("body { font-family: sans-serif; margin: 12px; } h1 { color: #8c2f1f; } h2 { color: #444444; }"
          " td, th { padding: 4px; text-align: left; } th { background-color: #e4ddd0; }"
          " code { background-color: #eeeeee; }")
