@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -128,6 +129,13 @@ TEST_F(Manual, ALinkThatLeadsOutOfTheManualLeavesThePageAsItIs) {
         EXPECT_EQ(page(), "index.htm");
         EXPECT_TRUE(text().contains("A page"));
     }
+}
+
+TEST_F(Manual, TheWindowIsNoLargerThanTheScreen) {
+    open_at("uk/index.htm");
+    const QWidget* window = part<QWidget>("Page").window();
+    EXPECT_LE(window->width(), window->screen()->availableSize().width());
+    EXPECT_LE(window->height(), window->screen()->availableSize().height());
 }
 
 TEST_F(Manual, EveryPartIsReachedByTheTabKeyAndBearsAName) {

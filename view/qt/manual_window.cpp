@@ -9,12 +9,14 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QUrl>
 
 namespace zol::view::qt {
 namespace {
 
 constexpr int contents_width = 220;
+constexpr QSize wanted_size(1000, 700); // the pictures are 680 wide
 
 // The page of this topic, else the English one of that name; empty if there is neither.
 QString page_of(const QString& folder, const QString& topic) {
@@ -31,7 +33,7 @@ class ManualWindow : public QWidget {
         : contents_(read_manual_contents(QFileInfo(page).path())) {
         setObjectName("Manual");
         setWindowTitle(word("title", "Manual"));
-        resize(960, 680);
+        resize(wanted_size.boundedTo(screen()->availableSize()));
         list_ = new QListWidget(this);
         field_ = new QLineEdit(this);
         back_ = new QPushButton(word("back", "Back"), this);
