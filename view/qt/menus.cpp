@@ -30,9 +30,10 @@ std::unordered_map<const Widget*, QAction*> build_menus(Widget& window, QMenuBar
         }
         action->setObjectName(name);
         action->setMenuRole(QAction::NoRole);
-        for (Aspect aspect :
-             {Aspect::text, Aspect::tip, Aspect::visible, Aspect::enabled, Aspect::checked})
+        for (Aspect aspect : {Aspect::tip, Aspect::visible, Aspect::enabled, Aspect::checked})
             mirror(*widget, *action, aspect);
+        // A separator's text is its mark in the table; drawn, it would be a heading.
+        if (widget->kind != Kind::separator) mirror(*widget, *action, Aspect::text);
         actions.emplace(widget, action);
     }
     return actions;

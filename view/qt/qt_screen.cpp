@@ -3,10 +3,13 @@
 #include "view/qt/boxes.h"
 #include "view/qt/manual_window.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace zol::view::qt {
 
@@ -30,6 +33,10 @@ void QtScreen::window_loaded(Widget& window) {
 
 void QtScreen::window_shown(Widget& window, bool shown) {
     if (WindowFace* it = face(window)) it->show(shown);
+    if (!shown || std::exchange(any_shown_, true)) return;
+    // The first window is painted before what comes behind it is built.
+    catch_up();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtScreen::window_unloaded(Widget& window) {

@@ -41,6 +41,7 @@ class QtScreen : public Screen {
     std::vector<std::unique_ptr<WindowFace>> faces_;
     std::vector<Widget*> recoloured_;
     std::unique_ptr<QWidget> manual_;
+    bool any_shown_ = false;
     KeyPreview key_preview_;
 };
 
