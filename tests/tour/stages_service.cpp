@@ -42,9 +42,11 @@ void look_at_boxes(Hands& hands, UnitProcess& unit) {
     Hands::rest(400);
     hands.picture("other-colour");
     hands.menu({"MNU_HELP", "mnu_Manual"});
-    Hands::rest(600);
+    hands.see("the manual opens in a window of the program",
+              hands.until([&] { return hands.shown("Manual"); }));
+    Hands::rest(300);
     hands.picture("manual");
-    hands.close("manual");
+    hands.close("Manual");
     Hands::rest(300);
     go_home(hands);
 }
