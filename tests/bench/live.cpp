@@ -70,16 +70,15 @@ struct TimedPort : link::PosixSerialPort {
     std::vector<std::int64_t> requests_us;
 };
 
-// Runs `work` on the windows' thread and waits until it, with all its waits, is done.
+// Runs `work` in the pump of the windows' thread and waits until it, with all its waits, is done.
 void run_inside(const std::function<void()>& work) {
     std::binary_semaphore done{0};
+    const auto whole = [&] {
+        work();
+        done.release();
+    };
     QMetaObject::invokeMethod(
-        qApp,
-        [&] {
-            work();
-            done.release();
-        },
-        Qt::QueuedConnection);
+        qApp, [&] { view::post(whole); }, Qt::QueuedConnection);
     done.acquire();
 }
 
@@ -185,8 +184,7 @@ void measure_acts() {
             {"--link", (folder / "ports" / "com1").string(), "--warm", "--firmware", firmware});
         // The program starts when the unit's device is there.
         rest(1);
-        QMetaObject::invokeMethod(
-            qApp, [] { app::sub_main(); }, Qt::QueuedConnection);
+        run_inside(app::sub_main);
         rest(10);
         if (what == "poll")
             measure_polling(port, unit, firmware.front() == '2' ? 450 : 350);
