@@ -22,14 +22,17 @@ namespace {
 
 using namespace zol;
 
-// Wakes when a top-level window has been painted, and says what it took to get there.
+// Wakes when a top-level window is painted, and says what it took to get there.
 class FirstPaint : public QObject {
   public:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        const auto* widget = qobject_cast<QWidget*>(watched);
-        if (event->type() == QEvent::Paint && widget && widget->isWindow())
-            QMetaObject::invokeMethod(
-                this, [] { report(); }, Qt::QueuedConnection);
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (event->type() == QEvent::Paint && widget && widget->isWindow()) {
+            watched->removeEventFilter(this);
+            qApp->removeEventFilter(this);
+            widget->grab(); // with all its parts and their type
+            report();
+        }
         return false;
     }
 
