@@ -13,20 +13,33 @@ struct Chance {
     std::string_view name;
     double BadLineOptions::*value;
 };
-constexpr std::array<Chance, 6> chances = {{{"drop", &BadLineOptions::drop},
+constexpr std::array<Chance, 9> chances = {{{"drop", &BadLineOptions::drop},
                                             {"double", &BadLineOptions::doubled},
                                             {"flip", &BadLineOptions::flip},
                                             {"insert", &BadLineOptions::insert},
                                             {"truncate", &BadLineOptions::truncate},
-                                            {"delay", &BadLineOptions::delay}}};
+                                            {"delay", &BadLineOptions::delay},
+                                            {"split", &BadLineOptions::split},
+                                            {"join", &BadLineOptions::join},
+                                            {"unplug", &BadLineOptions::unplug}}};
+
+// The longest time of a chance, in ms.
+struct Longest {
+    std::string_view name;
+    std::string_view of;
+    int BadLineOptions::*value;
+};
+constexpr std::array<Longest, 2> longests = {{{"delay-ms", "delay", &BadLineOptions::delay_ms},
+                                              {"unplug-ms", "unplug", &BadLineOptions::unplug_ms}}};
 
 struct Flag {
     std::string_view name;
     bool BadLineOptions::*value;
 };
-constexpr std::array<Flag, 3> flags = {{{"silence", &BadLineOptions::silence},
+constexpr std::array<Flag, 4> flags = {{{"silence", &BadLineOptions::silence},
                                         {"echo", &BadLineOptions::echo},
-                                        {"babble", &BadLineOptions::babble}}};
+                                        {"babble", &BadLineOptions::babble},
+                                        {"denied", &BadLineOptions::denied}}};
 
 // Bytes for a reader that has gone away are not kept for ever.
 constexpr std::size_t most_coming = 65536;
@@ -44,6 +57,15 @@ void BadLine::set_options(const BadLineOptions& options) {
 
 void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Way& way,
                    std::vector<std::uint8_t>& out) {
+    if (plugged(now_us) && chance_.chance(options_.unplug)) {
+        out_until_us_ = now_us + 1000LL * chance_.between(1, std::max(1, options_.unplug_ms));
+        const auto on_its_way = [&](const Coming& held) { return held.at_us > now_us; };
+        coming_.erase(std::find_if(coming_.begin(), coming_.end(), on_its_way), coming_.end());
+    }
+    if (!plugged(now_us)) {
+        ++damaged_;
+        return;
+    }
     if (now_us - way.last_us > pause_us) way.cutting = false;
     way.last_us = now_us;
     way.cutting = way.cutting || chance_.chance(options_.truncate);
@@ -66,11 +88,29 @@ void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Way& way,
     }
 }
 
+// The next answer begins: what `join` has held for it comes with its first byte.
+void BadLine::let_go(std::int64_t at_us) {
+    if (at_us - last_came_us_ <= pause_us || at_us >= joined_until_us_) return;
+    for (Coming& held : coming_)
+        if (held.at_us == joined_until_us_) held.at_us = at_us;
+    joined_until_us_ = INT64_MIN;
+}
+
 void BadLine::come(std::uint8_t byte, std::int64_t at_us) {
+    let_go(at_us);
+    last_came_us_ = at_us;
     if (coming_.size() >= most_coming) return;
     if (chance_.chance(options_.delay)) {
         ++damaged_;
         at_us += 1000LL * chance_.between(1, std::max(1, options_.delay_ms));
+    }
+    if (chance_.chance(options_.split)) {
+        ++damaged_;
+        at_us += 1000LL * chance_.between(least_split_ms, most_split_ms);
+    }
+    if (at_us >= joined_until_us_ && chance_.chance(options_.join)) {
+        ++damaged_;
+        at_us = joined_until_us_ = at_us + join_us;
     }
     // A queue: whatever is held up holds up what is behind it.
     coming_.push_back({at_us, byte});
@@ -81,10 +121,18 @@ void BadLine::receive(std::span<const std::uint8_t> bytes, std::int64_t now_us) 
     std::vector<std::uint8_t> passed;
     for (const std::uint8_t byte : bytes)
         pass(byte, now_us, forth_, passed);
-    if (options_.echo)
+    if (options_.echo && plugged(now_us))
         for (const std::uint8_t byte : bytes)
             come(byte, now_us);
     inner_.receive(passed, now_us);
+}
+
+void BadLine::babble(std::int64_t at_us) {
+    if (plugged(at_us)) {
+        come(static_cast<std::uint8_t>(chance_.next() >> 8), at_us);
+        ++damaged_;
+    }
+    babble_at_us_ = at_us + chance_.between(least_babble_us, most_babble_us);
 }
 
 void BadLine::fetch(std::int64_t now_us) {
@@ -95,13 +143,9 @@ void BadLine::fetch(std::int64_t now_us) {
         const auto inner_at = inner_.next_byte_at_us();
         if (options_.babble && !babble_at_us_)
             babble_at_us_ = now_us + chance_.between(least_babble_us, most_babble_us);
-        const bool babbles =
-            babble_at_us_ && *babble_at_us_ <= now_us && (!inner_at || *babble_at_us_ < *inner_at);
-        if (babbles) {
-            const std::int64_t at_us = *babble_at_us_;
-            come(static_cast<std::uint8_t>(chance_.next() >> 8), at_us);
-            ++damaged_;
-            babble_at_us_ = at_us + chance_.between(least_babble_us, most_babble_us);
+        if (babble_at_us_ && *babble_at_us_ <= now_us &&
+            (!inner_at || *babble_at_us_ < *inner_at)) {
+            babble(*babble_at_us_);
             continue;
         }
         if (!inner_at || *inner_at > now_us) break;
@@ -148,10 +192,11 @@ std::string set_switch(BadLineOptions& options, std::string_view name, std::stri
         options.*flag.value = value == "on";
         return {};
     }
-    if (name == "delay-ms") {
+    for (const Longest& longest : longests) {
+        if (longest.name != name) continue;
         const auto number = number_in(value, 1, 60000);
-        if (!number) return "delay-ms takes a number from 1 to 60000";
-        options.delay_ms = *number;
+        if (!number) return std::string(name) + " takes a number from 1 to 60000";
+        options.*longest.value = *number;
         return {};
     }
     if (name == "seed") {
@@ -161,8 +206,8 @@ std::string set_switch(BadLineOptions& options, std::string_view name, std::stri
         return {};
     }
     return "there is no switch " + quoted(name) +
-           "; there are drop, double, flip, insert, truncate, delay, delay-ms, silence, echo, "
-           "babble and seed";
+           "; there are drop, double, flip, insert, truncate, delay, delay-ms, split, join, "
+           "unplug, unplug-ms, silence, echo, babble, denied and seed";
 }
 
 std::string describe(const BadLineOptions& options) {
@@ -173,7 +218,9 @@ std::string describe(const BadLineOptions& options) {
         if (options.*chance.value <= 0) continue;
         std::snprintf(number, sizeof number, " %g", options.*chance.value);
         all += ", " + std::string(chance.name) + number;
-        if (chance.name == "delay") all += " of up to " + std::to_string(options.delay_ms) + " ms";
+        for (const Longest& longest : longests)
+            if (longest.of == chance.name)
+                all += " of up to " + std::to_string(options.*longest.value) + " ms";
     }
     for (const Flag& flag : flags)
         if (options.*flag.value) all += ", " + std::string(flag.name);

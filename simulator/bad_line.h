@@ -22,9 +22,14 @@ struct BadLineOptions {
     double truncate = 0; // is lost with all that follows it without a pause
     double delay = 0;    // on the way back: held up, with all that follows, by up to delay_ms
     int delay_ms = 200;
+    double split = 0;  // on the way back: a pause stands ahead of it, so that pieces come
+    double join = 0;   // on the way back: held up, with all that follows, for the next answer
+    double unplug = 0; // the cable falls out, and is put back in within unplug_ms
+    int unplug_ms = 5000;
     bool silence = false; // nothing comes back
     bool echo = false;    // what is sent comes back at once
     bool babble = false;  // foreign bytes come back at any time
+    bool denied = false;  // the port cannot be opened: its permission is gone
 };
 
 class BadLine final : public Line {
@@ -34,6 +39,10 @@ class BadLine final : public Line {
     // A babbling line waits this long between two foreign bytes.
     static constexpr int least_babble_us = 20'000;
     static constexpr int most_babble_us = 400'000;
+    // How long the pause of `split` lasts, in ms.
+    static constexpr int least_split_ms = 6, most_split_ms = 60;
+    // With no next answer, `join` lets go after this time.
+    static constexpr std::int64_t join_us = 1'000'000;
 
     // `inner` must outlive it.
     explicit BadLine(Line& inner, const BadLineOptions& options = {});
@@ -47,6 +56,9 @@ class BadLine final : public Line {
     void set_options(const BadLineOptions& options);
     // How many bytes were lost, added, changed or held up so far.
     std::uint64_t damaged() const { return damaged_; }
+    // Whether the cable is in; one that fell out is back at `back_in_at_us`.
+    bool plugged(std::int64_t now_us) const { return now_us >= out_until_us_; }
+    std::int64_t back_in_at_us() const { return out_until_us_; }
     // Lets go of what is on its way.
     void clear() { coming_.clear(); }
 
@@ -62,7 +74,9 @@ class BadLine final : public Line {
     };
     void pass(std::uint8_t byte, std::int64_t now_us, Way& way, std::vector<std::uint8_t>& out);
     void fetch(std::int64_t now_us);
+    void babble(std::int64_t at_us);
     void come(std::uint8_t byte, std::int64_t at_us);
+    void let_go(std::int64_t at_us);
 
     Line& inner_;
     BadLineOptions options_;
@@ -71,6 +85,9 @@ class BadLine final : public Line {
     Way back_;
     std::deque<Coming> coming_;
     std::optional<std::int64_t> babble_at_us_;
+    std::int64_t last_came_us_ = INT64_MIN / 2;
+    std::int64_t joined_until_us_ = INT64_MIN;
+    std::int64_t out_until_us_ = INT64_MIN;
     std::uint64_t damaged_ = 0;
 };
 

@@ -11,8 +11,9 @@ std::string Bench::command(std::string_view text, std::int64_t now_us) {
         return command_help() +
                "\n  line                shows how bad the line is\n"
                "  line drop 0.01      makes it worse: drop, double, flip, insert,\n"
-               "                      truncate, delay (0 to 1), delay-ms, silence,\n"
-               "                      echo, babble (on, off), seed\n"
+               "                      truncate, delay, split, join, unplug (0 to 1),\n"
+               "                      delay-ms, unplug-ms, silence, echo, babble,\n"
+               "                      denied (on, off), seed\n"
                "  line clean          makes it good again";
     if (words.empty() || words[0] != "line") {
         std::string answer = unit.command(text, now_us);

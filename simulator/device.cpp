@@ -83,7 +83,15 @@ std::string Device::open_port(const std::string& path) {
     return {};
 }
 
+void Device::deny(bool denied) {
+    if (denied == denied_ || slave_fd_ < 0) return;
+    struct stat found {};
+    if (denied && fstat(slave_fd_, &found) == 0) mode_ = found.st_mode & 07777;
+    if (fchmod(slave_fd_, denied ? 0 : mode_) == 0) denied_ = denied;
+}
+
 void Device::close() {
+    denied_ = false;
     close_fd(watch_fd_);
     close_fd(slave_fd_);
     close_fd(fd_);

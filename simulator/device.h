@@ -22,6 +22,10 @@ class Device {
     // Whoever holds the other end finds it hung up.
     void close();
 
+    // Takes from everybody the permission to open the pseudo-terminal, or gives it back; one who
+    // has it open keeps it, and root is not stopped. A real port is left alone.
+    void deny(bool denied);
+
     bool is_open() const { return fd_ >= 0; }
     // To wait on for input; -1 if it is closed.
     int fd() const { return fd_; }
@@ -42,6 +46,8 @@ class Device {
     int slave_fd_ = -1; // held, so that the terminal stays as it is between two visits
     int watch_fd_ = -1;
     std::string path_;
+    bool denied_ = false;
+    unsigned mode_ = 0; // of the pseudo-terminal while it is denied
 };
 
 // Makes `path` a symbolic link to `target`, in place of one that is there. An empty text, or a

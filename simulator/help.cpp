@@ -50,9 +50,13 @@ OPTIONS
         What the car's diagnosis speaks, 2 to 10. Without it: 7.
     --line SWITCHES
         A bad line, as in drop=0.01,echo=on. drop, double, flip, insert,
-        truncate and delay take a chance for each byte from 0 to 1, delay-ms the
-        longest delay; silence, echo and babble are on or off; seed N gives the
-        line a seed of its own. The command "line" changes them later.
+        truncate, delay, split, join and unplug take a chance for each byte from
+        0 to 1: lost, twice, a bit changed, a foreign byte ahead, lost with all
+        behind it, late, a pause ahead, held for the next answer, the cable out.
+        delay-ms and unplug-ms are the longest times. silence, echo, babble and
+        denied are on or off; denied takes away the permission to open the
+        pseudo-terminal, which root does not need. seed N gives the line a seed
+        of its own. The command "line" changes them later.
     --scenario FILE
         Types the commands of FILE at their times. A line is a time in seconds
         after the start and a command, as in "12.5 throttle 40"; # begins a

@@ -66,8 +66,8 @@ int Program::run() {
     while (!ended_) {
         run_scenario();
         if (ended_) break;
-        follow_cable();
         exchange();
+        follow_cable(); // the cable may just have fallen out
         wait();
     }
     return 0;
@@ -129,11 +129,15 @@ void Program::disconnect() {
 }
 
 void Program::follow_cable() {
-    const bool plugged = bench_.unit.quirks().plugged;
-    if (plugged == device_.is_open()) return;
-    if (!plugged) return disconnect();
-    // Whatever stands in the way was said; the cable counts as out until it is put back again.
-    if (!connect()) bench_.unit.plug(false);
+    const bool plugged = bench_.unit.quirks().plugged && bench_.line.plugged(clock_us());
+    if (plugged && !device_.is_open()) {
+        // Whatever stands in the way was said; the cable counts as out until it is put back again.
+        if (!connect()) bench_.unit.plug(false);
+    } else if (!plugged && device_.is_open()) {
+        say("the cable is out");
+        disconnect();
+    }
+    device_.deny(bench_.line.options().denied);
 }
 
 void Program::run_command(const std::string& line) {
@@ -205,6 +209,7 @@ void Program::typed(std::string_view bytes) {
 std::int64_t Program::next_us() const {
     std::int64_t next = INT64_MAX;
     if (device_.is_open()) next = bench_.line.next_byte_at_us().value_or(next);
+    if (!bench_.line.plugged(clock_us())) next = bench_.line.back_in_at_us();
     if (next_step_ < scenario_.steps.size()) {
         const double at_s = scenario_.steps[next_step_].at_s;
         next = std::min(next, start_us_ + static_cast<std::int64_t>(at_s * 1e6));

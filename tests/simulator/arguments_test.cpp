@@ -90,8 +90,10 @@ TEST(ProgramArguments, AWrongOneIsNamedWithItsRemedy) {
 TEST(ProgramArguments, TheHelpNamesThemAll) {
     const std::string help = help_text();
     for (const char* name :
-         {"--link", "--device", "--firmware", "--warm", "--seed", "--protocol", "--line",
-          "--scenario", "--log", "--exit-on-eof", "--help", "--version"})
+         {"--link",     "--device",  "--firmware",    "--warm", "--seed",    "--protocol", "--line",
+          "--scenario", "--log",     "--exit-on-eof", "--help", "--version", "drop",       "double",
+          "flip",       "insert",    "truncate",      "delay",  "split",     "join",       "unplug",
+          "delay-ms",   "unplug-ms", "silence",       "echo",   "babble",    "denied"})
         EXPECT_THAT(help, HasSubstr(name));
     std::size_t column = 0;
     for (const char c : help) {

@@ -3,6 +3,7 @@
 #include "tests/simulator/workshop.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace sim {
 namespace {
@@ -120,6 +121,62 @@ TEST(BadLine, HoldsBytesUpInOrder) {
     EXPECT_GT(line.damaged(), 20u);
 }
 
+// The lengths of the pieces in which it comes, for one who looks each millisecond.
+std::vector<std::size_t> pieces(BadLine& line, std::int64_t until_us) {
+    std::vector<std::size_t> lengths = {0};
+    bool coming = false;
+    for (std::int64_t now_us = 0; now_us < until_us; now_us += 1000) {
+        const auto count = line.take(now_us).size();
+        if (count > 0 && !coming) lengths.push_back(0);
+        lengths.back() += count;
+        coming = count > 0;
+    }
+    lengths.erase(lengths.begin());
+    return lengths;
+}
+
+TEST(BadLine, SplitsAnAnswerIntoPieces) {
+    Source source;
+    BadLine line(source, {.split = 0.1});
+    source.feed(29);
+    const auto lengths = pieces(line, 2'000'000);
+    EXPECT_GT(lengths.size(), 1u);
+    EXPECT_EQ(std::accumulate(lengths.begin(), lengths.end(), std::size_t{0}), 29u);
+}
+
+TEST(BadLine, JoinsAnAnswerToTheNext) {
+    Source source;
+    BadLine line(source, {.join = 1});
+    source.feed(10);
+    source.feed(10, 300'000);
+    EXPECT_THAT(line.take(299'000), IsEmpty()) << "held for the next";
+    EXPECT_EQ(line.take(300'000), counted(10));
+}
+
+TEST(BadLine, LetsGoOfAnAnswerThatHasNoNext) {
+    Source source;
+    BadLine line(source, {.join = 1});
+    source.feed(10);
+    EXPECT_THAT(line.take(999'000), IsEmpty());
+    EXPECT_EQ(line.take(2'100'000), counted(10));
+}
+
+TEST(BadLine, FallsOutAndIsPutBackIn) {
+    Source source;
+    BadLine line(source, {.unplug = 1, .unplug_ms = 500});
+    line.receive(counted(5), 0);
+    EXPECT_FALSE(line.plugged(0));
+    EXPECT_THAT(source.heard, IsEmpty());
+    EXPECT_LE(line.back_in_at_us(), 500'000);
+    source.feed(5);
+    EXPECT_THAT(line.take(line.back_in_at_us() - 1), IsEmpty());
+    line.set_options({});
+    source.coming.clear();
+    source.feed(5, 600'000);
+    EXPECT_TRUE(line.plugged(600'000));
+    EXPECT_EQ(line.take(700'000), counted(5));
+}
+
 TEST(BadLine, AnswersNothingWhileSilent) {
     Source source;
     BadLine line(source, {.silence = true});
@@ -165,7 +222,8 @@ TEST(BadLine, TheSameSeedDoesTheSameDamage) {
 }
 
 TEST(BadLine, HowOftenSomebodyLooksDoesNotMatter) {
-    const BadLineOptions options{.drop = 0.1, .insert = 0.1, .delay = 0.01};
+    const BadLineOptions options{
+        .drop = 0.1, .insert = 0.1, .delay = 0.01, .split = 0.01, .join = 0.01, .unplug = 0.0005};
     Source source;
     BadLine line(source, options);
     source.feed(5000);

@@ -213,6 +213,38 @@ TEST_F(ProgramTest, PullingTheCableHangsThePortUpAndPuttingItBackBringsAnother) 
     EXPECT_THAT(again.read_bytes(6), SizeIs(6));
 }
 
+TEST_F(ProgramTest, ABadLineLosesItsCableAndGetsItBack) {
+    RunningProgram program({"--link", link, "--line", "unplug=1,unplug-ms=300,seed=7"});
+    EXPECT_THAT(program.said_until("unplug 1 "), HasSubstr("line seed 7, unplug 1 of up to 300 ms"))
+        << "the seed is always said";
+    {
+        Port port(link);
+        port.send_command(6);
+        EXPECT_THAT(program.said_until("linked as"), HasSubstr("the cable is out"));
+        EXPECT_LT(port.send_command(6), 0) << "the adapter had gone with it";
+    }
+    program.type("line clean");
+    program.said_until("clean");
+    Port again(link);
+    ASSERT_TRUE(again.is_open());
+    again.send_command(6);
+    EXPECT_THAT(again.read_bytes(6), SizeIs(6));
+}
+
+TEST_F(ProgramTest, ABadLineTakesThePermissionAwayAndGivesItBack) {
+    RunningProgram program({"--line", "denied=on"});
+    const std::string device = program.device();
+    const auto mode = [&] { return fs::status(device).permissions(); };
+    for (int i = 0; i < 500 && mode() != fs::perms::none; ++i)
+        usleep(2000);
+    EXPECT_EQ(mode(), fs::perms::none);
+    program.type("line denied off");
+    program.said_until("clean");
+    for (int i = 0; i < 500 && mode() == fs::perms::none; ++i)
+        usleep(2000);
+    EXPECT_NE(mode(), fs::perms::none);
+}
+
 TEST_F(ProgramTest, AScenarioTypesItsCommandsAndABadOneIsRefused) {
     std::ofstream(folder / "good.txt") << "0 memory 3 1500\n0.2 memory 3\n0.3 quit\n";
     RunningProgram good({"--scenario", folder / "good.txt"});
