@@ -1,14 +1,9 @@
 // The parameter dump, to the letter, and the prompt that writes a parameter by its number.
 #include "maintenance/parameter_dump.h"
 
-#include "monitor/polling.h"
-#include "tests/support/bench.h"
-#include "view/windows/form1.h"
+#include "tests/maintenance/dump_bench.h"
 
-#include <algorithm>
 #include <csignal>
-#include <fstream>
-#include <iterator>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -19,75 +14,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-constexpr const char* dump_file = "log/setting.txt";
-
-// A file of the expected bytes, beside this one.
-std::string expected_dump(const std::string& name) {
-    std::ifstream in(ZOL_SOURCE_DIR "/tests/maintenance/files/" + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-class ParameterDump : public Bench {
+class ParameterDump : public DumpBench {
   protected:
-    // Connected, the polling ended, and nothing of it left in the buffer.
-    void start_quietly(int family = 0) {
-        use_unit({.family = family, .version = 7, .revision = 71});
-        start_connected();
-        inside_program(monitor::stop_polling);
-        run_for(1000);
-        inside_program([this] { port->read_all(); });
-        forget_wire();
-    }
-    // Every parameter of the unit tells its own number.
-    void number_the_memory() {
-        for (int n = 0; n < sim::Memory::size; ++n)
-            unit->memory().set(n, static_cast<std::uint16_t>(n * 251 + n % 7));
-    }
     // The tool reads this image, of so many bytes, instead of the unit's own.
-    void image_of(std::size_t length) {
-        link::Bytes image(length, 1);
-        port->alter = [image](const link::Bytes&) { return image; };
-    }
-    void fitter_dumps(int ms = 3000) {
-        operator_clicks(form1::mnu_dump_parametri);
-        run_for(ms);
-    }
-    std::ptrdiff_t lines() {
-        const std::string text = read_text(dump_file);
-        return std::count(text.begin(), text.end(), '\n');
-    }
-    std::vector<std::string> files_in_log() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder / "log"))
-            names.push_back(entry.path().filename().string());
-        return names;
-    }
+    void image_of(std::size_t length) { answer_everything_with(link::Bytes(length, 1)); }
 };
-
-struct FamilyFile {
-    int family;
-    const char* file;
-};
-
-class ParameterDumpOfFamily : public ParameterDump,
-                              public testing::WithParamInterface<FamilyFile> {};
-
-TEST_P(ParameterDumpOfFamily, HoldsTheseBytes) {
-    start_quietly(GetParam().family);
-    number_the_memory();
-    fitter_dumps();
-    const std::string expected = expected_dump(GetParam().file);
-    ASSERT_GT(expected.size(), 2000u);
-    EXPECT_EQ(read_text(dump_file), expected);
-    EXPECT_EQ(lines(), 51);
-}
-
-// Family 1 has other words from byte 80 on; the labels stay what they are. Families 0 and 2 begin
-// alike.
-INSTANTIATE_TEST_SUITE_P(Nought, ParameterDumpOfFamily,
-                         testing::Values(FamilyFile{0, "dump_diagnosis.txt"},
-                                         FamilyFile{1, "dump_lambda.txt"},
-                                         FamilyFile{2, "dump_diagnosis.txt"}));
 
 TEST_F(ParameterDump, AsksForTheImageBetweenItsWaits) {
     start_quietly();
@@ -164,8 +95,6 @@ TEST_F(ParameterDump, TheSecondDumpReplacesTheFirst) {
     fitter_dumps();
     const std::string first = read_text(dump_file);
     unit->set_parameter(1, 4711);
-    image_of(0);
-    port->alter = nullptr;
     fitter_dumps();
     EXPECT_THAT(read_text(dump_file),
                 testing::StartsWith("Par 1  = 4711     moltiplicatore giri "));
@@ -176,7 +105,6 @@ TEST_F(ParameterDump, TheSecondDumpReplacesTheFirst) {
 
 TEST_F(ParameterDump, TheTwoLastLinesCarryTheSameNumber) {
     start_quietly();
-    number_the_memory();
     unit->memory().set(152, 1200);
     unit->memory().set(153, 1);
     fitter_dumps();

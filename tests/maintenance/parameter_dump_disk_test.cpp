@@ -1,0 +1,50 @@
+// The parameter dump onto a disk that has no room left.
+#include "tests/maintenance/dump_bench.h"
+#include "tests/support/small_disk.h"
+
+namespace zol::tests {
+namespace {
+
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+constexpr std::size_t two_pages = 8192;
+
+class DumpOntoFullDisk : public DumpBench {
+  protected:
+    std::filesystem::path log() const { return folder / "log"; }
+};
+
+TEST_F(DumpOntoFullDisk, KeepsTheOldFileWholeAndIsMadeOnceThereIsRoom) {
+    const auto refusal = on_small_disk(log(), two_pages, [this] {
+        start_quietly();
+        write_file(dump_file, "old\n");
+        fill_disk(log());
+        fitter_dumps();
+        EXPECT_EQ(read_text(dump_file), "old\n");
+        EXPECT_THAT(files_in_log(), UnorderedElementsAre("setting.txt", "filler"));
+        EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
+        EXPECT_THAT(screen.complaints(), IsEmpty());
+        std::filesystem::remove(log() / "filler");
+        fitter_dumps();
+        EXPECT_EQ(lines(), 51);
+    });
+    if (refusal) GTEST_SKIP() << *refusal;
+}
+
+TEST_F(DumpOntoFullDisk, LeavesNoPartOfAFileThatWasNotThere) {
+    const auto refusal = on_small_disk(log(), two_pages, [this] {
+        start_quietly();
+        fill_disk(log());
+        fitter_dumps();
+        EXPECT_THAT(files_in_log(), UnorderedElementsAre("filler"));
+        EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
+        forget_wire();
+        run_for(5000);
+        EXPECT_THAT(frames(), IsEmpty());
+    });
+    if (refusal) GTEST_SKIP() << *refusal;
+}
+
+} // namespace
+} // namespace zol::tests
