@@ -30,6 +30,8 @@ CONFIGURE = ("-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -g0", "-DC
              "-DZOL_VIEW=OFF", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON")
 
 SLOW_MS = 400  # a test that takes longer than this runs after all others
+# A day of polling for each edit would be most of a run. What only it noticed counts as survived.
+NEVER = "LongRun."
 KNOWN_FIRST = 40  # how many of the tests that noticed something in this file before run first
 MEMORY = 4 << 30  # bytes: a break may make a loop that never stops collecting
 FILE_SIZE = 64 << 20
@@ -148,7 +150,7 @@ class Workbench:
         durations = {}
         for room in ROOMS:
             say(f"running {room}_tests unbroken")
-            output, ended = run_tests(room, "*", 120_000)
+            output, ended = run_tests(room, f"*-{NEVER}*", 120_000)
             if ended:
                 raise Broken(f"{room}_tests {ended} without any edit: {name_of_failed(output, ended)}")
             durations[room] = {name: int(ms) for name, ms in

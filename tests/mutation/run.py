@@ -1,0 +1,174 @@
+"""Breaks the logic in a thousand places, one at a time, and demands that a test notices.
+
+Edits are drawn by a seed, spread over the files by their lines and within a file over the ways to
+break. What does not compile is not counted; what changes nothing that anybody can tell is. Survivors
+that were looked at stand in survivors.txt with the reason. A run that was broken off goes on where
+it was; --again tries its survivors once more, on today's tests.
+"""
+
+import argparse
+import collections
+import json
+import pathlib
+import random
+import sys
+
+sys.dont_write_bytecode = True
+
+from edits import all_edits
+from workbench import CAUGHT, HOME, NOT_COMPILED, SURVIVED, TREE, Workbench
+
+ACCEPTED = pathlib.Path(__file__).with_name("survivors.txt")
+CAUGHT_AT_LEAST = 0.95
+
+
+def line_with(edit, source):
+    """The line of the edit, and what the lines that it touches read before and after, each on one
+    line: this names an edit as long as nobody rewrites its place."""
+    start = source.rfind("\n", 0, edit.at) + 1
+    end = source.find("\n", edit.at + len(edit.old))
+    before = source[start:end]
+    after = source[start:edit.at] + edit.new + source[edit.at + len(edit.old):end]
+    return source.count("\n", 0, edit.at) + 1, " ".join(before.split()), " ".join(after.split())
+
+
+def described(edit):
+    line, before, after = line_with(edit, (TREE / edit.path).read_text(encoding="utf-8"))
+    return {"path": edit.path, "line": line, "kind": edit.kind, "before": before, "after": after}
+
+
+def key_of(record):
+    return f"{record['path']}: {record['before']} ==> {record['after']}"
+
+
+def accepted_survivors():
+    """Reasons by key. A key stands at the line's start, its reason indented below."""
+    reasons, key = {}, None
+    for line in ACCEPTED.read_text(encoding="utf-8").splitlines():
+        if line.startswith(" ") and key:
+            reasons[key] = (reasons[key] + " " + line.strip()).strip()
+        elif line and not line.startswith("#"):
+            key = line
+            reasons[key] = ""
+    return reasons
+
+
+def drawn(seed):
+    """All edits in the order of the draw. Each file has its turn as often as it has lines with
+    something to break, and in its turn first a way to break is drawn, then a place."""
+    chance = random.Random(seed)
+    by_file = {}
+    weights = {}
+    for path, edits in all_edits(TREE).items():
+        source = (TREE / path).read_text(encoding="utf-8")
+        weights[path] = len({source.count("\n", 0, edit.at) for edit in edits})
+        kinds = collections.defaultdict(list)
+        for edit in edits:
+            kinds[edit.kind].append(edit)
+        by_file[path] = kinds
+    while by_file:
+        path = chance.choices(list(by_file), [weights[each] for each in by_file])[0]
+        kinds = by_file[path]
+        kind = chance.choice(sorted(kinds))
+        yield kinds[kind].pop(chance.randrange(len(kinds[kind])))
+        if not kinds[kind]:
+            del kinds[kind]
+        if not kinds:
+            del by_file[path]
+
+
+class Results:
+    """What came of each edit, kept on the disk from edit to edit."""
+
+    def __init__(self, seed):
+        self.file = HOME / f"results-{seed}.jsonl"
+        lines = self.file.read_text().splitlines() if self.file.exists() else []
+        self.records = {key_of(record): record for record in map(json.loads, lines)}
+
+    def add(self, record):
+        self.records[key_of(record)] = record
+        with self.file.open("a") as file:
+            file.write(json.dumps(record) + "\n")
+
+    def counted(self):
+        return [record for record in self.records.values() if record["verdict"] != NOT_COMPILED]
+
+    def survivors(self):
+        return [record for record in self.records.values() if record["verdict"] == SURVIVED]
+
+
+def attempt(bench, edit, results):
+    record = described(edit)
+    outcome = bench.try_edit(edit.path, edit.old, edit.new, edit.at)
+    record |= {"verdict": outcome.verdict, "test": outcome.test, "seconds": round(outcome.seconds, 1)}
+    results.add(record)
+    if outcome.verdict == SURVIVED:
+        print(f"survived: {record['path']}:{record['line']} ({record['kind']})\n"
+              f"    {record['before']}\n    {record['after']}", flush=True)
+
+
+def try_survivors_again(bench, results):
+    edits = {key_of(described(edit)): edit for edits in all_edits(TREE).values() for edit in edits}
+    for record in results.survivors():
+        edit = edits.get(key_of(record))
+        if edit:
+            attempt(bench, edit, results)
+        else:
+            del results.records[key_of(record)]  # its place was rewritten
+
+
+def table(title, records, column):
+    rows = collections.defaultdict(collections.Counter)
+    for record in records:
+        rows[column(record)][record["verdict"]] += 1
+        rows["all"][record["verdict"]] += 1
+    lines = [f"| {title:20} | counted | caught | survived | caught % | did not compile |", "|-|-|-|-|-|-|"]
+    for name, row in sorted(rows.items(), key=lambda item: (item[0] == "all", item[0])):
+        counted = row[CAUGHT] + row[SURVIVED]
+        lines.append(f"| {name:20} | {counted:7} | {row[CAUGHT]:6} | {row[SURVIVED]:8} "
+                     f"| {100 * row[CAUGHT] / max(counted, 1):8.1f} | {row[NOT_COMPILED]:15} |")
+    return "\n".join(lines)
+
+
+def report(results):
+    """Prints the tables and the survivors. True if enough was caught and the rest is explained."""
+    records = list(results.records.values())
+    print(table("broken", records, lambda record: record["kind"]), end="\n\n")
+    print(table("room", records, lambda record: record["path"].rsplit("/", 1)[0]), end="\n\n")
+    reasons = accepted_survivors()
+    unexplained = 0
+    for record in sorted(results.survivors(), key=lambda r: (r["path"], r["line"])):
+        reason = reasons.get(key_of(record), "")
+        unexplained += not reason
+        print(f"survived: {record['path']}:{record['line']}: {record['before']} ==> {record['after']}\n"
+              f"    {reason or 'NOT EXPLAINED'}")
+    caught = sum(record["verdict"] == CAUGHT for record in records)
+    share = caught / max(len(results.counted()), 1)
+    print(f"{len(results.counted())} edits counted, {caught} caught: {100 * share:.1f} %; "
+          f"{unexplained} survivors without a reason")
+    return share >= CAUGHT_AT_LEAST and not unexplained
+
+
+def main():
+    options = argparse.ArgumentParser(prog="./mutate", description=__doc__.split("\n\n")[0])
+    options.add_argument("--count", type=int, default=1000, help="edits that compile (1000)")
+    options.add_argument("--seed", type=int, default=None, help="of the draw; a new one by default")
+    options.add_argument("--again", action="store_true", help="only the survivors of the run with this seed")
+    chosen = options.parse_args()
+    seed = random.randrange(1_000_000) if chosen.seed is None else chosen.seed
+    print(f"seed {seed}", flush=True)
+    results = Results(seed)
+    bench = Workbench()
+    if chosen.again:
+        try_survivors_again(bench, results)
+    else:
+        for edit in drawn(seed):
+            if len(results.counted()) >= chosen.count:
+                break
+            if key_of(described(edit)) not in results.records:
+                attempt(bench, edit, results)
+    return 0 if report(results) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
