@@ -35,15 +35,9 @@ bool unit_present() {
 }
 
 void features_by_family() {
-    if (state.ecu_family == 1) {
-        view::set_enabled(form1::mnu_eobd, false);
-        view::set_visible(form1::Command_lambda, true);
-        view::set_visible(form1::Command_diagnosi, false);
-        view::set_visible(form1::Option_corr, false);
-    } else if (state.ecu_family == 0 || state.ecu_family == 4) {
-        view::set_enabled(form1::mnu_eobd, true);
-        view::set_visible(form1::Command_lambda, true);
-        view::set_visible(form1::Command_diagnosi, true);
+    if (state.ecu_family == 1) offer_lambda_only();
+    if (state.ecu_family == 0 || state.ecu_family == 4) {
+        offer_diagnosis(true);
         view::set_visible(form1::Frame_L_C_T, false);
     }
     view::set_text(form1::Label35, "1");

@@ -12,19 +12,6 @@ namespace {
 
 using app::state;
 
-void features_by_family() {
-    if (state.ecu_family == 1) {
-        view::set_enabled(form1::mnu_eobd, false);
-        view::set_visible(form1::Command_lambda, true);
-        view::set_visible(form1::Command_diagnosi, false);
-        view::set_visible(form1::Option_corr, false);
-    } else if (state.ecu_family == 0) {
-        view::set_enabled(form1::mnu_eobd, true);
-        view::set_visible(form1::Command_lambda, false);
-        view::set_visible(form1::Command_diagnosi, true);
-    }
-}
-
 bool first_group() {
     return (state.ecu_family == 1 && state.ecu_version >= 2) ||
            (state.ecu_family >= 3 && state.ecu_revision >= 35);
@@ -99,7 +86,8 @@ bool read_version() {
 
 void read_for_dialog() {
     while (!read_version()) {}
-    features_by_family();
+    if (state.ecu_family == 1) offer_lambda_only();
+    if (state.ecu_family == 0) offer_diagnosis(false);
     for (int attempt = 1; attempt <= 3; ++attempt) {
         send_command(Command::read_image);
         wait_ms(1800);

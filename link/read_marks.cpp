@@ -38,6 +38,19 @@ void show_gains() {
     show_gain(form1::Slider_power, mirrors.ktar_high);
 }
 
+void offer_lambda_only() {
+    view::set_enabled(form1::mnu_eobd, false);
+    view::set_visible(form1::Command_lambda, true);
+    view::set_visible(form1::Command_diagnosi, false);
+    view::set_visible(form1::Option_corr, false);
+}
+
+void offer_diagnosis(bool lambda_too) {
+    view::set_enabled(form1::mnu_eobd, true);
+    view::set_visible(form1::Command_lambda, lambda_too);
+    view::set_visible(form1::Command_diagnosi, true);
+}
+
 void tick_eobd_direction() {
     tick_pair(form1::mnu_direction_inverse_eobd, form1::mnu_direction_normal_eobd,
               mirrors.eobd_direction == 1);

@@ -8,6 +8,10 @@ namespace zol::link {
 
 // Both gains on their sliders, each marked from the slider's lower end up to its value.
 void show_gains();
+// The menus and buttons of a unit without the car's diagnosis (family 1), and of one that has it.
+// Which of the other families are offered it, and the lambda panel beside it, differs by road.
+void offer_lambda_only();
+void offer_diagnosis(bool lambda_too);
 // The direction pair: 1 marks "Inverse", any other value "Normal".
 void tick_eobd_direction();
 // The protocol's own item of eleven codes, 0 and 1 both "Search..."; an unknown code changes

@@ -64,10 +64,7 @@ void poll_ticks() {
     form1::Timer_stato_sistema.off();
     if (state.poll_enabled && link::port_is_open()) {
         poll_once();
-        if (state.poll_enabled)
-            form1::Timer_stato_sistema.on();
-        else
-            form1::Timer_stato_sistema.off();
+        rearm_polling();
     }
     give_tab_stops();
 }
@@ -88,6 +85,13 @@ void start_polling() {
 void stop_polling() {
     state.poll_enabled = false;
     form1::Timer_stato_sistema.off();
+}
+
+void rearm_polling() {
+    if (state.poll_enabled)
+        form1::Timer_stato_sistema.on();
+    else
+        form1::Timer_stato_sistema.off();
 }
 
 void after_the_pass(std::function<void()> work) {

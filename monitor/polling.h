@@ -11,6 +11,9 @@ namespace zol::monitor {
 void start_polling();
 void stop_polling();
 
+// The timer as poll_enabled says: the end of a read that had switched it off for itself.
+void rearm_polling();
+
 // Runs `work` when no pass of the loop is under way: at once, or as soon as the present one is
 // over. A handler that runs inside a pass holds it up to its own end, and the live values with it:
 // what takes long and needs them begins here.

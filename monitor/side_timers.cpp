@@ -45,10 +45,7 @@ void lambda_panel_reads() {
             trace_on_lambda_panel(telegram);
         }
     }
-    if (state.poll_enabled)
-        form1::Timer_stato_sistema.on();
-    else
-        form1::Timer_stato_sistema.off();
+    rearm_polling();
     give_tab_stops();
 }
 

@@ -1,19 +1,9 @@
 #include "simulator/wire_log.h"
 
-#include <cstdarg>
-#include <cstdio>
+#include "simulator/text.h"
 
 namespace sim {
 namespace {
-
-[[gnu::format(printf, 1, 2)]] std::string text(const char* format, ...) {
-    char buffer[300];
-    va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(buffer, sizeof buffer, format, arguments);
-    va_end(arguments);
-    return buffer;
-}
 
 const char* command_name(int command) {
     switch (command) {

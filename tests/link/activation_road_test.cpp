@@ -239,6 +239,22 @@ TEST_F(ActivationRoad, InFamily3TheLaterWordsWin) {
     EXPECT_FALSE(view::checked(form1::mnu_iso9141));
 }
 
+// An image that ends before the long layout's words shows that the short one's were taken first.
+TEST_F(ActivationRoad, InFamily3TheShortLayoutsWordsStayWhereTheLaterOnesAreMissing) {
+    crafted.family = 3;
+    crafted.set_word(96, 1);
+    crafted.set_word(106, 300);
+    crafted.set_word(110, 400);
+    crafted.set_word(112, 0);
+    crafted.image.resize(113);
+    read_on_activation();
+    EXPECT_TRUE(view::selected(form1::Option_abi_controllo_lambda));
+    EXPECT_EQ(view::text(form1::Text_lambda_open_loop), "300");
+    EXPECT_EQ(view::text(form1::Text_lambda_closed_loop), "400");
+    EXPECT_TRUE(view::selected(form1::lambda_inv));
+    EXPECT_TRUE(view::selected(form1::Option_tens));
+}
+
 struct Features {
     int family;
     bool eobd_menu, lambda_button, diagnosis_button, current_option, tens_corr_frame;

@@ -1,6 +1,7 @@
 // The two request frames, the reply conventions and the wait of the whole program.
 #include "link/ecu_frames.h"
 
+#include "link/first_read.h"
 #include "tests/support/bench.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
@@ -127,6 +128,21 @@ TEST_F(SerialLayer, ALateReplyShowsUpAtTheHeadOfTheNextReadWhichThenFailsItsEcho
         EXPECT_FALSE(both.echoes(Command::version));
     });
     run_for(3000);
+}
+
+TEST_F(SerialLayer, ALateReplyThatNobodyReadSpoilsTheNextExchangeAndOnlyThatOne) {
+    unit->quirks().late_ms = 700;
+    inside_program([] {
+        link::send_command(Command::presence);
+        link::wait_ms(300);
+        EXPECT_TRUE(link::read_reply().empty());
+        link::wait_ms(1000); // it has come by now; no request empties the buffer
+        EXPECT_FALSE(link::read_version());
+        EXPECT_TRUE(link::read_version());
+    });
+    run_for(6000);
+    EXPECT_THAT(frames(), ElementsAre(Send(6), Send(7), Send(7)));
+    EXPECT_NE(app::state.firmware_text, "");
 }
 
 TEST_F(SerialLayer, AWriteIsSentAtOnceAndWaits300Milliseconds) {
