@@ -39,7 +39,7 @@ Design control(Kind kind, std::string_view name, Widget& parent, Place place, st
 Widget::Widget(const Design& d)
     : name(d.name), index(d.index), kind(d.kind), parent(d.parent),
       window(d.kind == Kind::window ? this : d.parent->window),
-      changes_on_assignment(d.changes_on_assignment), design(d.look), look(d.look) {
+      changes_on_assignment(d.changes_on_assignment), panel(d.panel), design(d.look), look(d.look) {
     switch (kind) {
     case Kind::window: all_windows().push_back(this); break;
     case Kind::menu:

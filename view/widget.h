@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zol::view {
@@ -89,8 +90,8 @@ struct Look {
     std::string font_name;
     Align align = Align::left;
     WindowState state = WindowState::normal;
-    std::string tag; // window
-    std::vector<Stroke> strokes;
+    std::string tag;             // window
+    std::vector<Stroke> strokes; // drawing surface; a frame has them behind its controls
 };
 
 // The operator's acts and the widget's own events, each a handler of the logic. An empty one is an
@@ -117,6 +118,7 @@ struct Design {
     Look look;
     int index = -1;                     // place in a control array, -1 outside one
     bool changes_on_assignment = false; // slider: an assignment from code runs its change handler
+    const Widget* panel = nullptr;      // button: the panel that it brings on view
 
     Design& font(double points, bool bold = false) {
         look.font_size = points, look.font_bold = bold;
@@ -170,6 +172,14 @@ struct Design {
         changes_on_assignment = true;
         return *this;
     }
+    Design& opens(const Widget& frame) {
+        panel = &frame;
+        return *this;
+    }
+    Design& drawn(std::vector<Stroke> strokes) {
+        look.strokes = std::move(strokes);
+        return *this;
+    }
     Design& at_index(int i) {
         index = i;
         return *this;
@@ -199,6 +209,7 @@ struct Widget {
     Widget* const parent;
     Widget* const window; // itself for a window
     const bool changes_on_assignment;
+    const Widget* const panel;
     const Look design;
     Look look;
     Handlers on;

@@ -1,8 +1,10 @@
 #include "view/qt/application.h"
 
+#include "view/qt/instrument_style.h"
+#include "view/qt/mirror.h"
+#include "view/windows/style.h"
+
 #include <QApplication>
-#include <QStyle>
-#include <QStyleFactory>
 
 namespace zol::view::qt {
 
@@ -14,9 +16,11 @@ void prepare_toolkit() {
 }
 
 void settle_look(QApplication& application) {
-    QStyle* style = QStyleFactory::create("Fusion");
+    auto* style = new InstrumentStyle;
     QApplication::setStyle(style);
-    QApplication::setPalette(style->standardPalette());
+    QPalette palette = style->standardPalette();
+    palette.setColor(QPalette::Window, to_qcolor(windows::paper)); // boxes stand on it too
+    QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
     application.setApplicationName("zol-injection");
     application.setApplicationDisplayName("");

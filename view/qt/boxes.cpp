@@ -15,6 +15,7 @@ namespace {
 // The box belongs to the window beneath it, but is not its child: that window may go first.
 void pump_until_answered(QDialog& box) {
     const QWidget* beneath = QApplication::activeWindow();
+    box.setFont(QApplication::font("QDialog"));
     box.setWindowModality(Qt::ApplicationModal);
     box.winId(); // makes the native window, which can be given its place above another
     if (beneath && beneath->windowHandle())

@@ -6,7 +6,9 @@
 #include <QPalette>
 #include <QWidget>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <tuple>
 
@@ -53,7 +55,7 @@ QPalette make_palette(Kind kind, Colour back, Colour fore) {
     for (auto role : inks) {
         if (container && role != own.ink) continue;
         palette.setColor(role, ink);
-        palette.setColor(QPalette::Disabled, role, faded(ink, ground));
+        palette.setColor(QPalette::Disabled, role, faded(legible_on(ground, ink), ground));
     }
     return palette;
 }
@@ -67,6 +69,19 @@ const QPalette& palette_of(Kind kind, Colour back, Colour fore) {
     const auto it = palettes.find(key);
     if (it != palettes.end()) return it->second;
     return palettes.emplace(key, make_palette(kind, back, fore)).first->second;
+}
+
+double luminance(const QColor& colour) {
+    const auto linear = [](double share) {
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
 }
 
 bool fills_its_ground(const Widget& model) {
@@ -90,6 +105,12 @@ void mirror_colours(const Widget& model, QWidget& face) {
     if (face.foregroundRole() != roles.ink) face.setForegroundRole(roles.ink);
     face.setAutoFillBackground(fills_its_ground(model));
     face.setPalette(palette_of(model.kind, model.look.back, model.look.fore));
+}
+
+QColor legible_on(const QColor& ground, const QColor& ink) {
+    constexpr double least_contrast = 2;
+    if (contrast(ground, ink) >= least_contrast) return ink;
+    return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
 }
 
 QColor to_qcolor(Colour colour) {

@@ -109,7 +109,7 @@ QWidget* make_control(Widget& model, QWidget& parent) {
     case Kind::check_box: face = make_button<ModelledButton<QCheckBox>>(model, parent); break;
     case Kind::text_box: face = make_text_box(model, parent); break;
     case Kind::combo_box: face = make_combo_box(model, parent); break;
-    case Kind::frame: face = new FrameFace(&parent); break;
+    case Kind::frame: face = new FrameFace(model, parent); break;
     case Kind::slider: face = new SliderFace(model, parent); break;
     case Kind::progress_bar: face = make_progress_bar(parent); break;
     case Kind::shape: face = new LampFace(&parent); break;

@@ -25,13 +25,16 @@ class SliderFace : public QSlider {
     int stretch_ = 0;
 };
 
-// A group with its title on its upper edge.
+// A group with its title on its upper edge, and what is drawn behind its controls.
 class FrameFace : public QGroupBox {
   public:
-    using QGroupBox::QGroupBox;
+    FrameFace(const Widget& model, QWidget& parent) : QGroupBox(&parent), model_(model) {}
 
   private:
     void paintEvent(QPaintEvent* event) override;
+    void draw_edge(QPainter& painter) const;
+
+    const Widget& model_;
 };
 
 // A round lamp in its background colour.
@@ -41,6 +44,19 @@ class LampFace : public QWidget {
 
   private:
     void paintEvent(QPaintEvent* event) override;
+};
+
+// Strokes in a widget's own twips as of before scaling, drawn at the size that it has now.
+class StrokePen {
+  public:
+    // `painter` draws on a surface of `size` pixels for this widget.
+    StrokePen(QPainter& painter, const Widget& model, const QSize& size);
+    // Returns what was drawn on, in pixels.
+    QRect draw(const Stroke& stroke);
+
+  private:
+    QPainter& painter_;
+    double x_scale_, y_scale_;
 };
 
 // A drawing surface. It keeps what was drawn, scales it with itself, and paints only what is new.

@@ -1,7 +1,7 @@
 #include "view/qt/fit.h"
 
 #include <QFontMetrics>
-#include <QLabel>
+#include <QStyle>
 #include <QWidget>
 
 #include <algorithm>
@@ -10,11 +10,17 @@ namespace zol::view::qt {
 namespace {
 
 // What the style draws around or beside a caption, in pixels.
-QSize trimmings(Kind kind) {
+QSize trimmings(Kind kind, const QWidget& face) {
+    const auto mark = [&face](QStyle::PixelMetric side, QStyle::PixelMetric gap) {
+        return QSize(face.style()->pixelMetric(side, nullptr, &face) +
+                         face.style()->pixelMetric(gap, nullptr, &face) + 3,
+                     0);
+    };
     switch (kind) {
     case Kind::command_button: return {10, 6};
     case Kind::option_button:
-    case Kind::check_box: return {22, 0};
+        return mark(QStyle::PM_ExclusiveIndicatorWidth, QStyle::PM_RadioButtonLabelSpacing);
+    case Kind::check_box: return mark(QStyle::PM_IndicatorWidth, QStyle::PM_CheckBoxLabelSpacing);
     case Kind::frame: return {16, 0};
     default: return {2, 0};
     }
@@ -47,7 +53,7 @@ void fit_text(const Widget& model, QWidget& face, double points) {
                              model.kind == Kind::frame;
     if (has_caption && !model.look.text.empty()) {
         const QString text = QString::fromStdString(model.look.text);
-        const QSize room = (face.size() - trimmings(model.kind)).expandedTo({1, 1});
+        const QSize room = (face.size() - trimmings(model.kind, face)).expandedTo({1, 1});
         // A label that is high enough for two lines of its smallest font breaks its text.
         const bool wraps = model.kind == Kind::label;
         const QSize tall = model.kind == Kind::frame ? QSize(room.width(), 1000) : room;

@@ -10,8 +10,15 @@ namespace zol::view::qt {
 // A thin line around, broken by the title. The ground stays the palette's, untinted, so that labels
 // with the same ground do not stand out as patches.
 void FrameFace::paintEvent(QPaintEvent*) {
-    constexpr int indent = 8, gap = 4;
     QPainter painter(this);
+    draw_edge(painter);
+    StrokePen pen(painter, model_, size());
+    for (const Stroke& stroke : model_.look.strokes)
+        pen.draw(stroke);
+}
+
+void FrameFace::draw_edge(QPainter& painter) const {
+    constexpr int indent = 8, gap = 4;
     const QFontMetrics metrics(font());
     const QString caption = title().replace("&&", "&");
     const QColor ink =

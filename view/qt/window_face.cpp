@@ -3,6 +3,7 @@
 #include "view/operator.h"
 #include "view/qt/controls.h"
 #include "view/qt/fit.h"
+#include "view/qt/instrument_style.h"
 #include "view/qt/menus.h"
 #include "view/qt/mirror.h"
 #include "view/timers.h"
@@ -13,6 +14,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScreen>
 
@@ -40,11 +42,25 @@ bool operators_own(Qt::FocusReason reason) {
            reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
 }
 
+// The ground of a window without menus. Its edge parts it from the one beneath, which may have the
+// same colour, where the desktop draws none.
+class Ground : public QWidget {
+  public:
+    Ground() : QWidget(nullptr, Qt::Window) {}
+
+  private:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(palette().color(backgroundRole()).darker(200));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
 } // namespace
 
 WindowFace::WindowFace(Widget& window) : model_(window) {
     if (window.menus.empty()) {
-        top_ = std::make_unique<QWidget>(nullptr, Qt::Window);
+        top_ = std::make_unique<Ground>();
         content_ = top_.get();
     } else {
         auto main_window = std::make_unique<QMainWindow>();
@@ -86,6 +102,8 @@ void WindowFace::build_controls() {
         mirror_all(*widget, *face);
         face->installEventFilter(this);
     }
+    for (const Widget* widget : model_.controls)
+        mark_panel_button(*widget);
 }
 
 void WindowFace::resize_to_model() {
@@ -102,8 +120,26 @@ void WindowFace::lay_out() {
     if (bar_ && !top_->isVisible()) room = top_->size() - QSize(0, bar_->sizeHint().height());
     scale_x_ = static_cast<double>(room.width()) / wanted.width();
     scale_y_ = static_cast<double>(room.height()) / wanted.height();
+    if (bar_) scale_menus();
     for (const Widget* widget : model_.controls)
         place(*widget);
+}
+
+// What the toolkit places by itself follows the size of the window too: menus, boxes, tips. The
+// measure is the window's, not the content's, which a larger menu bar makes smaller.
+void WindowFace::scale_menus() {
+    constexpr double design_points = 8.25, menu_bar_pixels = 22;
+    const QSize design = content_pixels(model_);
+    const double scale =
+        std::min(static_cast<double>(top_->width()) / design.width(),
+                 static_cast<double>(top_->height()) / (design.height() + menu_bar_pixels));
+    QFont font = QApplication::font();
+    const double points = std::max(design_points, std::round(2 * design_points * scale) / 2);
+    font.setPointSizeF(points * 96.0 / top_->logicalDpiY());
+    if (font == bar_->font()) return;
+    bar_->setFont(font);
+    for (const char* kind : {"QMenu", "QDialog", "QTipLabel"})
+        QApplication::setFont(font, kind);
 }
 
 double WindowFace::points(const Widget& widget) const {
@@ -172,7 +208,17 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     }
     if (aspect == Aspect::text && face != top_.get() && !layout_due_)
         fit_text(widget, *face, points(widget));
+    if (aspect == Aspect::visible) mark_panel_button(widget);
     if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
+}
+
+// The button of the panel on view says so.
+void WindowFace::mark_panel_button(const Widget& panel) {
+    for (const Widget* widget : model_.controls) {
+        if (widget->panel != &panel) continue;
+        control(*widget)->setProperty(on_view_property, panel.look.visible);
+        control(*widget)->update();
+    }
 }
 
 void WindowFace::follow_focus() {

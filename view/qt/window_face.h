@@ -43,6 +43,8 @@ class WindowFace : public QObject {
     bool control_event(Widget& widget, QWidget& face, QEvent& event);
     void build_controls();
     void place(const Widget& widget);
+    void scale_menus();
+    void mark_panel_button(const Widget& panel);
     void resize_to_model();
     void show_state();
     void stand_in_the_middle();

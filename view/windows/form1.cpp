@@ -29,6 +29,20 @@ constexpr Place gauge_voltage(int border) {
     return {4200, gauge_row_top(border) + gauge_row_height - 180, 660, 240};
 }
 
+// The scale that the voltages stand on, from the foot to the head of the gauge.
+std::vector<view::Stroke> gauge_scale() {
+    constexpr Colour scale_grey = rgb(110, 117, 124);
+    constexpr double line_left = 4140, mark_right = 4260;
+    constexpr auto border_top = [](int border) { return gauge_voltage(border).top + 120; };
+    constexpr auto line = view::Stroke::Shape::line;
+    std::vector strokes{
+        view::Stroke{line, line_left, border_top(5), line_left, border_top(0), scale_grey}};
+    for (int border = 0; border <= 5; ++border)
+        strokes.push_back(
+            {line, line_left, border_top(border), mark_right, border_top(border), scale_grey});
+    return strokes;
+}
+
 Design gauge_slider(int row) {
     return slider("Slider1", Frame_tank, {780, gauge_row_top(row) - 60, 2400, 360})
         .range(0, 100)
@@ -82,7 +96,7 @@ Widget lbl_lambda{title("lbl_lambda", Form1, {1860, 1290, 1680, 240}, "LAMBDA")}
 Widget Label_lambda{figure("Label_lambda", Form1, {1860, 1530, 1680, 660}, "0", 26)};
 Widget Label22{
     caption("Label22", Form1, {3600, 1290, 1680, 240}, "SERBATOIO  mV").aligned(Align::centre)};
-Widget label_liv2{reading("label_liv2", Form1, {3600, 1530, 1680, 660}, "0", 26)};
+Widget label_liv2{figure("label_liv2", Form1, {3600, 1530, 1680, 660}, "0", 26)};
 Widget Picture1{
     control(Kind::picture, "Picture1", Form1, {5400, 120, 4620, 1440}).colours(slate, cream)};
 Widget Shape2{
@@ -91,11 +105,15 @@ Widget Label_carburante{figure("Label_carburante", Form1, {5760, 1620, 2220, 570
 Widget Label20{figure("Label20", Form1, {8040, 1620, 1980, 570}, "", 9).hidden()};
 
 // Panel buttons.
-Widget Command_engine{button("Command_engine", Form1, {120, 2280, 1500, 540}, "MOTORE")};
+Widget Command_engine{
+    button("Command_engine", Form1, {120, 2280, 1500, 540}, "MOTORE").opens(frame_engine)};
 Widget Command_impostazioni{
-    button("Command_impostazioni", Form1, {1680, 2280, 1500, 540}, "IMPOSTAZIONI")};
-Widget Command_lambda{button("Command_lambda", Form1, {3240, 2280, 1500, 540}, "LAMBDA")};
-Widget Command_diagnosi{button("Command_diagnosi", Form1, {4800, 2280, 1500, 540}, "DIAGNOSI")};
+    button("Command_impostazioni", Form1, {1680, 2280, 1500, 540}, "IMPOSTAZIONI")
+        .opens(Frame_impostazioni)};
+Widget Command_lambda{
+    button("Command_lambda", Form1, {3240, 2280, 1500, 540}, "LAMBDA").opens(Frame_Lambda)};
+Widget Command_diagnosi{
+    button("Command_diagnosi", Form1, {4800, 2280, 1500, 540}, "DIAGNOSI").opens(Frame_diagnosi)};
 Widget Command5{button("Command5", Form1, {6360, 2280, 1500, 540}, "TINJ MAX.")};
 Widget Command_exit{button("Command_exit", Form1, {7920, 2280, 1500, 540}, "EXIT")};
 Widget ShockwaveFlash1{control(Kind::movie, "ShockwaveFlash1", Form1, {9480, 2280, 540, 540})};
@@ -153,7 +171,8 @@ Widget Command31{button("Command31", frame_engine, {6960, 3660, 2820, 480}, "LET
 // Settings panel.
 Widget Frame_impostazioni{group("Frame_impostazioni", Form1, panel, "IMPOSTAZIONI").hidden()};
 Widget Frame_tank{
-    group("Frame_tank", Frame_impostazioni, {120, 300, 5400, 3840}, "Gestione Serbatoio")};
+    group("Frame_tank", Frame_impostazioni, {120, 300, 5400, 3840}, "Gestione Serbatoio")
+        .drawn(gauge_scale())};
 Widget Combo_tank_level{
     control(Kind::combo_box, "Combo_tank_level", Frame_tank, {120, 300, 2520, 330})
         .colours(view::white, ink)};
