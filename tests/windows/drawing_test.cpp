@@ -80,6 +80,14 @@ TEST_F(Drawing, ALampIsACircleInItsColour) {
     EXPECT_EQ(pixel(Lamp, 5, 5), pixel(Bench, 8900, 7900)) << "its corners are the window's";
 }
 
+TEST_F(Drawing, ALampThatIsOffIsDimGlassThatStandsOutFromTheWindow) {
+    set_back(Lamp, Bench.look.back);
+    settle();
+    const QColor glass = pixel(Lamp, 150, 150), ground = pixel(Bench, 8900, 7900);
+    EXPECT_LT(glass.lightness(), ground.lightness() - 10);
+    EXPECT_GT(glass.lightness(), ground.lightness() / 2);
+}
+
 TEST_F(Drawing, ALampThatGoesOffAndOnInOneTickIsNotPaintedAgain) {
     PaintWatch watch(face(Lamp));
     set_back(Lamp, Bench.look.back);

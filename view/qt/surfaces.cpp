@@ -22,7 +22,8 @@ void LampFace::paintEvent(QPaintEvent*) {
                         side - 1);
     QRadialGradient glass(circle.center(), side / 2, circle.topLeft() + QPointF(side, side) * 0.36);
     glass.setColorAt(0, off ? glow.darker(108) : glow.lighter(165));
-    glass.setColorAt(0.45, off ? glow.darker(114) : glow);
+    glass.setColorAt(0.25, off ? glow.darker(114) : glow);
+    glass.setColorAt(0.75, off ? glow.darker(114) : glow);
     glass.setColorAt(1, off ? glow.darker(124) : glow.darker(125));
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
