@@ -97,9 +97,9 @@ class Results:
         return [record for record in self.records.values() if record["verdict"] == SURVIVED]
 
 
-def attempt(bench, edit, results):
-    record = described(edit)
-    outcome = bench.try_edit(edit.path, edit.old, edit.new, edit.at)
+def attempt(bench, edit, results, thorough):
+    record = described(edit) | {"thorough": thorough}
+    outcome = bench.try_edit(edit.path, edit.old, edit.new, edit.at, thorough)
     record |= {"verdict": outcome.verdict, "test": outcome.test, "seconds": round(outcome.seconds, 1)}
     results.add(record)
     if outcome.verdict == SURVIVED:
@@ -107,12 +107,13 @@ def attempt(bench, edit, results):
               f"    {record['before']}\n    {record['after']}", flush=True)
 
 
-def try_survivors_again(bench, results):
+def try_survivors(bench, results, wanted):
+    """Once more, and by all tests, those of the survivors that are wanted."""
     edits = {key_of(described(edit)): edit for edits in all_edits(TREE).values() for edit in edits}
-    for record in results.survivors():
+    for record in filter(wanted, results.survivors()):
         edit = edits.get(key_of(record))
         if edit:
-            attempt(bench, edit, results)
+            attempt(bench, edit, results, thorough=True)
         else:
             del results.records[key_of(record)]  # its place was rewritten
 
@@ -159,14 +160,13 @@ def main():
     print(f"seed {seed}", flush=True)
     results = Results(seed)
     bench = Workbench()
-    if chosen.again:
-        try_survivors_again(bench, results)
-    else:
+    if not chosen.again:
         for edit in drawn(seed):
             if len(results.counted()) >= chosen.count:
                 break
             if key_of(described(edit)) not in results.records:
-                attempt(bench, edit, results)
+                attempt(bench, edit, results, thorough=False)
+    try_survivors(bench, results, lambda record: chosen.again or not record["thorough"])
     return 0 if report(results) else 1
 
 
