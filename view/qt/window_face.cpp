@@ -128,11 +128,10 @@ void WindowFace::lay_out() {
 // What the toolkit places by itself follows the size of the window too: menus, boxes, tips. The
 // measure is the window's, not the content's, which a larger menu bar makes smaller.
 void WindowFace::scale_menus() {
-    constexpr double design_points = 8.25, menu_bar_pixels = 22;
-    const QSize design = content_pixels(model_);
+    constexpr double design_points = 8.25;
+    const Place& design = model_.design.place;
     const double scale =
-        std::min(static_cast<double>(top_->width()) / design.width(),
-                 static_cast<double>(top_->height()) / (design.height() + menu_bar_pixels));
+        twips_per_pixel * std::min(top_->width() / design.width, top_->height() / design.height);
     QFont font = QApplication::font();
     const double points = std::max(design_points, std::round(2 * design_points * scale) / 2);
     font.setPointSizeF(points * 96.0 / top_->logicalDpiY());
