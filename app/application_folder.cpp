@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <system_error>
 
 namespace zol::app {
 namespace {
@@ -9,6 +10,18 @@ namespace {
 std::filesystem::path the_folder = ".";
 
 } // namespace
+
+std::filesystem::path find_application_folder(const std::filesystem::path& program,
+                                              const std::filesystem::path& started_as) {
+    std::error_code error;
+    // A bare name was found along the search path, and tells of no folder.
+    if (started_as.has_parent_path() && std::filesystem::is_symlink(started_as, error) &&
+        std::filesystem::is_directory(started_as.parent_path() / "language", error)) {
+        const auto folder = std::filesystem::absolute(started_as, error).parent_path();
+        if (!error) return folder;
+    }
+    return program.parent_path();
+}
 
 void use_application_folder(const std::filesystem::path& folder) { the_folder = folder; }
 

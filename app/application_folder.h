@@ -6,6 +6,13 @@
 
 namespace zol::app {
 
+// Where the program that lies at `program` finds its folder when it was started by the name
+// `started_as`. Started through a link that stands beside a "language" folder, it is the link's: so
+// each user of an installed copy has a folder, and all share the program. Otherwise it is the one
+// that the program lies in.
+std::filesystem::path find_application_folder(const std::filesystem::path& program,
+                                              const std::filesystem::path& started_as);
+
 // Set once by the entry, before anything else runs.
 void use_application_folder(const std::filesystem::path& folder);
 

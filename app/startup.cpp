@@ -86,7 +86,7 @@ void exit_clicked() {
 void sub_main() {
     state.panel_colour = view::rgb(192, 192, 0);
     state.no_reread = false;
-    state.tool_version = "9.9.20";
+    state.tool_version = AppState{}.tool_version;
     state.ui_loading = false;
     state.poll_enabled = true;
     state.tuning_mode = 0;

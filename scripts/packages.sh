@@ -1,6 +1,10 @@
 # What the project needs of Debian 12, by purpose. Read by the scripts, not run.
 build_packages=(cmake ninja-build g++ qt6-base-dev)
 test_packages=(libgtest-dev libgmock-dev python3 clang-format clang-tidy fonts-dejavu-core)
+# To make a Debian package needs these; g++ brings only some.
+packaging_packages=(dpkg-dev file)
+# To try one: entry and manual pages are held to their formats.
+packaging_test_packages=(desktop-file-utils groff-base)
 # xvfb-run needs xauth, which the package only recommends.
 display_packages=(xvfb xauth fonts-dejavu-core)
 wayland_packages=(qt6-wayland)

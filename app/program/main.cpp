@@ -8,11 +8,12 @@
 #include <filesystem>
 #include <system_error>
 
-// The program takes no arguments. The folder it stands in is its application folder.
-int main(int, char** argv) {
+// The program takes no arguments.
+int main(int count, char** argv) {
     std::error_code ignored;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-    zol::app::use_application_folder(program.parent_path());
+    const std::filesystem::path started_as = count > 0 ? argv[0] : "";
+    zol::app::use_application_folder(zol::app::find_application_folder(program, started_as));
     if (!zol::app::claim_application_folder()) return 0;
     zol::link::PosixSerialPort port;
     zol::link::use_serial_port(port);

@@ -1,4 +1,5 @@
-// What holds for the whole application: one look on every desktop, and no life of its own.
+// What holds for the whole application: one look and one icon on every desktop, and no life of its
+// own.
 #pragma once
 
 class QApplication;

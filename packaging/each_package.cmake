@@ -1,0 +1,7 @@
+# The archive holds the application folder; the Debian package what "cmake --install" puts in place.
+if(CPACK_GENERATOR STREQUAL "TGZ")
+  set(CPACK_INSTALL_CMAKE_PROJECTS "${CPACK_BUILD_DIRECTORY};zol-injection;portable;/")
+  set(CPACK_PACKAGE_FILE_NAME "zol-injection-${CPACK_PACKAGE_VERSION}")
+else()
+  set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+endif()

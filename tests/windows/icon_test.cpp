@@ -1,0 +1,42 @@
+// What a desktop shows of the program beside its windows.
+#include "tests/windows/qt_bench.h"
+
+#include <QApplication>
+#include <QIcon>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+
+class ProgramIcon : public QtBench {};
+
+TEST_F(ProgramIcon, EveryWindowHasItInTheSizesThatDesktopsAskFor) {
+    open(Bench);
+    open(Dialog);
+    for (Widget* window : {&Bench, &Dialog})
+        for (const int side : {16, 24, 32, 48, 128}) {
+            const QImage picture = top(*window).windowIcon().pixmap(side, side).toImage();
+            ASSERT_EQ(picture.size(), QSize(side, side));
+            EXPECT_GT(picture.pixelColor(side / 2, side / 2).alpha(), 250) << side;
+        }
+}
+
+TEST_F(ProgramIcon, IsAFlameBlueAboveAndGreenAtItsHeartInEachSize) {
+    for (const int side : {16, 24, 32, 48, 128}) {
+        const QImage picture = QApplication::windowIcon().pixmap(side, side).toImage();
+        const auto seen = [&](double x, double y) {
+            return picture.pixelColor(static_cast<int>(x * side), static_cast<int>(y * side));
+        };
+        EXPECT_GT(seen(0.5, 0.3).blue(), seen(0.5, 0.3).red() + 60) << side;
+        EXPECT_GT(seen(0.54, 0.6).green(), seen(0.54, 0.6).blue() + 60) << side;
+        EXPECT_LT(seen(0.12, 0.5).lightness(), 80) << "the ground, at " << side;
+    }
+}
+
+TEST_F(ProgramIcon, ADesktopFindsItByTheNameOfItsEntry) {
+    EXPECT_EQ(QGuiApplication::desktopFileName(), "zol-injection");
+}
+
+} // namespace
+} // namespace zol::view
