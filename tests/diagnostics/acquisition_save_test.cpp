@@ -107,7 +107,7 @@ TEST_P(AcquisitionOf, SendsWhatHasAFrame) {
     EXPECT_TRUE(acq::acquisizione.loaded);
     run_for(1);
     EXPECT_FALSE(acq::acquisizione.loaded);
-    EXPECT_EQ(writes(), GetParam().frames);
+    ASSERT_EQ(writes(), GetParam().frames);
     EXPECT_EQ(write_times().front(), writes().front().number == 6 ? 800 : 1000);
     if (writes().back().number == 5) {
         EXPECT_EQ(write_times().back(), 1400);

@@ -1,4 +1,5 @@
 #include "tests/tour/hands.h"
+#include "tests/tour/touched.h"
 #include "tests/tour/windows.h"
 
 #include <QAbstractButton>
@@ -61,7 +62,12 @@ QWidget* Hands::find(const QString& name, const QString& window) {
     return found;
 }
 
+void Hands::note(const QString& name, const QString& window) {
+    note_touched(pictures_ / touched_file, window.toStdString(), name.toStdString());
+}
+
 void Hands::click(const QString& name, const QString& window) {
+    note(name, window);
     act([=] {
         if (QWidget* widget = find(name, window))
             QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(10, widget->height() / 2));
@@ -69,12 +75,14 @@ void Hands::click(const QString& name, const QString& window) {
 }
 
 void Hands::double_click(const QString& name) {
+    note(name);
     act([=] {
         if (QWidget* widget = find(name, "Form1")) QTest::mouseDClick(widget, Qt::LeftButton);
     });
 }
 
 void Hands::drag(const QString& name, int value, const QString& window) {
+    note(name, window);
     act([=] {
         auto* slider = qobject_cast<QAbstractSlider*>(find(name, window));
         if (!slider) return;
@@ -97,6 +105,7 @@ void Hands::drag(const QString& name, int value, const QString& window) {
 }
 
 void Hands::menu(const QStringList& way) {
+    note(way.last());
     for (const QString& step : way) {
         act([=] {
             QAction* action = action_named(step);
@@ -125,6 +134,7 @@ void Hands::leave_menus() {
 }
 
 void Hands::choose(const QString& combo, int index, const QString& window) {
+    note(combo, window);
     act([=] {
         auto* list = qobject_cast<QComboBox*>(find(combo, window));
         if (!list) return;

@@ -71,6 +71,7 @@ class Hands {
     // Runs on the windows' thread; comes back when it is done, or waits in its turn.
     static void act(const std::function<void()>& work);
     static QWidget* find(const QString& name, const QString& window);
+    void note(const QString& name, const QString& window = "Form1");
 
     std::filesystem::path pictures_;
     Tally& tally_;

@@ -1,6 +1,16 @@
 #include "tests/tour/stages.h"
 
+#include "app/application_folder.h"
+
+#include <fstream>
+#include <iterator>
+
 namespace zol::tour {
+
+std::string whole_file(const char* name) {
+    std::ifstream in(app::application_file(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 void given(Hands& hands, UnitProcess& unit, const std::string& act, int number, int value) {
     int held = -1;

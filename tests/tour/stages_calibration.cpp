@@ -8,6 +8,8 @@ constexpr auto ctrl = Qt::ControlModifier;
 // After what leaves the polling to the watchdog, which a direct start does not have.
 void poll_again(Hands& hands) {
     hands.until_idle();
+    // A handler that ends with the timer on would make the button think that the polling runs.
+    Hands::rest(300);
     hands.click("Command_engine");
     Hands::rest(700);
 }

@@ -41,6 +41,40 @@ void start_with_silent_unit(Hands& hands, UnitProcess& unit) {
     Hands::rest(3500); // the window is filled three seconds after the dialog
 }
 
+void give_up_at_another_port(Hands& hands, UnitProcess&) {
+    hands.see("a silent unit opens the connection dialog",
+              hands.until([&] { return hands.shown("Centralina_Attiva"); }));
+    hands.choose("Combo1", 1, "Centralina_Attiva");
+    hands.see("another port is chosen", hands.text("Combo1", "Centralina_Attiva") == "COM2");
+    hands.picture("giving-up");
+    hands.click("Command_cancel", "Centralina_Attiva");
+}
+
+void start_at_a_port_that_is_not_there(Hands& hands, UnitProcess& unit) {
+    const char* ports_device = "/dev/ttyUSB1";
+    hands.see("the box tells which device cannot be opened, and the port given up at was stored",
+              hands.until([&] { return hands.box_on_view(); }) &&
+                  hands.box_text().contains(ports_device));
+    Hands::rest(500);
+    hands.picture("no-such-port");
+    hands.answer("OK");
+    hands.see("the connection dialog opens",
+              hands.until([&] { return hands.shown("Centralina_Attiva"); }));
+    const auto result = [&] { return hands.text("Label2", "Centralina_Attiva"); };
+    hands.click("Command_test", "Centralina_Attiva");
+    hands.see("the test of that port fails",
+              hands.until([&] { return result() == "- TEST FALLITO -"; }));
+    hands.choose("Combo1", 0, "Centralina_Attiva");
+    hands.click("Command_test", "Centralina_Attiva");
+    hands.see("that of the unit's is good",
+              hands.until([&] { return result() == "- OK TEST ESEGUITO -"; }));
+    hands.click("Command_ok", "Centralina_Attiva");
+    hands.see("the dialog goes when the unit has been read",
+              hands.until([&] { return !hands.shown("Centralina_Attiva"); }, 15000));
+    hands.see("values flow", values_flow(hands, unit));
+    Hands::rest(3500); // the window is filled three seconds after the dialog
+}
+
 void watch_the_engine(Hands& hands, UnitProcess& unit) {
     hands.picture("idling");
     unit.type("throttle 30");

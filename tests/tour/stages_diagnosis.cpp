@@ -23,6 +23,26 @@ void read(Hands& hands) {
               hands.until([&] { return hands.enabled("cmd_richiesta_par_diagnosi"); }));
 }
 
+void click_protocols(Hands& hands, UnitProcess& unit) {
+    constexpr const char* protocols[] = {
+        "mnu_KWP2000_fast",   "mnu_KWP2000_slow",   "mnu_iso9141",
+        "mnuCAN250KStandard", "mnuCAN250KExtended", "mnuCAN500KStandard",
+        "mnuCAN500KExtended", "mnuJ1850vpw",        "mnuJ1850pwm"};
+    const int before = unit.parameter(143);
+    std::vector<const char*> marked;
+    for (const char* protocol : protocols)
+        if (hands.ticked(protocol)) marked.push_back(protocol);
+    for (const char* protocol : protocols) {
+        hands.menu({"mnu_eobd", protocol});
+        Hands::rest(250);
+    }
+    std::vector<const char*> marked_now;
+    for (const char* protocol : protocols)
+        if (hands.ticked(protocol)) marked_now.push_back(protocol);
+    hands.see("a protocol only shows what the unit found", unit.parameter(143) == before);
+    hands.see("and its mark stays", marked.size() == 1 && marked_now == marked);
+}
+
 const QString window = "acquisizione";
 
 void open_acquisition(Hands& hands) {
@@ -54,6 +74,8 @@ void read_faults(Hands& hands, UnitProcess& unit) {
     hands.see("a click on a code explains it",
               hands.until([&] { return hands.text("Text_note_error").contains("Misfire"); }));
     hands.picture("faults");
+    hands.click("Text_note_error");
+    hands.see("the note is there to be read", hands.text("Text_note_error").contains("Misfire"));
     hands.click("Command10");
     hands.until([&] { return unit.parameter(fault_count) == 0; });
     hands.until_idle();
@@ -91,8 +113,7 @@ void use_eobd_menus(Hands& hands, UnitProcess& unit) {
     settle();
     given(hands, unit, "debug off", 153, 0);
     given(hands, unit, "and its flag", 20, 0);
-    hands.menu({"mnu_eobd", "mnu_iso9141"});
-    Hands::rest(400);
+    click_protocols(hands, unit);
     hands.menu({"mnu_eobd", "mnu_search"});
     Hands::rest(800);
     hands.see("the search ends on the car's protocol",
@@ -136,6 +157,14 @@ void acquire_injection_time(Hands& hands, UnitProcess& unit) {
     hands.see("the highest begins again", hands.text("Label_max", window).toInt() < 5000);
     close_acquisition(hands);
     hands.see("live values flow again", values_flow(hands, unit));
+    open_acquisition(hands);
+    Hands::rest(600);
+    hands.close(window);
+    hands.see("the window's own frame closes it too",
+              hands.until([&] { return !hands.shown(window); }));
+    hands.see("the main window answers again", hands.until([&] { return hands.enabled("Form1"); }));
+    go_home(hands);
+    hands.see("the engine button brings the values back", values_flow(hands, unit));
 }
 
 } // namespace zol::tour

@@ -1,23 +1,10 @@
 #include "tests/tour/stages.h"
 
-#include "app/application_folder.h"
-
 #include <QDate>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace zol::tour {
-namespace {
-
-std::string whole_file(const char* name) {
-    std::ifstream in(app::application_file(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-} // namespace
-
 void look_at_boxes(Hands& hands, UnitProcess& unit) {
     hands.menu({"MNU_INFOMATION", "MNU_VERSIONE"});
     hands.until([&] { return hands.box_on_view(); });
@@ -32,6 +19,13 @@ void look_at_boxes(Hands& hands, UnitProcess& unit) {
     hands.click("cmd_exit", "Form2");
     hands.see("the parameter window closes", hands.until([&] { return !hands.shown("Form2"); }));
     Hands::rest(500);
+    hands.menu({"barra1"});
+    hands.until([&] { return hands.shown("Form2"); });
+    hands.close("Form2");
+    hands.until([&] { return !hands.shown("Form2"); });
+    hands.see("closed by its frame it leaves the values standing", !values_flow(hands, unit, 1500));
+    hands.click("Command31");
+    hands.see("until the reading is asked for", values_flow(hands, unit));
     hands.menu({"mnu_Schermo", "mnu_color_testo"});
     hands.until([&] { return hands.box_on_view(); });
     hands.picture("colours");
@@ -108,20 +102,22 @@ void reset_to_factory_values(Hands& hands, UnitProcess& unit) {
     hands.see("live values flow again", values_flow(hands, unit));
 }
 
-void hand_line_to_terminal(Hands& hands, UnitProcess& unit) {
-    hands.see("the service buttons are hidden at first", !hands.visible("Command_hyperterminal"));
-    hands.double_click("Label18");
-    hands.see("a double click brings them out",
-              hands.until([&] { return hands.visible("Command_hyperterminal"); }));
-    hands.picture("service-buttons");
-    hands.click("Command_hyperterminal");
-    hands.see("the unit becomes a terminal", hands.until([&] {
-        return unit.answer("state", "unit ").find("a terminal") != std::string::npos;
-    }));
-    Hands::rest(2000);
-    hands.double_click("Label12");
-    hands.see("the other double click hides them",
-              hands.until([&] { return !hands.visible("Command_hyperterminal"); }));
+// Nothing is asked and nothing waits: the window goes at once, and the unit keeps what it has got.
+void close_in_the_middle_of_the_reset(Hands& hands, UnitProcess& unit) {
+    hands.menu({"mnu_Impostazioni", "mnu_reset_centralina"});
+    answer_box(hands, "Reset the control unit", "Yes");
+    // The unit has taken the reset by then, a second one too where a telegram stood before its
+    // first answer; the last of the single values and the last of the cells are still to come.
+    Hands::rest(6500);
+    unit.type("memory 22 1");
+    unit.type("memory 170 90");
+    constexpr int most_ms = 20000;
+    hands.see("the tool's single values come",
+              hands.until([&] { return unit.parameter(22) == 800; }, most_ms));
+    Hands::rest(3000);
+    hands.picture("reset-to-be-closed");
+    hands.see("and the last cell has not come yet", unit.parameter(170) == 90);
+    hands.close("Form1");
 }
 
 } // namespace zol::tour

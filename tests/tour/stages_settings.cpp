@@ -10,6 +10,23 @@ void settle(Hands& hands) {
     Hands::rest(200);
 }
 
+void drag_upper_rows(Hands& hands, UnitProcess& unit) {
+    hands.drag("Slider1(2)", 60);
+    settle(hands);
+    given(hands, unit, "the third threshold is dragged", 34, hands.value("Slider1(2)"));
+    hands.drag("Slider1(3)", 80);
+    settle(hands);
+    const int fourth = hands.value("Slider1(3)");
+    given(hands, unit, "the fourth threshold is dragged", 35, fourth);
+    hands.see("and takes the top row along", hands.value("Slider1(4)") == fourth);
+    hands.drag("Slider1(4)", 90);
+    settle(hands);
+    hands.see("the top row takes the fourth along",
+              hands.value("Slider1(4)") > fourth &&
+                  hands.value("Slider1(3)") == hands.value("Slider1(4)"));
+    given(hands, unit, "and sends nothing", 35, fourth);
+}
+
 } // namespace
 
 void set_fuel_and_changeover(Hands& hands, UnitProcess& unit) {
@@ -45,6 +62,12 @@ void set_fuel_and_changeover(Hands& hands, UnitProcess& unit) {
     hands.click("Opt_modulare_yes");
     given(hands, unit, "the modular changeover", 23, 1);
     settle(hands);
+    hands.click("Opt_modulare_no");
+    given(hands, unit, "and none", 23, 0);
+    settle(hands);
+    hands.click("Opt_modulare_yes");
+    given(hands, unit, "the modular changeover again", 23, 1);
+    settle(hands);
     hands.drag("Slider3", 7);
     given(hands, unit, "the temperature correction", 52, 7);
     settle(hands);
@@ -76,6 +99,7 @@ void set_tank(Hands& hands, UnitProcess& unit) {
     hands.see("a threshold pulled past the next springs back",
               hands.value("Slider1(0)") == second - 1);
     given(hands, unit, "which is not sent", 32, 3);
+    drag_upper_rows(hands, unit);
     hands.enter("Text_min_tank", "180");
     settle(hands);
     given(hands, unit, "the voltage of the empty tank", 30, 180);
@@ -99,6 +123,9 @@ void set_lambda(Hands& hands, UnitProcess& unit) {
     Hands::rest(500);
     hands.click("lambda_dir");
     given(hands, unit, "the lambda signal is direct", 12, 1);
+    Hands::rest(500);
+    hands.click("Option_disa_controllo_lambda");
+    given(hands, unit, "lambda control off", 11, 0);
     Hands::rest(500);
     hands.click("Option_abi_controllo_lambda");
     given(hands, unit, "lambda control on", 11, 1);
@@ -125,21 +152,9 @@ void set_lambda(Hands& hands, UnitProcess& unit) {
     Hands::rest(1500);
     hands.see("the trace's scale goes up a step", hands.text("Label35") == "2");
     hands.picture("lambda");
+    hands.click("Command_meno");
+    hands.see("and down again", hands.until([&] { return hands.text("Label35") == "1"; }));
     go_home(hands);
-}
-
-void choose_injectors(Hands& hands, UnitProcess& unit) {
-    hands.menu({"mnu_Impostazioni", "mnu_type_injector_gas"});
-    hands.picture("injector-menu");
-    hands.leave_menus();
-    hands.menu({"mnu_Impostazioni", "mnu_type_injector_gas", "mnu_matrix_3_ohm"});
-    settle(hands);
-    given(hands, unit, "an injector of 3 ohm", 202, 3900);
-    given(hands, unit, "its constant", 200, 40);
-    hands.menu({"mnu_Impostazioni", "mnu_type_car", "type_b"});
-    settle(hands);
-    given(hands, unit, "a car of type B", 201, 5000);
-    Hands::rest(600);
 }
 
 } // namespace zol::tour

@@ -31,7 +31,8 @@ void walk(const Stage& stage, Hands& hands, UnitProcess& unit) {
     std::fflush(stdout);
 }
 
-// The program in this very process. It ends the process by its own EXIT button.
+// The program in this very process. It ends the process by its own EXIT button, or
+// in the middle of the last stage.
 [[noreturn]] void run_program(const Visit& visit, char* program_name, const fs::path& out,
                               Tally& tally, UnitProcess& unit) {
     constexpr unsigned longest_visit_s = 300;
@@ -77,7 +78,7 @@ void make_visit(const Visit& visit, char* program_name, const fs::path& out, Tal
     const bool ended = process > 0 && ::waitpid(process, &status, 0) == process &&
                        WIFEXITED(status) && WEXITSTATUS(status) == 0;
     ++(ended ? tally.seen : tally.missed);
-    if (!ended) std::printf("MISSED: the EXIT button ends the program (status %d)\n", status);
+    if (!ended) std::printf("MISSED: the program ends (status %d)\n", status);
 }
 
 Tally* shared_tally() {

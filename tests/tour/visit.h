@@ -15,11 +15,12 @@ struct Stage {
     void (*walk)(Hands&, UnitProcess&);
 };
 
-// One run of the program, from its start to its EXIT button.
+// One run of the program, from its start to its EXIT button or to whatever else ends it.
 struct Visit {
     const char* name;
     const char* unit_before; // what happens to the unit first
     std::vector<Stage> stages;
+    bool goes_on = false; // from what the visit before has left in the settings
 };
 
 // An application folder of the tour's own, so that nobody's settings are touched. Its language is
