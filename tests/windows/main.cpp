@@ -1,5 +1,5 @@
-// The tests of the real windows, on a screen that nobody sees. Any warning of the toolkit fails the
-// test that it comes in.
+// The tests of the real windows, on a screen that nobody sees.
+#include "tests/support/toolkit_complaints.h"
 #include "view/qt/application.h"
 
 #include <QApplication>
@@ -7,17 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-
-namespace {
-
-void complain(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    if (type == QtDebugMsg || type == QtInfoMsg) return;
-    // A screen that nobody sees has nothing to raise; that is not the program's fault.
-    if (text.startsWith("This plugin does not support")) return;
-    ADD_FAILURE() << "the toolkit complains: " << text.toStdString();
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
@@ -28,6 +17,6 @@ int main(int argc, char** argv) {
     zol::view::qt::prepare_toolkit();
     QApplication application(argc, argv);
     zol::view::qt::settle_look(application);
-    qInstallMessageHandler(complain);
+    qInstallMessageHandler(zol::tests::complain);
     return RUN_ALL_TESTS();
 }

@@ -1,66 +1,148 @@
 #include "view/qt/fit.h"
 
+#include <QApplication>
+#include <QComboBox>
 #include <QFontMetrics>
-#include <QStyle>
-#include <QWidget>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStyleOption>
 
 #include <algorithm>
+#include <functional>
 
 namespace zol::view::qt {
 namespace {
 
-// What the style draws around or beside a caption, in pixels.
-QSize trimmings(Kind kind, const QWidget& face) {
-    const auto mark = [&face](QStyle::PixelMetric side, QStyle::PixelMetric gap) {
-        return QSize(face.style()->pixelMetric(side, nullptr, &face) +
-                         face.style()->pixelMetric(gap, nullptr, &face) + 3,
-                     0);
+// Where the style has the text of this widget, less the air that the text keeps around itself.
+QSize room_for_text(const Widget& model, const QWidget& face) {
+    QStyleOptionButton button;
+    button.initFrom(&face);
+    const auto inside = [&](QStyle::SubElement element) {
+        return face.style()->subElementRect(element, &button, &face).size();
     };
-    switch (kind) {
-    case Kind::command_button: return {10, 6};
-    case Kind::option_button:
-        return mark(QStyle::PM_ExclusiveIndicatorWidth, QStyle::PM_RadioButtonLabelSpacing);
-    case Kind::check_box: return mark(QStyle::PM_IndicatorWidth, QStyle::PM_CheckBoxLabelSpacing);
-    case Kind::frame: return {16, 0};
-    default: return {2, 0};
+    switch (model.kind) {
+    case Kind::command_button: return inside(QStyle::SE_PushButtonContents) - QSize(8, 2);
+    case Kind::option_button: return inside(QStyle::SE_RadioButtonContents) - QSize(2, 0);
+    case Kind::check_box: return inside(QStyle::SE_CheckBoxContents) - QSize(2, 0);
+    case Kind::frame: return {face.width() - 16, face.height()};
+    case Kind::text_box: return face.size() - QSize(10, 4); // frame, margins, the cursor
+    case Kind::combo_box: {
+        QStyleOptionComboBox combo;
+        combo.initFrom(&face);
+        return face.style()
+                   ->subControlRect(QStyle::CC_ComboBox, &combo, QStyle::SC_ComboBoxEditField,
+                                    &face)
+                   .size() -
+               QSize(4, 0);
+    }
+    default: return face.size() - QSize(2, 0);
     }
 }
 
-QFont font_of(const Look& look, const QWidget& face, double points) {
-    QFont font = face.font();
-    if (!look.font_name.empty()) font.setFamily(QString::fromStdString(look.font_name));
-    font.setBold(look.font_bold);
-    // Tables are laid out for 96 dots an inch, and text keeps its share of its place on any screen.
+bool breaks_lines(Kind kind) {
+    return kind == Kind::label || kind == Kind::command_button || kind == Kind::option_button ||
+           kind == Kind::check_box;
+}
+
+bool is_number(const std::string& text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// The texts that the widget's font has to suit.
+QStringList texts_of(const Widget& model, const QWidget& face) {
+    constexpr double read_from_afar_points = 12;
+    switch (model.kind) {
+    case Kind::combo_box: {
+        QStringList items;
+        for (const std::string& item : model.look.items)
+            items += QString::fromStdString(item);
+        return items;
+    }
+    // The font stays as it is while a number is typed: no parameter has more figures.
+    case Kind::text_box: return face.inherits("QLineEdit") ? QStringList{"0000000"} : QStringList();
+    case Kind::label:
+        // A live value keeps its size when it gains a figure.
+        if (model.look.font_size >= read_from_afar_points && is_number(model.look.text) &&
+            model.look.text.size() < 5)
+            return {"00000"};
+        [[fallthrough]];
+    case Kind::command_button:
+    case Kind::option_button:
+    case Kind::check_box:
+    case Kind::frame: return {QString::fromStdString(model.look.text)};
+    default: return {};
+    }
+}
+
+bool fits(const QFont& font, const QString& text, const QSize& room, bool breaks) {
+    const QFontMetrics metrics(font);
+    if (!breaks)
+        return metrics.horizontalAdvance(text) <= room.width() && metrics.height() <= room.height();
+    const int flags = line_breaks(metrics, text, room.width());
+    if (flags == Qt::TextWrapAnywhere) return false; // the last resort
+    const QRect used = metrics.boundingRect(QRect(0, 0, room.width(), 0), flags, text);
+    return used.width() <= room.width() && used.height() <= room.height();
+}
+
+// Tables are laid out for 96 dots an inch, and text keeps its share of its place on any screen.
+QFont sized(QFont font, double points, const QWidget& face) {
     font.setPointSizeF(std::max(least_points, points) * 96.0 / face.logicalDpiY());
     return font;
 }
 
-bool fits(const QFont& font, const QString& text, const QSize& room, bool wraps) {
-    const QFontMetrics metrics(font);
-    if (!wraps)
-        return metrics.horizontalAdvance(text) <= room.width() && metrics.height() <= room.height();
-    const QRect area(0, 0, room.width(), 0);
-    const QRect used = metrics.boundingRect(area, Qt::TextWordWrap, text);
-    return used.width() <= room.width() && used.height() <= room.height();
+// The first of these fonts that will do: smaller by half points, then narrower; the narrowest if
+// none will.
+QFont largest(const QFont& plain, double points, const QWidget& face,
+              const std::function<bool(const QFont&)>& will_do) {
+    constexpr int widths_percent[] = {90, 80, 70, 60};
+    QFont font = sized(plain, points, face);
+    for (double p = points; !will_do(font); font = sized(plain, p, face)) {
+        if (p <= least_points) {
+            for (const int width : widths_percent) {
+                font.setStretch(width);
+                if (will_do(font)) return font;
+            }
+            return font;
+        }
+        p -= 0.5;
+    }
+    return font;
 }
 
 } // namespace
 
+int line_breaks(const QFontMetrics& metrics, const QString& text, int width) {
+    int widest = 0;
+    for (const QString& word : text.split(' ', Qt::SkipEmptyParts))
+        widest = std::max(widest, metrics.horizontalAdvance(word));
+    return widest > width ? Qt::TextWrapAnywhere : Qt::TextWordWrap;
+}
+
 void fit_text(const Widget& model, QWidget& face, double points) {
-    QFont font = font_of(model.look, face, points);
-    const bool has_caption = model.kind == Kind::label || model.kind == Kind::command_button ||
-                             model.kind == Kind::option_button || model.kind == Kind::check_box ||
-                             model.kind == Kind::frame;
-    if (has_caption && !model.look.text.empty()) {
-        const QString text = QString::fromStdString(model.look.text);
-        const QSize room = (face.size() - trimmings(model.kind, face)).expandedTo({1, 1});
-        // A label that is high enough for two lines of its smallest font breaks its text.
-        const bool wraps = model.kind == Kind::label;
-        const QSize tall = model.kind == Kind::frame ? QSize(room.width(), 1000) : room;
-        for (double p = points; p > least_points && !fits(font, text, tall, wraps); p -= 0.5)
-            font = font_of(model.look, face, p - 0.5);
-    }
+    QFont plain = face.font();
+    if (!model.look.font_name.empty())
+        plain.setFamily(QString::fromStdString(model.look.font_name));
+    plain.setBold(model.look.font_bold);
+    plain.setStretch(QFont::AnyStretch);
+    const QStringList texts = texts_of(model, face);
+    const bool breaks = breaks_lines(model.kind);
+    const QSize room = room_for_text(model, face).expandedTo({1, 1});
+    const QFont font = largest(plain, points, face, [&](const QFont& f) {
+        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
+            return text.isEmpty() || fits(f, text, room, breaks);
+        });
+    });
     if (face.font() != font) face.setFont(font);
+}
+
+void fit_menu_bar(QMenuBar& bar, double points, int width) {
+    const QFont font = largest(QApplication::font(), points, bar, [&](const QFont& f) {
+        if (bar.font() != f) bar.setFont(f);
+        return bar.sizeHint().width() <= width;
+    });
+    if (bar.font() != font) bar.setFont(font);
 }
 
 } // namespace zol::view::qt

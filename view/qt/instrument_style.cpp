@@ -1,6 +1,7 @@
 #include "view/qt/instrument_style.h"
 
 #include "view/qt/colours.h"
+#include "view/qt/fit.h"
 #include "view/qt/instrument_parts.h"
 
 #include <QStyleFactory>
@@ -82,14 +83,19 @@ void InstrumentStyle::drawComplexControl(ComplexControl control, const QStyleOpt
     draw_slider(*painter, *slider, magnification(*widget));
 }
 
-// A text that its ground would swallow is drawn in black or white: service records on the red that
-// warns of them, or a text colour chosen as dark as the fields.
+// Captions break their lines, on buttons and options as on labels. A text that its ground would
+// swallow is drawn in black or white: service records on the red that warns of them, or a text
+// colour chosen as dark as the fields.
 void InstrumentStyle::drawItemText(QPainter* painter, const QRect& place, int flags,
                                    const QPalette& palette, bool enabled, const QString& text,
                                    QPalette::ColorRole ink) const {
     QPalette legible = palette;
     if (enabled && ink == QPalette::WindowText)
         legible.setColor(ink, legible_on(palette.color(QPalette::Window), palette.color(ink)));
+    if (!(flags & Qt::TextSingleLine)) {
+        flags &= ~Qt::TextWordWrap;
+        flags |= line_breaks(painter->fontMetrics(), text, place.width());
+    }
     QProxyStyle::drawItemText(painter, place, flags, legible, enabled, text, ink);
 }
 

@@ -12,11 +12,14 @@
 #include <QScreen>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace zol::view::qt {
 namespace {
 
 constexpr int contents_width = 220;
 constexpr QSize wanted_size(1000, 700); // the pictures are 680 wide
+constexpr QSize frame(0, 27);           // of the window: a title bar
 
 // The page of this topic, else the English one of that name; empty if there is neither.
 QString page_of(const QString& folder, const QString& topic) {
@@ -33,7 +36,7 @@ class ManualWindow : public QWidget {
         : contents_(read_manual_contents(QFileInfo(page).path())) {
         setObjectName("Manual");
         setWindowTitle(word("title", "Manual"));
-        resize(wanted_size.boundedTo(screen()->availableSize()));
+        resize(wanted_size.boundedTo(screen()->availableSize() - frame));
         list_ = new QListWidget(this);
         field_ = new QLineEdit(this);
         back_ = new QPushButton(word("back", "Back"), this);
@@ -52,7 +55,7 @@ class ManualWindow : public QWidget {
 
     void name_parts() {
         list_->setObjectName("Contents");
-        list_->setFixedWidth(contents_width);
+        list_->setFixedWidth(std::min(contents_width, width() / 3));
         list_->setWordWrap(true);
         for (const auto& page : contents_.pages)
             list_->addItem(page.title);

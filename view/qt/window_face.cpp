@@ -107,9 +107,10 @@ void WindowFace::build_controls() {
 }
 
 void WindowFace::resize_to_model() {
+    constexpr int title_bar = 27;
     QSize size = content_pixels(model_);
     if (bar_) size.rheight() += bar_->sizeHint().height();
-    top_->resize(size);
+    top_->resize(size.boundedTo(top_->screen()->availableSize() - QSize(0, title_bar)));
 }
 
 void WindowFace::lay_out() {
@@ -134,9 +135,9 @@ void WindowFace::scale_menus() {
         twips_per_pixel * std::min(top_->width() / design.width, top_->height() / design.height);
     QFont font = QApplication::font();
     const double points = std::max(design_points, std::round(2 * design_points * scale) / 2);
+    fit_menu_bar(*bar_, points, top_->width());
     font.setPointSizeF(points * 96.0 / top_->logicalDpiY());
-    if (font == bar_->font()) return;
-    bar_->setFont(font);
+    if (font == QApplication::font("QMenu")) return;
     for (const char* kind : {"QMenu", "QDialog", "QTipLabel"})
         QApplication::setFont(font, kind);
 }
@@ -190,6 +191,7 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     const QScopedValueRollback guard(mirroring_, true);
     if (QAction* entry = action(widget)) {
         mirror(widget, *entry, aspect);
+        if (widget.parent == &model_ && !layout_due_) scale_menus();
         return;
     }
     QWidget* face = control(widget);
@@ -205,8 +207,8 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
         break;
     default: mirror(widget, *face, aspect);
     }
-    if (aspect == Aspect::text && face != top_.get() && !layout_due_)
-        fit_text(widget, *face, points(widget));
+    const bool words = aspect == Aspect::text || aspect == Aspect::items;
+    if (words && face != top_.get() && !layout_due_) fit_text(widget, *face, points(widget));
     if (aspect == Aspect::visible) mark_panel_button(widget);
     if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
 }
