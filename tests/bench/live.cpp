@@ -4,6 +4,7 @@
 #include "app/application_folder.h"
 #include "app/startup.h"
 #include "app/wiring.h"
+#include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "link/posix_serial_port.h"
 #include "tests/bench/rows.h"
@@ -20,6 +21,7 @@
 #include <QMessageBox>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -61,13 +63,15 @@ struct TimedPlatform : view::Platform {
 };
 TimedPlatform* timed = nullptr;
 
-// Notes when status requests left.
+// Notes when status requests left, and how often each request did.
 struct TimedPort : link::PosixSerialPort {
     bool write(std::span<const std::uint8_t> bytes) override {
+        if (bytes.size() == 5) ++asked[bytes[4]];
         if (bytes.size() == 5 && bytes[4] == 3) requests_us.push_back(view::now_us());
         return PosixSerialPort::write(bytes);
     }
     std::vector<std::int64_t> requests_us;
+    std::array<int, 256> asked{};
 };
 
 // Runs `work` in the pump of the windows' thread and waits until it, with all its waits, is done.
@@ -117,6 +121,30 @@ void measure_act(const char* what, const std::function<void()>& act) {
                      "x", "at most 1.02");
 }
 
+// The time that `act` takes over the sum of the waits that it is told to make: not those that it
+// makes. It asks again where the unit's answer was none, as behind a telegram of the polling.
+void measure_against(const char* what, const TimedPort& port, link::Command request,
+                     double (*told_ms)(int asked), const std::function<void()>& act) {
+    std::int64_t wall_us = 0;
+    int asked = 0;
+    run_inside([&] {
+        const auto code = static_cast<std::size_t>(request);
+        const std::int64_t start = view::now_us();
+        const int before = port.asked[code];
+        act();
+        wall_us = view::now_us() - start;
+        asked = port.asked[code] - before;
+    });
+    bench::print_row(what, static_cast<double>(wall_us) / 1000 / told_ms(asked), "x",
+                     "at most 1.02");
+}
+
+double told_dump_ms(int asked) { return asked * (400.0 + 1400); }
+// Behind the unit's answer its restart, 38 single values and 48 cells.
+double told_reset_ms(int asked) {
+    return asked * (400.0 + 600) + 1200 + 1800 + 38 * 100 + 48 * 300;
+}
+
 void enter(view::Widget& field, const char* text) {
     acts::click(field);
     acts::type(field, text);
@@ -154,7 +182,7 @@ std::thread boxes_answered(std::atomic<bool>& until) {
     });
 }
 
-void measure_acts() {
+void measure_acts(const TimedPort& port) {
     measure_act("a move of the gain slider, over its waits",
                 [] { acts::drag_to(form1::Slider_ktar, 1300); });
     measure_act("a tank preset, over its waits", [] {
@@ -167,9 +195,11 @@ void measure_acts() {
     std::thread answering = boxes_answered(over);
     measure_act("an automatic tuning, over its waits",
                 [] { acts::key(form1::Form1, 'T', acts::ctrl_key); });
-    measure_act("a parameter dump, over its waits", [] { acts::click(form1::mnu_dump_parametri); });
-    measure_act("a factory reset, over its waits and the unit's answer",
-                [] { acts::click(form1::mnu_reset_centralina); });
+    measure_against("a parameter dump, over its waits", port, link::Command::read_image,
+                    told_dump_ms, [] { acts::click(form1::mnu_dump_parametri); });
+    measure_against("a factory reset, over its waits and the unit's answer", port,
+                    link::Command::reset, told_reset_ms,
+                    [] { acts::click(form1::mnu_reset_centralina); });
     over = true;
     answering.join();
     bench::print_row("the latest that any wait ended", static_cast<double>(timed->latest_us) / 1000,
@@ -189,7 +219,7 @@ void measure_acts() {
         if (what == "poll")
             measure_polling(port, unit, firmware.front() == '2' ? 450 : 350);
         else
-            measure_acts();
+            measure_acts(port);
     }
     ::_exit(0);
 }
