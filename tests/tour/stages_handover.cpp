@@ -75,8 +75,8 @@ void hand_line_to_download(Hands& hands, UnitProcess& unit) {
     hand_over(hands, unit, "Command_scarico", "sending its memory");
     constexpr int whole_memory_ms = 15000;
     OtherProgram download(port());
-    // A word from the program brings the memory once more, from its beginning.
-    const std::string rest = download.ask("", "END\r\n", whole_memory_ms);
+    // The rest of what still streams, or all of it once more: then from the beginning.
+    const std::string rest = download.ask("\r", "END\r\n", whole_memory_ms);
     hands.see("the unit streams its memory as text", rest.ends_with("END\r\n"));
     const std::string memory = download.ask("\r", "END\r\n", whole_memory_ms);
     hands.see("and once more, from its head", memory.starts_with("\r\nMEMORY\r\nPAR_0 = "));
