@@ -1,0 +1,61 @@
+"""Starts the program twice in one folder: the second copy ends at once, without a word, and the first
+runs on."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+PATIENCE_S = 120  # for a machine that is busy; nothing here takes a second on one that is not
+
+
+def place(program, folder):
+    """The program in an application folder of its own: its folder is the one that it stands in."""
+    here = pathlib.Path(folder) / program.name
+    (here.parent / "ports").mkdir()
+    (here.parent / "ports" / "com1").symlink_to("no port")  # no unit that happens to be plugged in
+    try:
+        os.link(program, here)
+    except OSError:
+        shutil.copy(program, here)
+    return here
+
+
+def holds_a_lock(process):
+    notes = pathlib.Path(f"/proc/{process.pid}/fdinfo")
+    return any("FLOCK" in note.read_text() for note in notes.iterdir() if note.exists())
+
+
+def main(program):
+    environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen"}
+    with tempfile.TemporaryDirectory() as folder:
+        here = place(pathlib.Path(program), folder)
+        first = subprocess.Popen([here], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:
+            give_up = time.monotonic() + PATIENCE_S
+            while not holds_a_lock(first):
+                if first.poll() is not None or time.monotonic() > give_up:
+                    return "the first copy does not run"
+                time.sleep(0.05)
+            before = sorted(os.listdir(folder))
+            try:
+                second = subprocess.run([here], env=environment, capture_output=True, timeout=PATIENCE_S)
+            except subprocess.TimeoutExpired:
+                return "the second copy runs on beside the first"
+            if second.returncode != 0 or second.stdout or second.stderr:
+                return f"the second copy ends with {second.returncode} and says {second.stdout + second.stderr}"
+            if first.poll() is not None:
+                return "the first copy ended with the second"
+            if sorted(os.listdir(folder)) != before:
+                return "the second copy left something behind"
+            return None
+        finally:
+            first.kill()
+            first.wait()
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
