@@ -216,7 +216,7 @@ TEST_F(DialogRoad, WithTheSettingsPanelOpenTheWatchdogIsNotStarted) {
     EXPECT_FALSE(form1::Timer6.is_on());
 }
 
-TEST_F(DialogRoad, ATemperatureCorrectionOf15Shows15AndAbove20Shows10) {
+TEST_F(DialogRoad, ATemperatureCorrectionOf15Shows15) {
     crafted.set_word(36, 15);
     click_ok();
     run_for(4200 + 3000);
