@@ -92,23 +92,21 @@ QFont sized(QFont font, double points, const QWidget& face) {
     return font;
 }
 
-// The first of these fonts that will do: smaller by half points, then narrower; the narrowest if
-// none will.
+// The first of these fonts that will do: smaller by half points, and from three quarters of the
+// wanted size on also narrower; the smallest and narrowest if none will.
 QFont largest(const QFont& plain, double points, const QWidget& face,
               const std::function<bool(const QFont&)>& will_do) {
     constexpr int widths_percent[] = {90, 80, 70, 60};
-    QFont font = sized(plain, points, face);
-    for (double p = points; !will_do(font); font = sized(plain, p, face)) {
-        if (p <= least_points) {
-            for (const int width : widths_percent) {
-                font.setStretch(width);
-                if (will_do(font)) return font;
-            }
-            return font;
+    for (double p = points;; p -= 0.5) {
+        QFont font = sized(plain, p, face);
+        if (will_do(font)) return font;
+        if (p > least_points && p > points * 0.75) continue;
+        for (const int width : widths_percent) {
+            font.setStretch(width);
+            if (will_do(font)) return font;
         }
-        p -= 0.5;
+        if (p <= least_points) return font;
     }
-    return font;
 }
 
 } // namespace

@@ -143,7 +143,11 @@ void WindowFace::scale_menus() {
 }
 
 double WindowFace::points(const Widget& widget) const {
-    return std::max(least_points, widget.look.font_size * std::min(scale_x_, scale_y_));
+    double points = widget.look.font_size * std::min(scale_x_, scale_y_);
+    // A slider has no type of its own that was scaled with its window, yet its parts follow one.
+    if (widget.kind == Kind::slider)
+        points *= model_.look.place.height / model_.design.place.height;
+    return std::max(least_points, points);
 }
 
 void WindowFace::place(const Widget& widget) {
