@@ -180,8 +180,12 @@ void FitBench::expect_text_whole(const Widget& w) const {
 }
 
 void FitBench::expect_texts_whole(Widget& window) const {
-    for (const Widget* w : window.controls)
-        if (seen(face(*w))) expect_text_whole(*w);
+    for (const Widget* w : window.controls) {
+        const QWidget& it = face(*w);
+        if (!seen(it)) continue;
+        expect_text_whole(*w);
+        EXPECT_GE(it.font().pointSizeF() * it.logicalDpiY() / 96.0, least_points) << full_name(*w);
+    }
 }
 
 void FitBench::expect_longest_texts_whole(Widget& window) {

@@ -71,6 +71,23 @@ TEST_P(EveryWindowFits, TheMainWindowMaximised) {
     expect_each_panel_fits();
 }
 
+// Back from maximised, then narrow, low, and as small as it lets him.
+TEST_P(EveryWindowFits, TheMainWindowAtWhatSizeTheOperatorGivesIt) {
+    open(form1::Form1);
+    set_window_state(form1::Form1, WindowState::maximised);
+    settle();
+    set_window_state(form1::Form1, WindowState::normal);
+    settle();
+    QWidget& window = top(form1::Form1);
+    const QSize given = window.size();
+    for (const QSize size : {given, QSize(given.width() * 7 / 10, given.height()),
+                             QSize(given.width(), given.height() * 7 / 10), QSize(1, 1)}) {
+        window.resize(size);
+        settle();
+        expect_each_panel_fits();
+    }
+}
+
 TEST_P(EveryWindowFits, TheSplashWindow) {
     open(frm_splash::frmSplash);
     expect_all(frm_splash::frmSplash);

@@ -31,8 +31,8 @@ double content_share(const Widget& window) {
     return std::max(0.1, 1 - frame_twips / window.design.place.height);
 }
 
-QSize content_pixels(const Widget& window) {
-    const Place& place = window.look.place;
+// Of a window that has this place: its own, or the one of its design.
+QSize content_pixels(const Widget& window, const Place& place) {
     return {qRound(place.width / twips_per_pixel),
             qRound(place.height * content_share(window) / twips_per_pixel)};
 }
@@ -106,15 +106,19 @@ void WindowFace::build_controls() {
         mark_panel_button(*widget);
 }
 
+// Never larger than its screen, and never so small that the least type would not fit.
 void WindowFace::resize_to_model() {
     constexpr int title_bar = 27;
-    QSize size = content_pixels(model_);
-    if (bar_) size.rheight() += bar_->sizeHint().height();
-    top_->resize(size.boundedTo(top_->screen()->availableSize() - QSize(0, title_bar)));
+    constexpr double least_share = 0.6; // of the design: 4.5 points to its 8.25, and narrower
+    const QSize bar(0, bar_ ? bar_->sizeHint().height() : 0);
+    const QSize room = top_->screen()->availableSize() - QSize(0, title_bar);
+    const QSize least = content_pixels(model_, model_.design.place) * least_share;
+    top_->setMinimumSize((least + bar).boundedTo(room));
+    top_->resize((content_pixels(model_, model_.look.place) + bar).boundedTo(room));
 }
 
 void WindowFace::lay_out() {
-    const QSize wanted = content_pixels(model_);
+    const QSize wanted = content_pixels(model_, model_.look.place);
     if (wanted.isEmpty()) return;
     QSize room = content_->size();
     // Before its first show a main window has not yet measured its content.
