@@ -1,8 +1,10 @@
 #include "app/captions.h"
 
 #include "app/app_state.h"
+#include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "app/settings_file.h"
+#include "link/port_tips.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 
@@ -60,6 +62,11 @@ const Language languages[] = {
     {form1::it, "it"}, {form1::uk, "uk"}, {form1::pl, "pl"}, {form1::fr, "fr"}, {form1::de, "de"},
 };
 
+void show_helper_texts() {
+    apply_helper_texts();
+    link::refresh_port_tips();
+}
+
 } // namespace
 
 void apply_panel_captions() {
@@ -88,6 +95,7 @@ void set_language(const std::string& code) {
     write_language(code);
     apply_panel_captions();
     apply_control_captions();
+    show_helper_texts();
 }
 
 void load_language() {
@@ -97,6 +105,7 @@ void load_language() {
         view::set_checked(each.item, true);
         state.current_language = stored;
     }
+    show_helper_texts();
 }
 
 void connect_language_menu() {

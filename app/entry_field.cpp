@@ -1,5 +1,6 @@
 #include "app/entry_field.h"
 
+#include "app/helper_texts.h"
 #include "app/main_window.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
@@ -33,6 +34,7 @@ void send_entry(const EntryField& entry) {
 }
 
 void connect_entry_field(const EntryField& entry) {
+    note_parameters(entry.field, {entry.parameter});
     entry.field.on.click = [&field = entry.field] { begin_field_edit(field); };
     entry.field.on.key = [entry](int code, int) {
         if (code == view::operator_acts::enter) send_entry(entry);

@@ -18,6 +18,7 @@
 #include "diagnostics/terminal.h"
 #include "link/connection_dialog.h"
 #include "link/first_read.h"
+#include "link/port_tips.h"
 #include "maintenance/factory_reset.h"
 #include "maintenance/parameter_dump.h"
 #include "maintenance/parameter_window.h"
@@ -38,6 +39,7 @@ void connect_handlers() {
     connect_language_menu();
     form1::Form1.on.activate = link::main_window_activated;
     link::connect_connection_dialog();
+    link::connect_port_tips();
     monitor::connect_polling();
     monitor::connect_side_timers();
     monitor::connect_rpm_bar();

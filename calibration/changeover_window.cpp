@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/colours.h"
 #include "app/entry_field.h"
+#include "app/helper_texts.h"
 #include "app/main_window.h"
 #include "app/message_catalogue.h"
 #include "app/numbers.h"
@@ -115,6 +116,7 @@ void choose_automatic(const Choice& choice, bool on) {
     choose(choice);
 }
 
+constexpr int delay_parameter = 106;
 // The delays on low pressure, in ms, by position.
 constexpr double delays_ms[] = {50, 500, 2000};
 
@@ -122,7 +124,7 @@ void delay_moved() {
     view::set_pointer(Form3, Pointer::hourglass);
     const double position = view::value(Slider2);
     const double delay = position == 1 ? delays_ms[0] : position == 2 ? delays_ms[1] : delays_ms[2];
-    write(106, mirrors.low_pressure_delay, delay, 200);
+    write(delay_parameter, mirrors.low_pressure_delay, delay, 200);
     view::set_pointer(Form3, Pointer::normal);
 }
 
@@ -223,6 +225,13 @@ void connect_choices() {
     Option3.on.click = [] { choose(no_cut_off, &no_petrol_cut_off); };
     Option_comm_auto_yes.on.click = [] { choose_automatic(automatic, true); };
     Option_comm_auto_no.on.click = [] { choose_automatic(by_hand, false); };
+    for (const Choice* choice :
+         {&normal_start, &permanent_start, &start_on_acceleration, &cut_off_by_time,
+          &cut_off_by_rpm, &no_cut_off, &automatic, &by_hand})
+        app::note_parameters(choice->option, {choice->parameter});
+    app::note_parameters(opt_norm, {no_modular_changeover.parameter});
+    app::note_parameters(Option3, {no_petrol_cut_off.parameter});
+    app::note_parameters(Slider2, {delay_parameter});
 }
 
 } // namespace

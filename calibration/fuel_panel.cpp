@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/entry_field.h"
+#include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -10,7 +11,7 @@
 #include "view/windows/form1.h"
 
 #include <array>
-#include <initializer_list>
+#include <span>
 
 namespace zol::calibration {
 namespace {
@@ -38,7 +39,23 @@ struct FuelWrite {
     std::array<int, 2> settle_ms;
 };
 
-void write_in_turn(std::initializer_list<FuelWrite> writes) {
+const FuelWrite methane_writes[] = {
+    {10, mirrors.fuel_type, 0, 0, {300}},
+    {51, mirrors.calibration_temperature, 60, 60, {300, 300}},
+    {129, mirrors.reference_ktar, 1001, 1001, {500}},
+    {144, mirrors.fuel_offset, 92, 92, {500}},
+    {104, mirrors.calibration_pressure, 1200, 1200, {300}},
+};
+
+const FuelWrite lpg_writes[] = {
+    {10, mirrors.fuel_type, 1, 1, {200, 300}},
+    // The unit gets another pressure than the screen shows until the next reading.
+    {104, mirrors.calibration_pressure, 1200, 1600, {200}},
+    {144, mirrors.fuel_offset, 100, 100, {500, 200}},
+    {128, mirrors.reference_inj_threshold, 0, 0, {500, 300}},
+};
+
+void write_in_turn(std::span<const FuelWrite> writes) {
     for (const FuelWrite& write : writes) {
         write.mirror = write.held;
         link::send_parameter(write.parameter, write.sent);
@@ -52,13 +69,7 @@ void methane_clicked() {
     show_busy(form1::Option_metano);
     if (!silent) {
         app::set_message(form1::Label_carburante, 1172);
-        write_in_turn({
-            {10, mirrors.fuel_type, 0, 0, {300}},
-            {51, mirrors.calibration_temperature, 60, 60, {300, 300}},
-            {129, mirrors.reference_ktar, 1001, 1001, {500}},
-            {144, mirrors.fuel_offset, 92, 92, {500}},
-            {104, mirrors.calibration_pressure, 1200, 1200, {300}},
-        });
+        write_in_turn(methane_writes);
     }
     view::set_pointer(form1::Form1, Pointer::normal);
     if (!silent) park_focus();
@@ -69,22 +80,18 @@ void lpg_clicked() {
     if (state.ui_loading) return;
     app::set_message(form1::Label_carburante, 1171);
     show_busy(form1::Option_gpl);
-    write_in_turn({
-        {10, mirrors.fuel_type, 1, 1, {200, 300}},
-        // The unit gets another pressure than the screen shows until the next reading.
-        {104, mirrors.calibration_pressure, 1200, 1600, {200}},
-        {144, mirrors.fuel_offset, 100, 100, {500, 200}},
-        {128, mirrors.reference_inj_threshold, 0, 0, {500, 300}},
-    });
+    write_in_turn(lpg_writes);
     view::set_pointer(form1::Form1, Pointer::normal);
     view::set_pointer(form1::Option_gpl, Pointer::custom);
 }
+
+constexpr int pressure_sensor_parameter = 50, modular_parameter = 23;
 
 void pressure_sensor_clicked(Widget& option, double fitted) {
     if (state.ui_loading) return;
     show_busy(option);
     mirrors.pressure_sensor = fitted;
-    link::send_parameter(50, fitted);
+    link::send_parameter(pressure_sensor_parameter, fitted);
     wait_ms(200);
     view::set_pointer(form1::Form1, Pointer::normal);
     if (fitted == 0) park_focus();
@@ -98,7 +105,7 @@ void modular_clicked(Widget& option, double on, const char* caption) {
     if (mirrors.modular_changeover == 1 - on) {
         view::select(option);
         view::set_text(option, caption);
-        link::write_parameter(23, on);
+        link::write_parameter(modular_parameter, on);
         mirrors.modular_changeover = on;
     }
     view::set_pointer(form1::Form1, Pointer::custom);
@@ -132,6 +139,14 @@ void connect_fuel_panel() {
     Opt_modulare_no.on.click = [] { modular_clicked(Opt_modulare_no, 0, "no"); };
     for (const app::EntryField& entry : entries)
         app::connect_entry_field(entry);
+    for (const FuelWrite& write : methane_writes)
+        app::note_parameters(Option_metano, {write.parameter});
+    for (const FuelWrite& write : lpg_writes)
+        app::note_parameters(Option_gpl, {write.parameter});
+    for (Widget* option : {&Option_press_yes, &Option_press_no})
+        app::note_parameters(*option, {pressure_sensor_parameter});
+    for (Widget* option : {&Opt_modulare_yes, &Opt_modulare_no})
+        app::note_parameters(*option, {modular_parameter});
 }
 
 } // namespace zol::calibration

@@ -1,6 +1,7 @@
 #include "calibration/injector_menu.h"
 
 #include "app/app_state.h"
+#include "app/helper_texts.h"
 #include "app/main_window.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -20,13 +21,15 @@ using link::wait_ms;
 using view::Pointer;
 using view::Widget;
 
+constexpr int time_constant_parameter = 201, constant_parameter = 200, opening_parameter = 202;
+
 struct Injector {
     Widget& item;
-    double time_constant; // PAR_201
-    double constant;      // PAR_200
-    double opening;       // PAR_202
+    double time_constant;
+    double constant;
+    double opening;
     int wait_after_write_ms;
-    // What the mirror of PAR_202 holds afterwards, not the value written: a choice thus moves no
+    // What the opening's mirror holds afterwards, not the value written: a choice thus moves no
     // mark; the marks follow at the next reading of the unit.
     std::optional<double> held_opening;
     bool shows_work; // hourglass on the panel buttons, and the marks
@@ -49,7 +52,7 @@ constexpr Mark marks[] = {
 
 struct CarType {
     Widget& item;
-    double time_constant; // PAR_201, over what the injector entry wrote there
+    double time_constant; // over what the injector entry wrote there
 };
 
 constexpr CarType car_types[] = {
@@ -83,10 +86,10 @@ void write_and_wait(double number, double value, int after_ms) {
 
 void write_injector(const Injector& injector) {
     begin_writing();
-    write_and_wait(201, injector.time_constant, injector.wait_after_write_ms);
-    write_and_wait(200, injector.constant, injector.wait_after_write_ms);
+    write_and_wait(time_constant_parameter, injector.time_constant, injector.wait_after_write_ms);
+    write_and_wait(constant_parameter, injector.constant, injector.wait_after_write_ms);
     if (injector.held_opening) mirrors.injector_opening = *injector.held_opening;
-    write_and_wait(202, injector.opening, injector.wait_after_write_ms);
+    write_and_wait(opening_parameter, injector.opening, injector.wait_after_write_ms);
     if (injector.shows_work) show_marks();
     end_writing();
 }
@@ -100,17 +103,22 @@ void injector_chosen(const Injector& injector) {
 void car_type_chosen(const CarType& type) {
     if (state.ui_loading) return;
     begin_writing();
-    write_and_wait(201, type.time_constant, 200);
+    write_and_wait(time_constant_parameter, type.time_constant, 200);
     end_writing();
 }
 
 } // namespace
 
 void connect_injector_menu() {
-    for (const Injector& injector : injectors)
+    for (const Injector& injector : injectors) {
         injector.item.on.click = [&injector] { injector_chosen(injector); };
-    for (const CarType& type : car_types)
+        app::note_parameters(injector.item,
+                             {time_constant_parameter, constant_parameter, opening_parameter});
+    }
+    for (const CarType& type : car_types) {
         type.item.on.click = [&type] { car_type_chosen(type); };
+        app::note_parameters(type.item, {time_constant_parameter});
+    }
 }
 
 } // namespace zol::calibration

@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/entry_field.h"
+#include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -18,6 +19,7 @@ using link::wait_ms;
 using view::Pointer;
 
 constexpr int closed_loop_parameter = 36, open_loop_parameter = 16;
+constexpr int control_parameter = 11, direction_parameter = 12, kind_parameter = 21;
 
 void show_busy() { view::set_pointer(form1::Form1, Pointer::hourglass); }
 
@@ -42,7 +44,7 @@ void direction_clicked(double direct) {
     if (state.ui_loading) return;
     show_busy();
     hold_reads(200);
-    write(12, mirrors.lambda_direction, direct, 200);
+    write(direction_parameter, mirrors.lambda_direction, direct, 200);
     resume_reads();
 }
 
@@ -50,7 +52,7 @@ void control_clicked(double on) {
     if (state.ui_loading) return;
     hold_reads(200);
     show_busy();
-    write(11, mirrors.lambda_control, on, 200);
+    write(control_parameter, mirrors.lambda_control, on, 200);
     resume_reads();
 }
 
@@ -68,7 +70,7 @@ void voltage_clicked() {
     hold_reads(200);
     show_busy();
     reset_limits(400, 200);
-    write(21, mirrors.lambda_input_kind, 0, 200);
+    write(kind_parameter, mirrors.lambda_input_kind, 0, 200);
     resume_reads();
 }
 
@@ -78,7 +80,7 @@ void current_clicked() {
     hold_reads(500);
     reset_limits(1000, 500);
     show_busy();
-    write(21, mirrors.lambda_input_kind, 1, 500);
+    write(kind_parameter, mirrors.lambda_input_kind, 1, 500);
     resume_reads();
 }
 
@@ -122,6 +124,14 @@ void connect_lambda_panel() {
     form1::Option_corr.on.click = current_clicked;
     app::connect_entry_field(closed_loop_field);
     app::connect_entry_field(open_loop_field);
+    using app::note_parameters;
+    for (view::Widget* option : {&form1::lambda_dir, &form1::lambda_inv})
+        note_parameters(*option, {direction_parameter});
+    for (view::Widget* option :
+         {&form1::Option_abi_controllo_lambda, &form1::Option_disa_controllo_lambda})
+        note_parameters(*option, {control_parameter});
+    for (view::Widget* option : {&form1::Option_tens, &form1::Option_corr})
+        note_parameters(*option, {closed_loop_parameter, open_loop_parameter, kind_parameter});
 }
 
 } // namespace zol::calibration

@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/colours.h"
+#include "app/helper_texts.h"
 #include "app/main_window.h"
 #include "app/message_catalogue.h"
 #include "app/numbers.h"
@@ -126,15 +127,17 @@ void send_then_wait(int number, double value, int pause_ms) {
     wait_ms(pause_ms);
 }
 
+constexpr int lower_parameter = 5, upper_parameter = 6, third_parameter = 7;
+
 void save_points(double maximum) {
     const double lower = maximum / 2 - 500;
     mirrors.tinj_upper = round_half_even(maximum + 2000);
     mirrors.tinj_lower = round_half_even(lower);
     const double third = mirrors.tinj_upper - 2000 - mirrors.tinj_upper * 3 / 10;
-    send_then_wait(6, mirrors.tinj_upper, 200);
-    send_then_wait(7, third, 200);
-    send_then_wait(7, third, 200);
-    send_then_wait(5, lower, 400);
+    send_then_wait(upper_parameter, mirrors.tinj_upper, 200);
+    send_then_wait(third_parameter, third, 200);
+    send_then_wait(third_parameter, third, 200);
+    send_then_wait(lower_parameter, lower, 400);
 }
 
 void save_clicked() {
@@ -192,6 +195,8 @@ void connect_acquisition_window() {
     Command_reset.on.click = [] { view::set_text(Label_max, "0"); };
     Command_salva.on.click = save_clicked;
     Command_chiudi.on.click = close_clicked;
+    app::note_parameters(Command_salva, {upper_parameter, third_parameter, lower_parameter});
+    app::note_parameters(Label2, {upper_parameter});
 }
 
 } // namespace zol::diagnostics

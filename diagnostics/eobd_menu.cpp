@@ -1,5 +1,6 @@
 #include "diagnostics/eobd_menu.h"
 
+#include "app/helper_texts.h"
 #include "diagnostics/menu_write.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -41,6 +42,10 @@ void connect_eobd_menu() {
     form1::mnu_search.on.click = search_clicked;
     form1::mnu_direction_normal_eobd.on.click = [] { choose_direction(false); };
     form1::mnu_direction_inverse_eobd.on.click = [] { choose_direction(true); };
+    app::note_parameters(form1::mnu_search, {protocol_parameter});
+    for (view::Widget* item :
+         {&form1::mnu_direction_normal_eobd, &form1::mnu_direction_inverse_eobd})
+        app::note_parameters(*item, {direction_parameter});
 }
 
 } // namespace zol::diagnostics

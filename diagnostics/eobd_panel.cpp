@@ -1,5 +1,6 @@
 #include "diagnostics/eobd_panel.h"
 
+#include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
 #include "monitor/polling.h"
@@ -115,6 +116,12 @@ void connect_eobd_panel() {
     form1::Command10.on.click = clear_clicked;
     for (view::Widget* label : fault_labels)
         label->on.click = [label] { explain(*label); };
+    int number = first_fault_parameter;
+    for (view::Widget* label : fault_labels)
+        app::note_parameters(*label, {number++});
+    app::note_parameters(form1::lbl_num_errori, {fault_count_parameter});
+    for (number = first_fault_parameter; number <= fault_count_parameter; ++number)
+        app::note_parameters(form1::Command10, {number});
 }
 
 } // namespace zol::diagnostics

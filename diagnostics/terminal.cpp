@@ -1,6 +1,7 @@
 #include "diagnostics/terminal.h"
 
 #include "app/app_state.h"
+#include "app/helper_texts.h"
 #include "diagnostics/menu_write.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -45,6 +46,8 @@ void connect_terminal() {
     form1::Command_scarico.on.click = [] { hand_over(link::Command::download); };
     form1::mnu_debug_yes.on.click = [] { choose_debug(1); };
     form1::mnu_debug_no.on.click = [] { choose_debug(0); };
+    for (view::Widget* item : {&form1::mnu_debug_yes, &form1::mnu_debug_no})
+        app::note_parameters(*item, {auto_clear_parameter, debug_parameter});
 }
 
 } // namespace zol::diagnostics

@@ -6,7 +6,7 @@
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/first_read.h"
-#include "link/port_devices.h"
+#include "link/port_tips.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/centralina_attiva.h"
@@ -31,14 +31,6 @@ const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::c
                                                          &form1::com4, &form1::com5, &form1::com6,
                                                          &form1::com7, &form1::com8};
 
-// Which device each entry means.
-std::string devices_of_entries() {
-    std::string tip;
-    for (int entry = 0; entry < static_cast<int>(ports.size()); ++entry)
-        tip += (entry > 0 ? "\n" : "") + port_tip(static_cast<int>(port_of_entry(entry)));
-    return tip;
-}
-
 void dialog_loads() {
     view::set_back(Label1, dialog_red);
     view::set_back(Centralina_Attiva, dialog_red);
@@ -51,7 +43,7 @@ void dialog_loads() {
     view::set_enabled(Command_ok, false);
     view::set_items(Combo1, ports);
     view::set_list_index(Combo1, entry_of_port(state.com_port_number));
-    view::set_tip(Combo1, devices_of_entries());
+    refresh_port_tips();
     app::Module_Resize(Centralina_Attiva);
 }
 

@@ -1,6 +1,7 @@
 #include "link/port_devices.h"
 
 #include "app/application_folder.h"
+#include "app/helper_texts.h"
 
 #include <iterator>
 #include <system_error>
@@ -29,8 +30,10 @@ std::string port_tip(int port_number) {
     const auto device = device_of_port(port_number);
     std::error_code error;
     const auto target = std::filesystem::read_symlink(device, error);
-    return "COM" + std::to_string(port_number) + ": " + device.string() +
-           (error ? "" : " -> " + target.string());
+    const std::string leads_to = error ? "" : " -> " + target.string();
+    const bool there = std::filesystem::exists(device, error);
+    return "COM" + std::to_string(port_number) + ": " + device.string() + leads_to + " (" +
+           app::helper_word(there ? "there" : "not there") + ")";
 }
 
 } // namespace zol::link

@@ -11,7 +11,8 @@ namespace zol::link {
 // adapter thus finds it at COM1. Empty for any other number.
 std::filesystem::path device_of_port(int port_number);
 
-// "COM1: /dev/ttyUSB0", and where a link leads behind an arrow.
+// "COM1: /dev/ttyUSB0 (not there)", and where a link leads behind an arrow. Whether the device is
+// there is asked at this moment, and said in the operator's language.
 std::string port_tip(int port_number);
 
 } // namespace zol::link

@@ -1,6 +1,7 @@
 #include "maintenance/parameter_window.h"
 
 #include "app/app_state.h"
+#include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -8,6 +9,8 @@
 #include "view/view.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
+
+#include <string>
 
 namespace zol::maintenance {
 namespace {
@@ -20,19 +23,31 @@ constexpr view::Colour window_red = view::rgb(154, 0, 0);
 
 double to_tens(double number) { return app::round_half_even(number / 10) * 10; }
 
-void show_parameter(view::Widget& label, const char* name, double value) {
-    view::set_text(label, name + app::number_text(value));
-}
+double as_it_is(double number) { return number; }
+
+struct Line {
+    view::Widget& label;
+    int parameter;
+    const double& mirror;
+    double (*shown)(double);
+};
+
+const Line lines[] = {
+    {Label1, 107, mirrors.injector_latency, to_tens},
+    {Label2, 202, mirrors.injector_opening, as_it_is},
+    {Label3, 200, mirrors.injector_constant, as_it_is},
+    {Label4, 121, mirrors.changeover_rpm, as_it_is},
+    {Label5, 124, mirrors.cut_off_rpm, as_it_is},
+    {Label6, 123, mirrors.cut_off_inj_time, to_tens},
+};
 
 void window_loads() {
-    for (view::Widget* w : {&Form2, &Label1, &Label2, &Label3, &Label4, &Label5, &Label6})
-        view::set_back(*w, window_red);
-    show_parameter(Label1, "PAR_107 = ", to_tens(mirrors.injector_latency));
-    show_parameter(Label2, "PAR_202 = ", mirrors.injector_opening);
-    show_parameter(Label3, "PAR_200 = ", mirrors.injector_constant);
-    show_parameter(Label4, "PAR_121 = ", mirrors.changeover_rpm);
-    show_parameter(Label5, "PAR_124 = ", mirrors.cut_off_rpm);
-    show_parameter(Label6, "PAR_123 = ", to_tens(mirrors.cut_off_inj_time));
+    view::set_back(Form2, window_red);
+    for (const Line& line : lines)
+        view::set_back(line.label, window_red);
+    for (const Line& line : lines)
+        view::set_text(line.label, "PAR_" + std::to_string(line.parameter) + " = " +
+                                       app::number_text(line.shown(line.mirror)));
 }
 
 void exit_clicked() {
@@ -49,6 +64,8 @@ void exit_clicked() {
 void connect_parameter_window() {
     Form2.on.load = window_loads;
     cmd_exit.on.click = exit_clicked;
+    for (const Line& line : lines)
+        app::note_parameters(line.label, {line.parameter});
 }
 
 } // namespace zol::maintenance

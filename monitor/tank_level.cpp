@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/entry_field.h"
+#include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
@@ -225,6 +226,23 @@ const app::EntryField empty_field = {
     .done = park_focus,
 };
 
+// An end voltage sends the thresholds along.
+void note_all_parameters() {
+    using app::note_parameters;
+    note_parameters(form1::Combo_tank_level, {sender_parameter, empty_parameter, full_parameter});
+    note_parameters(form1::Check1, {sender_parameter});
+    note_parameters(form1::lbl_205, {empty_parameter});
+    note_parameters(form1::lbl_200, {full_parameter});
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const Row& row = rows[i];
+        for (const Widget* control :
+             {&Slider1[static_cast<int>(i)], &row.upper_bound, &row.next_lower_bound,
+              &row.border_mv, &form1::Combo_tank_level, &form1::Text_min_tank,
+              &form1::Text_max_tank})
+            note_parameters(*control, {row.parameter});
+    }
+}
+
 } // namespace
 
 int percent_to_mv(double percent) {
@@ -247,6 +265,7 @@ void connect_tank_level() {
     }
     app::connect_entry_field(full_field);
     app::connect_entry_field(empty_field);
+    note_all_parameters();
 }
 
 } // namespace zol::monitor

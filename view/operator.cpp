@@ -23,6 +23,12 @@ bool takes_focus(const Widget& w) {
     }
 }
 
+// A label that answers to a click answers to the keyboard too; a click leaves the focus where it
+// is.
+bool takes_focus_by_tab(const Widget& w) {
+    return takes_focus(w) || (w.kind == Kind::label && (w.on.click || w.on.double_click));
+}
+
 } // namespace
 
 bool reachable(const Widget& widget) {
@@ -98,8 +104,14 @@ bool key(Widget& window, int code, int shift) {
 }
 
 bool focus(Widget& control) {
-    if (!reachable(control) || !takes_focus(control)) return false;
+    if (!reachable(control) || !takes_focus_by_tab(control)) return false;
     set_focus(control);
+    return true;
+}
+
+bool open(Widget& list) {
+    if (!reachable(list)) return false;
+    run(list.on.opens);
     return true;
 }
 

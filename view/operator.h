@@ -21,7 +21,8 @@ bool choose(Widget& combo, int index); // runs the click handler, also for the i
 bool type(Widget& text_box, const std::string& whole_text);
 // A key goes to the window's handler first, then to the focused control's.
 bool key(Widget& window, int code, int shift);
-bool focus(Widget& control); // by Tab or click
+bool focus(Widget& control); // by Tab, which also finds labels that answer to a click
+bool open(Widget& list);     // a menu or a combo box shows its list
 bool close(Widget& window);  // by its frame
 
 constexpr int enter = 13;

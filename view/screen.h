@@ -9,7 +9,8 @@ namespace zol::view {
 // Which part of a widget's look changed.
 enum class Aspect {
     text,
-    tip,
+    tip, // also those of a list's items
+    help,
     colours,
     value,
     range,

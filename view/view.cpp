@@ -75,6 +75,13 @@ void set_text(Widget& w, const std::string& text) {
 }
 
 void set_tip(Widget& w, const std::string& tip) { assign(w, &Look::tip, tip, Aspect::tip); }
+
+void set_help(Widget& w, const Help& help) {
+    if (w.help == help) return;
+    w.help = help;
+    if (w.window->loaded) the_view.screen->changed(w, Aspect::help);
+}
+
 void set_back(Widget& w, Colour colour) { assign(w, &Look::back, colour, Aspect::colours); }
 void set_fore(Widget& w, Colour colour) { assign(w, &Look::fore, colour, Aspect::colours); }
 
@@ -151,7 +158,12 @@ void select(Widget& w, bool on) {
 void set_items(Widget& combo, std::vector<std::string> items) {
     combo.look.list_index = -1;
     combo.look.items = std::move(items);
+    combo.look.item_tips.clear();
     if (combo.window->loaded) the_view.screen->changed(combo, Aspect::items);
+}
+
+void set_item_tips(Widget& combo, const std::vector<std::string>& tips) {
+    assign(combo, &Look::item_tips, tips, Aspect::tip);
 }
 
 bool set_list_index(Widget& combo, int index) {
@@ -261,8 +273,10 @@ void reset() {
         window->look = window->design;
         window->loaded = window->shown = window->activation_due = window->unloading = false;
         for (auto* list : {&window->controls, &window->menus})
-            for (Widget* w : *list)
+            for (Widget* w : *list) {
                 w->look = w->design;
+                w->help = {};
+            }
     }
     the_view.shown.clear();
     the_view.focus = nullptr;

@@ -22,6 +22,7 @@ inline bool checked(const Widget& w) { return w.look.checked; }
 // Appearance.
 void set_text(Widget& w, const std::string& text);
 void set_tip(Widget& w, const std::string& tip);
+void set_help(Widget& w, const Help& help);
 void set_back(Widget& w, Colour colour);
 void set_fore(Widget& w, Colour colour);
 void set_visible(Widget& w, bool visible);
@@ -47,7 +48,9 @@ void select(Widget& option_or_check, bool on = true);
 // the filling of a panel by the program itself.
 void place_selected(Widget& option);
 void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing selected
-bool set_list_index(Widget& combo, int index);                 // runs no handler; -1 selects none
+// One tip for each item; they go with the items.
+void set_item_tips(Widget& combo, const std::vector<std::string>& tips);
+bool set_list_index(Widget& combo, int index); // runs no handler; -1 selects none
 
 // Focus. An invisible or disabled control refuses it, and nothing changes. A window as the argument
 // takes the focus away from its controls.

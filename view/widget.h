@@ -76,8 +76,9 @@ struct Look {
     int small_change = 1, large_change = 1, tick_every = 0;
     double selection_length = 0; // slider: the marked stretch from its lower end
     bool vertical = false;
-    std::vector<std::string> items; // combo box
-    int list_index = -1;            // combo box: the selected item from 0, -1 for none
+    std::vector<std::string> items;     // combo box
+    std::vector<std::string> item_tips; // combo box: one for each item, or none at all
+    int list_index = -1;                // combo box: the selected item from 0, -1 for none
     bool visible = true;
     bool enabled = true;
     bool checked = false; // menu item
@@ -103,8 +104,17 @@ struct Handlers {
     std::function<void()> change;       // slider value, label text, combo selection
     std::function<void()> scroll;       // slider while it is moved by the operator
     std::function<void()> got_focus;
+    std::function<void()> opens; // menu, combo box: the operator has opened its list
     std::function<void(int code, int shift)> key; // windows see each key before the focused control
     std::function<void()> load, activate, deactivate, closing, unload; // windows
+};
+
+// What a control tells those who do not see or do not know it, in the operator's language. It is no
+// part of the look: a window that is loaded anew keeps it.
+struct Help {
+    std::string name; // spoken in place of the caption, with its unit; empty: the caption itself
+    std::string text; // what the control does; its tip where it has none of its own
+    bool operator==(const Help&) const = default;
 };
 
 struct Widget;
@@ -212,6 +222,7 @@ struct Widget {
     const Widget* const panel;
     const Look design;
     Look look;
+    Help help;
     Handlers on;
 
     // Windows only.

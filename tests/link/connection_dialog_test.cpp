@@ -55,7 +55,7 @@ TEST_F(ConnectionDialog, ASilentUnitBringsItUpWithNoWordAndNoWayOnButTheTest) {
     EXPECT_THAT(Combo1.look.items,
                 ElementsAre("COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"));
     EXPECT_EQ(Combo1.look.list_index, 0);
-    EXPECT_THAT(Combo1.look.tip, HasSubstr("COM4: /dev/ttyACM1\n"));
+    EXPECT_THAT(Combo1.look.tip, HasSubstr("COM4: /dev/ttyACM1 (not there)\n"));
     EXPECT_FALSE(view::enabled(Command_ok));
     EXPECT_FALSE(view::enabled(form1::Form1));
     EXPECT_EQ(Centralina_Attiva.look.back, view::rgb(154, 0, 0));

@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -18,16 +19,74 @@ namespace {
 
 namespace acts = operator_acts;
 
-// A button whose state is the model's alone: a click asks the logic, and changes nothing yet.
+bool is_enter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+// A button whose state is the model's alone: a click asks the logic, and changes nothing yet. Enter
+// works it as Space does, which in the main window changes the fuel over too.
 template <typename Base>
 class ModelledButton : public Base {
   public:
     using Base::Base;
 
   protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (is_enter(*event))
+            this->click();
+        else
+            Base::keyPressEvent(event);
+    }
     void nextCheckState() override {}
     // The whole of its place answers, not the caption alone.
     bool hitButton(const QPoint& at) const override { return this->rect().contains(at); }
+};
+
+// An arrow leads to the neighbour in its group and chooses it.
+class OptionFace : public ModelledButton<QRadioButton> {
+  public:
+    using ModelledButton::ModelledButton;
+
+  private:
+    void keyPressEvent(QKeyEvent* event) override {
+        switch (event->key()) {
+        case Qt::Key_Down:
+        case Qt::Key_Right: choose_neighbour(1); break;
+        case Qt::Key_Up:
+        case Qt::Key_Left: choose_neighbour(-1); break;
+        default: ModelledButton::keyPressEvent(event);
+        }
+    }
+    void choose_neighbour(qsizetype step) {
+        const auto group =
+            parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+        qsizetype at = group.indexOf(this);
+        do
+            at += step;
+        while (at >= 0 && at < group.size() && !(group[at]->isVisible() && group[at]->isEnabled()));
+        if (at < 0 || at >= group.size()) return;
+        group[at]->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        group[at]->click();
+    }
+};
+
+// A list that tells when it opens, and opens by Enter.
+class ListFace : public QComboBox {
+  public:
+    ListFace(Widget& model, QWidget& parent) : QComboBox(&parent), model_(model) {}
+    void showPopup() override {
+        post([&model = model_] { acts::open(model); });
+        QComboBox::showPopup();
+    }
+
+  private:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (is_enter(*event))
+            showPopup();
+        else
+            QComboBox::keyPressEvent(event);
+    }
+    Widget& model_;
 };
 
 template <typename Button>
@@ -45,14 +104,14 @@ QWidget* make_command_button(Widget& model, QWidget& parent) {
 }
 
 QWidget* make_option_button(Widget& model, QWidget& parent) {
-    auto* button =
-        static_cast<QRadioButton*>(make_button<ModelledButton<QRadioButton>>(model, parent));
+    auto* button = static_cast<QRadioButton*>(make_button<OptionFace>(model, parent));
     button->setAutoExclusive(false);
     return button;
 }
 
-QWidget* make_label(QWidget& parent, const Look& look) {
-    auto* label = new QLabel(&parent);
+QWidget* make_label(Widget& model, QWidget& parent) {
+    const Look& look = model.look;
+    auto* label = new LabelFace(model, parent);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     const auto side = look.align == Align::left     ? Qt::AlignLeft
@@ -84,7 +143,7 @@ QWidget* make_text_box(Widget& model, QWidget& parent) {
 }
 
 QWidget* make_combo_box(Widget& model, QWidget& parent) {
-    auto* combo = new QComboBox(&parent);
+    auto* combo = new ListFace(model, parent);
     QObject::connect(combo, &QComboBox::activated, combo, [&model, combo](int index) {
         post_act(model, *combo, Aspect::value,
                  [&model, index] { return acts::choose(model, index); });
@@ -103,7 +162,7 @@ QWidget* make_progress_bar(QWidget& parent) {
 QWidget* make_control(Widget& model, QWidget& parent) {
     QWidget* face = nullptr;
     switch (model.kind) {
-    case Kind::label: face = make_label(parent, model.look); break;
+    case Kind::label: face = make_label(model, parent); break;
     case Kind::command_button: face = make_command_button(model, parent); break;
     case Kind::option_button: face = make_option_button(model, parent); break;
     case Kind::check_box: face = make_button<ModelledButton<QCheckBox>>(model, parent); break;
@@ -120,7 +179,6 @@ QWidget* make_control(Widget& model, QWidget& parent) {
     case Kind::menu_item:
     case Kind::separator: Q_UNREACHABLE();
     }
-    face->setAccessibleName(QString::fromStdString(full_name(model)));
     return face;
 }
 
@@ -132,6 +190,7 @@ bool takes_focus(const Widget& model) {
     case Kind::text_box:
     case Kind::combo_box:
     case Kind::slider: return true;
+    case Kind::label: return model.on.click || model.on.double_click;
     default: return false;
     }
 }

@@ -4,6 +4,7 @@
 #include "view/widget.h"
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QPixmap>
 #include <QSlider>
 #include <QWidget>
@@ -12,6 +13,7 @@ namespace zol::view::qt {
 
 // Builds the control and ties what the operator does with it to its model. `parent` owns it.
 QWidget* make_control(Widget& model, QWidget& parent);
+// Whether the keyboard can come to it: also to a label that answers to a click.
 bool takes_focus(const Widget& model);
 
 // A slider with ticks and a marked stretch from its lower end.
@@ -23,6 +25,17 @@ class SliderFace : public QSlider {
   private:
     void paintEvent(QPaintEvent* event) override;
     int stretch_ = 0;
+};
+
+// A text. With the focus, Enter and Space stand for the click that it answers to.
+class LabelFace : public QLabel {
+  public:
+    LabelFace(Widget& model, QWidget& parent) : QLabel(&parent), model_(model) {}
+
+  private:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    Widget& model_;
 };
 
 // A group with its title on its upper edge, and what is drawn behind its controls.

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QScopedValueRollback>
 #include <QWidget>
 
@@ -20,6 +21,7 @@ KeyPreview::KeyPreview(const QtScreen& screen) : screen_(screen) {
 bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
     const bool pressed = event->type() == QEvent::KeyPress;
     if (delivering_ || !watched->isWidgetType()) return false;
+    if (qobject_cast<QMenuBar*>(watched)) return false; // it is being walked through by keys
     if (!pressed && event->type() != QEvent::KeyRelease) return false;
     const QWidget* top = static_cast<QWidget*>(watched)->window();
     Widget* window = screen_.window_of(*top);
@@ -56,11 +58,15 @@ void KeyPreview::release(Widget& window, QKeyEvent& event) {
 }
 
 void KeyPreview::deliver(Widget& window, QKeyEvent& event) {
-    const WindowFace* face = screen_.face(window);
+    WindowFace* face = screen_.face(window);
     if (!face || !operator_acts::reachable(window)) return;
     QWidget* target = face->top().focusWidget();
     if (!target) target = &face->top();
     const QScopedValueRollback guard(delivering_, true);
+    const bool back = event.key() == Qt::Key_Backtab;
+    if (event.type() == QEvent::KeyPress && (back || event.key() == Qt::Key_Tab) &&
+        face->tab_from_parking(!back))
+        return;
     QCoreApplication::sendEvent(target, &event);
 }
 

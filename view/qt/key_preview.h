@@ -17,7 +17,8 @@ namespace zol::view::qt {
 class QtScreen;
 
 // Takes the keys that Qt delivers to the program's windows, hands each to the logic, and only then
-// to the control that has the focus. Keys of a box or of an open list are left alone.
+// to the control that has the focus. Keys of a box, of an open list and of the menu bar are left
+// alone.
 class KeyPreview : public QObject {
   public:
     explicit KeyPreview(const QtScreen& screen);

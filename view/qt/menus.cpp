@@ -19,6 +19,9 @@ std::unordered_map<const Widget*, QAction*> build_menus(Widget& window, QMenuBar
         if (widget->kind == Kind::menu) {
             QMenu* menu = parent ? parent->addMenu("") : bar.addMenu("");
             menu->setObjectName(name);
+            menu->setToolTipsVisible(true);
+            QObject::connect(menu, &QMenu::aboutToShow, menu,
+                             [widget] { post([widget] { operator_acts::open(*widget); }); });
             action = menu->menuAction();
         } else {
             action = parent ? parent->addAction("") : bar.addAction("");

@@ -3,6 +3,7 @@
 #include "view/qt/act.h"
 #include "view/qt/colours.h"
 #include "view/qt/controls.h"
+#include "view/qt/spoken.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -40,8 +41,7 @@ void mirror_text(const Widget& model, QWidget& face) {
         break;
     default: break;
     }
-    if (!model.look.text.empty() && model.kind != Kind::text_box && model.kind != Kind::window)
-        face.setAccessibleName(text);
+    if (model.kind != Kind::window) face.setAccessibleName(spoken_name(model));
 }
 
 void mirror_value(const Widget& model, QWidget& face) {
@@ -85,6 +85,15 @@ void mirror_items(const Widget& model, QWidget& face) {
     combo.setCurrentIndex(model.look.list_index);
 }
 
+void mirror_tip(const Widget& model, QWidget& face) {
+    if (model.kind != Kind::window) speak(model, face);
+    if (model.kind != Kind::combo_box) return;
+    auto& combo = static_cast<QComboBox&>(face);
+    for (std::size_t i = 0; i < model.look.item_tips.size(); ++i)
+        combo.setItemData(static_cast<int>(i), QString::fromStdString(model.look.item_tips[i]),
+                          Qt::ToolTipRole);
+}
+
 void mirror_pointer(const Widget& model, QWidget& face) {
     switch (model.look.pointer) {
     case Pointer::hourglass: face.setCursor(Qt::WaitCursor); break;
@@ -98,7 +107,10 @@ void mirror_pointer(const Widget& model, QWidget& face) {
 }
 
 void mirror_tab_stop(const Widget& model, QWidget& face) {
-    if (takes_focus(model))
+    if (!takes_focus(model)) return;
+    if (model.kind == Kind::label)
+        face.setFocusPolicy(Qt::TabFocus);
+    else
         face.setFocusPolicy(model.look.tab_stop ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
@@ -107,7 +119,8 @@ void mirror_tab_stop(const Widget& model, QWidget& face) {
 void mirror(const Widget& model, QWidget& face, Aspect aspect) {
     switch (aspect) {
     case Aspect::text: mirror_text(model, face); break;
-    case Aspect::tip: face.setToolTip(QString::fromStdString(model.look.tip)); break;
+    case Aspect::tip:
+    case Aspect::help: mirror_tip(model, face); break;
     case Aspect::colours: mirror_colours(model, face); break;
     case Aspect::value: mirror_value(model, face); break;
     case Aspect::range: mirror_range(model, face); break;
@@ -131,7 +144,7 @@ void mirror(const Widget& model, QWidget& face, Aspect aspect) {
 
 void mirror_all(const Widget& model, QWidget& face) {
     for (Aspect aspect :
-         {Aspect::text, Aspect::tip, Aspect::colours, Aspect::range, Aspect::value, Aspect::items,
+         {Aspect::text, Aspect::colours, Aspect::range, Aspect::value, Aspect::items, Aspect::tip,
           Aspect::visible, Aspect::enabled, Aspect::pointer, Aspect::tab_stop})
         mirror(model, face, aspect);
 }
@@ -139,7 +152,8 @@ void mirror_all(const Widget& model, QWidget& face) {
 void mirror(const Widget& model, QAction& face, Aspect aspect) {
     switch (aspect) {
     case Aspect::text: face.setText(plain_caption(model.look.text)); break;
-    case Aspect::tip: face.setToolTip(QString::fromStdString(model.look.tip)); break;
+    case Aspect::tip:
+    case Aspect::help: face.setToolTip(tip_on_screen(model)); break;
     case Aspect::visible: face.setVisible(model.look.visible); break;
     case Aspect::enabled: face.setEnabled(model.look.enabled); break;
     case Aspect::checked:

@@ -6,6 +6,7 @@
 #include "view/qt/instrument_style.h"
 #include "view/qt/menus.h"
 #include "view/qt/mirror.h"
+#include "view/qt/tab_order.h"
 #include "view/timers.h"
 
 #include <QAction>
@@ -104,6 +105,35 @@ void WindowFace::build_controls() {
     }
     for (const Widget* widget : model_.controls)
         mark_panel_button(*widget);
+    QWidget* last = nullptr;
+    for (const Widget* widget : reading_order(model_)) {
+        if (!takes_focus(*widget)) continue;
+        QWidget* face = control(*widget);
+        if (last) QWidget::setTabOrder(last, face);
+        last = face;
+    }
+}
+
+// Where the logic parks the focus, Tab goes on behind the control that the operator last stood on,
+// and the other way back onto it.
+bool WindowFace::tab_from_parking(bool forward) {
+    QWidget* at = top_->focusWidget();
+    const auto it = models_.find(at);
+    const bool parked =
+        !at || at == top_.get() || (it != models_.end() && !it->second->look.tab_stop);
+    if (!parked || !last_stop_) return false;
+    const auto stops_at = [](const QWidget& face) {
+        return face.isVisible() && face.isEnabled() && (face.focusPolicy() & Qt::TabFocus);
+    };
+    QWidget* stop = last_stop_;
+    const auto step = [&] {
+        stop = forward ? stop->nextInFocusChain() : stop->previousInFocusChain();
+    };
+    if (forward || !stops_at(*stop)) step();
+    while (!stops_at(*stop) && stop != last_stop_)
+        step();
+    stop->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 // Never larger than its screen, and never so small that the least type would not fit.
@@ -273,8 +303,9 @@ bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
     const bool clickable = widget.kind == Kind::label || widget.kind == Kind::text_box;
     switch (event.type()) {
     case QEvent::FocusIn:
-        if (!mirroring_ && operators_own(static_cast<QFocusEvent&>(event).reason()))
-            post([&widget] { operator_acts::focus(widget); });
+        if (mirroring_ || !operators_own(static_cast<QFocusEvent&>(event).reason())) break;
+        if (widget.look.tab_stop) last_stop_ = &face;
+        post([&widget] { operator_acts::focus(widget); });
         break;
     case QEvent::MouseButtonPress:
         // A label lets the press through to its frame, which must not take its place.

@@ -34,6 +34,8 @@ class WindowFace : public QObject {
     void changed(const Widget& widget, Aspect aspect);
     // The focus stands where the model has it; on the Qt window itself if on no control.
     void follow_focus();
+    // Takes a step of the Tab key where the focus is parked; false where the toolkit knows the way.
+    bool tab_from_parking(bool forward);
     // Puts every control to its place. The operator may make the window larger or smaller than its
     // table: the content follows.
     void lay_out();
@@ -58,7 +60,8 @@ class WindowFace : public QObject {
     double scale_x_ = 1, scale_y_ = 1;
     bool mirroring_ = false; // the program moves the focus, not the operator
     bool size_due_ = false, layout_due_ = true, show_due_ = false, was_shown_ = false;
-    QObject* pressed_ = nullptr; // what the mouse button went down on
+    QWidget* last_stop_ = nullptr; // where the operator last came to by Tab or click
+    QObject* pressed_ = nullptr;   // what the mouse button went down on
     std::unordered_map<const Widget*, QWidget*> controls_;
     std::unordered_map<const QObject*, Widget*> models_;
     std::unordered_map<const Widget*, QAction*> actions_;

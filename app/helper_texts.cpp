@@ -1,0 +1,129 @@
+#include "app/helper_texts.h"
+
+#include "app/app_state.h"
+#include "app/application_folder.h"
+#include "app/whole_file.h"
+#include "view/view.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <vector>
+
+namespace zol::app {
+namespace {
+
+struct Entry {
+    view::Help help;
+    std::string owner; // the control whose parameters the text names
+};
+using Section = std::map<std::string, Entry, std::less<>>; // by control
+
+struct Texts {
+    std::map<std::string, Section, std::less<>> windows;
+    std::map<std::string, std::string, std::less<>> words;
+};
+Texts texts;
+std::map<const view::Widget*, std::vector<int>> parameters;
+
+// The part of `line` before `mark`, which is taken from it along with the mark; all of it if there
+// is none.
+std::string_view cut(std::string_view& line, char mark) {
+    const auto end = std::min(line.find(mark), line.size());
+    const std::string_view part = trim(line.substr(0, end));
+    line = trim(line.substr(std::min(end + 1, line.size())));
+    return part;
+}
+
+void take_control(Section& section, std::string_view names, std::string_view said) {
+    Entry entry;
+    if (said.find('|') != std::string_view::npos) entry.help.name = cut(said, '|');
+    entry.help.text = said;
+    while (!names.empty()) {
+        const std::string name(cut(names, ','));
+        if (entry.owner.empty()) entry.owner = name;
+        section[name] = entry;
+        entry.help.name.clear(); // captions and units speak for themselves
+    }
+}
+
+Texts read_texts(std::string_view content) {
+    Texts read;
+    std::string_view section;
+    while (!content.empty()) {
+        std::string_view line = cut(content, '\n');
+        if (line.starts_with('[') && line.ends_with(']')) {
+            section = line.substr(1, line.size() - 2);
+        } else if (!line.empty() && !line.starts_with(';')) {
+            const std::string_view names = cut(line, '=');
+            if (section == "words")
+                read.words[std::string(names)] = line;
+            else
+                take_control(read.windows[std::string(section)], names, line);
+        }
+    }
+    return read;
+}
+
+std::optional<std::string> texts_of(const std::string& language) {
+    const auto content = read_file(application_file("\\language\\tips_" + language + ".ini"));
+    if (!content) return std::nullopt;
+    return as_utf8(*content);
+}
+
+std::string parameter_line(const view::Widget& control) {
+    std::string line;
+    for (const int number : parameters_of(control))
+        line += (line.empty() ? "" : ", ") + ("PAR_" + std::to_string(number));
+    return line;
+}
+
+void number_it(std::string& text, int number) {
+    for (auto at = text.find("{n}"); at != std::string::npos; at = text.find("{n}"))
+        text.replace(at, 3, std::to_string(number));
+}
+
+view::Help help_for(const Section& section, const view::Widget& control) {
+    auto found = section.find(full_name(control));
+    if (found == section.end()) found = section.find(control.name);
+    if (found == section.end()) return {};
+    view::Help help = found->second.help;
+    number_it(help.name, control.index + 1);
+    number_it(help.text, control.index + 1);
+    const view::Widget* owner = view::find_widget(*control.window, found->second.owner);
+    const std::string line = parameter_line(owner ? *owner : control);
+    if (!line.empty()) help.text += (help.text.empty() ? "" : "\n") + line;
+    return help;
+}
+
+} // namespace
+
+void note_parameters(const view::Widget& control, std::initializer_list<int> numbers) {
+    std::vector<int>& noted = parameters[&control];
+    for (const int number : numbers)
+        if (std::find(noted.begin(), noted.end(), number) == noted.end()) noted.push_back(number);
+}
+
+std::span<const int> parameters_of(const view::Widget& control) {
+    const auto noted = parameters.find(&control);
+    return noted == parameters.end() ? std::span<const int>() : noted->second;
+}
+
+void apply_helper_texts() {
+    auto content = texts_of(state.current_language);
+    if (!content) content = texts_of("uk");
+    texts = read_texts(content.value_or(""));
+    for (view::Widget* window : view::all_windows()) {
+        const Section& section = texts.windows[window->name];
+        for (const auto* list : {&window->controls, &window->menus})
+            for (view::Widget* w : *list)
+                view::set_help(*w, help_for(section, *w));
+    }
+}
+
+std::string helper_word(const std::string& key) {
+    const auto found = texts.words.find(key);
+    return found == texts.words.end() ? key : found->second;
+}
+
+} // namespace zol::app

@@ -1,0 +1,34 @@
+// What each control says of itself: a name to be spoken, a line on what it does with its unit, and
+// the parameters of the control unit behind it. In the operator's language; captions are another
+// matter.
+//
+// The texts stand in "\language\tips_<language>.ini", one section for each window, one line for
+// each control: "names = spoken name | text", or "names = text" where the caption is the name.
+// Further names behind a comma are those of its captions and units, which share the text and keep
+// their own words. An element of an array goes by its own name, else by the array's, with its
+// number from 1 in the place of "{n}".
+#pragma once
+
+#include "view/widget.h"
+
+#include <initializer_list>
+#include <span>
+#include <string>
+
+namespace zol::app {
+
+// Said where a control's handler is tied: the parameters that the control writes or shows. Its text
+// names them.
+void note_parameters(const view::Widget& control, std::initializer_list<int> numbers);
+// In the order in which they were noted.
+std::span<const int> parameters_of(const view::Widget& control);
+
+// Gives every control of every window its texts in the present language, from that language's file
+// or, where it cannot be read, the English one. A control that the file lacks has none.
+void apply_helper_texts();
+
+// A word of the section "words" of the same file, for texts that are put together at run time. The
+// key itself where there is none.
+std::string helper_word(const std::string& key);
+
+} // namespace zol::app

@@ -1,0 +1,49 @@
+#include "link/port_tips.h"
+
+#include "app/port_menu.h"
+#include "link/connection_dialog.h"
+#include "link/port_devices.h"
+#include "view/view.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+
+#include <string>
+#include <vector>
+
+namespace zol::link {
+namespace {
+
+// The entry's own number, as its caption says it; what the entry does follows in its help.
+void refresh_menu() {
+    for (int number = 1; view::Widget* item = app::port_menu_item(number); ++number) {
+        const std::string& help = item->help.text;
+        view::set_tip(*item, port_tip(number) + (help.empty() ? "" : "\n" + help));
+    }
+}
+
+// Each entry names its device; the list, which shows one entry only, names them all.
+void refresh_list() {
+    view::Widget& list = centralina_attiva::Combo1;
+    std::vector<std::string> tips;
+    std::string all;
+    for (std::size_t entry = 0; entry < list.look.items.size(); ++entry) {
+        tips.push_back(port_tip(static_cast<int>(port_of_entry(static_cast<int>(entry)))));
+        all += (entry > 0 ? "\n" : "") + tips.back();
+    }
+    view::set_item_tips(list, tips);
+    view::set_tip(list, all);
+}
+
+} // namespace
+
+void refresh_port_tips() {
+    refresh_menu();
+    refresh_list();
+}
+
+void connect_port_tips() {
+    form1::mnu_Porta_Seriale.on.opens = refresh_menu;
+    centralina_attiva::Combo1.on.opens = refresh_list;
+}
+
+} // namespace zol::link

@@ -1,0 +1,238 @@
+// What the controls say of themselves: five files, each complete, and one that is broken or gone.
+#include "app/helper_texts.h"
+#include "tests/support/bench.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+#include "view/windows/form2.h"
+#include "view/windows/form3.h"
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+
+namespace zol::tests {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using view::Kind;
+using view::Widget;
+
+// The names of a file's sections, each with its lines: what stands before and behind the sign.
+using Lines = std::vector<std::pair<std::string, std::string>>;
+std::map<std::string, Lines> sections_of(const std::string& language) {
+    std::ifstream in(std::filesystem::path(ZOL_SOURCE_DIR) / "language" /
+                     ("tips_" + language + ".ini"));
+    std::map<std::string, Lines> sections;
+    std::string line, section;
+    while (std::getline(in, line)) {
+        const auto sign = line.find(" = ");
+        if (line.starts_with("["))
+            section = line.substr(1, line.size() - 2);
+        else if (sign != std::string::npos)
+            sections[section].emplace_back(line.substr(0, sign), line.substr(sign + 3));
+        else
+            EXPECT_EQ(line, "") << "in " << language;
+    }
+    return sections;
+}
+
+std::vector<std::string> names_of(const std::string& list) {
+    std::vector<std::string> names;
+    std::istringstream in(list);
+    for (std::string name; std::getline(in >> std::ws, name, ',');)
+        names.push_back(name);
+    return names;
+}
+
+std::vector<Widget*> all_of(const Widget& window) {
+    std::vector<Widget*> all = window.controls;
+    for (Widget* entry : window.menus)
+        if (entry->kind != Kind::separator) all.push_back(entry);
+    return all;
+}
+
+// What cannot be read off the screen as a caption needs a name of its own.
+bool has_no_caption(const Widget& w) {
+    switch (w.kind) {
+    case Kind::slider:
+    case Kind::text_box:
+    case Kind::combo_box:
+    case Kind::progress_bar:
+    case Kind::shape:
+    case Kind::picture:
+    case Kind::movie: return true;
+    default: return w.design.text.empty();
+    }
+}
+
+class HelperFiles : public testing::TestWithParam<const char*> {};
+
+TEST_P(HelperFiles, SpeakOfEachControlOfEachWindowOnce) {
+    const auto sections = sections_of(GetParam());
+    for (const Widget* window : view::all_windows()) {
+        ASSERT_TRUE(sections.contains(window->name)) << window->name;
+        std::map<std::string, std::string> said; // by name
+        for (const auto& [names, text] : sections.at(window->name))
+            for (const std::string& name : names_of(names))
+                EXPECT_TRUE(said.emplace(name, text).second) << name << " twice";
+        std::set<std::string> used;
+        for (const Widget* w : all_of(*window)) {
+            const bool by_itself = said.contains(full_name(*w));
+            EXPECT_TRUE(by_itself || said.contains(w->name))
+                << window->name << " " << full_name(*w);
+            used.insert(by_itself ? full_name(*w) : w->name);
+        }
+        for (const auto& [name, text] : said) {
+            EXPECT_TRUE(used.contains(name)) << window->name << " has no " << name;
+            EXPECT_THAT(text, EndsWith(".")) << name;
+            EXPECT_THAT(text, Not(HasSubstr("  "))) << name;
+            EXPECT_THAT(text, Not(HasSubstr("PAR_"))) << name << ": numbers come from the code";
+        }
+    }
+    EXPECT_EQ(sections.size(), view::all_windows().size() + 1) << "the windows and the words";
+}
+
+TEST_P(HelperFiles, HoldTheWordsThatTheProgramPutsIntoItsTexts) {
+    const auto sections = sections_of(GetParam());
+    std::vector<std::string> words;
+    for (const auto& [word, text] : sections.at("words"))
+        words.push_back(word);
+    EXPECT_THAT(words, ElementsAre("there", "not there"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, HelperFiles, testing::Values("it", "uk", "pl", "de", "fr"));
+
+class HelperTexts : public Bench {
+  protected:
+    void use_file(const std::string& language, const std::string& content) {
+        if (std::filesystem::is_symlink(folder / "language")) {
+            std::filesystem::remove(folder / "language");
+            std::filesystem::create_directory(folder / "language");
+        }
+        write_file("language/tips_" + language + ".ini", content);
+    }
+};
+
+TEST_F(HelperTexts, InEachLanguageEachControlHasItsTextAndWhatBearsNoCaptionAName) {
+    start_connected();
+    for (Widget* item : {&form1::it, &form1::uk, &form1::pl, &form1::de, &form1::fr}) {
+        operator_clicks(*item);
+        for (const Widget* window : view::all_windows())
+            for (const Widget* w : all_of(*window)) {
+                EXPECT_THAT(w->help.text, Not(IsEmpty())) << item->name << " " << full_name(*w);
+                if (has_no_caption(*w)) {
+                    EXPECT_THAT(w->help.name, Not(IsEmpty())) << item->name << " " << full_name(*w);
+                }
+            }
+    }
+}
+
+TEST_F(HelperTexts, AValueIsNamedWithItsUnitAndItsTextNamesTheParameter) {
+    start_connected();
+    EXPECT_EQ(form1::Label_rpm.help.name, "Engine speed, rpm");
+    EXPECT_EQ(form1::text_temp_comm.help.name, "Changeover temperature, °C");
+    EXPECT_THAT(form1::text_temp_comm.help.text, EndsWith("\nPAR_15"));
+    EXPECT_THAT(form1::Slider_ktar.help.text, EndsWith("\nPAR_3, PAR_4, PAR_104"));
+}
+
+TEST_F(HelperTexts, ACaptionSharesTheTextOfItsValueAndSpeaksForItself) {
+    start_connected();
+    EXPECT_EQ(form1::Label6.help.text, form1::Text_min_tank.help.text);
+    EXPECT_EQ(form1::Label6.help.name, "");
+    EXPECT_EQ(form1::lbl205.help.text, form1::Text_min_tank.help.text);
+}
+
+TEST_F(HelperTexts, AnElementOfAnArrayHasItsNumberOrWordsOfItsOwn) {
+    start_connected();
+    EXPECT_EQ(form1::led_rpm[34].help.name, "Engine speed lamp 35");
+    EXPECT_EQ(form1::Slider1[1].help.name, "Tank row 2, upper end, %");
+    EXPECT_EQ(form1::Slider1[4].help.name, "Tank row 5, lower end, %");
+    EXPECT_EQ(form1::Shape1[0].help.name, "Reserve lamp");
+}
+
+TEST_F(HelperTexts, FollowAChangeOfTheLanguageAtOnceAlsoInWindowsThatAreNotOpen) {
+    start_connected();
+    std::set<const Widget*> told;
+    screen.on_changed = [&](Widget& w, view::Aspect aspect) {
+        if (aspect == view::Aspect::help) told.insert(&w);
+    };
+    operator_clicks(form1::de);
+    EXPECT_EQ(form1::Label_rpm.help.name, "Motordrehzahl, U/min");
+    EXPECT_TRUE(told.contains(&form1::Label_rpm)) << "the screen hears of it";
+    EXPECT_FALSE(told.contains(&form3::Text_rpm)) << "that window is not open";
+    EXPECT_EQ(form3::Text_rpm.help.name, "Umschaltdrehzahl, U/min");
+}
+
+TEST_F(HelperTexts, OfALanguageWithoutAFileAreEnglish) {
+    use_file("uk", "[Form1]\nLabel_rpm = Engine speed, rpm | Speed.\n");
+    write_file("setting.ini", "[General]\nLANGUAGE=de\n");
+    start_connected();
+    EXPECT_EQ(form1::Label_rpm.help.name, "Engine speed, rpm");
+    EXPECT_EQ(form1::Label_tinj.help, view::Help{}) << "what the file lacks stays silent";
+}
+
+TEST_F(HelperTexts, AreNoneWithoutAnyFile) {
+    use_file("uk", "");
+    std::filesystem::remove_all(folder / "language");
+    start_connected();
+    EXPECT_EQ(form1::Label_rpm.help, view::Help{});
+    EXPECT_EQ(app::helper_word("there"), "there");
+}
+
+TEST_F(HelperTexts, AFileOfRubbishHarmsNothing) {
+    use_file("uk", "\xFF\xFE\n[\n]\n[]\n=\n|\n = | \n[Form1\n[Form1]\nLabel_rpm\nLabel_tinj =\n"
+                   ",,, = x\nLabel_temp = | only text\r\nLabel_lambda = a|b|c\nled_rpm = {n}{n}{");
+    start_connected();
+    EXPECT_EQ(form1::Label_tinj.help, view::Help{});
+    EXPECT_EQ(form1::Label_temp.help, (view::Help{"", "only text"}));
+    EXPECT_EQ(form1::Label_lambda.help, (view::Help{"a", "b|c"}));
+    EXPECT_EQ(form1::led_rpm[0].help.text, "11{");
+}
+
+TEST_F(HelperTexts, LeaveTheTipsThatControlsHaveOfTheirOwn) {
+    start_connected();
+    EXPECT_EQ(form1::Slider_ktar.look.tip, "199");
+    EXPECT_THAT(form1::Slider_ktar.help.text, StartsWith("Gain at low load"));
+    operator_clicks(form1::de);
+    EXPECT_EQ(form1::Slider_ktar.look.tip, "199");
+}
+
+TEST_F(HelperTexts, ThePortMenuNamesTheDeviceOfEachNumberAnewWheneverItOpens) {
+    const auto adapter = folder / "adapter";
+    std::filesystem::create_symlink(adapter, folder / "ports/com2");
+    start_connected();
+    const std::string line =
+        "COM2: " + (folder / "ports/com2").string() + " -> " + adapter.string() + " (";
+    EXPECT_THAT(form1::com2.look.tip,
+                AllOf(StartsWith(line + "not there)\n"), HasSubstr("next start")));
+    write_file("adapter", "");
+    inside_program([] { view::operator_acts::open(form1::mnu_Porta_Seriale); });
+    EXPECT_THAT(form1::com2.look.tip, StartsWith(line + "there)\n"));
+    operator_clicks(form1::de);
+    EXPECT_THAT(form1::com2.look.tip, StartsWith(line + "vorhanden)\nMerkt"));
+}
+
+TEST_F(HelperTexts, EachEntryOfThePortListNamesItsDeviceAnewWheneverTheListOpens) {
+    std::filesystem::create_symlink(folder / "adapter", folder / "ports/com4");
+    port->silent = true;
+    start_program();
+    run_for(3000);
+    ASSERT_TRUE(centralina_attiva::Centralina_Attiva.shown);
+    const Widget& list = centralina_attiva::Combo1;
+    ASSERT_EQ(list.look.item_tips.size(), 7U);
+    EXPECT_THAT(list.look.item_tips[2], AllOf(StartsWith("COM4: "), EndsWith("(not there)")));
+    write_file("adapter", "");
+    inside_program([] { view::operator_acts::open(centralina_attiva::Combo1); });
+    EXPECT_THAT(list.look.item_tips[2], AllOf(StartsWith("COM4: "), EndsWith("(there)")));
+    EXPECT_THAT(list.look.tip, HasSubstr(list.look.item_tips[2] + "\nCOM5: "));
+}
+
+} // namespace
+} // namespace zol::tests

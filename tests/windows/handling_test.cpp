@@ -1,0 +1,369 @@
+// Working the real windows without a mouse, and what a screen reader hears of them.
+#include "app/app_state.h"
+#include "app/application_folder.h"
+#include "app/helper_texts.h"
+#include "tests/windows/qt_bench.h"
+#include "view/windows/acquisizione.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+#include "view/windows/form2.h"
+#include "view/windows/form3.h"
+#include "view/windows/form_power.h"
+#include "view/windows/frm_splash.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QComboBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSlider>
+
+#include <set>
+
+namespace zol::view {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const std::vector<Widget*> seven_windows = {&form1::Form1,
+                                            &frm_splash::frmSplash,
+                                            &centralina_attiva::Centralina_Attiva,
+                                            &form2::Form2,
+                                            &form3::Form3,
+                                            &form_power::Form_power,
+                                            &acquisizione::acquisizione};
+
+class SevenWindows : public QtBench {
+  protected:
+    SevenWindows() { app::use_application_folder(ZOL_SOURCE_DIR); }
+    ~SevenWindows() override { app::state = {}; }
+
+    static void speak(const char* language) {
+        app::state.current_language = language;
+        app::apply_helper_texts();
+    }
+    static std::string spoken(QWidget& face, QAccessible::Text what) {
+        return QAccessible::queryAccessibleInterface(&face)->text(what).toStdString();
+    }
+};
+
+TEST_F(SevenWindows, EachControlHasANameADescriptionAndATipInEachLanguage) {
+    for (Widget* window : seven_windows) {
+        open(*window);
+        for (const char* language : {"it", "uk", "pl", "de", "fr"}) {
+            speak(language);
+            for (Widget* w : window->controls) {
+                const std::string where = std::string(language) + " " + full_name(*w);
+                const std::string name = spoken(face(*w), QAccessible::Name);
+                EXPECT_NE(name, "") << where;
+                EXPECT_NE(name, full_name(*w)) << where << " has but its name in the code";
+                EXPECT_NE(spoken(face(*w), QAccessible::Description), "") << where;
+                EXPECT_NE(face(*w).toolTip(), "") << where;
+            }
+            for (Widget* entry : window->menus) {
+                if (entry->kind == Kind::separator) continue;
+                EXPECT_EQ(action(*entry).toolTip().simplified().toStdString(),
+                          QString::fromStdString(entry->help.text).simplified().toStdString())
+                    << language << " " << entry->name;
+                EXPECT_NE(action(*entry).toolTip(), "") << language << " " << entry->name;
+            }
+        }
+        unload(*window);
+    }
+}
+
+TEST_F(SevenWindows, AValueIsReadOutWithItsNameAndUnit) {
+    open(form1::Form1);
+    speak("uk");
+    set_text(form1::Label_rpm, "850");
+    EXPECT_EQ(spoken(face(form1::Label_rpm), QAccessible::Name), "Engine speed, rpm: 850");
+    EXPECT_EQ(spoken(face(form1::lbl_rpm), QAccessible::Name), "RPM");
+    EXPECT_EQ(spoken(face(form1::Slider_attenuazione), QAccessible::Name), "Attenuation, tenths");
+    EXPECT_EQ(spoken(face(form1::Command_piu), QAccessible::Name), "Trace larger");
+    EXPECT_EQ(spoken(face(form1::Command_exit), QAccessible::Name), "EXIT");
+}
+
+TEST_F(SevenWindows, ATipOfItsOwnStandsAsItIsAndTheDescriptionTellsMore) {
+    open(form1::Form1);
+    speak("uk");
+    EXPECT_EQ(face(form1::Slider_ktar).toolTip(), "199");
+    EXPECT_EQ(spoken(face(form1::Slider_ktar), QAccessible::Description),
+              form1::Slider_ktar.help.text);
+}
+
+TEST_F(SevenWindows, ALongTipBreaksIntoLines) {
+    open(form1::Form1);
+    speak("de");
+    for (Widget* w : form1::Form1.controls)
+        for (const QString& line : face(*w).toolTip().split('\n'))
+            EXPECT_LE(line.size(), 60) << full_name(*w);
+}
+
+TEST_F(SevenWindows, TheEntriesOfAListHaveTipsOfTheirOwn) {
+    open(centralina_attiva::Centralina_Attiva);
+    set_items(centralina_attiva::Combo1, {"COM1", "COM2"});
+    set_item_tips(centralina_attiva::Combo1, {"COM1: /dev/ttyUSB0", "COM2: /dev/ttyUSB1"});
+    const auto& list = face<QComboBox>(centralina_attiva::Combo1);
+    EXPECT_EQ(list.itemData(1, Qt::ToolTipRole).toString(), "COM2: /dev/ttyUSB1");
+}
+
+// The way of the Tab key from the window itself, once round.
+class TabKey : public SevenWindows {
+  protected:
+    std::vector<Widget*> way_through(Widget& window) {
+        set_focus(window);
+        settle();
+        std::vector<Widget*> way;
+        for (std::size_t step = 0; step <= window.controls.size(); ++step) {
+            QWidget* at = top(window).focusWidget();
+            press(at ? *at : top(window), Qt::Key_Tab);
+            Widget* reached =
+                find_widget(window, top(window).focusWidget()->objectName().toStdString());
+            if (!way.empty() && reached == way.front()) break;
+            way.push_back(reached);
+        }
+        return way;
+    }
+
+    static bool is_stop(const Widget& w) {
+        return w.look.tab_stop && operator_acts::reachable(w) && w.look.enabled &&
+               (w.kind == Kind::command_button || w.kind == Kind::option_button ||
+                w.kind == Kind::check_box || w.kind == Kind::text_box ||
+                w.kind == Kind::combo_box || w.kind == Kind::slider || w.on.click ||
+                w.on.double_click);
+    }
+
+    // Of two controls in one frame, whether the second is read behind the first: further to the
+    // right in the same line, or lower.
+    static bool reads_on(const Widget& a, const Widget& b) {
+        const Place &first = a.design.place, &second = b.design.place;
+        constexpr double one_line = 200;
+        return std::abs(second.top - first.top) < one_line ? second.left > first.left
+                                                           : second.top > first.top;
+    }
+
+    static const Widget& child_under(const Widget& frame, const Widget& w) {
+        const Widget* child = &w;
+        while (child->parent != &frame)
+            child = child->parent;
+        return *child;
+    }
+    static bool lies_in(const Widget& w, const Widget& frame) {
+        for (const Widget* it = w.parent; it; it = it->parent)
+            if (it == &frame) return true;
+        return false;
+    }
+
+    void expect_reading_order(Widget& window) {
+        const std::vector<Widget*> way = way_through(window);
+        std::set<Widget*> reached(way.begin(), way.end()), stops;
+        for (Widget* w : window.controls)
+            if (is_stop(*w)) stops.insert(w);
+        EXPECT_EQ(way.size(), reached.size()) << "none twice";
+        for (Widget* w : stops)
+            EXPECT_TRUE(reached.contains(w)) << full_name(*w) << " is never reached";
+        for (std::size_t i = 1; i < way.size(); ++i) {
+            const Widget* frame = way[i - 1]->parent;
+            while (!lies_in(*way[i], *frame))
+                frame = frame->parent;
+            EXPECT_TRUE(reads_on(child_under(*frame, *way[i - 1]), child_under(*frame, *way[i])))
+                << full_name(*way[i]) << " comes behind " << full_name(*way[i - 1]);
+        }
+    }
+
+    static void answer_to_clicks() {
+        for (Widget* label : {&form1::lbl_par_1, &form1::lbl_par_2, &form1::lbl_par_3,
+                              &form1::lbl_par_4, &form1::lbl_par_5, &form1::lbl_par_6})
+            label->on.click = [] {};
+        form1::Label12.on.double_click = form1::Label18.on.double_click = [] {};
+    }
+};
+
+TEST_F(TabKey, LeadsThroughEachPanelAsItIsReadAndToEachControl) {
+    answer_to_clicks();
+    const std::vector<Widget*> panels = {&form1::frame_engine, &form1::Frame_impostazioni,
+                                         &form1::Frame_Lambda, &form1::Frame_diagnosi};
+    open(form1::Form1);
+    for (Widget* shown : panels) {
+        for (Widget* panel : panels)
+            set_visible(*panel, panel == shown);
+        for (Widget* w : {&form1::Frame2, &form1::Command1, &form1::Command2,
+                          &form1::Command_hyperterminal, &form1::Command_scarico})
+            set_visible(*w, true);
+        SCOPED_TRACE(shown->name);
+        expect_reading_order(form1::Form1);
+    }
+}
+
+TEST_F(TabKey, LeadsThroughTheOtherWindowsAsTheyAreRead) {
+    for (Widget* window : seven_windows) {
+        if (window == &form1::Form1 || window == &frm_splash::frmSplash) continue;
+        open(*window);
+        if (window == &centralina_attiva::Centralina_Attiva)
+            set_enabled(centralina_attiva::Command_ok, true);
+        SCOPED_TRACE(window->name);
+        expect_reading_order(*window);
+        unload(*window);
+    }
+}
+
+TEST_F(TabKey, GoesOnWhereTheOperatorWasWhenTheFocusIsParked) {
+    open(form1::Form1);
+    press(top(form1::Form1), Qt::Key_Tab);
+    while (focus() != &form1::Command_rpm_meno)
+        press(face(const_cast<Widget&>(*focus())), Qt::Key_Tab);
+    set_focus(form1::Text2);
+    press(face(form1::Text2), Qt::Key_Tab);
+    EXPECT_EQ(focus(), &form1::Command_rpm_piu);
+    set_focus(form1::Form1);
+    press(top(form1::Form1), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(focus(), &form1::Command_rpm_piu) << "back onto it, to press it once more";
+    set_focus(form1::cmd_focus);
+    set_visible(form1::frame_engine, false);
+    press(face(form1::cmd_focus), Qt::Key_Tab);
+    EXPECT_TRUE(operator_acts::reachable(*focus())) << "what has gone is passed over";
+    EXPECT_NE(focus(), &form1::cmd_focus);
+}
+
+// What the keys do to the control that has the focus.
+class KeysOnControls : public SevenWindows {
+  protected:
+    std::vector<std::string> done;
+    void note(Widget& w) {
+        w.on.click = [this, &w] { done.push_back(full_name(w)); };
+    }
+};
+
+TEST_F(KeysOnControls, SpaceAndEnterPressAButton) {
+    open(form2::Form2);
+    note(form2::cmd_exit);
+    set_focus(form2::cmd_exit);
+    press(face(form2::cmd_exit), Qt::Key_Space);
+    press(face(form2::cmd_exit), Qt::Key_Return);
+    EXPECT_THAT(done, ElementsAre("cmd_exit", "cmd_exit"));
+}
+
+TEST_F(KeysOnControls, ArrowsChooseWithinAGroupAndStopAtItsEnds) {
+    open(form3::Form3);
+    for (Widget* w : {&form3::opt_norm, &form3::opt_perm, &form3::opt_acc})
+        note(*w);
+    set_focus(form3::opt_norm);
+    press(face(form3::opt_norm), Qt::Key_Down);
+    EXPECT_EQ(focus(), &form3::opt_perm);
+    press(face(form3::opt_perm), Qt::Key_Right);
+    press(face(form3::opt_acc), Qt::Key_Down);
+    press(face(form3::opt_acc), Qt::Key_Up);
+    set_enabled(form3::opt_norm, false);
+    press(face(form3::opt_perm), Qt::Key_Left);
+    EXPECT_THAT(done, ElementsAre("opt_perm", "opt_acc", "opt_perm"));
+    EXPECT_TRUE(selected(form3::opt_perm));
+    EXPECT_EQ(focus(), &form3::opt_perm);
+}
+
+TEST_F(KeysOnControls, EnterWorksOptionsAndTheBoxAsSpaceDoes) {
+    open(form1::Form1);
+    set_visible(form1::frame_engine, false);
+    set_visible(form1::Frame_impostazioni, true);
+    note(form1::Option_metano);
+    note(form1::Check1);
+    set_focus(form1::Option_metano);
+    press(face(form1::Option_metano), Qt::Key_Return);
+    set_focus(form1::Check1);
+    press(face(form1::Check1), Qt::Key_Enter);
+    press(face(form1::Check1), Qt::Key_Space);
+    EXPECT_THAT(done, ElementsAre("Option_metano", "Check1", "Check1"));
+    EXPECT_FALSE(selected(form1::Check1));
+}
+
+// Plain arrows are the main window's own; with Shift they are the slider's.
+TEST_F(KeysOnControls, ArrowsWithShiftMoveASliderOfTheMainWindow) {
+    open(form1::Form1);
+    form1::Form1.on.key = [](int, int shift) {
+        if (shift == 0) set_focus(form1::Text2);
+    };
+    set_visible(form1::frame_engine, false);
+    set_visible(form1::Frame_impostazioni, true);
+    Widget& row = form1::Slider1[2];
+    set_focus(row);
+    press(face(row), Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(value(row), 78);
+    press(face(row), Qt::Key_PageUp, Qt::ShiftModifier);
+    EXPECT_EQ(value(row), 80);
+    press(face(row), Qt::Key_Right);
+    EXPECT_EQ(value(row), 80);
+    EXPECT_EQ(focus(), &form1::Text2);
+}
+
+TEST_F(KeysOnControls, EnterOpensAListWhichTellsSo) {
+    open(centralina_attiva::Centralina_Attiva);
+    Widget& list = centralina_attiva::Combo1;
+    set_items(list, {"COM1", "COM2"});
+    list.on.opens = [this] { done.push_back("opens"); };
+    set_focus(list);
+    press(face(list), Qt::Key_Return);
+    EXPECT_THAT(done, ElementsAre("opens"));
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_TRUE(popup);
+    press(popup->focusWidget() ? *popup->focusWidget() : *popup, Qt::Key_Down);
+    press(popup->focusWidget() ? *popup->focusWidget() : *popup, Qt::Key_Return);
+    EXPECT_EQ(list.look.list_index, 0);
+}
+
+TEST_F(KeysOnControls, EnterStandsForTheClickOnALabelThatAnswersToOne) {
+    note(form1::lbl_par_3);
+    open(form1::Form1);
+    set_visible(form1::frame_engine, false);
+    set_visible(form1::Frame_diagnosi, true);
+    face(form1::lbl_par_3).setFocus(Qt::TabFocusReason);
+    settle();
+    EXPECT_EQ(focus(), &form1::lbl_par_3);
+    press(face(form1::lbl_par_3), Qt::Key_Return);
+    EXPECT_THAT(done, ElementsAre("lbl_par_3"));
+    EXPECT_EQ(face(form1::lbl_par_1).focusPolicy(), Qt::NoFocus) << "nothing listens there";
+}
+
+TEST_F(KeysOnControls, AClickOnSuchALabelLeavesTheFocusWhereItIs) {
+    note(form1::lbl_par_3);
+    open(form1::Form1);
+    set_visible(form1::frame_engine, false);
+    set_visible(form1::Frame_diagnosi, true);
+    set_focus(form1::Command10);
+    click(face(form1::lbl_par_3));
+    EXPECT_THAT(done, ElementsAre("lbl_par_3"));
+    EXPECT_EQ(focus(), &form1::Command10);
+}
+
+TEST_F(KeysOnControls, EnterBringsOutTheServiceControlsThatADoubleClickBringsOut) {
+    form1::Label18.on.double_click = [this] { done.push_back("Label18"); };
+    open(form1::Form1);
+    face(form1::Label18).setFocus(Qt::TabFocusReason);
+    press(face(form1::Label18), Qt::Key_Return);
+    EXPECT_THAT(done, ElementsAre("Label18"));
+}
+
+TEST_F(KeysOnControls, AMenuTellsWhenItOpensAndItsEntriesShowTheirTips) {
+    form1::mnu_Porta_Seriale.on.opens = [this] { done.push_back("opens"); };
+    open(form1::Form1);
+    QMenu* menu = action(form1::mnu_Porta_Seriale).menu();
+    menu->popup({10, 10});
+    settle();
+    EXPECT_THAT(done, ElementsAre("opens"));
+    EXPECT_TRUE(menu->toolTipsVisible());
+    menu->close();
+}
+
+TEST_F(KeysOnControls, ThatWalkThroughTheMenuBarAreNotTheWindows) {
+    open(form1::Form1);
+    std::vector<int> seen;
+    form1::Form1.on.key = [&](int code, int) { seen.push_back(code); };
+    auto* bar = top(form1::Form1).findChild<QMenuBar*>();
+    press(*bar, Qt::Key_Right);
+    press(*bar, Qt::Key_Space);
+    EXPECT_THAT(seen, IsEmpty());
+    while (QWidget* popup = QApplication::activePopupWidget())
+        popup->close();
+}
+
+} // namespace
+} // namespace zol::view

@@ -1,0 +1,50 @@
+#include "view/qt/spoken.h"
+
+#include <QStringList>
+#include <QWidget>
+
+namespace zol::view::qt {
+namespace {
+
+QString broken_into_lines(const QString& text) {
+    constexpr qsizetype longest_line = 60;
+    QStringList lines;
+    for (const QString& paragraph : text.split('\n')) {
+        QString line;
+        for (const QString& word : paragraph.split(' ')) {
+            if (!line.isEmpty() && line.size() + 1 + word.size() > longest_line) {
+                lines << line;
+                line.clear();
+            }
+            line += (line.isEmpty() ? "" : " ") + word;
+        }
+        lines << line;
+    }
+    return lines.join('\n');
+}
+
+} // namespace
+
+QString tip_on_screen(const Widget& model) {
+    if (!model.look.tip.empty()) return QString::fromStdString(model.look.tip);
+    return broken_into_lines(QString::fromStdString(model.help.text));
+}
+
+QString spoken_name(const Widget& model) {
+    const QString caption = QString::fromStdString(model.look.text).trimmed();
+    const QString name = QString::fromStdString(model.help.name);
+    if (!name.isEmpty())
+        return model.kind == Kind::label && !caption.isEmpty() ? name + ": " + caption : name;
+    if (!caption.isEmpty() && model.kind != Kind::text_box) return caption;
+    return QString::fromStdString(full_name(model));
+}
+
+void speak(const Widget& model, QWidget& face) {
+    face.setToolTip(tip_on_screen(model));
+    face.setAccessibleName(spoken_name(model));
+    const bool helped = !model.help.text.empty();
+    face.setAccessibleDescription(
+        QString::fromStdString(helped ? model.help.text : model.look.tip));
+}
+
+} // namespace zol::view::qt
