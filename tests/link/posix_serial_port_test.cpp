@@ -307,8 +307,7 @@ TEST_F(SerialCable, ALinkInThePortsFolderGoesBeforeTheUsualDeviceEvenIfItLeadsNo
     EXPECT_EQ(device_of_port(1), folder / "ports/com1");
     EXPECT_EQ(device_of_port(2), "/dev/ttyUSB1");
     EXPECT_EQ(port_tip(1),
-              "COM1: " + (folder / "ports/com1").string() +
-                  " -> /dev/no-such-adapter (not there)");
+              "COM1: " + (folder / "ports/com1").string() + " -> /dev/no-such-adapter (not there)");
 }
 
 } // namespace

@@ -18,6 +18,8 @@
 #include <QMenuBar>
 #include <QSlider>
 
+#include <algorithm>
+
 #include <set>
 
 namespace zol::view {
@@ -111,6 +113,22 @@ TEST_F(SevenWindows, TheEntriesOfAListHaveTipsOfTheirOwn) {
 // The way of the Tab key from the window itself, once round.
 class TabKey : public SevenWindows {
   protected:
+    static const Widget& child_under(const Widget& frame, const Widget& w) {
+        const Widget* child = &w;
+        while (child->parent != &frame)
+            child = child->parent;
+        return *child;
+    }
+
+    // Of two controls in one frame, whether the second is read behind the first: further to the
+    // right in the same line, or lower.
+    static bool reads_on(const Widget& a, const Widget& b) {
+        const Place &first = a.design.place, &second = b.design.place;
+        constexpr double one_line = 200;
+        return std::abs(second.top - first.top) < one_line ? second.left > first.left
+                                                           : second.top > first.top;
+    }
+
     std::vector<Widget*> way_through(Widget& window) {
         set_focus(window);
         settle();
@@ -123,6 +141,12 @@ class TabKey : public SevenWindows {
             if (!way.empty() && reached == way.front()) break;
             way.push_back(reached);
         }
+        // The way is a ring, and is read from the window's head.
+        const auto head = [&](const Widget* w) -> const Widget& { return child_under(window, *w); };
+        std::rotate(way.begin(),
+                    std::min_element(way.begin(), way.end(),
+                                     [&](auto* x, auto* y) { return reads_on(head(x), head(y)); }),
+                    way.end());
         return way;
     }
 
@@ -134,21 +158,6 @@ class TabKey : public SevenWindows {
                 w.on.double_click);
     }
 
-    // Of two controls in one frame, whether the second is read behind the first: further to the
-    // right in the same line, or lower.
-    static bool reads_on(const Widget& a, const Widget& b) {
-        const Place &first = a.design.place, &second = b.design.place;
-        constexpr double one_line = 200;
-        return std::abs(second.top - first.top) < one_line ? second.left > first.left
-                                                           : second.top > first.top;
-    }
-
-    static const Widget& child_under(const Widget& frame, const Widget& w) {
-        const Widget* child = &w;
-        while (child->parent != &frame)
-            child = child->parent;
-        return *child;
-    }
     static bool lies_in(const Widget& w, const Widget& frame) {
         for (const Widget* it = w.parent; it; it = it->parent)
             if (it == &frame) return true;
@@ -299,6 +308,7 @@ TEST_F(KeysOnControls, EnterOpensAListWhichTellsSo) {
     open(centralina_attiva::Centralina_Attiva);
     Widget& list = centralina_attiva::Combo1;
     set_items(list, {"COM1", "COM2"});
+    set_list_index(list, 0);
     list.on.opens = [this] { done.push_back("opens"); };
     set_focus(list);
     press(face(list), Qt::Key_Return);
@@ -307,7 +317,7 @@ TEST_F(KeysOnControls, EnterOpensAListWhichTellsSo) {
     ASSERT_TRUE(popup);
     press(popup->focusWidget() ? *popup->focusWidget() : *popup, Qt::Key_Down);
     press(popup->focusWidget() ? *popup->focusWidget() : *popup, Qt::Key_Return);
-    EXPECT_EQ(list.look.list_index, 0);
+    EXPECT_EQ(list.look.list_index, 1);
 }
 
 TEST_F(KeysOnControls, EnterStandsForTheClickOnALabelThatAnswersToOne) {
@@ -358,6 +368,7 @@ TEST_F(KeysOnControls, ThatWalkThroughTheMenuBarAreNotTheWindows) {
     std::vector<int> seen;
     form1::Form1.on.key = [&](int code, int) { seen.push_back(code); };
     auto* bar = top(form1::Form1).findChild<QMenuBar*>();
+    bar->setFocus(Qt::MenuBarFocusReason);
     press(*bar, Qt::Key_Right);
     press(*bar, Qt::Key_Space);
     EXPECT_THAT(seen, IsEmpty());

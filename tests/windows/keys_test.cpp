@@ -132,14 +132,14 @@ TEST_F(Keys, TheKeysOfAMessageBoxAreNotTheWindows) {
 }
 
 TEST_F(Keys, TabLeadsToTheNextControlAndTellsTheLogic) {
-    set_focus(Text1);
+    set_focus(Option_a);
     bool entered = false;
-    Text2.on.got_focus = [&] { entered = true; };
-    press(face(Text1), Qt::Key_Tab);
+    Option_b.on.got_focus = [&] { entered = true; };
+    press(face(Option_a), Qt::Key_Tab);
     EXPECT_TRUE(entered);
-    EXPECT_EQ(focus(), &Text2);
-    press(face(Text2), Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(focus(), &Text1);
+    EXPECT_EQ(focus(), &Option_b);
+    press(face(Option_b), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(focus(), &Option_a);
 }
 
 TEST_F(Keys, TheWindowCanTakeTheFocusFromItsControls) {

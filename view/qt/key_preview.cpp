@@ -21,7 +21,8 @@ KeyPreview::KeyPreview(const QtScreen& screen) : screen_(screen) {
 bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
     const bool pressed = event->type() == QEvent::KeyPress;
     if (delivering_ || !watched->isWidgetType()) return false;
-    if (qobject_cast<QMenuBar*>(watched)) return false; // it is being walked through by keys
+    // The menu bar takes the focus while it is walked through.
+    if (qobject_cast<QMenuBar*>(QApplication::focusWidget())) return false;
     if (!pressed && event->type() != QEvent::KeyRelease) return false;
     const QWidget* top = static_cast<QWidget*>(watched)->window();
     Widget* window = screen_.window_of(*top);
