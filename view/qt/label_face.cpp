@@ -23,7 +23,7 @@ void LabelFace::keyPressEvent(QKeyEvent* event) {
 
 void LabelFace::paintEvent(QPaintEvent* event) {
     QLabel::paintEvent(event);
-    if (!hasFocus()) return;
+    if (!hasFocus() || !takes_focus(model_)) return;
     QStyleOptionFocusRect option;
     option.initFrom(this);
     option.backgroundColor = palette().color(backgroundRole());
