@@ -43,6 +43,18 @@ void click_protocols(Hands& hands, UnitProcess& unit) {
     hands.see("and its mark stays", marked.size() == 1 && marked_now == marked);
 }
 
+// The window asks on until the unit answers, and says so by its pointer and its button.
+void wait_for_a_silent_unit(Hands& hands, UnitProcess& unit) {
+    unit.type("silence on");
+    hands.click("cmd_richiesta_par_diagnosi");
+    Hands::rest(4000);
+    hands.see("a silent unit is waited for", !hands.enabled("cmd_richiesta_par_diagnosi"));
+    hands.picture("faults-asked-for");
+    unit.type("silence off");
+    hands.see("and read once it answers",
+              hands.until([&] { return hands.enabled("cmd_richiesta_par_diagnosi"); }));
+}
+
 const QString window = "acquisizione";
 
 void open_acquisition(Hands& hands) {
@@ -63,6 +75,7 @@ void read_faults(Hands& hands, UnitProcess& unit) {
     for (const char* command : {"fault clear", "fault add 301", "fault add 1500", "fault add 2004"})
         unit.type(command);
     go_to(hands, "Command_diagnosi", "Frame_diagnosi");
+    wait_for_a_silent_unit(hands, unit);
     read(hands);
     hands.see("three faults are counted", hands.text("lbl_num_errori") == "3");
     hands.see("a fault from 1000 to 2000 has no text", hands.text("lbl_par_2").isEmpty());

@@ -83,6 +83,12 @@ void save_parameters(Hands& hands, UnitProcess& unit) {
 
 void reset_to_factory_values(Hands& hands, UnitProcess& unit) {
     hands.menu({"mnu_Impostazioni", "mnu_reset_centralina"});
+    const int gain = unit.parameter(3);
+    answer_box(hands, "Reset the control unit", "No");
+    Hands::rest(1000);
+    hands.see("No leaves the unit as it is", unit.parameter(3) == gain);
+    hands.see("and the polling stopped", !values_flow(hands, unit, 1500));
+    hands.menu({"mnu_Impostazioni", "mnu_reset_centralina"});
     hands.until([&] { return hands.box_on_view(); });
     hands.picture("reset-question");
     answer_box(hands, "Reset the control unit", "Yes");
