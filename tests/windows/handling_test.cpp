@@ -94,6 +94,28 @@ TEST_F(SevenWindows, ATipOfItsOwnStandsAsItIsAndTheDescriptionTellsMore) {
               form1::Slider_ktar.help.text);
 }
 
+TEST_F(SevenWindows, AnOptionIsAnnouncedAsOneOfSeveralAndCanBeChosenByItsReader) {
+    form_power::Option_15.on.click = [] {};
+    open(form_power::Form_power);
+    QAccessibleInterface* option =
+        QAccessible::queryAccessibleInterface(&face(form_power::Option_15));
+    EXPECT_EQ(option->role(), QAccessible::RadioButton);
+    EXPECT_FALSE(option->state().checked);
+    option->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    settle();
+    EXPECT_TRUE(selected(form_power::Option_15));
+    EXPECT_TRUE(option->state().checked);
+    QAccessibleInterface* box = QAccessible::queryAccessibleInterface(&face(form_power::cmd_ok));
+    EXPECT_EQ(box->role(), QAccessible::PushButton);
+}
+
+TEST_F(SevenWindows, TheListsOfMenusAreNamedToo) {
+    open(form1::Form1);
+    EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LINGUA");
+    set_text(form1::mnu_Lingua, "LANGUAGE");
+    EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LANGUAGE");
+}
+
 TEST_F(SevenWindows, ALongTipBreaksIntoLines) {
     open(form1::Form1);
     speak("de");

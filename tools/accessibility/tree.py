@@ -15,7 +15,7 @@ from gi.repository import Atspi  # noqa: E402
 
 PROGRAM = "zol-injection"
 # Separators and the toolkit's own inner parts: nobody works them.
-NAMELESS = {"separator", "scroll bar", "viewport", "tool tip"}
+NAMELESS = {"separator", "scroll bar"}
 
 
 def program():
@@ -35,8 +35,10 @@ def walk(node, depth, nameless):
     print("  " * depth + f"{role}: {name!r}" + (f" -- {text}" if text else "") + ("" if shown else " (hidden)"))
     children = [node.get_child_at_index(i) for i in range(node.get_child_count())]
     # A plain container of named children needs no name.
-    holds_others = role in ("filler", "panel", "frame", "menu bar", "application") and children
-    if not name and role not in NAMELESS and not holds_others:
+    holds_others = role in ("filler", "menu bar") and children
+    parent = node.get_parent()
+    inside_a_field = parent is not None and parent.get_role_name() in ("text", "combo box")
+    if not name and role not in NAMELESS and not holds_others and not inside_a_field:
         nameless.append(role)
     for child in children:
         if child:

@@ -11,6 +11,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QSignalBlocker>
@@ -151,7 +152,10 @@ void mirror_all(const Widget& model, QWidget& face) {
 
 void mirror(const Widget& model, QAction& face, Aspect aspect) {
     switch (aspect) {
-    case Aspect::text: face.setText(plain_caption(model.look.text)); break;
+    case Aspect::text:
+        face.setText(plain_caption(model.look.text));
+        if (face.menu()) face.menu()->setAccessibleName(spoken_name(model));
+        break;
     case Aspect::tip:
     case Aspect::help: face.setToolTip(tip_on_screen(model)); break;
     case Aspect::visible: face.setVisible(model.look.visible); break;
