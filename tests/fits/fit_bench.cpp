@@ -18,6 +18,8 @@
 #include <QMenuBar>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace zol::view {
 namespace {
 
@@ -101,11 +103,29 @@ void FitBench::settle() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+namespace {
+
+// The words that stand in a window's table. No language file holds them; the pseudo-language does
+// not care.
+void stretch_fixed_captions(Widget& window) {
+    for (auto* list : {&window.controls, &window.menus})
+        for (Widget* w : *list) {
+            const QString text = QString::fromStdString(w->look.text);
+            const bool has_letters =
+                std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+            if (has_letters && w->look.text == w->design.text)
+                set_text(*w, stretched(text).toStdString());
+        }
+}
+
+} // namespace
+
 void FitBench::open(Widget& window) {
     app::state.current_language = GetParam();
     show(window);
     app::set_language(GetParam());
     app::set_message(form1::Command303, 1134, "...");
+    if (GetParam() == std::string("xx")) stretch_fixed_captions(window);
     settle();
 }
 

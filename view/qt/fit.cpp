@@ -96,7 +96,7 @@ QFont sized(QFont font, double points, const QWidget& face) {
 // wanted size on also narrower; the smallest and narrowest if none will.
 QFont largest(const QFont& plain, double points, const QWidget& face,
               const std::function<bool(const QFont&)>& will_do) {
-    constexpr int widths_percent[] = {90, 80, 70, 60};
+    constexpr int widths_percent[] = {90, 80, 70, 60, 50};
     for (double p = points;; p -= 0.5) {
         QFont font = sized(plain, p, face);
         if (will_do(font)) return font;

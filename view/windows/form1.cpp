@@ -129,7 +129,7 @@ Widget Slider_ktar{gain_slider("Slider_ktar", {120, 840, 4800, 540})};
 Widget Label46{caption("Label46", frame_TARATURA, {120, 1560, 1740, 360}, "POWER").font(12, true)};
 Widget Label44{figure("Label44", frame_TARATURA, {1920, 1500, 1200, 480}, "1200", 18)};
 Widget Slider_power{gain_slider("Slider_power", {120, 2040, 4800, 540})};
-Widget Label24{caption("Label24", frame_TARATURA, {5100, 300, 1500, 240}, "ATTENUAZIONE")
+Widget Label24{caption("Label24", frame_TARATURA, {5040, 300, 1620, 240}, "ATTENUAZIONE")
                    .aligned(Align::centre)};
 Widget Label_attenuazione{
     caption("Label_attenuazione", frame_TARATURA, {5100, 600, 1500, 420}, "0- ")
@@ -153,7 +153,7 @@ Widget Label_ktar{reading("Label_ktar", frame_TARATURA, {120, 3480, 1200, 300}, 
 Widget Label28{caption("Label28", frame_TARATURA, {1500, 3240, 1680, 240}, "Press.Tar.")};
 Widget Label_pressione_taratura{
     reading("Label_pressione_taratura", frame_TARATURA, {1500, 3480, 1200, 300}, "0")};
-Widget Label39{caption("Label39", frame_TARATURA, {2760, 3510, 480, 240}, "mbar")};
+Widget Label39{caption("Label39", frame_TARATURA, {2760, 3510, 600, 240}, "mbar")};
 Widget lbl_ct{caption("lbl_ct", frame_TARATURA, {3420, 3240, 1500, 240}, "CT").hidden()};
 Widget Label_ct{reading("Label_ct", frame_TARATURA, {3420, 3480, 1200, 300}, "0").hidden()};
 Widget Label18{caption("Label18", frame_engine, {6960, 300, 2820, 300}, "EOBD").font(10, true)};
