@@ -4,6 +4,7 @@
 
 #include "app/application_folder.h"
 #include "link/port_devices.h"
+#include "tests/support/system_calls.h"
 
 #include <cerrno>
 #include <cstring>
@@ -308,6 +309,45 @@ TEST_F(SerialCable, ALinkInThePortsFolderGoesBeforeTheUsualDeviceEvenIfItLeadsNo
     EXPECT_EQ(device_of_port(2), "/dev/ttyUSB1");
     EXPECT_EQ(port_tip(1),
               "COM1: " + (folder / "ports/com1").string() + " -> /dev/no-such-adapter (not there)");
+}
+
+TEST_F(SerialCable, AnAdapterThatRefusesTheLineSettingsFailsWithTheSystemsReasonAndIsLetGo) {
+    Cable cable;
+    lead_com1_to(cable.device);
+    {
+        const tests::WatchedCalls watch([](int, std::string_view name) {
+            return tests::Fate{.error = name == "tcsetattr" ? EIO : 0, .halved = false};
+        });
+        EXPECT_THAT(open_com1().value_or(""), HasSubstr(std::strerror(EIO)));
+        EXPECT_FALSE(port.is_open());
+        EXPECT_EQ(watch.names().back(), "close");
+    }
+    EXPECT_EQ(open_com1(), std::nullopt);
+}
+
+TEST_F(SerialCable, ACallThatASignalInterruptsIsMadeAgainAndAPartGoesOn) {
+    Cable cable;
+    lead_com1_to(cable.device);
+    ASSERT_EQ(open_com1(), std::nullopt);
+    const Bytes frame = {80, 67, 0, 9, 2, 0, 3, 4, 226};
+    bool interrupted = false;
+    {
+        const tests::WatchedCalls watch([&](int, std::string_view) {
+            interrupted = !interrupted;
+            return tests::Fate{.error = interrupted ? EINTR : 0, .halved = true};
+        });
+        EXPECT_TRUE(port.write(frame));
+        EXPECT_THAT(watch.names(), testing::SizeIs(testing::Ge(6u)));
+    }
+    EXPECT_EQ(cable.receive(frame.size()), frame);
+    cable.send(frame);
+    ::usleep(20'000);
+    interrupted = false;
+    const tests::WatchedCalls watch([&](int, std::string_view) {
+        interrupted = !interrupted;
+        return tests::Fate{.error = interrupted ? EINTR : 0, .halved = true};
+    });
+    EXPECT_EQ(port.read_all(), frame);
 }
 
 } // namespace
