@@ -14,14 +14,9 @@ namespace {
 // The lines of a language file, one at a time.
 class Lines {
   public:
-    explicit Lines(std::optional<std::string> content) : content_(std::move(content)) {
-        if (!content_) return;
-        rest_ = *content_;
+    explicit Lines(std::string_view content) : rest_(content) {
         if (rest_.starts_with("\xEF\xBB\xBF")) rest_.remove_prefix(3); // a byte-order mark
     }
-    Lines(const Lines&) = delete;
-
-    bool readable() const { return content_.has_value(); }
 
     std::optional<std::string_view> next() {
         if (rest_.empty()) return std::nullopt;
@@ -33,7 +28,6 @@ class Lines {
     }
 
   private:
-    const std::optional<std::string> content_;
     std::string_view rest_;
 };
 
@@ -41,10 +35,8 @@ constexpr const char* missing_message = "manca codice messaggio relativo file IN
 
 } // namespace
 
-std::optional<std::string> message(int key) {
-    Lines lines(
-        read_file(application_file("\\language\\Mivra_" + state.current_language + ".ini")));
-    if (!lines.readable()) return std::nullopt;
+std::optional<std::string> message_in(std::string_view content, int key) {
+    Lines lines(content);
     const std::string header = "[" + std::to_string(key) + "]";
     bool found = true; // so that an empty file gives an empty text
     while (const auto line = lines.next()) {
@@ -57,17 +49,19 @@ std::optional<std::string> message(int key) {
     return found ? "" : missing_message;
 }
 
+std::optional<std::string> message(int key) {
+    const auto content =
+        read_file(application_file("\\language\\Mivra_" + state.current_language + ".ini"));
+    if (!content) return std::nullopt;
+    return message_in(*content, key);
+}
+
 void set_message(view::Widget& control, int key, const std::string& suffix) {
     if (const auto text = message(key)) view::set_text(control, *text + suffix);
 }
 
-std::optional<std::string> trouble_code_text(const std::string& code) {
-    std::error_code error;
-    auto file = application_file("\\language\\codici_eobd_" + state.current_language + ".ini");
-    if (!std::filesystem::is_regular_file(file, error))
-        file = application_file("\\language\\codici_eobd_uk.ini");
-    Lines lines(read_file(file));
-    if (!lines.readable()) return std::nullopt;
+std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code) {
+    Lines lines(content);
     const std::string header = "[" + code + "]";
     while (const auto line = lines.next()) {
         if (trim(*line) != header) continue;
@@ -78,6 +72,16 @@ std::optional<std::string> trouble_code_text(const std::string& code) {
         return as_utf8(trim(*description));
     }
     return "";
+}
+
+std::optional<std::string> trouble_code_text(const std::string& code) {
+    std::error_code error;
+    auto file = application_file("\\language\\codici_eobd_" + state.current_language + ".ini");
+    if (!std::filesystem::is_regular_file(file, error))
+        file = application_file("\\language\\codici_eobd_uk.ini");
+    const auto content = read_file(file);
+    if (!content) return std::nullopt;
+    return trouble_code_in(*content, code);
 }
 
 } // namespace zol::app

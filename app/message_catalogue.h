@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace zol::app {
 
@@ -14,6 +15,8 @@ namespace zol::app {
 // the file lacks gives a literal that says so, in Italian for every language; an empty file gives
 // an empty text. Nothing if the file cannot be read or the header is its very last line.
 std::optional<std::string> message(int key);
+// The same in the content of such a file.
+std::optional<std::string> message_in(std::string_view content, int key);
 
 // Puts the message and `suffix` into the control's text, which keeps what it has if there is none.
 void set_message(view::Widget& control, int key, const std::string& suffix = "");
@@ -22,5 +25,7 @@ void set_message(view::Widget& control, int key, const std::string& suffix = "")
 // exist, the English one. Puts the long note into Text_note_error first. Empty if the code has no
 // entry; nothing if there is no file to read.
 std::optional<std::string> trouble_code_text(const std::string& code);
+// The same in the content of such a file, the note included.
+std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code);
 
 } // namespace zol::app

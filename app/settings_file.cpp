@@ -86,9 +86,9 @@ std::string_view unquoted(std::string_view value) {
 
 } // namespace
 
-std::string read_setting(std::string_view key, std::string_view when_absent) {
-    const std::vector<std::string> lines =
-        lines_of(read_file(application_file("\\setting.ini")).value_or(""));
+std::string setting_in(std::string_view content, std::string_view key,
+                       std::string_view when_absent) {
+    const std::vector<std::string> lines = lines_of(content);
     const Spot spot = find_key(lines, key);
     if (!spot.key_line) return std::string(when_absent);
     const std::string_view text = bare(lines[*spot.key_line]);
@@ -96,13 +96,9 @@ std::string read_setting(std::string_view key, std::string_view when_absent) {
     return std::string(value.substr(0, longest_value));
 }
 
-void write_setting(std::string_view key, std::string_view value) {
-    const auto file = application_file("\\setting.ini");
-    const auto content_before = read_file(file);
-    std::error_code error;
-    // What cannot be read must not be lost.
-    if (!content_before && std::filesystem::exists(file, error)) return;
-    std::vector<std::string> lines = lines_of(content_before.value_or(""));
+std::string with_setting(std::string_view content_before, std::string_view key,
+                         std::string_view value) {
+    std::vector<std::string> lines = lines_of(content_before);
     const bool crlf = !lines.empty() && lines.front().ends_with("\r\n");
     const std::string line_end = crlf ? "\r\n" : "\n";
     const std::string line = std::string(key) + "=" + std::string(value) + line_end;
@@ -120,7 +116,20 @@ void write_setting(std::string_view key, std::string_view value) {
     std::string content;
     for (const std::string& each : lines)
         content += each;
-    replace_file(file, content);
+    return content;
+}
+
+std::string read_setting(std::string_view key, std::string_view when_absent) {
+    return setting_in(read_file(application_file("\\setting.ini")).value_or(""), key, when_absent);
+}
+
+void write_setting(std::string_view key, std::string_view value) {
+    const auto file = application_file("\\setting.ini");
+    const auto content = read_file(file);
+    std::error_code error;
+    // What cannot be read must not be lost.
+    if (!content && std::filesystem::exists(file, error)) return;
+    replace_file(file, with_setting(content.value_or(""), key, value));
 }
 
 void write_language(const std::string& code) { write_setting("LANGUAGE", code); }

@@ -12,6 +12,10 @@ namespace zol::app {
 // The value behind the key, without blanks and quotes around it, 255 characters at most.
 std::string read_setting(std::string_view key, std::string_view when_absent);
 void write_setting(std::string_view key, std::string_view value);
+// The same on the content of such a file; writing gives the content that is to take its place.
+std::string setting_in(std::string_view content, std::string_view key,
+                       std::string_view when_absent);
+std::string with_setting(std::string_view content, std::string_view key, std::string_view value);
 
 void write_language(const std::string& code);
 // Stores n below 3 as it is and n + 1 from 3 on: the port lists do not offer COM3, and list

@@ -8,3 +8,4 @@ packaging_test_packages=(desktop-file-utils groff-base)
 # xvfb-run needs xauth, which the package only recommends.
 display_packages=(xvfb xauth fonts-dejavu-core)
 wayland_packages=(qt6-wayland)
+fuzz_packages=(clang)

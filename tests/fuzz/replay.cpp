@@ -1,0 +1,25 @@
+// Runs the target over the files of the folders named as arguments, where no fuzzer is at hand.
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int main(int count, char** words) {
+    int files = 0;
+    for (int i = 1; i < count; ++i)
+        for (const auto& entry : std::filesystem::directory_iterator(words[i])) {
+            std::ifstream in(entry.path(), std::ios::binary);
+            const std::string content{std::istreambuf_iterator<char>(in), {}};
+            // Named beforehand: a finding ends the process.
+            std::fprintf(stderr, "%s\n", entry.path().c_str());
+            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.data()),
+                                   content.size());
+            ++files;
+        }
+    std::printf("%d inputs, no finding\n", files);
+    return files > 0 ? 0 : 1;
+}

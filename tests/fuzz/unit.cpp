@@ -1,0 +1,88 @@
+// The simulated unit: scenario files, typed commands, arguments, and whatever comes over its line.
+#include "simulator/arguments.h"
+#include "simulator/bench.h"
+#include "simulator/scenario.h"
+#include "tests/fuzz/input.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace zol::fuzz {
+namespace {
+
+void require(bool holds, const char* sentence) {
+    if (holds) return;
+    std::fprintf(stderr, "This does not hold: %s\n", sentence);
+    std::abort();
+}
+
+bool printable(std::string_view text) {
+    for (const char c : text)
+        if (c != '\n' && (c < ' ' || c > '~')) return false;
+    return true;
+}
+
+void scenario(Input input) {
+    const sim::Scenario read = sim::read_scenario(input.text(), "FILE");
+    double before_s = 0;
+    for (const sim::ScenarioStep& step : read.steps) {
+        require(step.at_s >= before_s, "a scenario's steps stand in their order");
+        before_s = step.at_s;
+    }
+    for (const std::string& wrong : read.wrong)
+        require(printable(wrong) && wrong.starts_with("FILE:"), "a complaint names its line");
+}
+
+// Lines of text and pieces of the line's own bytes, in turns with time.
+void talk(Input input) {
+    sim::Options options;
+    options.family = input.byte() % 5;
+    options.version = input.byte();
+    options.revision = input.byte();
+    sim::Bench bench(options);
+    std::string log;
+    bench.unit.set_log([&log](std::string_view line) { log = line; });
+    std::int64_t now_us = 0;
+    for (int turn = 0; turn < 16 && !input.empty(); ++turn) {
+        const int what = input.byte();
+        // Up to a quarter of a second, or long enough for a restart.
+        now_us += what >= 254 ? 3'000'000 : (what >> 1) * 2'000;
+        if (what & 1)
+            bench.line.receive(input.piece(), now_us);
+        else
+            require(printable(bench.command(input.line(), now_us)), "an answer can be read");
+        require(bench.line.take(now_us).size() < 100'000, "a line brings what a line can bring");
+        require(printable(log), "the log can be read");
+    }
+}
+
+void arguments(Input input) {
+    std::vector<std::string> words;
+    while (!input.empty() && words.size() < 20)
+        words.emplace_back(input.line());
+    std::vector<const char*> pointers;
+    for (const std::string& word : words)
+        pointers.push_back(word.c_str());
+    std::string wrong;
+    const auto read = sim::read_arguments(pointers, wrong);
+    require(read.has_value() == wrong.empty(), "wrong arguments get a sentence");
+    if (read) sim::Bench(read->unit, read->line).command("state", 0);
+}
+
+void use(Input input) {
+    switch (input.byte() % 4) {
+    case 0: return scenario(input);
+    case 1: return arguments(input);
+    default: return talk(input);
+    }
+}
+
+} // namespace
+} // namespace zol::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    zol::fuzz::use({data, size});
+    return 0;
+}
