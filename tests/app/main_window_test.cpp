@@ -293,5 +293,21 @@ TEST_F(MainWindow, TheExitDuringAWaitLeavesNoHandlerAbleToWrite) {
     EXPECT_THAT(writes(), ElementsAre());
 }
 
+// Whoever starts the polling while the panel comes up: the gauge is set with a quiet line.
+TEST_F(MainWindow, ThePollingThatComesBackWhileTheSettingsOpenIsStoppedAndWaitedOut) {
+    screen.on_changed = [](view::Widget& widget, view::Aspect) {
+        if (&widget == &form1::Frame_impostazioni) monitor::start_polling();
+    };
+    state.ui_loading = true;
+    operator_clicks(form1::Command_impostazioni);
+    screen.on_changed = nullptr;
+    EXPECT_FALSE(state.poll_enabled);
+    EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
+    run_for(599);
+    EXPECT_TRUE(state.ui_loading);
+    run_for(1);
+    EXPECT_FALSE(state.ui_loading);
+}
+
 } // namespace
 } // namespace zol::tests

@@ -198,5 +198,21 @@ TEST_F(ScaledWindows, AListKeepsTheHeightThatItsTypeMakes) {
                 form1::Combo_tank_level.design.place.height * (768 * 15 - 990) / 8010, 60);
 }
 
+// Below four and a half points type is a grey line, and bold makes it a black one.
+TEST_F(ScaledWindows, OnATinyScreenTypeStopsBeingSmallerAndIsNoLongerBold) {
+    screen.screen = {320 * 15, 240 * 15};
+    start_connected();
+    int were_bold = 0;
+    for (const view::Widget* w : form1::Form1.controls) {
+        if (w->kind != view::Kind::label) continue;
+        const double scaled = w->design.font_size * (240 * 15 - 990) / 8010;
+        if (scaled >= 4.5) continue;
+        EXPECT_EQ(w->look.font_size, 4.5) << w->name;
+        EXPECT_FALSE(w->look.font_bold) << w->name;
+        were_bold += w->design.font_bold;
+    }
+    EXPECT_GT(were_bold, 0);
+}
+
 } // namespace
 } // namespace zol::tests

@@ -284,5 +284,21 @@ TEST_F(Acquisition, ACablePulledWhileItSavesLosesFramesUnnoticed) {
     EXPECT_THAT(screen.message_boxes, IsEmpty());
 }
 
+// The run flag is off in a save: a reading that somebody starts beside it would spoil the maximum.
+TEST_F(Acquisition, AReadingStartedBesideASaveEndsWithItsFirstTickAndAsksNothing) {
+    open_with_maximum("5000");
+    app::state.eobd_read_under_way = true; // so that no tick is under way at the click
+    run_for(600);
+    operator_clicks(acq::Command_salva);
+    app::state.eobd_read_under_way = false;
+    forget_wire();
+    inside_program([] { acq::Timer_tinj.on(); });
+    run_for(299);
+    EXPECT_TRUE(acq::Timer_tinj.is_on());
+    run_for(1);
+    EXPECT_FALSE(acq::Timer_tinj.is_on());
+    EXPECT_THAT(frames(), IsEmpty());
+}
+
 } // namespace
 } // namespace zol::tests

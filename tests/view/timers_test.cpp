@@ -238,5 +238,7 @@ TEST_F(Timers, TheNextDueTimeIsThatOfTheFirstTimer) {
     EXPECT_EQ(view::next_due_us(), 100000);
 }
 
+TEST_F(Timers, TheClockInUseIsTheOneThatTheProgramWasGiven) { EXPECT_EQ(&view::platform(), &time); }
+
 } // namespace
 } // namespace zol::tests

@@ -330,5 +330,12 @@ TEST(WindowTables, TheTimersHaveTheirIntervalsAndTwoRunFromTheStart) {
     view::reset_timers();
 }
 
+TEST(WindowTables, AWidgetIsFoundByItsFullNameAndNoOtherIs) {
+    EXPECT_EQ(view::find_widget(form1::Form1, "Slider1(2)"), &form1::Slider1[2]);
+    EXPECT_EQ(view::find_widget(form1::Form1, "mnu_Lingua"), &form1::mnu_Lingua);
+    for (const char* nobody : {"Slider1", "Slider1(9)", "slider1(2)", ""})
+        EXPECT_EQ(view::find_widget(form1::Form1, nobody), nullptr) << nobody;
+}
+
 } // namespace
 } // namespace zol

@@ -1,0 +1,42 @@
+// The screen that nobody sits at: it answers as scripted, and complains of all else.
+#include "view/screenless/screenless_screen.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zol::tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using view::Answer;
+using view::Buttons;
+
+TEST(ScreenlessScreen, AQuestionThatNobodyExpectedIsAComplaintAndAnsweredLikeAClosedBox) {
+    view::ScreenlessScreen screen;
+    EXPECT_EQ(screen.message_box({"Reset all?", "", Buttons::yes_no}), Answer::no);
+    EXPECT_EQ(screen.message_box({"Done", ""}), Answer::ok);
+    EXPECT_EQ(screen.input_box("Which one?", ""), "");
+    EXPECT_EQ(screen.colour_box(view::red), view::red);
+    EXPECT_THAT(screen.complaints(), ElementsAre(HasSubstr("Reset all?"), HasSubstr("Done"),
+                                                 HasSubstr("Which one?"), HasSubstr("colour")));
+}
+
+TEST(ScreenlessScreen, AnAnswerToAnotherQuestionStaysAndIsAComplaintToo) {
+    view::ScreenlessScreen screen;
+    screen.answer_message("Save?", Answer::yes);
+    EXPECT_EQ(screen.message_box({"Reset all?", "", Buttons::yes_no}), Answer::no);
+    EXPECT_EQ(screen.input_box("Save?", ""), "") << "of another kind";
+    EXPECT_THAT(screen.complaints(), testing::Contains(HasSubstr("the answer to: Save?")));
+}
+
+TEST(ScreenlessScreen, WhatIsShownIsKeptForWhoWantsToLook) {
+    view::ScreenlessScreen screen;
+    screen.show_manual("zol.chm", "index.htm");
+    EXPECT_THAT(screen.manuals, ElementsAre("zol.chm index.htm"));
+    EXPECT_THAT(screen.complaints(), IsEmpty());
+}
+
+} // namespace
+} // namespace zol::tests
