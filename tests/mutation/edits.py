@@ -13,7 +13,7 @@ BEHAVIOUR = re.compile(r"\.(?:range|starts_at|steps)\([^)]*\)|view::Timer [^;]*;
 
 COMPARISONS = {"<": ("<=", ">"), "<=": ("<", ">="), ">": (">=", "<"), ">=": (">", "<="), "==": ("!=",), "!=": ("==",)}
 SIGNS = {"&&": "||", "||": "&&", "+": "-", "-": "+", "*": "/", "/": "*", "+=": "-=", "-=": "+=", "++": "--", "--": "++"}
-LETS_TIME_PASS = re.compile(r"wait|send_|write|\bread_(?!marks)|pump|show\(|show_modal|load\(|_polling|_port\(|message\(")
+LETS_TIME_PASS = re.compile(r"wait|send_|write|\bread_(?!marks)|pump|view::show|load\(|_port\(|message_box")
 NOT_DROPPED = {"return", "using", "const", "constexpr", "auto", "static", "struct", "class", "enum", "namespace", "template", "break"}
 DECLARES = re.compile(r"^[\w:<>,*& ]*[\w>*&] +[*&]?\w+( = |\{|;|\()")
 

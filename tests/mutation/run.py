@@ -22,23 +22,29 @@ ACCEPTED = pathlib.Path(__file__).with_name("survivors.txt")
 CAUGHT_AT_LEAST = 0.95
 
 
-def line_with(edit, source):
-    """The line of the edit, and what the lines that it touches read before and after, each on one
-    line: this names an edit as long as nobody rewrites its place."""
+def record_of(edit, source):
+    """The edit by its line, and by what the lines that it touches read before and after, each on one
+    line: so it is found again as long as nobody rewrites its place."""
     start = source.rfind("\n", 0, edit.at) + 1
     end = source.find("\n", edit.at + len(edit.old))
     before = source[start:end]
     after = source[start:edit.at] + edit.new + source[edit.at + len(edit.old):end]
-    return source.count("\n", 0, edit.at) + 1, " ".join(before.split()), " ".join(after.split())
+    return {"path": edit.path, "line": source.count("\n", 0, edit.at) + 1, "kind": edit.kind,
+            "before": " ".join(before.split()), "after": " ".join(after.split())}
 
 
-def described(edit):
-    line, before, after = line_with(edit, (TREE / edit.path).read_text(encoding="utf-8"))
-    return {"path": edit.path, "line": line, "kind": edit.kind, "before": before, "after": after}
-
-
-def key_of(record):
-    return f"{record['path']}: {record['before']} ==> {record['after']}"
+def catalogue():
+    """Every edit that can be made in the copy, with its record."""
+    found, times = {}, collections.Counter()
+    for path, edits in all_edits(TREE).items():
+        source = (TREE / path).read_text(encoding="utf-8")
+        for edit in sorted(edits, key=lambda each: each.at):
+            record = record_of(edit, source)
+            key = f"{path}: {record['before']} ==> {record['after']}"
+            times[key] += 1
+            # The same line may stand in a file more than once.
+            found[edit] = record | {"key": key if times[key] == 1 else f"{key} #{times[key]}"}
+    return found
 
 
 def accepted_survivors():
@@ -53,19 +59,16 @@ def accepted_survivors():
     return reasons
 
 
-def drawn(seed):
+def drawn(seed, records):
     """All edits in the order of the draw. Each file has its turn as often as it has lines with
     something to break, and in its turn first a way to break is drawn, then a place."""
     chance = random.Random(seed)
-    by_file = {}
-    weights = {}
-    for path, edits in all_edits(TREE).items():
-        source = (TREE / path).read_text(encoding="utf-8")
-        weights[path] = len({source.count("\n", 0, edit.at) for edit in edits})
-        kinds = collections.defaultdict(list)
-        for edit in edits:
-            kinds[edit.kind].append(edit)
-        by_file[path] = kinds
+    by_file = collections.defaultdict(lambda: collections.defaultdict(list))
+    lines = collections.defaultdict(set)
+    for edit, record in records.items():
+        by_file[edit.path][edit.kind].append(edit)
+        lines[edit.path].add(record["line"])
+    weights = {path: len(numbers) for path, numbers in lines.items()}
     while by_file:
         path = chance.choices(list(by_file), [weights[each] for each in by_file])[0]
         kinds = by_file[path]
@@ -78,15 +81,19 @@ def drawn(seed):
 
 
 class Results:
-    """What came of each edit, kept on the disk from edit to edit."""
+    """What came of each edit, kept on the disk from edit to edit. One whose place was rewritten since
+    does not count any more."""
 
     def __init__(self, seed):
+        self.of_edit = catalogue()
+        self.edit_of = {record["key"]: edit for edit, record in self.of_edit.items()}
         self.file = HOME / f"results-{seed}.jsonl"
         lines = self.file.read_text().splitlines() if self.file.exists() else []
-        self.records = {key_of(record): record for record in map(json.loads, lines)}
+        kept = {record["key"]: record for record in map(json.loads, lines)}
+        self.records = {key: record for key, record in kept.items() if key in self.edit_of}
 
     def add(self, record):
-        self.records[key_of(record)] = record
+        self.records[record["key"]] = record
         with self.file.open("a") as file:
             file.write(json.dumps(record) + "\n")
 
@@ -98,7 +105,7 @@ class Results:
 
 
 def attempt(bench, edit, results, thorough):
-    record = described(edit) | {"thorough": thorough}
+    record = results.of_edit[edit] | {"thorough": thorough}
     outcome = bench.try_edit(edit.path, edit.old, edit.new, edit.at, thorough)
     record |= {"verdict": outcome.verdict, "test": outcome.test, "seconds": round(outcome.seconds, 1)}
     results.add(record)
@@ -109,13 +116,8 @@ def attempt(bench, edit, results, thorough):
 
 def try_survivors(bench, results, wanted):
     """Once more, and by all tests, those of the survivors that are wanted."""
-    edits = {key_of(described(edit)): edit for edits in all_edits(TREE).values() for edit in edits}
     for record in filter(wanted, results.survivors()):
-        edit = edits.get(key_of(record))
-        if edit:
-            attempt(bench, edit, results, thorough=True)
-        else:
-            del results.records[key_of(record)]  # its place was rewritten
+        attempt(bench, results.edit_of[record["key"]], results, thorough=True)
 
 
 def table(title, records, column):
@@ -139,10 +141,9 @@ def report(results):
     reasons = accepted_survivors()
     unexplained = 0
     for record in sorted(results.survivors(), key=lambda r: (r["path"], r["line"])):
-        reason = reasons.get(key_of(record), "")
+        reason = reasons.get(record["key"], "")
         unexplained += not reason
-        print(f"survived: {record['path']}:{record['line']}: {record['before']} ==> {record['after']}\n"
-              f"    {reason or 'NOT EXPLAINED'}")
+        print(f"survived, line {record['line']}: {record['key']}\n    {reason or 'NOT EXPLAINED'}")
     caught = sum(record["verdict"] == CAUGHT for record in records)
     share = caught / max(len(results.counted()), 1)
     print(f"{len(results.counted())} edits counted, {caught} caught: {100 * share:.1f} %; "
@@ -158,13 +159,13 @@ def main():
     chosen = options.parse_args()
     seed = random.randrange(1_000_000) if chosen.seed is None else chosen.seed
     print(f"seed {seed}", flush=True)
-    results = Results(seed)
     bench = Workbench()
+    results = Results(seed)
     if not chosen.again:
-        for edit in drawn(seed):
+        for edit in drawn(seed, results.of_edit):
             if len(results.counted()) >= chosen.count:
                 break
-            if key_of(described(edit)) not in results.records:
+            if results.of_edit[edit]["key"] not in results.records:
                 attempt(bench, edit, results, thorough=False)
     try_survivors(bench, results, lambda record: chosen.again or not record["thorough"])
     return 0 if report(results) else 1
