@@ -110,6 +110,7 @@ TEST_F(Startup, APortThatCannotBeOpenedIsToldOnceAndTheConnectionDialogOpens) {
     run_for(60000);
     ASSERT_EQ(screen.message_boxes.size(), 1U);
     EXPECT_EQ(screen.message_boxes[0].text, *port->open_error);
+    EXPECT_EQ(screen.message_boxes[0].title, "");
     EXPECT_THAT(frames(), IsEmpty());
 }
 

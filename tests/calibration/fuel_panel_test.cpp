@@ -159,6 +159,7 @@ TEST_F(FuelPanel, TheModularChangeoverIsWrittenOnlyWhenItReallyChanges) {
     view::set_text(Opt_modulare_no, "?");
     operator_clicks(Opt_modulare_yes);
     EXPECT_EQ(mirrors.modular_changeover, 0); // only behind the write
+    EXPECT_EQ(text(Opt_modulare_yes), "yes"); // before it
     expect_busy_for(Opt_modulare_yes, 300);
     EXPECT_EQ(Form1.look.pointer, Pointer::custom);
     EXPECT_THAT(timed(), ElementsAre(After(0, Write(23, 1))));

@@ -122,7 +122,9 @@ TEST_F(DiagnosisMenu, InverseIs257OnTheWireAndOneInTheMirror) {
     const auto clicked = now_ms();
     operator_clicks(form1::mnu_direction_inverse_eobd);
     EXPECT_FALSE(view::checked(form1::mnu_direction_inverse_eobd));
-    run_for(600);
+    run_for(399);
+    EXPECT_EQ(link::mirrors.eobd_direction, 0);
+    run_for(201);
     ASSERT_THAT(frames(), ElementsAre(Write(142, 257)));
     EXPECT_THAT(port->sent[0].bytes, ElementsAre(80, 67, 0, 9, 2, 0, 142, 1, 1));
     EXPECT_EQ(port->sent[0].at_ms - clicked, 400);

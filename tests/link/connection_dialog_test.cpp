@@ -5,6 +5,8 @@
 #include "view/timers.h"
 #include "view/windows/frm_splash.h"
 
+#include <algorithm>
+
 namespace zol::tests {
 namespace {
 
@@ -56,6 +58,8 @@ TEST_F(ConnectionDialog, ASilentUnitBringsItUpWithNoWordAndNoWayOnButTheTest) {
                 ElementsAre("COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"));
     EXPECT_EQ(Combo1.look.list_index, 0);
     EXPECT_THAT(Combo1.look.tip, HasSubstr("COM4: /dev/ttyACM1 (not there)\n"));
+    EXPECT_THAT(Combo1.look.tip, testing::StartsWith("COM1: "));
+    EXPECT_EQ(std::count(Combo1.look.tip.begin(), Combo1.look.tip.end(), '\n'), 6); // 7 lines
     EXPECT_FALSE(view::enabled(Command_ok));
     EXPECT_FALSE(view::enabled(form1::Form1));
     EXPECT_EQ(Centralina_Attiva.look.back, view::rgb(154, 0, 0));

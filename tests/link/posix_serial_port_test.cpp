@@ -290,6 +290,7 @@ TEST_F(SerialCable, ALineThatTakesNothingFailsInsteadOfHolding) {
         taken = port.write(block); // nobody reads at the far end
     EXPECT_FALSE(taken);
     EXPECT_TRUE(port.is_open());
+    EXPECT_NE(port.read_all(), std::nullopt); // slow is not gone: the device is kept
 }
 
 TEST(PortNumbers, WithoutALinkEachNumberHasItsUsualDevice) {

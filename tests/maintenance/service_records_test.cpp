@@ -87,6 +87,16 @@ TEST_F(ServiceRecords, TheLineTakesTodayWithAllFourDigitsOfTheYear) {
     EXPECT_FALSE(form1::Timer2.is_on());
 }
 
+TEST_F(ServiceRecords, ClickedBetweenTwoPollsNoThirdComesBeforeTheWrites) {
+    start_connected();
+    while (!form1::Timer_stato_sistema.is_on())
+        run_for(1);
+    forget_wire();
+    operator_clicks(form1::mnu_reset_check);
+    run_for(1000);
+    EXPECT_THAT(frames(), ElementsAre(Write(29, 17), Write(39, 5)));
+}
+
 struct Day {
     const char* name;
     Date date;
