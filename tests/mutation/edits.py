@@ -13,7 +13,8 @@ BEHAVIOUR = re.compile(r"\.(?:range|starts_at|steps)\([^)]*\)|view::Timer [^;]*;
 
 COMPARISONS = {"<": ("<=", ">"), "<=": ("<", ">="), ">": (">=", "<"), ">=": (">", "<="), "==": ("!=",), "!=": ("==",)}
 SIGNS = {"&&": "||", "||": "&&", "+": "-", "-": "+", "*": "/", "/": "*", "+=": "-=", "-=": "+=", "++": "--", "--": "++"}
-LETS_TIME_PASS = re.compile(r"wait|send_|write|\bread_(?!marks)|pump|view::show|load\(|_port\(|message_box")
+LETS_TIME_PASS = re.compile(r"wait|write_(parameter|record|row|edited)|read_version|unit_present|pump|view::show|load\(|_box\(")
+ON_THE_WIRE = re.compile(r"send_|read_reply|_port\(")
 NOT_DROPPED = {"return", "using", "const", "constexpr", "auto", "static", "struct", "class", "enum", "namespace", "template", "break"}
 DECLARES = re.compile(r"^[\w:<>,*& ]*[\w>*&] +[*&]?\w+( = |\{|;|\()")
 
@@ -101,9 +102,11 @@ def statement_edits(path, source, tokens):
         before = by_start.get(s.follows)
         if not before or before.first in NOT_DROPPED or DECLARES.match(source[before.start:before.end]):
             continue
-        # Two settings with no time between them may stand either way: nobody can tell.
         one = source[before.start:before.end]
-        if one != text and (LETS_TIME_PASS.search(one) or LETS_TIME_PASS.search(text)):
+        # With no time between them, and not both on the wire, they may stand either way.
+        told_apart = (LETS_TIME_PASS.search(one) or LETS_TIME_PASS.search(text)
+                      or (ON_THE_WIRE.search(one) and ON_THE_WIRE.search(text)))
+        if one != text and told_apart:
             between = source[before.end:s.start]
             yield Edit("order", path, before.start, one + between + text, text + between + one)
 

@@ -90,6 +90,8 @@ TEST_F(ScreenHears, OfBothOptionsWhenOneTakesThePlaceOfTheOther) {
                 ElementsAre(Aspect::value));
     view::place_selected(form1::Option_gpl);
     EXPECT_THAT(of(other, [&] { view::place_selected(other); }), ElementsAre(Aspect::value));
+    EXPECT_EQ(other.look.value, 1);
+    EXPECT_EQ(form1::Option_gpl.look.value, 0);
     EXPECT_THAT(of(form1::Check1, [] { view::select(form1::Check1); }), ElementsAre(Aspect::value));
 }
 
