@@ -96,6 +96,13 @@ TEST_F(Colours, AtTheStartBothListsOfLabelsTakeTheStoredTextColour) {
     EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
 }
 
+TEST_F(Colours, TheServiceLineGetsItsGreyBackWhateverItHad) {
+    start_with_colour(std::to_string(chosen));
+    view::set_fore(form1::lbl_ore, view::red);
+    app::colour_all_controls();
+    EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
+}
+
 class NoColour : public Colours, public testing::WithParamInterface<const char*> {};
 
 TEST_P(NoColour, LeavesEveryTextInItsOwn) {

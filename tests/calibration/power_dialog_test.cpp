@@ -118,6 +118,21 @@ TEST_F(PowerDialog, CancelGivesTheMainWindowAndThePollingBack) {
     EXPECT_THAT(writes(), IsEmpty());
 }
 
+// On a closed port no poll comes between.
+TEST_F(PowerDialog, ThePointerComesBackAThirdWaitBehindThePolling) {
+    open_dialog();
+    inside_program([this] {
+        port->close();
+        state.no_reread = true;
+        view::set_pointer(Form1, Pointer::hourglass);
+    });
+    operator_clicks(form_power::cmd_cancel);
+    run_for(400 + 400 + 399);
+    EXPECT_EQ(pointer(), Pointer::hourglass);
+    run_for(1);
+    EXPECT_EQ(pointer(), Pointer::normal);
+}
+
 TEST_F(PowerDialog, ClosedByItsFrameItDoesNotLeaveTheMainWindowLocked) {
     open_dialog();
     inside_program([] { state.no_reread = true; });

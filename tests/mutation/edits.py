@@ -13,7 +13,7 @@ BEHAVIOUR = re.compile(r"\.(?:range|starts_at|steps)\([^)]*\)|view::Timer [^;]*;
 
 COMPARISONS = {"<": ("<=", ">"), "<=": ("<", ">="), ">": (">=", "<"), ">=": (">", "<="), "==": ("!=",), "!=": ("==",)}
 SIGNS = {"&&": "||", "||": "&&", "+": "-", "-": "+", "*": "/", "/": "*", "+=": "-=", "-=": "+=", "++": "--", "--": "++"}
-LETS_TIME_PASS = re.compile(r"wait|write_(parameter|record|row|edited)|read_version|unit_present|pump|view::show|load\(|_box\(")
+LETS_TIME_PASS = re.compile(r"wait|write_(parameter|record|row|edited)|read_version|unit_present|pump|view::(show|load|unload)|_box\(")
 ON_THE_WIRE = re.compile(r"send_|read_reply|_port\(")
 NOT_DROPPED = {"return", "using", "const", "constexpr", "auto", "static", "struct", "class", "enum", "namespace", "template", "break"}
 DECLARES = re.compile(r"^[\w:<>,*& ]*[\w>*&] +[*&]?\w+( = |\{|;|\()")

@@ -11,6 +11,7 @@ import collections
 import json
 import pathlib
 import random
+import signal
 import sys
 
 sys.dont_write_bytecode = True
@@ -159,6 +160,7 @@ def main():
     chosen = options.parse_args()
     seed = random.randrange(1_000_000) if chosen.seed is None else chosen.seed
     print(f"seed {seed}", flush=True)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("ended from outside"))  # with the copy put right
     bench = Workbench()
     results = Results(seed)
     if not chosen.again:

@@ -143,6 +143,20 @@ TEST_F(Acts, AKeyDoesNotReachAFieldThatTheWindowHasJustDisabled) {
     EXPECT_THAT(events, IsEmpty());
 }
 
+TEST_F(Acts, TheKeyboardGoesToWhatTakesInputAndToNothingElse) {
+    using namespace form1;
+    view::set_visible(Frame_impostazioni, true);
+    for (view::Widget* w : {&Command303, &Option_gpl, &Check1, &Text_min_tank, &Combo_tank_level,
+                            &Slider3, &Slider1[0]}) {
+        EXPECT_TRUE(focus(*w)) << full_name(*w);
+        EXPECT_EQ(view::focus(), w) << full_name(*w);
+    }
+    for (view::Widget* w : {&Label_rpm, &Frame_tank, &Shape1[0], &Picture1, &com1, &Form1}) {
+        EXPECT_FALSE(focus(*w)) << full_name(*w);
+        EXPECT_EQ(view::focus(), &Slider1[0]) << full_name(*w);
+    }
+}
+
 TEST_F(Acts, ALabelDoesNotTakeTheFocusAndAButtonDoes) {
     EXPECT_TRUE(focus(form1::Text2));
     click(form1::Label_rpm);

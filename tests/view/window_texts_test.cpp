@@ -53,6 +53,14 @@ TEST(WindowTexts, AnElementOfAnArrayIsFoundByItsNameAndIndex) {
     EXPECT_EQ(find_widget(form2::Form2, "com3"), nullptr);
 }
 
+TEST(WindowTexts, ABarRunsFromNothingToAHundred) {
+    for (const Widget* bar : {&acquisizione::progress_time_bar, &frm_splash::ProgressBar1}) {
+        EXPECT_EQ(bar->design.min, 0) << full_name(*bar);
+        EXPECT_EQ(bar->design.max, 100) << full_name(*bar);
+        EXPECT_EQ(bar->design.value, 0) << full_name(*bar);
+    }
+}
+
 TEST(WindowTexts, AValueThatNoUnitHasGivenYetIsZeroOrADash) {
     using namespace form1;
     for (const Widget* w : {&Label_rpm, &Label_tinj, &LabeL_pressure, &Label_temp, &Label_lambda,
