@@ -100,7 +100,9 @@ TEST_F(AutomaticTuning, FromGasItGoesBackToPetrolFirst) {
     run_for(599);
     EXPECT_THAT(timed_frames(), IsEmpty());
     EXPECT_FALSE(state.poll_enabled);
-    run_for(201);
+    run_for(200);
+    EXPECT_FALSE(state.poll_enabled) << "the unit is left time to change over";
+    run_for(1);
     EXPECT_THAT(timed_frames(), ElementsAre(At(600, Send(4))));
     EXPECT_TRUE(state.poll_enabled);
     run_for(1000);
