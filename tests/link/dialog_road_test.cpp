@@ -74,8 +74,10 @@ TEST_F(DialogRoad, TheMainWindowIsFilledAndHandedOverThreeSecondsAfterTheDialog)
     run_for(4200 + 2999);
     EXPECT_FALSE(view::enabled(form1::Form1));
     EXPECT_EQ(view::value(form1::Slider_ktar), form1::Slider_ktar.design.value);
+    inside_program([] { view::set_window_state(form1::Form1, view::WindowState::normal); });
     run_for(1);
     EXPECT_TRUE(view::enabled(form1::Form1));
+    EXPECT_EQ(form1::Form1.look.state, view::WindowState::maximised); // whatever came meanwhile
     EXPECT_EQ(view::focus(), &form1::Text2);
     EXPECT_FALSE(form1::Timer1.is_on());
     EXPECT_EQ(view::value(form1::Slider_ktar), 1250);
