@@ -96,11 +96,13 @@ TEST_F(Colours, AtTheStartBothListsOfLabelsTakeTheStoredTextColour) {
     EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
 }
 
-TEST_F(Colours, TheServiceLineGetsItsGreyBackWhateverItHad) {
+TEST_F(Colours, TheServiceLineAndTheButtonsGetTheirGreysBackWhateverTheyHad) {
     start_with_colour(std::to_string(chosen));
     view::set_fore(form1::lbl_ore, view::red);
+    view::set_back(form1::Command_exit, view::red);
     app::colour_all_controls();
     EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
+    EXPECT_EQ(form1::Command_exit.look.back, view::rgb(192, 192, 192));
 }
 
 class NoColour : public Colours, public testing::WithParamInterface<const char*> {};

@@ -101,6 +101,16 @@ TEST_F(WindowScaling, OnALargerScreenPlacesAndTypeGrow) {
     EXPECT_EQ(button.properties[Property::font_size], 20);
 }
 
+TEST_F(WindowScaling, OnASmallerScreenPlacesAndTypeShrink) {
+    scale(button, 0.5, 0.75);
+    EXPECT_EQ(button.properties[Property::left], 30);
+    EXPECT_NEAR(button.properties[Property::top], 60, 0.01);
+    EXPECT_EQ(button.properties[Property::width], 500);
+    EXPECT_NEAR(button.properties[Property::height], 300, 0.05);
+    EXPECT_NEAR(button.properties[Property::font_size], 7.5, 0.01);
+    EXPECT_EQ(button.properties[Property::font_bold], 1);
+}
+
 TEST_F(WindowScaling, AListThatRefusesItsHeightGetsTheTypeThatMakesIt) {
     button.refuses_height = true;
     scale(button, 2, 2);

@@ -63,6 +63,16 @@ TEST_F(Polling, AWholeTelegramIsShownOneWaitAfterItWasRead) {
     EXPECT_EQ(view::text(form1::Label_rpm), "3333");
 }
 
+TEST_F(Polling, StoppedInTheMiddleOfAPassItLeavesNoTimerRunningBehindIt) {
+    start_connected();
+    while (form1::Timer_stato_sistema.is_on())
+        run_for(1);
+    inside_program(monitor::stop_polling);
+    run_for(310);
+    EXPECT_FALSE(form1::Timer2.is_on()); // the pass is over
+    EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
+}
+
 TEST_F(Polling, ASilentUnitIsAskedEvery300MillisecondsForEverAndTheValuesStandStill) {
     start_scripted();
     show({.rpm = 1111});
