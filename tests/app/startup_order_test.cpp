@@ -104,6 +104,7 @@ TEST_F(Startup, APortThatCannotBeOpenedIsToldOnceAndTheConnectionDialogOpens) {
     run_for(4999);
     // The splash runs on beneath the box, and the main window waits for the answer.
     EXPECT_GT(view::value(frm_splash::ProgressBar1), 0);
+    EXPECT_EQ(frm_splash::frmSplash.look.pointer, view::Pointer::hourglass);
     EXPECT_FALSE(centralina_attiva::Centralina_Attiva.loaded);
     run_for(501);
     EXPECT_TRUE(centralina_attiva::Centralina_Attiva.shown);
