@@ -112,6 +112,7 @@ TEST_F(Startup, APortThatCannotBeOpenedIsToldOnceAndTheConnectionDialogOpens) {
     ASSERT_EQ(screen.message_boxes.size(), 1U);
     EXPECT_EQ(screen.message_boxes[0].text, *port->open_error);
     EXPECT_EQ(screen.message_boxes[0].title, "");
+    EXPECT_EQ(screen.message_boxes[0].icon, view::Icon::exclamation);
     EXPECT_THAT(frames(), IsEmpty());
 }
 

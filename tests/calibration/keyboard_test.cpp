@@ -270,6 +270,7 @@ TEST_F(Keyboard, ForcedStartWithNoTextToAskWithStillAsks) {
     operator_presses(Form1, 70, ctrl);
     run_for(1200);
     EXPECT_EQ(screen.message_boxes.at(0).title, "Forced START");
+    EXPECT_EQ(screen.message_boxes.at(0).text, "");
 }
 
 TEST_F(Keyboard, TheShownSpeedBecomesTheChangeoverSpeed) {

@@ -255,6 +255,25 @@ TEST_F(ActivationRoad, InFamily3TheShortLayoutsWordsStayWhereTheLaterOnesAreMiss
     EXPECT_TRUE(view::selected(form1::Option_tens));
 }
 
+TEST_F(ActivationRoad, BehindAUnitWithoutDiagnosisOneOfFamily4BringsItBack) {
+    crafted.family = 1;
+    read_on_activation();
+    ASSERT_FALSE(view::visible(form1::Command_diagnosi));
+    ASSERT_FALSE(view::enabled(form1::mnu_eobd));
+    crafted.family = 4;
+    inside_program([] {
+        view::set_visible(form1::Command_lambda, false);
+        view::set_text(form1::Label35, "7");
+        view::hide(form1::Form1);
+        view::show(form1::Form1);
+    });
+    run_for(8000);
+    EXPECT_TRUE(view::visible(form1::Command_diagnosi));
+    EXPECT_TRUE(view::enabled(form1::mnu_eobd));
+    EXPECT_TRUE(view::visible(form1::Command_lambda));
+    EXPECT_EQ(view::text(form1::Label35), "1");
+}
+
 struct Features {
     int family;
     bool eobd_menu, lambda_button, diagnosis_button, current_option, tens_corr_frame;
