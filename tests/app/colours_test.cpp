@@ -103,6 +103,12 @@ TEST_F(Colours, TheServiceLineAndTheButtonsGetTheirGreysBackWhateverTheyHad) {
     app::colour_all_controls();
     EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
     EXPECT_EQ(form1::Command_exit.look.back, view::rgb(192, 192, 192));
+    auto others_too = both_lists();
+    others_too.insert({"lbl_ore", "lbl_tuning"});
+    for (const view::Widget* w : form1::Form1.controls)
+        if (w->kind == view::Kind::label && !others_too.contains(w->name)) {
+            EXPECT_EQ(w->look.fore, w->design.fore) << view::full_name(*w);
+        }
 }
 
 class NoColour : public Colours, public testing::WithParamInterface<const char*> {};

@@ -54,7 +54,7 @@ TEST_F(Acts, WhatIsHiddenOrDisabledItselfOrAroundItDoesNotAnswer) {
     EXPECT_FALSE(focus(form1::Text_min_tank));
     EXPECT_FALSE(click(form2::Form2)); // not shown
     EXPECT_FALSE(double_click(form2::Form2));
-    EXPECT_FALSE(key(form2::Form2, 13));
+    EXPECT_FALSE(key(form2::Form2, 13, 0));
     EXPECT_FALSE(close(form2::Form2));
     EXPECT_EQ(events.size(), 1U);
 }
