@@ -189,6 +189,16 @@ TEST_F(ScaledWindows, TheMainWindowFillsTheScreenItFinds) {
                 form1::Label_rpm.design.font_size * (768 * 15 - 990) / 8010, 0.01);
 }
 
+TEST_F(ScaledWindows, WhatShowsNoTypeHasNoneToScale) {
+    screen.screen = {1366 * 15, 768 * 15};
+    start_connected();
+    for (const view::Widget* w : form1::Form1.controls) {
+        const bool typeless = w->kind == view::Kind::shape || w->kind == view::Kind::picture ||
+                              w->kind == view::Kind::movie || w->kind == view::Kind::slider;
+        EXPECT_EQ(w->look.font_size == w->design.font_size, typeless) << view::full_name(*w);
+    }
+}
+
 TEST_F(ScaledWindows, TheConnectionDialogFitsTheScreenToo) {
     screen.screen = {1366 * 15, 768 * 15};
     port->silent = true;
