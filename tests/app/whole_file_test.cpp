@@ -64,6 +64,7 @@ TEST(AWholeFile, IsClosedAgainHoweverReadingAndWritingEnd) {
     EXPECT_EQ(read_file(folder / "folder"), std::nullopt);
     EXPECT_EQ(read_file(folder / "nothing"), std::nullopt);
     EXPECT_FALSE(replace_file(folder / "folder", "volt"));
+    EXPECT_FALSE(replace_file(folder / "nowhere" / "file", "volt"));
     EXPECT_EQ(open_files(), before);
     EXPECT_FALSE(std::filesystem::exists(folder / "file.new")); // the name that it was written as
     std::filesystem::remove_all(folder);
