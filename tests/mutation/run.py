@@ -116,9 +116,11 @@ def attempt(bench, edit, results, thorough):
 
 
 def try_survivors(bench, results, wanted):
-    """Once more, and by all tests, those of the survivors that are wanted."""
-    for record in filter(wanted, results.survivors()):
-        attempt(bench, results.edit_of[record["key"]], results, thorough=True)
+    """Once more, and by all tests, those of the survivors that are wanted and not explained."""
+    reasons = accepted_survivors()
+    for record in results.survivors():
+        if wanted(record) and record["key"] not in reasons:
+            attempt(bench, results.edit_of[record["key"]], results, thorough=True)
 
 
 def table(title, records, column):
