@@ -102,10 +102,10 @@ TEST_F(WindowScaling, OnALargerScreenPlacesAndTypeGrow) {
 }
 
 TEST_F(WindowScaling, OnASmallerScreenPlacesAndTypeShrink) {
-    scale(button, 0.5, 0.75);
-    EXPECT_EQ(button.properties[Property::left], 30);
+    scale(button, 0.6, 0.75);
+    EXPECT_NEAR(button.properties[Property::left], 36, 0.01);
     EXPECT_NEAR(button.properties[Property::top], 60, 0.01);
-    EXPECT_EQ(button.properties[Property::width], 500);
+    EXPECT_NEAR(button.properties[Property::width], 600, 0.01);
     EXPECT_NEAR(button.properties[Property::height], 300, 0.05);
     EXPECT_NEAR(button.properties[Property::font_size], 7.5, 0.01);
     EXPECT_EQ(button.properties[Property::font_bold], 1);
