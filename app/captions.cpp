@@ -6,7 +6,9 @@
 #include "app/settings_file.h"
 #include "link/port_tips.h"
 #include "view/view.h"
+#include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
+#include "view/windows/form3.h"
 
 #include <array>
 
@@ -50,6 +52,23 @@ const Caption control_captions[] = {
     {form1::mnu_reset_time_ongas, 1274},
 };
 
+// These take no message. Their words come from the file of the helper texts.
+view::Widget* const own_captions[] = {
+    &form1::Label22,
+    &form1::Label24,
+    &form1::Label12,
+    &form1::Command31,
+    &form1::Frame_abilita_controllo_lambda,
+    &form1::Label32,
+    &form1::Label29,
+    &form1::Frame_diagnosi,
+    &form1::Label21,
+    &form1::Label23,
+    &form1::mnu_dump_parametri,
+    &form3::Label2,
+    &centralina_attiva::Label1,
+};
+
 // In the list's order, which is that of the presets.
 constexpr std::array tank_messages = {1261, 1264, 1259, 1262, 1263, 1260};
 
@@ -64,6 +83,7 @@ const Language languages[] = {
 
 void show_helper_texts() {
     apply_helper_texts();
+    apply_own_captions();
     link::refresh_port_tips();
 }
 
@@ -78,6 +98,11 @@ void apply_control_captions() {
     for (const Caption& each : control_captions)
         set_message(each.control, each.message);
     fill_tank_list();
+}
+
+void apply_own_captions() {
+    for (view::Widget* control : own_captions)
+        if (const auto text = own_caption(*control)) view::set_text(*control, *text);
 }
 
 void fill_tank_list() {

@@ -21,7 +21,7 @@ using Section = std::map<std::string, Entry, std::less<>>; // by control
 
 struct Texts {
     std::map<std::string, Section, std::less<>> windows;
-    std::map<std::string, std::string, std::less<>> words;
+    std::map<std::string, std::string, std::less<>> captions, words;
 };
 Texts texts;
 std::map<const view::Widget*, std::vector<int>> parameters;
@@ -58,6 +58,8 @@ Texts read_texts(std::string_view content) {
             const std::string_view names = cut(line, '=');
             if (section == "words")
                 read.words[std::string(names)] = line;
+            else if (section == "captions")
+                read.captions[std::string(names)] = line;
             else
                 take_control(read.windows[std::string(section)], names, line);
         }
@@ -119,6 +121,12 @@ void apply_helper_texts() {
             for (view::Widget* w : *list)
                 view::set_help(*w, help_for(section, *w));
     }
+}
+
+std::optional<std::string> own_caption(const view::Widget& control) {
+    const auto found = texts.captions.find(control.window->name + "." + full_name(control));
+    if (found == texts.captions.end()) return std::nullopt;
+    return found->second;
 }
 
 std::string helper_word(const std::string& key) {

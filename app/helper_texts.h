@@ -1,6 +1,6 @@
 // What each control says of itself: a name to be spoken, a line on what it does with its unit, and
-// the parameters of the control unit behind it. In the operator's language; captions are another
-// matter.
+// the parameters of the control unit behind it. In the operator's language. With them come the few
+// captions that have no message number (app/captions.h shows them).
 //
 // The texts stand in "\language\tips_<language>.ini", one section for each window, one line for
 // each control: "names = spoken name | text", or "names = text" where the caption is the name.
@@ -12,6 +12,7 @@
 #include "view/widget.h"
 
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -26,6 +27,10 @@ std::span<const int> parameters_of(const view::Widget& control);
 // Gives every control of every window its texts in the present language, from that language's file
 // or, where it cannot be read, the English one. A control that the file lacks has none.
 void apply_helper_texts();
+
+// The caption of a control that takes no numbered message: the line "window.control = caption" of
+// the section "captions" of the same file. Nothing where there is none.
+std::optional<std::string> own_caption(const view::Widget& control);
 
 // A word of the section "words" of the same file, for texts that are put together at run time. The
 // key itself where there is none.

@@ -1,6 +1,7 @@
 #include "calibration/changeover_window.h"
 
 #include "app/app_state.h"
+#include "app/captions.h"
 #include "app/colours.h"
 #include "app/entry_field.h"
 #include "app/helper_texts.h"
@@ -182,6 +183,7 @@ void finish_load() {
         if (w->kind == view::Kind::frame || w->kind == view::Kind::label ||
             w->kind == view::Kind::option_button)
             view::set_back(*w, state.panel_colour);
+    app::apply_own_captions();
     app::set_message(lbl_rpm_comm, 1168, "g/min.");
     view::set_text(Text_rpm, number_text(mirrors.changeover_rpm));
 }

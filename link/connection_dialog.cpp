@@ -1,6 +1,7 @@
 #include "link/connection_dialog.h"
 
 #include "app/app_state.h"
+#include "app/captions.h"
 #include "app/numbers.h"
 #include "app/settings_file.h"
 #include "app/window_scaling.h"
@@ -32,6 +33,7 @@ const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::c
                                                          &form1::com7, &form1::com8};
 
 void dialog_loads() {
+    app::apply_own_captions();
     view::set_back(Label1, dialog_red);
     view::set_back(Centralina_Attiva, dialog_red);
     state.connect_dialog_open = true;

@@ -120,7 +120,8 @@ TEST_F(Captions, AChangeRefillsThePanelsBeforeTheControls) {
     };
     EXPECT_EQ(order.front(), "Command_engine");
     EXPECT_LT(place_of("frame_TARATURA"), place_of("lambda_dir"));
-    EXPECT_EQ(order.back(), "mnu_reset_time_ongas");
+    EXPECT_LT(place_of("mnu_reset_time_ongas"), place_of("Label22"))
+        << "what has no number is last";
 }
 
 TEST_F(Captions, TheChosenLanguageIsTickedStoredAndInUse) {

@@ -96,7 +96,8 @@ TEST_P(HelperFiles, SpeakOfEachControlOfEachWindowOnce) {
             EXPECT_THAT(text, Not(HasSubstr("PAR_"))) << name << ": numbers come from the code";
         }
     }
-    EXPECT_EQ(sections.size(), view::all_windows().size() + 1) << "the windows and the words";
+    EXPECT_EQ(sections.size(), view::all_windows().size() + 2)
+        << "the windows, the captions and the words";
 }
 
 TEST_P(HelperFiles, HoldTheWordsThatTheProgramPutsIntoItsTexts) {

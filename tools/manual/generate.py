@@ -17,6 +17,7 @@ The texts are plain lines:
 and within a line:
 
   {1240}, {1134...}       the caption with this message number, with what follows it on the screen
+  {Form1.Label24}         the caption without a number that this control has
   {=TEST}                 a caption or text that is the same in every language
   **words**, `typed`      stress; what is typed or a file's name
   [words](name)           a link to the chapter of this name
@@ -49,6 +50,7 @@ class Page:
     def __init__(self, language, messages, words, chapters, parameters):
         self.language = language
         self.messages = messages
+        self.own_captions = sources.read_own_captions(language)
         self.words = words
         self.titles = {chapter.name: chapter.title for chapter in chapters}
         self.parameters = parameters
@@ -59,6 +61,11 @@ class Page:
         text = self.messages[match[1]].rstrip() if not match[2] or match[2][0] == "." else self.messages[match[1]]
         return f"<b>{html.escape(text + match[2], quote=False)}</b>"
 
+    def own_caption(self, match):
+        if match[1] not in self.own_captions:
+            raise SourceError(f"no caption {match[1]} in {self.language}")
+        return f"<b>{html.escape(sources.plain(self.own_captions[match[1]]), quote=False)}</b>"
+
     def link(self, match):
         if match[2] not in self.titles:
             raise SourceError(f"no chapter {match[2]}")
@@ -68,6 +75,7 @@ class Page:
         text = html.escape(text, quote=False)
         text = re.sub(r"\{=([^}]+)\}", r"<b>\1</b>", text)
         text = re.sub(r"\{(\d+)([^}]*)\}", self.caption, text)
+        text = re.sub(r"\{(\w+\.\w+)\}", self.own_caption, text)
         text = re.sub(r"\*\*(.+?)\*\*", r"<i>\1</i>", text)
         text = re.sub(r"`(.+?)`", r"<code>\1</code>", text)
         text = re.sub(r"\[([^\]]+)\]\(([a-z-]+)\)", self.link, text)

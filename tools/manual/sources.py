@@ -85,6 +85,15 @@ def read_messages(language):
             if re.fullmatch(r"\s*\[\d+\]\s*", line)}
 
 
+def read_own_captions(language):
+    """{window.control: text} of the captions without a number, from the file of the helper texts."""
+    text = (ROOT / "language" / f"tips_{language}.ini").read_text(encoding="utf-8")
+    section = re.search(r"^\[captions\]\n((?:.+ = .+\n)+)", text, re.MULTILINE)
+    if not section:
+        raise SourceError(f"tips_{language}.ini: no section captions")
+    return dict(line.split(" = ", 1) for line in section[1].splitlines())
+
+
 def plain(text):
     """A caption as it is compared: blanks run together, none at the ends."""
     return " ".join(text.split())

@@ -86,12 +86,13 @@ class Writer:
         """The long line: what was seen, the causes in order, and what gas has to do with it."""
         kind = self.components[component][0]
         ways = [f"{kind}.{fault}"] + ([fault] if fault in ELECTRIC else [kind])
+        heading, seen = self.faults[fault][self.language]
+        if not heading:  # the component is the fault itself
+            ways.insert(0, component)
+            seen = self.seen.get(component, {self.language: seen})[self.language]
         cause = next((self.causes[way] for way in ways if way in self.causes), None)
         if cause is None:
             raise TableError(f"no causes for component {component}, fault {fault}: add one of {ways}")
-        heading, seen = self.faults[fault][self.language]
-        if not heading and component in self.seen:
-            seen = self.seen[component][self.language]
         parts = [seen, self.frame["causes"] + " " + cause[self.language]]
         gas = self.gas.get(f"{kind}.{fault}", self.gas.get(kind))
         if gas:
@@ -149,7 +150,7 @@ def unused_entries():
             + [f"fault [{key}] is in no code" for key in faults if key not in used_faults]
             + [f"[{key}] in seen_*.txt is in no code" for key in seen if key not in used_components]
             + [f"[{key}] in causes_*.txt or gas_*.txt belongs to nothing" for key in blocks
-               if key.split(".")[0] not in kinds and key not in used_faults])
+               if key.split(".")[0] not in kinds and key not in used_faults | used_components])
 
 
 def main(arguments):

@@ -67,15 +67,11 @@ class MessageFiles(unittest.TestCase):
             self.assertTrue(all(text.strip() for text in lines[1::2]), language)
             self.assertFalse("\r" in self.read(language) or "\ufeff" in self.read(language), language)
 
-    def test_the_number_behind_the_changeover_question_is_set_off_by_a_blank(self):
+    def test_what_the_program_puts_behind_a_text_is_set_off_by_a_blank(self):
         for language in tables.LANGUAGES:
-            self.assertTrue(generate.read_messages(language)["1255"].endswith(" "), language)
-
-    def test_the_unit_ends_the_last_word_of_the_changeover_speed(self):
-        wanted = {"it": "Giri comm. g/min.", "uk": "Revs at switching/min.", "pl": "Obroty, próg/min.",
-                  "de": "Umsch. bei Umdrehung/min.", "fr": "Commut. à rég/min."}
-        for language, label in wanted.items():
-            self.assertEqual(generate.read_messages(language)["1168"] + "g/min.", label)
+            for number in ("1168", "1255"):
+                text = generate.read_messages(language)[number]
+                self.assertTrue(text.endswith(" ") and not text.endswith("  "), f"{language} {number}")
 
 
 class BrokenTables(unittest.TestCase):

@@ -9,7 +9,7 @@ using namespace zol::windows;
 Widget Centralina_Attiva{
     window("Centralina_Attiva", "ZOL-INJECTION", {1680, 2220, 6780, 4560}).colours(claret, cream)};
 Widget Label1{caption("Label1", Centralina_Attiva, {240, 240, 4380, 840},
-                      "La centralina non risponde. Scegliere la porta seriale ed eseguire il test.")
+                      "The control unit does not answer. Choose the serial port and run the test.")
                   .colours(claret, cream)
                   .font(11, true)};
 Widget ShockwaveFlash1{

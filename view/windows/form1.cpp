@@ -95,7 +95,7 @@ Widget Label_temp{figure("Label_temp", Form1, {120, 1530, 1680, 660}, "0", 26)};
 Widget lbl_lambda{title("lbl_lambda", Form1, {1860, 1290, 1680, 240}, "LAMBDA")};
 Widget Label_lambda{figure("Label_lambda", Form1, {1860, 1530, 1680, 660}, "0", 26)};
 Widget Label22{
-    caption("Label22", Form1, {3600, 1290, 1680, 240}, "SERBATOIO  mV").aligned(Align::centre)};
+    caption("Label22", Form1, {3600, 1290, 1680, 240}, "TANK  mV").aligned(Align::centre)};
 Widget label_liv2{figure("label_liv2", Form1, {3600, 1530, 1680, 660}, "0", 26)};
 Widget Picture1{
     control(Kind::picture, "Picture1", Form1, {5400, 120, 4620, 1440}).colours(slate, cream)};
@@ -129,7 +129,7 @@ Widget Slider_ktar{gain_slider("Slider_ktar", {120, 840, 4800, 540})};
 Widget Label46{caption("Label46", frame_TARATURA, {120, 1560, 1740, 360}, "POWER").font(12, true)};
 Widget Label44{figure("Label44", frame_TARATURA, {1920, 1500, 1200, 480}, "1200", 18)};
 Widget Slider_power{gain_slider("Slider_power", {120, 2040, 4800, 540})};
-Widget Label24{caption("Label24", frame_TARATURA, {5040, 300, 1620, 240}, "ATTENUAZIONE")
+Widget Label24{caption("Label24", frame_TARATURA, {5040, 300, 1620, 240}, "ATTENUATION")
                    .aligned(Align::centre)};
 Widget Label_attenuazione{
     caption("Label_attenuazione", frame_TARATURA, {5100, 600, 1500, 420}, "0- ")
@@ -144,7 +144,7 @@ Widget Slider_attenuazione{slider("Slider_attenuazione", frame_TARATURA, {5580, 
                                .runs_change_on_assignment()};
 Widget Label26{
     caption("Label26", frame_TARATURA, {5100, 3420, 420, 240}, "150").aligned(Align::right)};
-Widget Label12{caption("Label12", frame_TARATURA, {120, 2820, 2100, 240}, "MOLTIPL. GIRI")};
+Widget Label12{caption("Label12", frame_TARATURA, {120, 2820, 2100, 240}, "RPM MULTIPLIER")};
 Widget Command_rpm_meno{
     button("Command_rpm_meno", frame_TARATURA, {2340, 2700, 1260, 480}, "RPM -")};
 Widget Command_rpm_piu{button("Command_rpm_piu", frame_TARATURA, {3660, 2700, 1260, 480}, "RPM +")};
@@ -166,7 +166,7 @@ Widget Label43{title("Label43", frame_engine, {6960, 2280, 1380, 240}, "LAMBDA")
 Widget Label42{figure("Label42", frame_engine, {6960, 2520, 1380, 660}, "--", 12)};
 Widget Label48{title("Label48", frame_engine, {8400, 2280, 1380, 240}, "CAN VISUAL ")};
 Widget Label49{figure("Label49", frame_engine, {8400, 2520, 1380, 660}, "--", 12)};
-Widget Command31{button("Command31", frame_engine, {6960, 3660, 2820, 480}, "LETTURA")};
+Widget Command31{button("Command31", frame_engine, {6960, 3660, 2820, 480}, "START READING")};
 
 // Settings panel.
 Widget Frame_impostazioni{group("Frame_impostazioni", Form1, panel, "IMPOSTAZIONI").hidden()};
@@ -249,7 +249,7 @@ Widget lambda_dir{option("lambda_dir", frame_type_lambd, {180, 300, 2760, 300}, 
 Widget lambda_inv{
     option("lambda_inv", frame_type_lambd, {180, 660, 2760, 300}, "Lambda Invertita")};
 Widget Frame_abilita_controllo_lambda{group("Frame_abilita_controllo_lambda", Frame_Lambda,
-                                            {3240, 300, 3480, 1020}, "Controllo Lambda")};
+                                            {3240, 300, 3480, 1020}, "Lambda control")};
 Widget Option_abi_controllo_lambda{option("Option_abi_controllo_lambda",
                                           Frame_abilita_controllo_lambda, {180, 300, 3180, 300},
                                           "Abilita Controllo lambda")};
@@ -267,7 +267,7 @@ Widget Text_lambda_closed_loop{
 Widget Label_lambda_open_loop{caption("Label_lambda_open_loop", Frame_Lambda,
                                       {120, 2160, 4380, 240}, "Valore MAX Lambda Open Loop")};
 Widget Text_lambda_open_loop{entry("Text_lambda_open_loop", Frame_Lambda, {4620, 2100, 1200, 360})};
-Widget Label32{caption("Label32", Frame_Lambda, {120, 2880, 2940, 240}, "SCALA")};
+Widget Label32{caption("Label32", Frame_Lambda, {120, 2880, 2940, 240}, "SCALE")};
 Widget Command_meno{
     button("Command_meno", Frame_Lambda, {3180, 2760, 840, 480}, "-").font(12, true)};
 Widget Label35{reading("Label35", Frame_Lambda, {4080, 2760, 840, 480}, "1", 14)};
@@ -276,18 +276,18 @@ Widget Label31{
     caption("Label31", Frame_Lambda, {6780, 1500, 3000, 240}, "LAMBDA").aligned(Align::centre)};
 Widget label_lambda_2{figure("label_lambda_2", Frame_Lambda, {6780, 1740, 3000, 1080}, "0", 36)};
 Widget Label29{
-    caption("Label29", Frame_Lambda, {6780, 2940, 3000, 240}, "STATO").aligned(Align::centre)};
+    caption("Label29", Frame_Lambda, {6780, 2940, 3000, 240}, "STATE").aligned(Align::centre)};
 Widget Label_stato{reading("Label_stato", Frame_Lambda, {6780, 3180, 3000, 600}, "0", 18)};
 
 // Diagnosis panel.
-Widget Frame_diagnosi{group("Frame_diagnosi", Form1, panel, "DIAGNOSI").hidden()};
+Widget Frame_diagnosi{group("Frame_diagnosi", Form1, panel, "DIAGNOSIS").hidden()};
 Widget cmd_richiesta_par_diagnosi{button("cmd_richiesta_par_diagnosi", Frame_diagnosi,
                                          {120, 300, 3900, 540}, "Richiesta Parametri Diagnosi")};
 Widget Command10{
     button("Command10", Frame_diagnosi, {120, 900, 3900, 540}, "Cancella ERRORI SISTEMA")};
-Widget Label21{caption("Label21", Frame_diagnosi, {120, 1590, 2640, 240}, "Numero errori")};
+Widget Label21{caption("Label21", Frame_diagnosi, {120, 1590, 2640, 240}, "Number of faults")};
 Widget lbl_num_errori{reading("lbl_num_errori", Frame_diagnosi, {2880, 1500, 1140, 420}, "0", 14)};
-Widget Label23{caption("Label23", Frame_diagnosi, {120, 1980, 3900, 240}, "Codici EOBD")};
+Widget Label23{caption("Label23", Frame_diagnosi, {120, 1980, 3900, 240}, "EOBD codes")};
 Widget lbl_par_1{fault_code("lbl_par_1", 120, 2280)};
 Widget lbl_par_2{fault_code("lbl_par_2", 2100, 2280)};
 Widget lbl_par_3{fault_code("lbl_par_3", 120, 2880)};
