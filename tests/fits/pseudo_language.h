@@ -1,4 +1,4 @@
-// A language that nobody speaks: each of its messages and captions is as long as a translation gets.
+// A language that nobody speaks: its messages and captions are as long as a translation ever gets.
 #pragma once
 
 #include <QString>

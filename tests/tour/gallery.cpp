@@ -26,7 +26,7 @@ void open_and_picture(Hands& hands, const QString& window, const char* name) {
     hands.picture(name);
 }
 
-void stay_without_unit(Hands& hands, UnitProcess&) {
+void stay_without_unit(Hands& hands, UnitProcess& unit) {
     open_and_picture(hands, "frmSplash", "fresh-splash");
     open_and_picture(hands, "Centralina_Attiva", "fresh-dialog");
     hands.click("Command_test", "Centralina_Attiva");
@@ -34,6 +34,12 @@ void stay_without_unit(Hands& hands, UnitProcess&) {
         return hands.text("Label2", "Centralina_Attiva") == "- TEST FALLITO -";
     }));
     hands.picture("fresh-dialog-failed");
+    unit.type("silence off");
+    hands.click("Command_test", "Centralina_Attiva");
+    hands.see("the test is good", hands.until([&] {
+        return hands.text("Label2", "Centralina_Attiva") == "- OK TEST ESEGUITO -";
+    }));
+    hands.picture("fresh-dialog-good");
     hands.click("Command_cancel", "Centralina_Attiva"); // ends the program
     Hands::rest(5000);
 }
