@@ -1,5 +1,6 @@
 // The first read by way of the connection dialog, from its OK to the window that is filled three
 // seconds later.
+#include "link/first_read.h"
 #include "tests/link/crafted_unit.h"
 #include "view/timers.h"
 #include "view/windows/frm_splash.h"
@@ -85,6 +86,23 @@ TEST_F(DialogRoad, TheMainWindowIsFilledAndHandedOverThreeSecondsAfterTheDialog)
     EXPECT_EQ(view::text(form1::Label_attenuazione), "12"); // without the sign of activation
     EXPECT_EQ(view::value(form1::Slider1[1]), 25);          // not one below, as at activation
     EXPECT_THAT(writes(), IsEmpty());
+}
+
+TEST_F(DialogRoad, WhatAnEarlierUnitHidIsBroughtBack) {
+    open_the_dialog();
+    operator_clicks(Command_test);
+    run_for(1600);
+    for (const int family : {0, 4}) {
+        crafted.family = family;
+        inside_program([] {
+            view::set_visible(form1::Command_diagnosi, false);
+            view::set_visible(form1::Frame_L_C_T, false);
+            link::read_for_dialog();
+        });
+        run_for(4000);
+        EXPECT_EQ(view::visible(form1::Command_diagnosi), family == 0);
+        EXPECT_EQ(view::visible(form1::Frame_L_C_T), family == 4);
+    }
 }
 
 TEST_F(DialogRoad, TheReadItselfLeavesTheMainWindowsFieldsAlone) {
