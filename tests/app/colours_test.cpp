@@ -103,6 +103,9 @@ TEST_F(Colours, TheServiceLineAndTheButtonsGetTheirGreysBackWhateverTheyHad) {
     app::colour_all_controls();
     EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
     EXPECT_EQ(form1::Command_exit.look.back, view::rgb(192, 192, 192));
+    view::set_back(form1::Label16, view::white);
+    app::colour_dark_labels();
+    EXPECT_EQ(form1::Label16.look.back, view::dark_red);
     auto others_too = both_lists();
     others_too.insert({"lbl_ore", "lbl_tuning"});
     for (const view::Widget* w : form1::Form1.controls)
