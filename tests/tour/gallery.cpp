@@ -56,6 +56,7 @@ void run_on_gas(Hands& hands, UnitProcess& unit) {
     // Checked today: what was never checked flashes red.
     hands.menu({"mnu_Impostazioni", "mnu_check_car", "mnu_reset_check"});
     hands.until_idle();
+    Hands::rest(1000); // The polling that the entry switched on ends with its first tick.
     go_home(hands);
     unit.type("throttle 20");
     hands.see("the engine goes over to gas", hands.until(
