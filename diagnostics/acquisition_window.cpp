@@ -59,7 +59,8 @@ void window_activated() {
     view::set_back(Label3, state.panel_colour);
     view::set_back(Label4, state.panel_colour);
     wait_ms(400);
-    if (!the_window.loaded) return; // closed meanwhile: its timers stay off
+    // Closed meanwhile: its timers stay off, also if the changeover window has loaded it anew.
+    if (!the_window.shown) return;
     acquiring = true;
     Timer_tinj.on();
 }
@@ -95,7 +96,7 @@ void injection_time_ticks() {
     }
     // Of a pass that the opening caught half-way. It ends by itself, but not beside this window's
     // reads: each would take the other's answers for as long as the window is open.
-    if (state.eobd_read_under_way) return;
+    if (state.eobd_read_under_way || link::line_is_taken()) return;
     wait_ms(200);
     if (!link::port_is_open() || !the_window.loaded) return;
     link::send_command(link::Command::status);
@@ -149,7 +150,7 @@ void save_clicked() {
     wait_ms(400);
     save_points(maximum);
     acquiring = true;
-    if (the_window.loaded) {
+    if (the_window.shown) {
         Timer_tinj.on();
         Timer_ricerca_max.on();
     }

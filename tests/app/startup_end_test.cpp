@@ -49,6 +49,21 @@ TEST_F(ProgramEnd, ClosedByItsFrameTheWindowEndsTheProgramAlike) {
     expect_end();
 }
 
+TEST_F(ProgramEnd, WhatIsClickedInTheLastMomentWritesNothingAndPutsNothingOff) {
+    start_connected();
+    operator_clicks(form1::Command_impostazioni);
+    run_for(1000);
+    operator_closes(form1::Form1);
+    forget_wire();
+    run_for(300);
+    operator_clicks(form1::Option_press_no);
+    operator_clicks(form1::mnu_search);
+    operator_presses(form1::Form1, ' ');
+    run_for(300);
+    EXPECT_TRUE(time.ended());
+    EXPECT_THAT(frames(), IsEmpty());
+}
+
 // Whichever moment of the polling's round it is: its wait, or the pause between two polls.
 class EndAtAMoment : public ProgramEnd, public testing::WithParamInterface<int> {};
 

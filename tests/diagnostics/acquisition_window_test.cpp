@@ -164,6 +164,16 @@ TEST_F(Acquisition, AClosedPortEndsTheTickQuietlyAndTheNextOneLooksAgain) {
     EXPECT_THAT(frames(), testing::Contains(Send(3)));
 }
 
+// The changeover window loads this one unseen.
+TEST_F(Acquisition, ClosedBeforeItBeganAndLoadedUnseenItDoesNotBegin) {
+    open_window();
+    run_for(200);
+    operator_closes(acq::acquisizione);
+    inside_program([] { view::load(acq::acquisizione); });
+    run_for(3000);
+    EXPECT_FALSE(acq::Timer_tinj.is_on());
+}
+
 TEST_F(Acquisition, ResetTouchesTheMaximumOnly) {
     open_window();
     run_for(1300);

@@ -1,0 +1,29 @@
+// A screen whose boxes are answered anyhow: at once or late, yes or no, with any text.
+#pragma once
+
+#include "simulator/random.h"
+#include "tests/soak/log.h"
+#include "view/screenless/screenless_screen.h"
+
+namespace zol::soak {
+
+class AnyAnswers final : public view::ScreenlessScreen {
+  public:
+    AnyAnswers(Log& log, std::uint32_t seed) : log_(log), dice_(seed) {}
+
+    // While one is up the operator reaches nothing else.
+    int up = 0;
+
+    view::Answer message_box(const view::MessageBox& box) override;
+    std::string input_box(const std::string& prompt, const std::string& title) override;
+    view::Colour colour_box(view::Colour start) override;
+    void show_manual(const std::string& file, const std::string& topic) override;
+
+  private:
+    void leave_up_a_while();
+
+    Log& log_;
+    sim::Random dice_;
+};
+
+} // namespace zol::soak

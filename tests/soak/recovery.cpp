@@ -1,0 +1,122 @@
+#include "tests/soak/recovery.h"
+
+#include "app/app_state.h"
+#include "app/numbers.h"
+#include "link/ecu_frames.h"
+#include "tests/soak/weather.h"
+#include "view/operator.h"
+#include "view/timers.h"
+#include "view/view.h"
+#include "view/windows/acquisizione.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+#include "view/windows/form2.h"
+#include "view/windows/form3.h"
+
+#include <cmath>
+
+namespace zol::soak {
+namespace {
+
+using view::Widget;
+using view::operator_acts::reachable;
+
+constexpr std::int64_t minute_ms = 60'000;
+
+void click(Desk& desk, Widget& widget) {
+    desk.act("clicks " + widget_name(widget), [&widget] { view::operator_acts::click(widget); });
+}
+
+// One round of what stands between him and the main window.
+void clear_the_way(Desk& desk) {
+    using namespace centralina_attiva;
+    if (reachable(Command_test)) {
+        click(desk, Command_test);
+        desk.pass(4000);
+        if (reachable(Command_ok)) click(desk, Command_ok);
+        desk.pass(20'000); // and Timer1 fills the window
+    }
+    for (Widget* button : {&form3::Command1, &acquisizione::Command_chiudi, &form2::cmd_exit})
+        if (reachable(*button)) {
+            click(desk, *button);
+            desk.pass(5000);
+        }
+}
+
+// Sequences under way come to their end on a good line, behind one another. What takes longest is
+// tuning, of which there may be several runs with many rounds each.
+bool comes_to_rest(Desk& desk) {
+    const auto busy = [&] {
+        if (reachable(centralina_attiva::Command_test)) return false; // the activation waits for it
+        for (const Running& running : desk.handlers.stack())
+            if (running.name != "Form1.Timer_stato_sistema tick" &&
+                running.name != "acquisizione.Timer_tinj tick")
+                return true;
+        return desk.box_is_up() || app::state.tuning_mode == 1;
+    };
+    for (int minute = 0; minute < 240 && busy() && !desk.ended(); ++minute) {
+        // A pass of the polling that the lambda panel or the acquisition caught half-way goes
+        // hungry beside them: he goes home.
+        if (minute % 10 == 9) {
+            clear_the_way(desk);
+            if (form1::Timer3.is_on() && reachable(form1::Command_engine))
+                click(desk, form1::Command_engine);
+        }
+        desk.pass(minute_ms);
+    }
+    return !busy();
+}
+
+// A telegram each 350 ms or so, and the unit's own speed on view.
+std::string polling_is_back(Desk& desk) {
+    int beats = 0;
+    desk.boxes.on_changed = [&, inner = desk.boxes.on_changed](Widget& w, view::Aspect aspect) {
+        beats += &w == &form1::Shape2;
+        inner(w, aspect);
+    };
+    desk.pass(10'000);
+    if (beats < 10) return "only " + std::to_string(beats) + " telegrams came in ten seconds";
+    const double shown = app::val(view::text(form1::Label_rpm));
+    const double real = desk.the_unit().rpm();
+    if (std::abs(shown - real) > 100 + real / 5)
+        return view::text(form1::Label_rpm) + " rpm are shown and " + app::number_text(real) +
+               " are real";
+    return "";
+}
+
+std::string fail(Desk& desk, const std::string& why) {
+    desk.log.find("no way back: " + why + "; running: " + desk.handlers.describe() +
+                  (form1::Timer3.is_on() ? "; the lambda panel reads" : "") +
+                  (form1::Timer6.is_on() ? "; the watchdog runs" : ""));
+    return "not recovered";
+}
+
+// Terminal and download mode leave the port to another program for the rest of the run.
+bool line_was_handed_over(const Desk& desk) {
+    return desk.checks.handed_over && !link::port_is_open();
+}
+
+} // namespace
+
+std::string recover(Desk& desk) {
+    desk.log.note("--- all is good again ---");
+    Weather::calm(desk);
+    desk.pass(2 * minute_ms);
+    for (int round = 0; round < 4 && !desk.ended(); ++round) {
+        if (line_was_handed_over(desk)) return "the line had been handed over";
+        if (!comes_to_rest(desk)) {
+            if (app::state.tuning_mode == 1) return "still tuning";
+            return fail(desk, "a sequence does not end");
+        }
+        clear_the_way(desk);
+    }
+    if (desk.ended()) return "the program had been ended";
+    if (!link::port_is_open()) return fail(desk, "the port is closed");
+    if (!reachable(form1::Command_engine)) return fail(desk, "the engine button does not answer");
+    click(desk, form1::Command_engine);
+    desk.pass(3000);
+    const std::string wrong = polling_is_back(desk);
+    return wrong.empty() ? "polling again" : fail(desk, wrong);
+}
+
+} // namespace zol::soak
