@@ -66,6 +66,22 @@ TEST_F(MainWindow, TheSettingsPanelStopsThePollingAtOnceAndHidesTheExit) {
     EXPECT_THAT(frames(), ElementsAre());
 }
 
+TEST_F(MainWindow, TheEngineButtonTooSoonBehindAPanelsButtonIsUndoneByThePanelsDelayedStop) {
+    operator_clicks(form1::Command_impostazioni);
+    run_for(100);
+    operator_clicks(form1::Command_engine);
+    run_for(5000);
+    EXPECT_THAT(panels_on_view(), ElementsAre("frame_engine"));
+    EXPECT_FALSE(state.poll_enabled);
+    forget_wire();
+    run_for(5000);
+    EXPECT_THAT(frames(), ElementsAre());
+    operator_clicks(form1::Command_engine);
+    run_for(1000);
+    EXPECT_TRUE(state.poll_enabled) << "pressed once more";
+    EXPECT_THAT(frames(), testing::Not(ElementsAre()));
+}
+
 TEST_F(MainWindow, TheSettingsPanelPlacesTheTankSlidersButNotTheFifthAndWritesNothing) {
     mirrors.tank_min_mv = 1948;
     mirrors.tank_max_mv = 3964;

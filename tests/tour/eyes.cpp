@@ -104,6 +104,12 @@ bool Hands::box_on_view() {
     return result;
 }
 
+bool Hands::menu_open() {
+    bool result = false;
+    act([&] { result = QApplication::activePopupWidget() != nullptr; });
+    return result;
+}
+
 QString Hands::box_text() {
     QString result;
     act([&] {

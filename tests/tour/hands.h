@@ -52,6 +52,7 @@ class Hands {
     bool ticked(const QString& name, const QString& window = "Form1");
     int value(const QString& slider, const QString& window = "Form1");
     bool box_on_view();
+    bool menu_open();
     QString box_text();
     // The whole screen, as the next numbered picture.
     void picture(const std::string& name);

@@ -10,6 +10,8 @@
 namespace zol::tour {
 namespace {
 
+using clock = std::chrono::steady_clock;
+
 constexpr int most_wait_ms = 2000;
 
 [[noreturn]] void become(std::vector<std::string> words, int input, int output) {
@@ -59,8 +61,14 @@ int UnitProcess::parameter(int number) {
     return value;
 }
 
+bool UnitProcess::says(const std::string& part, int most_ms) {
+    const auto end = clock::now() + std::chrono::milliseconds(most_ms);
+    while (clock::now() < end)
+        if (next_line(most_ms / 10).find(part) != std::string::npos) return true;
+    return false;
+}
+
 std::string UnitProcess::answer(const std::string& command, const std::string& beginning) {
-    using clock = std::chrono::steady_clock;
     while (!next_line(0).empty()) {}
     type(command);
     const auto end = clock::now() + std::chrono::milliseconds(most_wait_ms);

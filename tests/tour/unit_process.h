@@ -21,6 +21,10 @@ class UnitProcess {
     // The line of the answer to `command` that begins like this; empty after two seconds.
     std::string answer(const std::string& command, const std::string& beginning);
 
+    // A line with this in it is said before the time is over: "log on" makes the unit tell what it
+    // is asked for.
+    bool says(const std::string& part, int most_ms);
+
   private:
     // The next whole line said, empty if none comes before the time is over.
     std::string next_line(int most_ms);

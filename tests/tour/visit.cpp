@@ -35,8 +35,7 @@ void walk(const Stage& stage, Hands& hands, UnitProcess& unit) {
 // in the middle of the last stage.
 [[noreturn]] void run_program(const Visit& visit, char* program_name, const fs::path& out,
                               Tally& tally, UnitProcess& unit) {
-    constexpr unsigned longest_visit_s = 300;
-    ::alarm(longest_visit_s);
+    ::alarm(visit.longest_s);
     app::use_application_folder(out / "app");
     link::PosixSerialPort port;
     link::use_serial_port(port);

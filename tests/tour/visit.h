@@ -21,6 +21,7 @@ struct Visit {
     const char* unit_before; // what happens to the unit first
     std::vector<Stage> stages;
     bool goes_on = false; // from what the visit before has left in the settings
+    unsigned longest_s = 300;
 };
 
 // An application folder of the tour's own, so that nobody's settings are touched. Its language is
