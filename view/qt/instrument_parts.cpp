@@ -126,6 +126,19 @@ void draw_field_edge(QPainter& painter, const QStyleOption& option, const QWidge
     painter.restore();
 }
 
+void draw_list_arrow(QPainter& painter, const QStyleOption& option, const QRect& place) {
+    const double side = std::min(place.height(), place.width()) * 0.3;
+    const QPointF middle = QRectF(place).center();
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(state_of(option).enabled ? QColor(Qt::black) : edge);
+    painter.drawPolygon(QPolygonF{middle + QPointF(-side, -side / 2),
+                                  middle + QPointF(side, -side / 2),
+                                  middle + QPointF(0, side / 2)});
+    painter.restore();
+}
+
 void draw_focus_line(QPainter& painter, const QRect& place) {
     painter.save();
     painter.setPen(QPen(accent, 1, Qt::DotLine));

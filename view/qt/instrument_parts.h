@@ -18,6 +18,9 @@ void draw_option_mark(QPainter& painter, const QStyleOption& option);
 void draw_check_mark(QPainter& painter, const QStyleOption& option);
 void draw_field_edge(QPainter& painter, const QStyleOption& option, const QWidget* widget);
 void draw_focus_line(QPainter& painter, const QRect& place);
+// Over the toolkit's own, which does not grow with the list.
+void draw_list_arrow(QPainter& painter, const QStyleOption& option, const QRect& place);
+
 struct SliderPlaces {
     QRect groove, handle;
 };

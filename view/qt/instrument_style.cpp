@@ -76,11 +76,14 @@ void InstrumentStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
 void InstrumentStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                          QPainter* painter, const QWidget* widget) const {
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control != CC_Slider || !slider || !widget) {
-        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_Slider && slider && widget) {
+        draw_slider(*painter, *slider, magnification(*widget));
         return;
     }
-    draw_slider(*painter, *slider, magnification(*widget));
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox && widget)
+        draw_list_arrow(*painter, *option,
+                        subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget));
 }
 
 // Captions break their lines, on buttons and options as on labels. A text that its ground would

@@ -26,7 +26,7 @@ constexpr Place gauge_lower_bound(int row) { return {120, gauge_row_top(row), 60
 constexpr Place gauge_upper_bound(int row) { return {3240, gauge_row_top(row), 540, 240}; }
 // A voltage belongs to the border between two rows: 0 is the foot of the gauge, 5 its head.
 constexpr Place gauge_voltage(int border) {
-    return {4200, gauge_row_top(border) + gauge_row_height - 180, 660, 240};
+    return {4290, gauge_row_top(border) + gauge_row_height - 180, 510, 240};
 }
 
 // The scale that the voltages stand on, from the foot to the head of the gauge.
@@ -197,7 +197,7 @@ Widget lbl_202{caption("lbl_202", Frame_tank, gauge_voltage(3), "--").aligned(Al
 Widget lbl_203{caption("lbl_203", Frame_tank, gauge_voltage(2), "--").aligned(Align::right)};
 Widget lbl_204{caption("lbl_204", Frame_tank, gauge_voltage(1), "--").aligned(Align::right)};
 Widget lbl_205{caption("lbl_205", Frame_tank, gauge_voltage(0), "--").aligned(Align::right)};
-Widget Label3{caption("Label3", Frame_tank, {4920, 660, 360, 240}, "mV")};
+Widget Label3{caption("Label3", Frame_tank, {4860, 660, 360, 240}, "mV")};
 Widget Label6{caption("Label6", Frame_tank, {120, 3060, 600, 240}, "MIN.").aligned(Align::right)};
 Widget Text_min_tank{entry("Text_min_tank", Frame_tank, {780, 3000, 960, 360})};
 Widget lbl205{caption("lbl205", Frame_tank, {1800, 3060, 420, 240}, "mV")};
