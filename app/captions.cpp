@@ -64,7 +64,6 @@ view::Widget* const own_captions[] = {
     &form1::Frame_diagnosi,
     &form1::Label21,
     &form1::Label23,
-    &form1::mnu_dump_parametri,
     &form3::Label2,
     &centralina_attiva::Label1,
 };

@@ -26,7 +26,6 @@ const std::map<std::string, const Widget*> own = {
     {"Form1.Frame_diagnosi", &form1::Frame_diagnosi},
     {"Form1.Label21", &form1::Label21},
     {"Form1.Label23", &form1::Label23},
-    {"Form1.mnu_dump_parametri", &form1::mnu_dump_parametri},
     {"Form3.Label2", &form3::Label2},
     {"Centralina_Attiva.Label1", &centralina_attiva::Label1},
 };
