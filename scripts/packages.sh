@@ -7,5 +7,7 @@ packaging_packages=(dpkg-dev file)
 packaging_test_packages=(desktop-file-utils groff-base)
 # xvfb-run needs xauth, which the package only recommends.
 display_packages=(xvfb xauth fonts-dejavu-core)
+# A serial terminal to measure beside, and who presses its buttons.
+bench_packages=(cutecom xdotool)
 wayland_packages=(qt6-wayland)
 fuzz_packages=(clang)

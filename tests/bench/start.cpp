@@ -1,5 +1,6 @@
 // From the start of the process to the first window on view: the program's own splash window, or an
-// empty window with as many widgets, built the same way. The argument says which: tool or empty.
+// empty window with as many widgets, built the same way. The argument says which: tool or empty;
+// with idle, the empty one stays.
 #include "app/application_folder.h"
 #include "app/startup.h"
 #include "app/wiring.h"
@@ -63,10 +64,10 @@ void show_tool() {
     app::sub_main();
 }
 
-int show_empty(int count, char** arguments) {
+int show_empty(int count, char** arguments, bool stays) {
     QApplication application(count, arguments);
     FirstPaint first;
-    application.installEventFilter(&first);
+    if (!stays) application.installEventFilter(&first);
     QWidget window;
     window.resize(675, 560);
     for (std::size_t i = 0; i < widgets_at_start(); ++i)
@@ -80,9 +81,9 @@ int show_empty(int count, char** arguments) {
 
 int main(int count, char** arguments) {
     const std::string which = count == 2 ? arguments[1] : "";
-    if (which == "empty") return show_empty(count, arguments);
+    if (which == "empty" || which == "idle") return show_empty(count, arguments, which == "idle");
     if (which != "tool") {
-        std::fprintf(stderr, "usage: bench_start tool|empty\n");
+        std::fprintf(stderr, "usage: bench_start tool|empty|idle\n");
         return 2;
     }
     app::use_application_folder(std::filesystem::temp_directory_path());

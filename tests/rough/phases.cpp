@@ -97,6 +97,7 @@ void in_the_changeover_windows_load(Hands& hands, UnitProcess& unit) {
         Hands::rest(1200);
         hands.click("Command1", "Form3");
         hands.see("the window goes", hands.until([&] { return !hands.shown("Form3"); }));
+        Hands::rest(1000); // its handler has a wait behind that, and locks the main window's writes
         come_home(hands);
         hands.see("values come back by the engine button", telegram_comes(hands, unit));
     });
@@ -140,6 +141,7 @@ void in_the_acquisition(Hands& hands, UnitProcess& unit) {
         hands.see("and falls when the line is back", hands.until([&] { return time() < 4000; }));
         hands.click("Command_chiudi", window);
         hands.see("the window goes", hands.until([&] { return !hands.shown(window); }));
+        Hands::rest(4000); // its handler brings the engine panel back behind its waits
         hands.see("values come back by themselves", telegram_comes(hands, unit));
     });
 }
