@@ -141,8 +141,10 @@ void in_the_acquisition(Hands& hands, UnitProcess& unit) {
         hands.see("and falls when the line is back", hands.until([&] { return time() < 4000; }));
         hands.click("Command_chiudi", window);
         hands.see("the window goes", hands.until([&] { return !hands.shown(window); }));
-        Hands::rest(4000); // its handler brings the engine panel back behind its waits
         hands.see("values come back by themselves", telegram_comes(hands, unit));
+        // The main window, come to again, has read the unit anew by then; only behind that does the
+        // handler of the button bring the engine panel back.
+        Hands::rest(2000);
     });
 }
 
