@@ -19,6 +19,7 @@ std::filesystem::path fresh_folder() {
     static int count = 0;
     const auto folder = std::filesystem::temp_directory_path() /
                         ("zol_bench_" + std::to_string(::getpid()) + "_" + std::to_string(++count));
+    std::filesystem::remove_all(folder); // a killed process of that number may have left one
     std::filesystem::create_directories(folder / "log");
     std::filesystem::create_directories(folder / "ports");
     std::filesystem::create_directory_symlink(std::filesystem::path(ZOL_SOURCE_DIR) / "language",
