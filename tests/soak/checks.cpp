@@ -88,8 +88,18 @@ void Checks::write_leaves(const Written& written) {
     writer->writes.push_back(written);
     const std::string wrong = wrong_in(*writer, false);
     if (!wrong.empty()) find(wrong);
-    mirrors_.written(*writer, written);
+    mirrors_.written(*writer, written, readers_below(0) > 0);
 }
+
+// Handlers that read the unit, without the topmost `but` handlers.
+int Checks::readers_below(int but) const {
+    const auto& stack = handlers_.stack();
+    return static_cast<int>(std::count_if(stack.begin(), stack.end() - but, [](const Running& r) {
+        return r.name == "Form1 activate" || r.name == "Centralina_Attiva.Command_ok click";
+    }));
+}
+
+void Checks::closed() { closed_by = handlers_.stack().empty() ? "" : handlers_.top()->name; }
 
 void Checks::command_leaves(int command) {
     Running* sender = handlers_.top();
@@ -107,7 +117,7 @@ void Checks::read(const link::Bytes& bytes) {
     const Running* reader = handlers_.top();
     if (!reader || reader->last_command != 1 || bytes.size() < 5 || bytes[4] != 1) return;
     if (reader->name == "Form1 activate" || reader->name == "Centralina_Attiva.Command_ok click")
-        mirrors_.image_read(*reader, bytes);
+        mirrors_.image_read(*reader, bytes, readers_below(1) > 0);
 }
 
 void Checks::changed(const view::Widget& widget, view::Aspect aspect) {

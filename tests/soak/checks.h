@@ -16,6 +16,7 @@ class Checks {
     // A frame wants to leave, whether the port takes it or not; bytes that the program has read.
     void leaves(std::span<const std::uint8_t> bytes);
     void read(const link::Bytes& bytes);
+    void closed(); // the port, by the handler that runs
     void changed(const view::Widget& widget, view::Aspect aspect);
     // After each step of the run, while the program waits. `at_rest`: no box is up.
     void step(bool at_rest);
@@ -23,6 +24,7 @@ class Checks {
     bool operator_types = false; // what shows up on widgets is his own
     int deepest_wait = 0;
     bool handed_over = false; // the line, to a terminal or a download
+    std::string closed_by;    // the handler that closed the port last
     // Waits nest as deep as the operator acts in the middle of them, and no deeper: an act brings
     // its handler, one that it runs inside, a tick and an activation.
     static constexpr int waits_of_an_act = 4;
@@ -30,6 +32,7 @@ class Checks {
   private:
     void write_leaves(const Written& written);
     void command_leaves(int command);
+    int readers_below(int but) const;
     void check_perpetual_timers();
     void check_rest();
     void find(const std::string& what);

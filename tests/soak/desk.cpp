@@ -18,7 +18,10 @@ class Desk::Watched final : public link::SerialPort {
         inner_.set_line_settings(settings);
     }
     std::optional<std::string> open() override { return inner_.open(); }
-    void close() override { inner_.close(); }
+    void close() override {
+        checks_.closed();
+        inner_.close();
+    }
     bool is_open() const override { return inner_.is_open(); }
     bool write(std::span<const std::uint8_t> bytes) override {
         checks_.leaves(bytes);

@@ -203,7 +203,7 @@ ExpectedMirrors::ExpectedMirrors() {
         expected_[mirror.parameter] = 0;
 }
 
-void ExpectedMirrors::written(const Running& by, const Written& written) {
+void ExpectedMirrors::written(const Running& by, const Written& written, bool filling) {
     // By its number only one parameter reaches its mirror.
     if (by.rule && names(*by.rule, any_parameter) && written.number != 107) return;
     int mirror = written.number;
@@ -213,10 +213,19 @@ void ExpectedMirrors::written(const Running& by, const Written& written) {
             mirror = parting.mirror;
             value = parting.value.value_or(written.value);
         }
-    if (mirror_of(mirror)) expected_[mirror] = value;
+    if (!mirror_of(mirror)) return;
+    if (filling)
+        older_[mirror].insert(expected_[mirror]);
+    else
+        older_.erase(mirror);
+    expected_[mirror] = value;
 }
 
-void ExpectedMirrors::image_read(const Running& by, const link::Bytes& image) {
+void ExpectedMirrors::image_read(const Running& by, const link::Bytes& image, bool filling) {
+    if (!filling) older_.clear();
+    if (filling)
+        for (const auto& [parameter, value] : expected_)
+            older_[parameter].insert(value);
     take(expected_, image, base);
     if (by.name == "Form1 activate")
         take_on_activation(expected_, image);
@@ -250,6 +259,8 @@ std::string ExpectedMirrors::wrong(const Handlers& handlers) const {
     for (const auto& [parameter, value] : expected_) {
         if (handlers.writes(parameter) || (resets && parameter == 128)) continue;
         const double held = link::mirrors.*mirror_of(parameter)->member;
+        const auto older = older_.find(parameter);
+        if (older != older_.end() && older->second.count(held)) continue;
         const bool same =
             held == value || (has_byte_form(held) && app::round_half_even(held) == value);
         if (!same)

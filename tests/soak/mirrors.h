@@ -5,6 +5,7 @@
 #include "tests/soak/handlers.h"
 
 #include <map>
+#include <set>
 #include <string>
 
 namespace zol::soak {
@@ -13,10 +14,10 @@ class ExpectedMirrors {
   public:
     ExpectedMirrors();
 
-    // A write by the handler on top.
-    void written(const Running& by, const Written& written);
-    // A reply that the handler takes as the unit's image.
-    void image_read(const Running& by, const link::Bytes& image);
+    // A write by the handler on top; `filling` while an image is being taken further down.
+    void written(const Running& by, const Written& written, bool filling);
+    // A reply that the handler takes as the unit's image; `filling` as above.
+    void image_read(const Running& by, const link::Bytes& image, bool filling);
     // The handler has returned: some set their mirrors only now, or with no frame at all.
     void ended(const Running& by);
     // What differs, for the parameters that no running handler is about to change.
@@ -24,6 +25,9 @@ class ExpectedMirrors {
 
   private:
     std::map<int, double> expected_;
+    // What a mirror may hold instead because an image was being taken when it changed: the fill
+    // waits in its middle, so that an older word may come last.
+    std::map<int, std::set<double>> older_;
 };
 
 } // namespace zol::soak

@@ -86,14 +86,24 @@ std::string polling_is_back(Desk& desk) {
 
 std::string fail(Desk& desk, const std::string& why) {
     desk.log.find("no way back: " + why + "; running: " + desk.handlers.describe() +
+                  (link::port_is_open() ? "" : "; the port is closed") +
                   (form1::Timer3.is_on() ? "; the lambda panel reads" : "") +
                   (form1::Timer6.is_on() ? "; the watchdog runs" : ""));
     return "not recovered";
 }
 
-// Terminal and download mode leave the port to another program for the rest of the run.
-bool line_was_handed_over(const Desk& desk) {
-    return desk.checks.handed_over && !link::port_is_open();
+// Terminal and download mode leave the port to another program for the rest of the run; a port test
+// that fails while the reading behind a good one still runs leaves it closed when the dialog goes.
+// Nothing but another test, which needs the dialog, opens it again.
+std::string closed_for_good(Desk& desk) {
+    // The read of the faults may have opened it, but nobody answers at the other end.
+    const bool listens = desk.the_unit().mode() == sim::ControlUnit::Mode::normal;
+    if (desk.checks.handed_over && !(link::port_is_open() && listens))
+        return "the line had been handed over";
+    if (link::port_is_open() || reachable(centralina_attiva::Command_test)) return "";
+    if (desk.checks.closed_by == "Centralina_Attiva.Command_test click")
+        return "a failed test had closed the port";
+    return "";
 }
 
 } // namespace
@@ -103,9 +113,10 @@ std::string recover(Desk& desk) {
     Weather::calm(desk);
     desk.pass(2 * minute_ms);
     for (int round = 0; round < 4 && !desk.ended(); ++round) {
-        if (line_was_handed_over(desk)) return "the line had been handed over";
+        if (const auto how = closed_for_good(desk); !how.empty()) return how;
         if (!comes_to_rest(desk)) {
             if (app::state.tuning_mode == 1) return "still tuning";
+            if (const auto how = closed_for_good(desk); !how.empty()) return how;
             return fail(desk, "a sequence does not end");
         }
         clear_the_way(desk);
