@@ -1,12 +1,10 @@
-// The windows were drawn for one screen; they fit the one they find.
+// The windows were drawn for one screen; what refits them to another, on controls of any
+// properties.
 #include "app/window_scaling.h"
 
-#include "tests/support/bench.h"
-#include "view/windows/centralina_attiva.h"
-#include "view/windows/form1.h"
-#include "view/windows/form3.h"
-
+#include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <map>
 
 namespace zol::tests {
@@ -14,10 +12,13 @@ namespace {
 
 using app::Property;
 
+std::vector<Property> written; // by whatever control, in the order of the writes
+
 // A control of any properties, which may refuse a height or small type.
 struct Control {
     std::map<Property, double> properties;
     bool refuses_height = false;
+    double greatest_height = 1e6;
     double smallest_font = 0;
     std::string font_name = "MS";
     std::string type_name{};
@@ -33,7 +34,9 @@ struct Control {
                 .set =
                     [this](Property p, double value) {
                         if (!properties.contains(p)) return;
+                        written.push_back(p);
                         if (p == Property::height && refuses_height) return;
+                        if (p == Property::height) value = std::min(value, greatest_height);
                         if (p == Property::font_size) value = std::max(value, smallest_font);
                         properties[p] = value;
                     },
@@ -48,7 +51,10 @@ struct Control {
 
 class WindowScaling : public testing::Test {
   protected:
-    void SetUp() override { app::scale_factors = {}; }
+    void SetUp() override {
+        app::scale_factors = {};
+        written.clear();
+    }
 
     // A window with a title bar and no menu, on a screen that makes these factors.
     void scale(Control& control, double width_factor, double height_factor) {
@@ -70,11 +76,32 @@ class WindowScaling : public testing::Test {
 };
 
 TEST_F(WindowScaling, TheScreenItWasDrawnForLeavesWindowAndTagUntouched) {
-    app::ScalableWindow it{tag, 405, window.seen(), {button.seen()}};
-    app::scale_window(it, 10125, 9000);
+    // A menu bar too, and a larger screen before: nothing of either may be applied.
+    app::scale_factors = {2, 3};
+    for (const double frame : {405, 690}) {
+        app::ScalableWindow it{tag, frame, window.seen(), {button.seen()}};
+        app::scale_window(it, 10125, 9000);
+    }
     EXPECT_EQ(tag, "");
+    EXPECT_TRUE(written.empty());
+    EXPECT_EQ(app::scale_factors.width, 2);
+    EXPECT_EQ(app::scale_factors.height, 3);
+}
+
+TEST_F(WindowScaling, AScreenOfTheSameHeightButWiderIsAnotherScreen) {
+    app::ScalableWindow it{tag, 405, window.seen(), {}};
+    app::scale_window(it, 20250, 9000);
+    EXPECT_EQ(tag, "ResizeON");
+    EXPECT_EQ(window.properties[Property::width], 10000);
+    EXPECT_EQ(window.properties[Property::height], 4000);
+}
+
+TEST_F(WindowScaling, AScreenOfTheSameWidthButHigherIsAnotherScreen) {
+    app::ScalableWindow it{tag, 405, window.seen(), {}};
+    app::scale_window(it, 10125, 705 + 8295 * 2);
+    EXPECT_EQ(tag, "ResizeON");
     EXPECT_EQ(window.properties[Property::width], 5000);
-    EXPECT_EQ(app::scale_factors.width, 1);
+    EXPECT_EQ(window.properties[Property::height], 8000);
 }
 
 TEST_F(WindowScaling, AWindowWithoutAMenuUsesTheHeightBelowItsTitleBar) {
@@ -92,13 +119,65 @@ TEST_F(WindowScaling, AMenuBarTakesMoreOfTheScreen) {
     EXPECT_EQ(app::scale_factors.height, 2);
 }
 
+TEST_F(WindowScaling, OnlyAFrameOfExactlyATitleBarHasNoMenu) {
+    for (const double frame : {404, 406}) {
+        tag.clear();
+        app::ScalableWindow it{tag, frame, window.seen(), {}};
+        app::scale_window(it, 20250, 990 + 8010 * 2);
+        EXPECT_EQ(app::scale_factors.height, 2) << frame;
+    }
+}
+
+TEST_F(WindowScaling, WhatTheScreenOffersIsRoundedToWholeTwips) {
+    app::ScalableWindow it{tag, 405, window.seen(), {}};
+    app::scale_window(it, 20250.4, 705 + 8295 * 2 + 0.4);
+    EXPECT_EQ(app::scale_factors.width, 2);
+    EXPECT_EQ(app::scale_factors.height, 2);
+}
+
+TEST_F(WindowScaling, TheWindowTakesItsWidthThenItsTopThenItsLeftThenItsHeight) {
+    app::ScalableWindow it{tag, 405, window.seen(), {}};
+    app::scale_window(it, 20250, 705 + 8295 * 3);
+    EXPECT_EQ(written,
+              (std::vector{Property::width, Property::top, Property::left, Property::height}));
+    EXPECT_EQ(window.properties, (std::map<Property, double>{{Property::left, 200},
+                                                             {Property::top, 600},
+                                                             {Property::width, 10000},
+                                                             {Property::height, 12000}}));
+}
+
+TEST_F(WindowScaling, TheControlsComeAfterTheWindowAndInTheOrderOfItsDefinition) {
+    Control first{{{Property::x1, 1}}}, second{{{Property::y1, 1}}}, frame{{{Property::width, 1}}};
+    first.type_name = second.type_name = "Line";
+    app::ScalableWindow it{tag, 405, frame.seen(), {second.seen(), first.seen()}};
+    app::scale_window(it, 20250, 20000);
+    EXPECT_EQ(written, (std::vector{Property::width, Property::y1, Property::x1}));
+}
+
 TEST_F(WindowScaling, OnALargerScreenPlacesAndTypeGrow) {
+    button.properties[Property::border_width] = 1;
+    scale(button, 2, 3);
+    EXPECT_EQ(button.properties, (std::map<Property, double>{{Property::left, 120},
+                                                             {Property::top, 240},
+                                                             {Property::width, 2000},
+                                                             {Property::height, 1200},
+                                                             {Property::border_width, 2},
+                                                             {Property::font_size, 30},
+                                                             {Property::font_bold, 1}}));
+}
+
+TEST_F(WindowScaling, OnALargerScreenTheTypeComesAfterTheSize) {
+    window.properties.clear();
     scale(button, 2, 2);
-    EXPECT_EQ(button.properties[Property::left], 120);
-    EXPECT_EQ(button.properties[Property::top], 160);
-    EXPECT_EQ(button.properties[Property::width], 2000);
-    EXPECT_EQ(button.properties[Property::height], 800);
-    EXPECT_EQ(button.properties[Property::font_size], 20);
+    EXPECT_EQ(written, (std::vector{Property::left, Property::top, Property::width,
+                                    Property::height, Property::font_size}));
+}
+
+TEST_F(WindowScaling, OnASmallerScreenTheTypeComesBeforeTheSize) {
+    window.properties.clear();
+    scale(button, 0.8, 0.8);
+    EXPECT_EQ(written, (std::vector{Property::left, Property::top, Property::font_size,
+                                    Property::width, Property::height}));
 }
 
 TEST_F(WindowScaling, OnASmallerScreenPlacesAndTypeShrink) {
@@ -118,24 +197,56 @@ TEST_F(WindowScaling, AListThatRefusesItsHeightGetsTheTypeThatMakesIt) {
     EXPECT_EQ(button.properties[Property::font_size], (800 - 84) / 28.0);
 }
 
-TEST_F(WindowScaling, ASecondCallChangesNothingButKeepsTheFactors) {
+TEST_F(WindowScaling, AListShortOfItsHeightByATenthAtMostKeepsItsType) {
+    button.greatest_height = 725; // wanted: 800
     scale(button, 2, 2);
-    scale(button, 3, 3);
-    EXPECT_EQ(button.properties[Property::left], 120);
+    EXPECT_EQ(button.properties[Property::font_size], 20);
+}
+
+TEST_F(WindowScaling, AListShortOfItsHeightByMoreThanATenthDoesNot) {
+    button.greatest_height = 715;
+    scale(button, 2, 2);
+    EXPECT_EQ(button.properties[Property::font_size], (800 - 84) / 28.0);
+}
+
+TEST_F(WindowScaling, ASecondCallChangesNothingButKeepsTheFactors) {
+    scale(button, 2, 3);
+    const auto after_the_first = button.properties;
+    const auto window_after_the_first = window.properties;
+    written.clear();
+    scale(button, 4, 5);
+    EXPECT_TRUE(written.empty());
+    EXPECT_EQ(button.properties, after_the_first);
+    EXPECT_EQ(window.properties, window_after_the_first);
+    EXPECT_EQ(tag, "ResizeON");
     EXPECT_EQ(app::scale_factors.width, 2);
+    EXPECT_EQ(app::scale_factors.height, 3);
 }
 
 TEST_F(WindowScaling, AWidthFactorOfExactlyOneTakesTheShrinkingRoad) {
     button.refuses_height = true; // would be noticed on the other one
     scale(button, 1, 2);
+    EXPECT_EQ(button.properties[Property::width], 1000);
     EXPECT_EQ(button.properties[Property::font_size], 20);
 }
 
+TEST_F(WindowScaling, AWidthFactorOfExactlyOneKnowsTheSmallestTypeToo) {
+    scale(button, 1, 0.4);
+    EXPECT_EQ(button.properties[Property::font_size], 4.5);
+}
+
 TEST_F(WindowScaling, TypeThatCannotShrinkGivesWayToAnotherFont) {
-    button.smallest_font = 10;
+    button.smallest_font = 8.9; // wanted: 8
     scale(button, 0.8, 0.8);
     EXPECT_EQ(button.font_name, "Arial");
     EXPECT_NEAR(button.properties[Property::font_size], 8, 0.001);
+}
+
+TEST_F(WindowScaling, TypeThatShrinksToWithinATenthKeepsItsFont) {
+    button.smallest_font = 8.7;
+    scale(button, 0.8, 0.8);
+    EXPECT_EQ(button.font_name, "MS");
+    EXPECT_EQ(button.properties[Property::font_size], 8.7);
 }
 
 TEST_F(WindowScaling, TypeNeverGoesBelowFourAndAHalfPoints) {
@@ -143,6 +254,34 @@ TEST_F(WindowScaling, TypeNeverGoesBelowFourAndAHalfPoints) {
     EXPECT_EQ(button.properties[Property::font_size], 4.5);
     EXPECT_EQ(button.properties[Property::font_bold], 0);
     EXPECT_EQ(button.font_name, "MS");
+}
+
+TEST_F(WindowScaling, TypeOfExactlyFourAndAHalfPointsMayBeBold) {
+    button.properties[Property::font_size] = 4.5;
+    scale(button, 0.6, 1);
+    EXPECT_EQ(button.properties[Property::font_bold], 1);
+}
+
+TEST_F(WindowScaling, OnAWiderScreenTypeMayBeSmaller) {
+    scale(button, 2, 0.2);
+    EXPECT_EQ(button.properties[Property::font_size], 2);
+    EXPECT_EQ(button.properties[Property::font_bold], 1);
+}
+
+TEST_F(WindowScaling, AControlWithTypeButNoHeightHasTheRestScaledOnBothRoads) {
+    const std::map<Property, double> drawn{
+        {Property::left, 50}, {Property::width, 100}, {Property::font_size, 10}};
+    Control item{drawn};
+    scale(item, 2, 3);
+    EXPECT_EQ(item.properties,
+              (std::map<Property, double>{
+                  {Property::left, 100}, {Property::width, 200}, {Property::font_size, 30}}));
+    tag.clear();
+    item.properties = drawn;
+    scale(item, 0.8, 0.6);
+    EXPECT_EQ(item.properties,
+              (std::map<Property, double>{
+                  {Property::left, 40}, {Property::width, 80}, {Property::font_size, 6}}));
 }
 
 TEST_F(WindowScaling, AControlWithNoHeightGetsThroughBothRoads) {
@@ -169,69 +308,24 @@ TEST_F(WindowScaling, ALineMovesItsEndsAndABorderGrowsWithTheWidth) {
     EXPECT_EQ(line.properties[Property::border_width], 2);
 }
 
+TEST_F(WindowScaling, WhatIsNoLineKeepsItsEnds) {
+    Control other{{{Property::x1, 10}, {Property::y2, 40}}};
+    scale(other, 2, 3);
+    EXPECT_EQ(other.properties,
+              (std::map<Property, double>{{Property::x1, 10}, {Property::y2, 40}}));
+}
+
 TEST_F(WindowScaling, APictureIsStretchedFromItsOwnUnits) {
     Control picture;
     picture.type_name = "PictureBox";
-    scale(picture, 2, 2);
+    scale(picture, 2, 3);
     EXPECT_NEAR(picture.picture_x, 2 * 0.572, 1e-9);
-    EXPECT_NEAR(picture.picture_y, 2 * 0.572, 1e-9);
+    EXPECT_NEAR(picture.picture_y, 3 * 0.572, 1e-9);
 }
 
-class ScaledWindows : public Bench {};
-
-TEST_F(ScaledWindows, TheMainWindowFillsTheScreenItFinds) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
-    const auto& form = form1::Form1;
-    EXPECT_EQ(form.look.tag, "ResizeON");
-    EXPECT_NEAR(form.look.place.width, form.design.place.width * 1366 / 675, 1);
-    EXPECT_NEAR(form1::Label_rpm.look.font_size,
-                form1::Label_rpm.design.font_size * (768 * 15 - 990) / 8010, 0.01);
-}
-
-TEST_F(ScaledWindows, WhatShowsNoTypeHasNoneToScale) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
-    for (const view::Widget* w : form1::Form1.controls) {
-        const bool typeless = w->kind == view::Kind::shape || w->kind == view::Kind::picture ||
-                              w->kind == view::Kind::movie || w->kind == view::Kind::slider;
-        EXPECT_EQ(w->look.font_size == w->design.font_size, typeless) << view::full_name(*w);
-    }
-}
-
-TEST_F(ScaledWindows, TheConnectionDialogFitsTheScreenToo) {
-    screen.screen = {1366 * 15, 768 * 15};
-    port->silent = true;
-    start_program();
-    run_for(2000);
-    const auto& dialog = centralina_attiva::Centralina_Attiva;
-    ASSERT_TRUE(dialog.shown);
-    EXPECT_NEAR(dialog.look.place.width, dialog.design.place.width * 1366 / 675, 1);
-}
-
-TEST_F(ScaledWindows, AListKeepsTheHeightThatItsTypeMakes) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
-    const auto& list = form1::Combo_tank_level.look;
-    EXPECT_NEAR(list.place.height, list.font_size * 28 + 84, 0.01);
-    EXPECT_NEAR(list.place.height,
-                form1::Combo_tank_level.design.place.height * (768 * 15 - 990) / 8010, 60);
-}
-
-// Below four and a half points type is a grey line, and bold makes it a black one.
-TEST_F(ScaledWindows, OnATinyScreenTypeStopsBeingSmallerAndIsNoLongerBold) {
-    screen.screen = {320 * 15, 240 * 15};
-    start_connected();
-    int were_bold = 0;
-    for (const view::Widget* w : form1::Form1.controls) {
-        if (w->kind != view::Kind::label) continue;
-        const double scaled = w->design.font_size * (240 * 15 - 990) / 8010;
-        if (scaled >= 4.5) continue;
-        EXPECT_EQ(w->look.font_size, 4.5) << w->name;
-        EXPECT_FALSE(w->look.font_bold) << w->name;
-        were_bold += w->design.font_bold;
-    }
-    EXPECT_GT(were_bold, 0);
+TEST_F(WindowScaling, OnlyAPictureIsStretched) {
+    scale(button, 2, 3);
+    EXPECT_EQ(button.picture_x, 0);
 }
 
 } // namespace
