@@ -11,3 +11,5 @@ display_packages=(xvfb xauth fonts-dejavu-core)
 bench_packages=(cutecom xdotool)
 wayland_packages=(qt6-wayland)
 fuzz_packages=(clang)
+# What a screen reader hears through, and a bus for it.
+accessibility_packages=(at-spi2-core gir1.2-atspi-2.0 python3-gi dbus-daemon)

@@ -104,6 +104,38 @@ TEST_F(SevenWindows, AnOptionIsAnnouncedAsOneOfSeveralAndCanBeChosenByItsReader)
     EXPECT_EQ(box->role(), QAccessible::PushButton);
 }
 
+TEST_F(SevenWindows, AListSaysItsNameAndItsEntryAndOpensForItsReader) {
+    open(centralina_attiva::Centralina_Attiva);
+    speak("uk");
+    Widget& ports = centralina_attiva::Combo1;
+    set_items(ports, {"COM1", "COM2"});
+    EXPECT_EQ(spoken(face(ports), QAccessible::Name), "Serial port");
+    set_list_index(ports, 1);
+    EXPECT_EQ(spoken(face(ports), QAccessible::Name), "Serial port: COM2");
+    EXPECT_EQ(spoken(face(ports), QAccessible::Value), "COM2");
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&face(ports));
+    EXPECT_EQ(list->role(), QAccessible::ComboBox);
+    ASSERT_EQ(list->childCount(), 1);
+    EXPECT_EQ(list->child(0)->childCount(), 2);
+    EXPECT_EQ(list->indexOfChild(list->child(0)), 0);
+    EXPECT_TRUE(list->state().collapsed);
+    list->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    settle();
+    EXPECT_TRUE(list->state().expanded);
+    list->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    settle();
+    EXPECT_TRUE(list->state().collapsed);
+}
+
+TEST_F(SevenWindows, EachWindowIsAnnouncedAsOne) {
+    for (Widget* window : seven_windows) {
+        open(*window);
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(&top(*window))->role(), QAccessible::Window)
+            << window->name;
+        unload(*window);
+    }
+}
+
 TEST_F(SevenWindows, TheListsOfMenusAreNamedToo) {
     open(form1::Form1);
     EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LINGUA");

@@ -6,50 +6,90 @@ Needs python3-gi and gir1.2-atspi-2.0, a session bus, and a program that was sta
 QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 on it.
 """
 
+import re
 import sys
+from pathlib import Path
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 
+ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = "zol-injection"
 # Separators and the toolkit's own inner parts: nobody works them.
 NAMELESS = {"separator", "scroll bar"}
 
 
 def program():
+    """The program on this bus, or None."""
     desktop = Atspi.get_desktop(0)
     for i in range(desktop.get_child_count()):
         application = desktop.get_child_at_index(i)
         if application and application.get_name() == PROGRAM:
             return application
-    sys.exit(f"no {PROGRAM} on this bus")
+    return None
 
 
-def walk(node, depth, nameless):
-    role, name = node.get_role_name(), (node.get_name() or "").replace("\n", " ")
-    text = (node.get_description() or "").replace("\n", " ")
-    states = node.get_state_set()
-    shown = states.contains(Atspi.StateType.SHOWING)
-    print("  " * depth + f"{role}: {name!r}" + (f" -- {text}" if text else "") + ("" if shown else " (hidden)"))
-    children = [node.get_child_at_index(i) for i in range(node.get_child_count())]
-    # A plain container of named children needs no name.
-    holds_others = role in ("filler", "menu bar") and children
-    parent = node.get_parent()
-    inside_a_field = parent is not None and parent.get_role_name() in ("text", "combo box")
-    if not name and role not in NAMELESS and not holds_others and not inside_a_field:
-        nameless.append(role)
-    for child in children:
-        if child:
-            walk(child, depth + 1, nameless)
+def children_of(node):
+    return [child for i in range(node.get_child_count()) if (child := node.get_child_at_index(i))]
+
+
+def words_of(node):
+    """Name and description, each on one line."""
+    return [(text or "").replace("\n", " ") for text in (node.get_name(), node.get_description())]
+
+
+def shown(node):
+    return node.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
+def inner_names():
+    """What the sources call the controls. Spoken, such a name tells nothing."""
+    tips = (ROOT / "language" / "tips_uk.ini").read_text(encoding="utf-8").split("[captions]")[0]
+    return {name.strip() for names in re.findall(r"^([^=\n\[]+) = ", tips, re.MULTILINE) for name in names.split(",")}
+
+
+def needs_a_name(node):
+    role, parent = node.get_role_name(), node.get_parent()
+    # A plain container of named children needs no name, and a field or a page, which is a label to
+    # the toolkit, speaks for its inner parts.
+    holds_others = role in ("filler", "menu bar") and node.get_child_count() > 0
+    inner_part = parent is not None and parent.get_role_name() in ("text", "combo box", "label")
+    return role not in NAMELESS and not holds_others and not inner_part
+
+
+def whole_tree(node, depth=0):
+    """Every node with its depth, from the top. What vanishes meanwhile is left out."""
+    yield node, depth
+    for child in children_of(node):
+        try:
+            yield from whole_tree(child, depth + 1)
+        except GLib.Error:
+            pass
+
+
+def line_of(node, depth):
+    name, text = words_of(node)
+    return ("  " * depth + f"{node.get_role_name()}: {name!r}" + (f" -- {text}" if text else "")
+            + ("" if shown(node) else " (hidden)"))
+
+
+def nameless(nodes):
+    """Those that lack a name, or have none but the sources' own."""
+    inner = inner_names()
+    return [node for node in nodes if needs_a_name(node) and (not node.get_name() or node.get_name() in inner)]
 
 
 def main():
-    nameless = []
-    walk(program(), 0, nameless)
-    print(f"{len(nameless)} without a name" + (": " + ", ".join(nameless) if nameless else ""))
-    return 1 if nameless else 0
+    application = program() or sys.exit(f"no {PROGRAM} on this bus")
+    nodes = list(whole_tree(application))
+    for node, depth in nodes:
+        print(line_of(node, depth))
+    lacking = [node.get_role_name() for node in nameless(node for node, _ in nodes)]
+    print(f"{len(lacking)} without a name" + (": " + ", ".join(lacking) if lacking else ""))
+    return 1 if lacking else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())

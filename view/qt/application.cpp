@@ -2,7 +2,7 @@
 
 #include "view/qt/instrument_style.h"
 #include "view/qt/mirror.h"
-#include "view/qt/option_speech.h"
+#include "view/qt/speech.h"
 #include "view/windows/style.h"
 
 #include <QApplication>
@@ -38,7 +38,7 @@ void settle_look(QApplication& application) {
     palette.setColor(QPalette::Window, to_qcolor(windows::paper)); // boxes stand on it too
     QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
-    announce_options_as_options();
+    correct_speech();
     application.setApplicationName("zol-injection");
     application.setApplicationDisplayName("");
     QApplication::setWindowIcon(application_icon());
