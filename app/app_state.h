@@ -35,7 +35,6 @@ struct AppState {
     std::string stored_version;   // the settings file's word on it; shown by nothing
     int tank_type = 0;            // 0 to 5 a preset, 99 free values
     double tuning_mode = 0;       // 1 while the automatic tuning runs
-    int tuning_runs = 0;          // so many, one in the waits of another
     // The tool's own parameter 4000: the parameter edit sets it, and nothing acts on it.
     double local_flag_4000 = 0;
 
@@ -53,8 +52,6 @@ struct AppState {
     double trace_x = 0;                // where the next bar of the lambda trace stands, twips
     // Live EOBD telegrams that said the link to the car is lost: a total over the whole run.
     double lost_counter = 0;
-    // The read of the faults, which closes the port and opens it anew for each question.
-    bool fault_read_under_way = false;
     // Written by the live EOBD read alone.
     bool eobd_read_under_way = false;
 };

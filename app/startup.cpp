@@ -56,7 +56,7 @@ void main_window_loads() {
 }
 
 // Whatever closes the main window, the process ends here, with a telegram under way left to end
-// and no write after it.
+// and nothing sent by itself after it.
 void main_window_closes() {
     state.no_reread = true;
     state.poll_enabled = false;
@@ -65,9 +65,6 @@ void main_window_closes() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
     form1::Timer_stato_sistema.off();
     form1::Timer_chiusura_stato.on();
-    // Whatever was set off in the wait would write on, and put the end off for as long as it takes.
-    for (view::Widget* window : view::all_windows())
-        view::set_enabled(*window, false);
     // The watchdog would start the polling again within the wait, and the lambda panel would ask
     // on.
     form1::Timer6.off();

@@ -56,7 +56,6 @@ void show_fuel_state(const link::Reply& telegram) {
 // that finds too little repeats, for as long as it takes.
 link::Reply next_telegram() {
     for (;;) {
-        link::open_what_the_fault_read_closed();
         link::send_command(link::Command::status);
         view::set_text(form1::Label_sfondo, "1");
         const link::Reply telegram = link::read_reply();
@@ -186,7 +185,7 @@ void run() {
     do
         measure_both_fuels();
     while (decide() == Round::again);
-    if (--state.tuning_runs == 0) state.tuning_mode = 0;
+    state.tuning_mode = 0;
     end();
 }
 
@@ -194,7 +193,6 @@ void run() {
 
 void tune_automatically() {
     if (!operator_agrees()) return end();
-    ++state.tuning_runs;
     state.tuning_mode = 1;
     view::set_visible(form1::lbl_tuning, true);
     say("-- WAIT TUNING... --");

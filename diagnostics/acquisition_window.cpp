@@ -96,12 +96,12 @@ void injection_time_ticks() {
     }
     // Of a pass that the opening caught half-way. It ends by itself, but not beside this window's
     // reads: each would take the other's answers for as long as the window is open.
-    if (state.eobd_read_under_way || link::line_is_taken()) return;
+    if (state.eobd_read_under_way) return;
     wait_ms(200);
-    if (!link::port_is_open() || !the_window.loaded) return;
+    if (!link::port_is_open() || !the_window.shown) return;
     link::send_command(link::Command::status);
     wait_ms(200);
-    if (!the_window.loaded) return;
+    if (!the_window.shown) return;
     take_injection_time(link::read_reply());
     if (!acquiring) Timer_tinj.off();
 }
@@ -145,9 +145,9 @@ void save_clicked() {
     view::set_pointer(the_window, Pointer::hourglass);
     enable_buttons(false);
     stop_acquiring();
-    const double maximum = app::val(view::text(Label_max)); // nothing raises it from here on
     wait_ms(400);
     wait_ms(400);
+    const double maximum = app::val(view::text(Label_max));
     save_points(maximum);
     acquiring = true;
     if (the_window.shown) {

@@ -1,6 +1,5 @@
 #include "diagnostics/eobd_panel.h"
 
-#include "app/app_state.h"
 #include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
@@ -45,8 +44,6 @@ void panel_clicked() {
 // Asks until the answer is one, on a port that is opened anew each time: what a late answer has
 // left in the buffer goes with the closing.
 Reply faults_of_unit() {
-    const link::Asking asking;
-    app::state.fault_read_under_way = true;
     for (;;) {
         link::close_port();
         wait_ms(300);
@@ -54,9 +51,7 @@ Reply faults_of_unit() {
         link::send_command(Command::eobd_faults);
         wait_ms(1000);
         const Reply reply = link::read_reply();
-        if (!reply.echoes(Command::eobd_faults)) continue;
-        app::state.fault_read_under_way = false;
-        return reply;
+        if (reply.echoes(Command::eobd_faults)) return reply;
     }
 }
 

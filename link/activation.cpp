@@ -28,7 +28,6 @@ using view::Pointer;
 
 // "Any byte at all" is an answer. A port that fails is as good as a silent unit.
 bool unit_present() {
-    const Asking asking;
     wait_ms(500);
     if (!send_command(Command::presence)) return false;
     wait_ms(700);
@@ -54,12 +53,10 @@ void show_base_words() {
     monitor::show_tank_thresholds(true);
     view::select(mirrors.pressure_sensor == 1 ? form1::Option_press_yes : form1::Option_press_no);
     view::set_value(form1::Slider3, std::min(mirrors.temperature_correction, 10.0));
-    state.ui_loading = true; // that one waits, and a button pressed meanwhile has cleared it
     view::set_text(form1::Label_attenuazione, "- " + number_text(mirrors.attenuation));
     view::set_value(form1::Slider_attenuazione, mirrors.attenuation);
     view::set_text(form1::Text_time_comm, number_text(mirrors.changeover_time));
     take_tank_type();
-    state.ui_loading = true; // as above: its box may have waited
 }
 
 void show_lambda_words() {
@@ -90,8 +87,6 @@ void take_extended(const Reply& image, std::span<const ImageWord> words) {
 }
 
 void take_image(const Reply& image) {
-    // Buttons that clear it are within reach during the waits of the read.
-    state.ui_loading = true;
     take_words(image, base_words());
     take_words(image, activation_words());
     take_words(image, cut_off_words());
@@ -117,7 +112,6 @@ void take_image(const Reply& image) {
 
 // Version and image, from the start again as long as one of them comes back wrong.
 void read_unit() {
-    const Asking asking;
     for (;;) {
         state.ui_loading = true;
         while (!read_version()) {}

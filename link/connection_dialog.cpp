@@ -62,7 +62,6 @@ void set_test_pointers(Pointer pointer) {
 
 // One pass of the port test. Any byte is an answer; a port that fails has none.
 bool unit_answers() {
-    const Asking asking;
     set_test_pointers(Pointer::normal);
     if (port_is_open()) close_port();
     wait_ms(300);

@@ -1,20 +1,15 @@
 #include "link/ecu_frames.h"
 
-#include "app/app_state.h"
 #include "app/numbers.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
 
 #include <cmath>
-#include <utility>
 
 namespace zol::link {
 namespace {
 
 SerialPort* the_port = nullptr;
-
-// How many waits are on the stack in a wait of the one who asks; 0 if nobody does.
-int asking_depth = 0;
 
 constexpr std::uint8_t head_p = 80, head_c = 67;
 
@@ -86,13 +81,5 @@ void close_port() { serial_port().close(); }
 bool port_is_open() { return serial_port().is_open(); }
 
 void wait_ms(int milliseconds) { view::wait_on(form1::Timer2, milliseconds); }
-
-Asking::Asking() : outer_depth_(std::exchange(asking_depth, view::wait_depth() + 1)) {}
-Asking::~Asking() { asking_depth = outer_depth_; }
-bool line_is_taken() { return asking_depth > 0 && view::wait_depth() == asking_depth; }
-
-void open_what_the_fault_read_closed() {
-    if (app::state.fault_read_under_way && !port_is_open()) serial_port().open();
-}
 
 } // namespace zol::link

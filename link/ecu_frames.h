@@ -76,24 +76,4 @@ bool port_is_open();
 // The wait of the whole program: the main window's one-shot timer, pumping events until it is off.
 void wait_ms(int milliseconds);
 
-// While it lives, whoever asks has the line to himself: the polling and the other reads that go by
-// a timer pass by, for as long as they would stand in his waits. Beside a read that repeats until
-// its answer comes, each would take the other's answers, without end. What the operator sets off
-// meanwhile stands in its own right, and so do the reads inside that.
-class Asking {
-  public:
-    Asking();
-    Asking(const Asking&) = delete;
-    Asking& operator=(const Asking&) = delete;
-    ~Asking();
-
-  private:
-    const int outer_depth_;
-};
-bool line_is_taken();
-
-// Before each question of such a read: opens the port if the read of the faults stands below it and
-// has closed it, since that one comes to its own opening only when this one has ended.
-void open_what_the_fault_read_closed();
-
 } // namespace zol::link

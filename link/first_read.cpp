@@ -85,7 +85,6 @@ bool read_version() {
 }
 
 void read_for_dialog() {
-    const Asking asking;
     while (!read_version()) {}
     if (state.ecu_family == 1) offer_lambda_only();
     if (state.ecu_family == 0) offer_diagnosis(false);

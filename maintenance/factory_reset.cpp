@@ -93,10 +93,8 @@ bool fitter_says_yes() {
 
 // Asks until the unit says that it resets itself.
 void reset_unit() {
-    const link::Asking asking;
     for (;;) {
         wait_ms(400);
-        link::open_what_the_fault_read_closed();
         link::send_command(Command::reset);
         wait_ms(600);
         const link::Reply reply = link::read_reply();

@@ -79,10 +79,8 @@ constexpr Line lines[] = {
 };
 
 link::Reply image_of_unit() {
-    const link::Asking asking;
     for (;;) {
         wait_ms(400);
-        link::open_what_the_fault_read_closed();
         link::send_command(Command::read_image);
         wait_ms(1400);
         const link::Reply image = link::read_reply();

@@ -68,7 +68,7 @@ void time_on_gas_clicked() {
 void version_clicked() {
     state.stored_version = app::read_stored_version();
     view::message_box({.text = "EOBD SOFTWARE VERSION NUMBER: " + state.tool_version +
-                               "\n\nFIRMWARE VERSION NUMBER: " + state.firmware_text,
+                               "\r\rFIRMWARE VERSION NUMBER: " + state.firmware_text,
                        .title = "",
                        .icon = view::Icon::information});
 }

@@ -59,7 +59,6 @@ void poll_once() {
 }
 
 void poll_ticks() {
-    if (link::line_is_taken()) return; // the timer stays on, and the next tick looks again
     const Pass pass;
     view::unload(centralina_attiva::Centralina_Attiva);
     form1::Timer_stato_sistema.off();

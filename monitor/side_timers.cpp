@@ -35,7 +35,7 @@ void lambda_panel_reads() {
     form1::Timer_stato_sistema.off();
     // A pass that the panel's opening caught in its diagnosis read ends first: each would take the
     // other's answers for as long as the panel is open.
-    if (link::port_is_open() && !state.eobd_read_under_way && !link::line_is_taken()) {
+    if (link::port_is_open() && !state.eobd_read_under_way) {
         link::send_command(link::Command::status);
         const link::Reply telegram = link::read_reply();
         if (telegram.length() >= shortest_telegram && telegram.echoes(link::Command::status)) {

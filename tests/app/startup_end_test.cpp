@@ -8,6 +8,7 @@
 namespace zol::tests {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 class ProgramEnd : public Bench {
@@ -49,16 +50,25 @@ TEST_F(ProgramEnd, ClosedByItsFrameTheWindowEndsTheProgramAlike) {
     expect_end();
 }
 
-TEST_F(ProgramEnd, WhatIsClickedInTheLastMomentWritesNothingAndPutsNothingOff) {
+TEST_F(ProgramEnd, AClickInTheLastMomentStillWritesAndTheEndComesBehindIt) {
     start_connected();
-    operator_clicks(form1::Command_impostazioni);
-    run_for(1000);
     operator_closes(form1::Form1);
     forget_wire();
     run_for(300);
-    operator_clicks(form1::Option_press_no);
     operator_clicks(form1::mnu_search);
-    operator_presses(form1::Form1, ' ');
+    run_for(300);
+    EXPECT_FALSE(time.ended());
+    run_for(2000);
+    EXPECT_TRUE(time.ended());
+    EXPECT_THAT(frames(), ElementsAre(Write(143, 1)));
+}
+
+TEST_F(ProgramEnd, BehindTheExitButtonWhatTestsTheFillingMarkWritesNothing) {
+    start_connected();
+    operator_clicks(form1::Command_exit);
+    forget_wire();
+    run_for(300);
+    operator_drags(form1::Slider_ktar, 1300);
     run_for(300);
     EXPECT_TRUE(time.ended());
     EXPECT_THAT(frames(), IsEmpty());

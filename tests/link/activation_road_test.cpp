@@ -42,6 +42,18 @@ TEST_F(ActivationRoad, AsksForPresenceVersionAndImageInItsOwnRhythmAndThenPolls)
     }
 }
 
+TEST_F(ActivationRoad, TheEngineButtonInTheMiddleOfItLetsTheFillWriteWhatItPlaces) {
+    start_program();
+    run_for(3000); // the wait for the image
+    ASSERT_TRUE(app::state.ui_loading);
+    inside_program([] { form1::Timer_stato_sistema.tick = nullptr; });
+    operator_clicks(form1::Command_engine);
+    run_for(500);
+    EXPECT_FALSE(app::state.ui_loading);
+    run_for(20'000);
+    EXPECT_THAT(writes(), testing::Contains(Write(3, 1250)));
+}
+
 TEST_F(ActivationRoad, TheWaitBehindTheReadEndsWithTheFirstPollThatRunsInsideIt) {
     crafted.set_word(8, 1200); // the gain slider moves nothing, and gives no pointer back
     start_program();

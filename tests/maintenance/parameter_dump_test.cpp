@@ -55,6 +55,39 @@ TEST_F(ParameterDump, BesideThePollingOfTheWatchdogItStillEnds) {
     EXPECT_TRUE(app::state.poll_enabled);
 }
 
+TEST_F(ParameterDump, BesideTheLambdaPanelsReadItAsksUntilTheSettingsPanelIsOpened) {
+    use_unit({.family = 4, .version = 7});
+    start_connected();
+    operator_clicks(form1::Command_lambda);
+    run_for(2000);
+    forget_wire();
+    fitter_dumps(30'000);
+    EXPECT_THAT(files_in_log(), IsEmpty());
+    const auto asked = frames();
+    EXPECT_GE(std::count(asked.begin(), asked.end(), Send(1)), 15);
+    operator_clicks(form1::Command_impostazioni);
+    run_for(5000);
+    EXPECT_THAT(files_in_log(), ElementsAre("setting.txt"));
+}
+
+// That read closes the port and opens it anew, and comes to its opening only behind the dump.
+TEST_F(ParameterDump, WhileTheReadOfTheFaultsHasThePortClosedItAsksAClosedPort) {
+    start_connected();
+    operator_clicks(form1::Command_diagnosi);
+    run_for(1000);
+    operator_clicks(form1::cmd_richiesta_par_diagnosi);
+    run_for(100);
+    ASSERT_FALSE(port->is_open());
+    forget_wire();
+    fitter_dumps(30'000);
+    EXPECT_THAT(frames(), IsEmpty());
+    EXPECT_THAT(files_in_log(), IsEmpty());
+    EXPECT_FALSE(port->is_open());
+    operator_closes(form1::Form1);
+    run_for(600);
+    EXPECT_TRUE(time.ended());
+}
+
 TEST_F(ParameterDump, AsksAgainUntilTheEchoIsRight) {
     start_quietly();
     port->silent = true;

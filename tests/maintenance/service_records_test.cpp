@@ -186,7 +186,7 @@ TEST_F(ServiceRecords, TheVersionBoxNamesToolAndUnit) {
     screen.answer_message("VERSION", view::Answer::ok);
     operator_clicks(form1::MNU_VERSIONE);
     ASSERT_EQ(screen.message_boxes.size(), 1u);
-    EXPECT_EQ(screen.message_boxes[0].text, "EOBD SOFTWARE VERSION NUMBER: 9.9.20\n\n"
+    EXPECT_EQ(screen.message_boxes[0].text, "EOBD SOFTWARE VERSION NUMBER: 9.9.20\r\r"
                                             "FIRMWARE VERSION NUMBER: 2.2.71");
     EXPECT_EQ(screen.message_boxes[0].icon, view::Icon::information);
     EXPECT_EQ(screen.message_boxes[0].buttons, view::Buttons::ok);

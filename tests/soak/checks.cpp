@@ -18,12 +18,12 @@ namespace {
 using app::state;
 
 // Nothing leaves by itself: somebody has set it off, or it is one of the two controls that write
-// while the program fills them.
-bool somebody_set_it_off(const Handlers& handlers) {
-    if (handlers.runs("operator") || state.tuning_mode == 1) return true;
+// while the program fills them. All do once a button has cleared the filling mark.
+bool somebody_set_it_off(const Handlers& handlers, bool mark_cleared) {
+    if (handlers.runs("operator")) return true;
     const std::string& writer = handlers.stack().back().name;
     return (handlers.runs("Form1 activate") || handlers.runs("Form1.Timer1 tick")) &&
-           (writer == "Form1.Slider3 change" || writer == "Form1.Check1 click");
+           (mark_cleared || writer == "Form1.Slider3 change" || writer == "Form1.Check1 click");
 }
 
 bool has_known_shape(std::span<const std::uint8_t> bytes) {
@@ -54,9 +54,17 @@ Checks::Checks(Log& log, Handlers& handlers) : log_(log), handlers_(handlers) {
         if (running.name == "Form3.Command1 click") acquisition_stopped_ = true;
         if (running.name == "acquisizione load") acquisition_stopped_ = false;
         if (running.name == "Form1.barra1 click") parameter_window_seen_ = true;
+        if (running.name == "operator" && handlers_.runs("Form1 closing"))
+            acted_behind_the_end_ = true;
+        tunings_asked_ += running.name == "Form1 key" && running.key == 'T';
     };
     handlers_.ended = [this](const Running& running) {
-        mirrors_.ended(running);
+        mirrors_.ended(running, readers_below(0) > 0);
+        // The reader has set the mark before it asks for the version.
+        const Running* below = handlers_.top();
+        if (below && below->name == "Form1 activate" && below->last_command != 0 &&
+            below->last_command != 6 && !state.ui_loading)
+            mark_cleared_ = true;
         if (!running.rule) return;
         const std::string wrong = wrong_in(running, true);
         if (!wrong.empty()) find(wrong);
@@ -71,7 +79,8 @@ void Checks::find(const std::string& what) {
 void Checks::leaves(std::span<const std::uint8_t> bytes) {
     log_.count(hex(bytes));
     if (!has_known_shape(bytes)) return find("a frame of unknown shape: " + hex(bytes));
-    if (handlers_.runs("Form1 closing")) find("a frame behind the program's end: " + hex(bytes));
+    if (handlers_.runs("Form1 closing") && !acted_behind_the_end_)
+        find("a frame behind the program's end: " + hex(bytes));
     if (bytes.size() == 9)
         write_leaves({bytes[5] * 256 + bytes[6], bytes[7] * 256 + bytes[8]});
     else
@@ -84,7 +93,8 @@ void Checks::write_leaves(const Written& written) {
     Running* writer = handlers_.top();
     log_.note("  writes " + what + " (" + (writer ? writer->name : "nobody") + ")");
     if (!writer) return find(what + " was set by nobody");
-    if (!somebody_set_it_off(handlers_)) find(what + " was set by nobody");
+    if (!may_be_tuning() && !somebody_set_it_off(handlers_, mark_cleared_))
+        find(what + " was set by nobody");
     writer->writes.push_back(written);
     const std::string wrong = wrong_in(*writer, false);
     if (!wrong.empty()) find(wrong);
@@ -99,6 +109,8 @@ int Checks::readers_below(int but) const {
     }));
 }
 
+bool Checks::may_be_tuning() const { return state.tuning_mode == 1 || tunings_asked_ > 1; }
+
 void Checks::closed() { closed_by = handlers_.stack().empty() ? "" : handlers_.top()->name; }
 
 void Checks::command_leaves(int command) {
@@ -106,8 +118,9 @@ void Checks::command_leaves(int command) {
     if (command != 3 && command != 16) log_.note("  sends " + std::to_string(command));
     handed_over = handed_over || command == 20 || command == 21;
     const bool known = (sender && may_send(sender->name, command)) ||
-                       (state.tuning_mode == 1 && may_send("tuning", command));
+                       (may_be_tuning() && may_send("tuning", command));
     if (!known) find("command " + std::to_string(command) + " of one who does not send it");
+    if (command == 7 && sender && sender->name == "Form1 activate") mark_cleared_ = false;
     // A tuning run behind a pass of the polling speaks from within whatever waits.
     if (sender && may_send(sender->name, command)) sender->last_command = command;
 }
@@ -181,7 +194,7 @@ void Checks::step(bool at_rest) {
     const auto& stack = handlers_.stack();
     const auto acts = std::count_if(stack.begin(), stack.end(),
                                     [](const Running& r) { return r.name == "operator"; });
-    if (view::wait_depth() > waits_of_an_act * (acts + 1 + state.tuning_runs))
+    if (view::wait_depth() > waits_of_an_act * (acts + 1 + tunings_asked_))
         find(std::to_string(view::wait_depth()) +
              " waits are nested, after so many acts: " + std::to_string(acts));
     const std::string wrong = mirrors_.wrong(handlers_);

@@ -21,6 +21,10 @@ class Checks {
     // After each step of the run, while the program waits. `at_rest`: no box is up.
     void step(bool at_rest);
 
+    // A run of the automatic tuning. The first of two runs to end, the inner one, clears the mark
+    // of both.
+    bool may_be_tuning() const;
+
     bool operator_types = false; // what shows up on widgets is his own
     int deepest_wait = 0;
     bool handed_over = false; // the line, to a terminal or a download
@@ -41,7 +45,10 @@ class Checks {
     Handlers& handlers_;
     ExpectedMirrors mirrors_;
     bool told_of_mirrors_ = false;
+    bool mark_cleared_ = false; // that of the filling, in the middle of a reading
     bool parameter_window_seen_ = false;
+    bool acted_behind_the_end_ = false; // the operator, in the program's last wait
+    int tunings_asked_ = 0;             // each may run in the waits of another
     bool polled_on_closed_port_ = false;
     bool acquisition_stopped_ = false;
 };

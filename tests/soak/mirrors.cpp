@@ -149,50 +149,50 @@ constexpr Word newer_of_2_to_4[] = {{152, 22},  {180, 47},  {186, 53}, {156, 23}
                                     {146, 200}, {154, 202}, {160, 27}, {162, 28},
                                     {164, 29},  {166, 39},  {168, 40}, {170, 41}};
 
-void take(std::map<int, double>& expected, const link::Bytes& image, std::span<const Word> words) {
+void take(std::map<int, double>& taken, const link::Bytes& image, std::span<const Word> words) {
     for (const Word& word : words)
         if (word.position < image.size())
-            expected[word.parameter] = image[word.position - 1] * 256 + image[word.position];
+            taken[word.parameter] = image[word.position - 1] * 256 + image[word.position];
 }
 
-void take_on_activation(std::map<int, double>& expected, const link::Bytes& image) {
+void take_on_activation(std::map<int, double>& taken, const link::Bytes& image) {
     const int family = app::state.ecu_family, version = app::state.ecu_version;
     const double revision = app::state.ecu_revision;
-    take(expected, image, on_activation);
-    take(expected, image, cut_off);
+    take(taken, image, on_activation);
+    take(taken, image, cut_off);
     if (family == 1 || family == 3) {
-        take(expected, image, lambda_of_1);
-        expected[21] = 0;
+        take(taken, image, lambda_of_1);
+        taken[21] = 0;
     } else {
-        take(expected, image, eobd);
+        take(taken, image, eobd);
     }
     if (family == 1 && ((version >= 2 && revision >= 35) || version >= 7))
-        take(expected, image, newer_of_1);
-    if (family >= 2 && family <= 4) take(expected, image, lambda_of_2_to_4);
+        take(taken, image, newer_of_1);
+    if (family >= 2 && family <= 4) take(taken, image, lambda_of_2_to_4);
     if (family == 2 || family == 3 || (family == 4 && version >= 6 && revision >= 25))
-        take(expected, image, newer_of_2_to_4);
+        take(taken, image, newer_of_2_to_4);
 }
 
-void take_in_dialog(std::map<int, double>& expected, const link::Bytes& image) {
+void take_in_dialog(std::map<int, double>& taken, const link::Bytes& image) {
     const int family = app::state.ecu_family, version = app::state.ecu_version;
     const double revision = app::state.ecu_revision;
     constexpr Word latency[] = {{54, 107}};
     constexpr Word kind[] = {{150, 21}};
     if (family == 1) {
-        take(expected, image, latency);
-        take(expected, image, lambda_of_1);
-        take(expected, image, kind);
+        take(taken, image, latency);
+        take(taken, image, lambda_of_1);
+        take(taken, image, kind);
     } else {
-        take(expected, image, eobd);
+        take(taken, image, eobd);
     }
-    if (family >= 2 && family <= 4) take(expected, image, lambda_of_2_to_4);
+    if (family >= 2 && family <= 4) take(taken, image, lambda_of_2_to_4);
     if ((family == 1 && version >= 2) || (family >= 3 && revision >= 35)) {
-        take(expected, image, cut_off);
-        take(expected, image, newer_of_1);
+        take(taken, image, cut_off);
+        take(taken, image, newer_of_1);
     }
     if (family >= 2 && version >= 6 && revision >= 24) {
-        take(expected, image, cut_off);
-        take(expected, image, newer_of_2_to_4);
+        take(taken, image, cut_off);
+        take(taken, image, newer_of_2_to_4);
     }
 }
 
@@ -222,25 +222,31 @@ void ExpectedMirrors::written(const Running& by, const Written& written, bool fi
 }
 
 void ExpectedMirrors::image_read(const Running& by, const link::Bytes& image, bool filling) {
-    if (!filling) older_.clear();
-    if (filling)
-        for (const auto& [parameter, value] : expected_)
-            older_[parameter].insert(value);
-    take(expected_, image, base);
+    std::map<int, double> taken;
+    take(taken, image, base);
     if (by.name == "Form1 activate")
-        take_on_activation(expected_, image);
+        take_on_activation(taken, image);
     else
-        take_in_dialog(expected_, image);
+        take_in_dialog(taken, image);
+    for (const auto& [parameter, value] : taken) {
+        if (filling)
+            older_[parameter].insert(expected_[parameter]);
+        else
+            older_.erase(parameter);
+        expected_[parameter] = value;
+    }
 }
 
-void ExpectedMirrors::ended(const Running& by) {
+void ExpectedMirrors::ended(const Running& by, bool filling) {
     if (!by.rule) return;
     for (const Step& step : by.rule->steps) {
         const Mirror* mirror = mirror_of(step.parameter);
         if (!mirror || step.need != Step::Need::if_a_word) continue;
         // A number with no byte form stays in the tool.
         const double held = link::mirrors.*mirror->member;
-        if (!has_byte_form(held)) expected_[step.parameter] = held;
+        if (has_byte_form(held)) continue;
+        if (filling) older_[step.parameter].insert(expected_[step.parameter]);
+        expected_[step.parameter] = held;
     }
     for (const Late& late : set_at_the_end)
         if (late.handler == by.name &&

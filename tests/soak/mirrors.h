@@ -19,7 +19,7 @@ class ExpectedMirrors {
     // A reply that the handler takes as the unit's image; `filling` as above.
     void image_read(const Running& by, const link::Bytes& image, bool filling);
     // The handler has returned: some set their mirrors only now, or with no frame at all.
-    void ended(const Running& by);
+    void ended(const Running& by, bool filling);
     // What differs, for the parameters that no running handler is about to change.
     std::string wrong(const Handlers& handlers) const;
 

@@ -30,7 +30,11 @@ void click(Desk& desk, Widget& widget) {
 // One round of what stands between him and the main window.
 void clear_the_way(Desk& desk) {
     using namespace centralina_attiva;
-    if (reachable(Command_test)) {
+    if (reachable(Command_test) && form1::Timer3.is_on()) {
+        click(desk,
+              Command_cancel); // the lambda panel's read takes the answers of test and reading
+        desk.pass(5000);
+    } else if (reachable(Command_test)) {
         click(desk, Command_test);
         desk.pass(4000);
         if (reachable(Command_ok)) click(desk, Command_ok);
@@ -55,12 +59,14 @@ bool comes_to_rest(Desk& desk) {
         return desk.box_is_up() || app::state.tuning_mode == 1;
     };
     for (int minute = 0; minute < 240 && busy() && !desk.ended(); ++minute) {
-        // A pass of the polling that the lambda panel or the acquisition caught half-way goes
-        // hungry beside them, and a tuning run that waits for a warm engine sees none where nobody
-        // polls: he goes home.
+        // Whoever asks until he is answered goes hungry beside the lambda panel's read, the
+        // acquisition and the polling, and these beside one another: the settings panel stops them
+        // all. A tuning run that waits for a warm engine sees none where nobody polls: he goes
+        // home.
         if (minute % 10 == 9) {
             clear_the_way(desk);
-            if (reachable(form1::Command_engine)) click(desk, form1::Command_engine);
+            Widget& panel = minute % 20 == 9 ? form1::Command_impostazioni : form1::Command_engine;
+            if (reachable(panel)) click(desk, panel);
         }
         desk.pass(minute_ms);
     }
@@ -103,6 +109,13 @@ std::string closed_for_good(Desk& desk) {
     if (link::port_is_open() || reachable(centralina_attiva::Command_test)) return "";
     if (desk.checks.closed_by == "Centralina_Attiva.Command_test click")
         return "a failed test had closed the port";
+    // What asks in the waits of the read of the faults asks a closed port: that read opens it only
+    // when the other has ended.
+    constexpr const char* fault_read = "Form1.cmd_richiesta_par_diagnosi click";
+    const Running* top = desk.handlers.top();
+    if (desk.checks.closed_by == fault_read && desk.handlers.runs(fault_read) && top &&
+        top->name != fault_read)
+        return "asking behind a read of the faults";
     return "";
 }
 
@@ -115,8 +128,11 @@ std::string recover(Desk& desk) {
     for (int round = 0; round < 4 && !desk.ended(); ++round) {
         if (const auto how = closed_for_good(desk); !how.empty()) return how;
         if (!comes_to_rest(desk)) {
-            if (app::state.tuning_mode == 1) return "still tuning";
+            if (desk.checks.may_be_tuning()) return "still tuning";
             if (const auto how = closed_for_good(desk); !how.empty()) return how;
+            // A garbled version reply: he starts the program anew.
+            if (app::state.ecu_family != desk.the_unit().options().family)
+                return "taken for a unit of another family";
             return fail(desk, "a sequence does not end");
         }
         clear_the_way(desk);
@@ -127,7 +143,8 @@ std::string recover(Desk& desk) {
     click(desk, form1::Command_engine);
     desk.pass(3000);
     const std::string wrong = polling_is_back(desk);
-    return wrong.empty() ? "polling again" : fail(desk, wrong);
+    if (wrong.empty()) return "polling again";
+    return desk.checks.may_be_tuning() ? "still tuning" : fail(desk, wrong);
 }
 
 } // namespace zol::soak

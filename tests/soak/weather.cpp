@@ -77,8 +77,8 @@ void Weather::calm(Desk& desk) {
     desk.line->set_options({});
     desk.the_port().open_error.reset();
     desk.the_unit().quirks() = {};
-    for (const char* good :
-         {"plug", "engine on", "coolant 85", "throttle 0", "pressure auto", "tank 60", "restart"})
+    for (const char* good : {"plug", "engine on", "coolant 85", "throttle 0", "pressure auto",
+                             "tank 60", "diagnosis on", "restart"})
         desk.car(good);
 }
 

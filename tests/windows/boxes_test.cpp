@@ -40,6 +40,12 @@ TEST_F(Boxes, AMessageIsShownToTheLetterAndAnsweredByItsButton) {
     EXPECT_EQ(icon, QMessageBox::Information);
 }
 
+TEST_F(Boxes, CarriageReturnsPartTheLinesOfAMessage) {
+    answer_with(QMessageBox::Ok);
+    message_box({.text = "\rfirst\r\rsecond", .title = ""});
+    EXPECT_EQ(shown, "\nfirst\n\nsecond|");
+}
+
 TEST_F(Boxes, AQuestionHasYesAndNo) {
     const MessageBox question{.text = "start?", .title = "", .buttons = Buttons::yes_no};
     answer_with(QMessageBox::Yes);

@@ -43,7 +43,8 @@ Answer ask_message(const MessageBox& box) {
     QMessageBox face;
     face.setObjectName("message_box");
     face.setTextFormat(Qt::PlainText);
-    face.setText(QString::fromStdString(box.text));
+    // The texts part their lines by carriage returns.
+    face.setText(QString::fromStdString(box.text).replace('\r', '\n'));
     face.setWindowTitle(QString::fromStdString(box.title));
     face.setIcon(to_qt(box.icon));
     face.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
