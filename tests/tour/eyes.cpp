@@ -7,11 +7,15 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QHash>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QWindow>
 
 #include <chrono>
 #include <cstdio>
@@ -28,6 +32,40 @@ QString text_of(const QWidget* widget) {
     if (const auto* list = qobject_cast<const QComboBox*>(widget)) return list->currentText();
     return {};
 }
+
+QPixmap whole_screen() { return QGuiApplication::primaryScreen()->grabWindow(0); }
+
+// Whether the window stands on this screen as it draws itself.
+bool painted_on(const QPixmap& screen, QWidget& top) {
+    const QRect place(top.mapToGlobal(QPoint(0, 0)), top.size());
+    const auto pixels = [](const QPixmap& picture) {
+        return picture.toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    return pixels(screen.copy(place)) == pixels(top.grab());
+}
+
+// A screen without a desktop leaves a minimised window where it stands, above others. This puts it
+// out of sight as a desktop would, and brings it back in the end.
+class MinimisedAside {
+  public:
+    void put() {
+        for (QWindow* window : QGuiApplication::topLevelWindows()) {
+            if (!window->isVisible() || !(window->windowStates() & Qt::WindowMinimized)) continue;
+            if (places_.contains(window)) continue;
+            places_.insert(window, window->position());
+            window->setPosition(window->position() +
+                                QPoint(2 * window->screen()->size().width(), 0));
+        }
+    }
+    void bring_back() {
+        for (auto it = places_.cbegin(); it != places_.cend(); ++it)
+            if (QGuiApplication::topLevelWindows().contains(it.key()))
+                it.key()->setPosition(it.value());
+    }
+
+  private:
+    QHash<QWindow*, QPoint> places_;
+};
 
 } // namespace
 
@@ -121,13 +159,35 @@ QString Hands::box_text() {
     return result;
 }
 
+void Hands::save(const QPixmap& screen, const std::string& name) {
+    char number[16];
+    std::snprintf(number, sizeof number, "%02d-", ++tally_.pictures);
+    screen.save(QString::fromStdString((pictures_ / (number + name + ".png")).string()));
+}
+
 void Hands::picture(const std::string& name) {
-    act([&] {
-        char number[16];
-        std::snprintf(number, sizeof number, "%02d-", ++tally_.pictures);
-        const auto file = pictures_ / (number + name + ".png");
-        QGuiApplication::primaryScreen()->grabWindow(0).save(QString::fromStdString(file.string()));
-    });
+    act([&] { save(whole_screen(), name); });
+}
+
+// Looks and takes in one go: a window that is on view for a moment may be gone in the next turn.
+bool Hands::picture_once_painted(const QString& window, const std::string& name, int most_ms) {
+    MinimisedAside minimised;
+    const auto take = [&] {
+        bool taken = false;
+        act([&] {
+            QWidget* top = window_named(window);
+            if (!top || !top->isVisible()) return;
+            const QPixmap screen = whole_screen();
+            taken = painted_on(screen, *top);
+            if (taken) save(screen, name);
+            if (!taken) minimised.put();
+        });
+        return taken;
+    };
+    const bool painted = until(take, most_ms);
+    act([&] { minimised.bring_back(); });
+    if (!painted) picture(name);
+    return painted;
 }
 
 void Hands::rest(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }

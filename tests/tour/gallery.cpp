@@ -27,7 +27,8 @@ void open_and_picture(Hands& hands, const QString& window, const char* name) {
 }
 
 void stay_without_unit(Hands& hands, UnitProcess& unit) {
-    open_and_picture(hands, "frmSplash", "fresh-splash");
+    hands.see("the splash window comes first, painted",
+              hands.picture_once_painted("frmSplash", "fresh-splash"));
     open_and_picture(hands, "Centralina_Attiva", "fresh-dialog");
     hands.click("Command_test", "Centralina_Attiva");
     hands.see("the test fails", hands.until([&] {

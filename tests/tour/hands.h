@@ -16,6 +16,7 @@
 #include <string>
 
 class QAction;
+class QPixmap;
 class QWidget;
 
 namespace zol::tour {
@@ -56,6 +57,10 @@ class Hands {
     QString box_text();
     // The whole screen, as the next numbered picture.
     void picture(const std::string& name);
+    // The same, but not before the screen shows this window as it draws itself: mapped, painted,
+    // and covered by no other. False if that moment did not come in time; the picture is taken
+    // then.
+    bool picture_once_painted(const QString& window, const std::string& name, int most_ms = 5000);
 
     // --- Patience
     static void rest(int ms);
@@ -72,6 +77,8 @@ class Hands {
     // Runs on the windows' thread; comes back when it is done, or waits in its turn.
     static void act(const std::function<void()>& work);
     static QWidget* find(const QString& name, const QString& window);
+    // For the windows' own thread.
+    void save(const QPixmap& screen, const std::string& name);
     void note(const QString& name, const QString& window = "Form1");
 
     std::filesystem::path pictures_;

@@ -3,9 +3,8 @@
 namespace zol::tour {
 
 void start_with_answering_unit(Hands& hands, UnitProcess& unit) {
-    hands.see("the splash window comes first",
-              hands.until([&] { return hands.shown("frmSplash"); }));
-    hands.picture("splash");
+    hands.see("the splash window comes first, painted",
+              hands.picture_once_painted("frmSplash", "splash"));
     hands.see("the splash window goes when the unit has been read",
               hands.until([&] { return !hands.shown("frmSplash"); }, 15000));
     hands.see("an answering unit needs no connection dialog", !hands.shown("Centralina_Attiva"));
