@@ -6,6 +6,7 @@
 #include "app/captions.h"
 #include "app/message_catalogue.h"
 #include "app/wiring.h"
+#include "link/parameter_mirrors.h"
 #include "monitor/rpm_bar.h"
 #include "monitor/status_telegram.h"
 #include "tests/bench/rows.h"
@@ -81,8 +82,8 @@ void measure_repaint(QWidget& window) {
 link::Reply telegram(int number) {
     link::Bytes bytes(30, 0);
     const auto put = [&](std::size_t position, int value) {
-        bytes[position] = static_cast<std::uint8_t>(value >> 8);
-        bytes[position + 1] = static_cast<std::uint8_t>(value & 0xff);
+        bytes[position - 1] = static_cast<std::uint8_t>(value >> 8); // positions count from 1
+        bytes[position] = static_cast<std::uint8_t>(value & 0xff);
     };
     using At = monitor::TelegramPosition;
     for (std::size_t position : {At::injection_time, At::pressure, At::ktar, At::temperature,
@@ -95,6 +96,10 @@ link::Reply telegram(int number) {
 }
 
 void measure_live_values(QWidget& window) {
+    // A unit that sends pressure and battery too.
+    link::mirrors.pressure_sensor = 1;
+    app::state.ecu_version = 7;
+    app::state.ecu_revision = 71;
     window.resize(full_hd);
     settle();
     constexpr int telegrams = 200, pitch_ms = 100;
