@@ -3,6 +3,7 @@
 #include "view/qt/colours.h"
 #include "view/qt/fit.h"
 #include "view/qt/instrument_parts.h"
+#include "view/qt/large_figures.h"
 
 #include <QStyleFactory>
 #include <QStyleOptionSlider>
@@ -99,6 +100,9 @@ void InstrumentStyle::drawItemText(QPainter* painter, const QRect& place, int fl
         flags &= ~Qt::TextWordWrap;
         flags |= line_breaks(painter->fontMetrics(), text, place.width());
     }
+    if (ink != QPalette::NoRole &&
+        draw_large_figures(*painter, place, flags, text, legible.color(ink)))
+        return;
     QProxyStyle::drawItemText(painter, place, flags, legible, enabled, text, ink);
 }
 
