@@ -26,6 +26,16 @@ TEST_F(GainSliders, RaisingTheGainOnLpgPullsThePowerGainAlongAndWritesItTwice) {
     EXPECT_EQ(mirrors.ktar_high, 1050);
 }
 
+TEST_F(GainSliders, TheMarkedStretchStaysAtTheGainThatWasRead) {
+    start_during_a_poll();
+    const double read = Slider_ktar.look.selection_length;
+    EXPECT_EQ(read, Slider_ktar.look.value - 1001);
+    operator_drags(Slider_ktar, 1300);
+    run_for(3000);
+    EXPECT_EQ(Slider_ktar.look.value, 1300);
+    EXPECT_EQ(Slider_ktar.look.selection_length, read);
+}
+
 TEST_F(GainSliders, ThePollingGoesOnBesideTheRestOnceThePowerGainHasMoved) {
     start_between_polls();
     operator_drags(Slider_ktar, 1250);

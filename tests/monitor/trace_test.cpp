@@ -64,6 +64,19 @@ TEST_F(Trace, OnTheEnginePanelALeanSampleDrawsARedBarDownwards) {
     EXPECT_THAT(strokes(), ElementsAre(centre_line(), bar(0, mid() + 320, view::red)));
 }
 
+TEST_F(Trace, BackAtTheMainWindowItStartsAtItsLeftEdgeOverTheBarsThatStandThere) {
+    engine_panel_draws(455);
+    engine_panel_draws(455);
+    inside_program([] {
+        app::state.no_reread = true;
+        form1::Form1.on.activate();
+    });
+    engine_panel_draws(80);
+    EXPECT_THAT(strokes(), ElementsAre(centre_line(), bar(0, mid() - 55, view::green),
+                                       centre_line(), bar(100, mid() - 55, view::green),
+                                       centre_line(), bar(0, mid() + 320, view::red)));
+}
+
 TEST_F(Trace, ASampleOnTheCentreDrawsARedBarOfNoHeight) {
     engine_panel_draws(400);
     EXPECT_THAT(strokes(), ElementsAre(centre_line(), bar(0, mid(), view::red)));

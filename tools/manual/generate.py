@@ -155,7 +155,8 @@ def pages_of(language):
             after = chapters[place + 1]
             ways.append(f'<a href="{after.name}.htm">{html.escape(after.title)} &rarr;</a>')
         files[f"{chapter.name}.htm"] = page(language, chapter.title, body + [f"<p>{' | '.join(ways)}</p>"])
-    entries = [f'<li><a href="{c.name}.htm">{html.escape(c.title)}</a>: {html.escape(c.about)}</li>' for c in chapters]
+    colon = "\N{NO-BREAK SPACE}: " if language == "fr" else ": "
+    entries = [f'<li><a href="{c.name}.htm">{html.escape(c.title)}</a>{colon}{html.escape(c.about)}</li>' for c in chapters]
     files["index.htm"] = page(language, words["title"], [
         f"<h1>{html.escape(words['title'])}</h1>", f"<p>{maker.inline(words['lead'])}</p>",
         f"<h2>{html.escape(words['contents'])}</h2>", "<ol>", *entries, "</ol>"])
