@@ -110,7 +110,7 @@ TEST(WindowTables, TheOtherWindowsHaveEveryControlUnderItsName) {
                      {Kind::movie, "ShockwaveFlash1"}});
     expect_controls(form3::Form3,
                     {{Kind::label, "lbl_rpm_comm Label38 Label39 Lbl_fast Label20 lbl_low "
-                                   "Label_inj Label_rpm Label1 Label2"},
+                                   "Label_inj lbl_ms_gas Label_rpm Label1 Label2 lbl_ms_benz"},
                      {Kind::frame, "Frame6 Frame_comm_aut Frame1 Frame_cut_benz"},
                      {Kind::option_button, "opt_norm opt_perm opt_acc Option_comm_auto_yes "
                                            "Option_comm_auto_no Option1 Option2 Option3"},
@@ -124,7 +124,7 @@ TEST(WindowTables, TheOtherWindowsHaveEveryControlUnderItsName) {
     expect_controls(form2::Form2, {{Kind::label, "Label1 Label2 Label3 Label4 Label5 Label6"},
                                    {Kind::command_button, "cmd_exit"}});
     expect_controls(acquisizione::acquisizione,
-                    {{Kind::label, "Label1 Label2 Label3 Label4 Label_max"},
+                    {{Kind::label, "Label1 Label2 Label3 Label4 Label_max lbl_us_tinj lbl_us_max"},
                      {Kind::progress_bar, "progress_time_bar"},
                      {Kind::command_button, "Command_salva Command_reset Command_chiudi"}});
 }
@@ -171,6 +171,46 @@ TEST(WindowTables, TheTankGaugeReadsFromTheBottomRowUpwards) {
         EXPECT_LT(middle(*voltage[row + 1]), here);
         EXPECT_EQ(Shape1[row].design.back, row == 0 ? view::red : view::green);
         EXPECT_EQ(Slider1[row].design.value, row == 0 ? 80 : 79);
+    }
+}
+
+double middle_of(const Widget& w) { return w.design.place.top + w.design.place.height / 2; }
+double right_of(const Widget& w) { return w.design.place.left + w.design.place.width; }
+
+// The marks begin and end half a handle within a slider, and stand on its right.
+void expect_beside_the_end_marks(const Widget& slider, const Widget& first, const Widget& last) {
+    constexpr double half_handle = 105, pixel = 15;
+    const view::Place& place = slider.design.place;
+    EXPECT_NEAR(middle_of(first), place.top + half_handle, pixel) << first.name;
+    EXPECT_NEAR(middle_of(last), place.top + place.height - half_handle, pixel) << last.name;
+    for (const Widget* figure : {&first, &last})
+        EXPECT_NEAR(figure->design.place.left, right_of(slider), 2 * pixel) << figure->name;
+}
+
+TEST(WindowTables, TheEndsOfAnUprightSliderAreNamedBesideItsEndMarks) {
+    using namespace form1;
+    expect_beside_the_end_marks(Slider_attenuazione, Label25, Label26);
+    expect_beside_the_end_marks(Slider3, lbl_low, Lbl_fast);
+    expect_beside_the_end_marks(form3::Slider2, form3::Lbl_fast, form3::lbl_low);
+    EXPECT_EQ(middle_of(form3::Label20), middle_of(form3::Slider2));
+}
+
+// From the left edge of the window.
+double column_of(const Widget& w) {
+    double left = w.design.place.left;
+    for (const Widget* up = w.parent; up != w.window; up = up->parent)
+        left += up->design.place.left;
+    return left;
+}
+
+TEST(WindowTables, TheFieldsOfTheChangeoverWindowStandInOneColumnBesideTheirCaptions) {
+    using namespace form3;
+    const std::pair<const Widget*, const Widget*> rows[] = {
+        {&lbl_rpm_comm, &Text_rpm}, {&Label38, &Text_press_comm}, {&Label1, &Text1},
+        {&Label2, &Text2},          {&lbl_ms_benz, &Text2},       {&Label39, &Text_press_comm}};
+    for (const auto& [caption, field] : rows) {
+        EXPECT_EQ(column_of(*field), column_of(Text_rpm)) << field->name;
+        EXPECT_EQ(middle_of(*caption), middle_of(*field)) << caption->name;
     }
 }
 

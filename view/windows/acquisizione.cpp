@@ -8,9 +8,11 @@ using namespace zol::windows;
 
 Widget acquisizione{
     window("acquisizione", "TINJ MAX.", {1680, 2100, 6780, 4800}).colours(paper, ink)};
-Widget Label4{caption("Label4", acquisizione, {240, 240, 3000, 300}, "TINJ").font(11, true)};
+Widget Label4{caption("Label4", acquisizione, {240, 240, 600, 300}, "TINJ").font(11, true)};
+Widget lbl_us_tinj{caption("lbl_us_tinj", acquisizione, {900, 240, 600, 300}, "µs").font(11)};
 Widget Label1{figure("Label1", acquisizione, {240, 600, 3000, 1080}, "0", 36)};
-Widget Label3{caption("Label3", acquisizione, {3540, 240, 3000, 300}, "MAX").font(11, true)};
+Widget Label3{caption("Label3", acquisizione, {3540, 240, 600, 300}, "MAX").font(11, true)};
+Widget lbl_us_max{caption("lbl_us_max", acquisizione, {4200, 240, 600, 300}, "µs").font(11)};
 Widget Label_max{figure("Label_max", acquisizione, {3540, 600, 3000, 1080}, "0", 36)};
 Widget progress_time_bar{
     control(Kind::progress_bar, "progress_time_bar", acquisizione, {240, 1920, 6300, 240})

@@ -101,8 +101,8 @@ Widget Picture1{
     control(Kind::picture, "Picture1", Form1, {5400, 120, 4620, 1440}).colours(slate, cream)};
 Widget Shape2{
     control(Kind::shape, "Shape2", Form1, {5400, 1740, 300, 300}).colours(view::dark_red)};
-Widget Label_carburante{figure("Label_carburante", Form1, {5760, 1620, 2220, 570}, "--", 12)};
-Widget Label20{figure("Label20", Form1, {8040, 1620, 1980, 570}, "", 9).hidden()};
+Widget Label_carburante{figure("Label_carburante", Form1, {5760, 1620, 1980, 570}, "--", 12)};
+Widget Label20{figure("Label20", Form1, {7800, 1620, 2220, 570}, "", 11).hidden()};
 
 // Panel buttons.
 Widget Command_engine{
@@ -135,37 +135,35 @@ Widget Label_attenuazione{
     caption("Label_attenuazione", frame_TARATURA, {5100, 600, 1500, 420}, "0- ")
         .font(16, true)
         .aligned(Align::centre)};
-Widget Label25{
-    caption("Label25", frame_TARATURA, {5100, 1140, 420, 240}, "0").aligned(Align::right)};
-Widget Slider_attenuazione{slider("Slider_attenuazione", frame_TARATURA, {5580, 1080, 540, 2640})
+Widget Label25{caption("Label25", frame_TARATURA, {6120, 1065, 420, 240}, "0")};
+Widget Slider_attenuazione{slider("Slider_attenuazione", frame_TARATURA, {5670, 1080, 420, 2640})
                                .range(0, 150)
                                .steps(10, 10, 10)
                                .upright()
                                .runs_change_on_assignment()};
-Widget Label26{
-    caption("Label26", frame_TARATURA, {5100, 3420, 420, 240}, "150").aligned(Align::right)};
-Widget Label12{caption("Label12", frame_TARATURA, {120, 2820, 2100, 240}, "RPM MULTIPLIER")};
+Widget Label26{caption("Label26", frame_TARATURA, {6120, 3495, 420, 240}, "150")};
+Widget Label12{caption("Label12", frame_TARATURA, {120, 2760, 2100, 240}, "RPM MULTIPLIER")};
 Widget Command_rpm_meno{
-    button("Command_rpm_meno", frame_TARATURA, {2340, 2700, 1260, 480}, "RPM -")};
-Widget Command_rpm_piu{button("Command_rpm_piu", frame_TARATURA, {3660, 2700, 1260, 480}, "RPM +")};
-Widget lbl_ktar{caption("lbl_ktar", frame_TARATURA, {120, 3240, 1200, 240}, "KTAR")};
-Widget Label_ktar{reading("Label_ktar", frame_TARATURA, {120, 3480, 1200, 300}, "0")};
-Widget Label28{caption("Label28", frame_TARATURA, {1500, 3240, 1680, 240}, "Press.Tar.")};
+    button("Command_rpm_meno", frame_TARATURA, {2340, 2640, 1260, 480}, "RPM -")};
+Widget Command_rpm_piu{button("Command_rpm_piu", frame_TARATURA, {3660, 2640, 1260, 480}, "RPM +")};
+Widget lbl_ktar{caption("lbl_ktar", frame_TARATURA, {120, 3180, 1200, 240}, "KTAR")};
+Widget Label_ktar{reading("Label_ktar", frame_TARATURA, {120, 3420, 1200, 360}, "0", 14)};
+Widget Label28{caption("Label28", frame_TARATURA, {1500, 3180, 1680, 240}, "Press.Tar.")};
 Widget Label_pressione_taratura{
-    reading("Label_pressione_taratura", frame_TARATURA, {1500, 3480, 1200, 300}, "0")};
-Widget Label39{caption("Label39", frame_TARATURA, {2760, 3510, 600, 240}, "mbar")};
-Widget lbl_ct{caption("lbl_ct", frame_TARATURA, {3420, 3240, 1500, 240}, "CT").hidden()};
-Widget Label_ct{reading("Label_ct", frame_TARATURA, {3420, 3480, 1200, 300}, "0").hidden()};
+    reading("Label_pressione_taratura", frame_TARATURA, {1500, 3420, 1200, 360}, "0", 14)};
+Widget Label39{caption("Label39", frame_TARATURA, {2760, 3480, 600, 240}, "mbar")};
+Widget lbl_ct{caption("lbl_ct", frame_TARATURA, {3420, 3180, 1500, 240}, "CT").hidden()};
+Widget Label_ct{reading("Label_ct", frame_TARATURA, {3420, 3420, 1200, 360}, "0", 14).hidden()};
 Widget Label18{caption("Label18", frame_engine, {6960, 300, 2820, 300}, "EOBD").font(10, true)};
-Widget Label1{figure("Label1", frame_engine, {6960, 660, 2820, 600}, "--", 11)};
+Widget Label1{figure("Label1", frame_engine, {6960, 660, 2820, 600}, "--", 13)};
 Widget Label16{title("Label16", frame_engine, {6960, 1320, 1380, 240}, "FAST")};
-Widget Label13{figure("Label13", frame_engine, {6960, 1560, 1380, 660}, "--", 12)};
+Widget Label13{figure("Label13", frame_engine, {6960, 1560, 1380, 660}, "--", 14)};
 Widget Label19{title("Label19", frame_engine, {8400, 1320, 1380, 240}, "LONG")};
-Widget Label14{figure("Label14", frame_engine, {8400, 1560, 1380, 660}, "--", 12)};
+Widget Label14{figure("Label14", frame_engine, {8400, 1560, 1380, 660}, "--", 14)};
 Widget Label43{title("Label43", frame_engine, {6960, 2280, 1380, 240}, "LAMBDA")};
-Widget Label42{figure("Label42", frame_engine, {6960, 2520, 1380, 660}, "--", 12)};
+Widget Label42{figure("Label42", frame_engine, {6960, 2520, 1380, 660}, "--", 14)};
 Widget Label48{title("Label48", frame_engine, {8400, 2280, 1380, 240}, "CAN VISUAL ")};
-Widget Label49{figure("Label49", frame_engine, {8400, 2520, 1380, 660}, "--", 12)};
+Widget Label49{figure("Label49", frame_engine, {8400, 2520, 1380, 660}, "--", 14)};
 Widget Command31{button("Command31", frame_engine, {6960, 3660, 2820, 480}, "START READING")};
 
 // Settings panel.
@@ -231,13 +229,13 @@ Widget Opt_modulare_yes{pointed_option("Opt_modulare_yes", Frame2, first_line, "
 Widget Opt_modulare_no{pointed_option("Opt_modulare_no", Frame2, second_line, "no")};
 Widget Frame1{
     group("Frame1", Frame_impostazioni, {7740, 2220, 2040, 1920}, "Correzione Temperatura")};
-Widget lbl_low{caption("lbl_low", Frame1, {120, 360, 480, 240}, "0").aligned(Align::right)};
-Widget Slider3{slider("Slider3", Frame1, {660, 300, 540, 1500})
+Widget lbl_low{caption("lbl_low", Frame1, {1110, 285, 480, 240}, "0")};
+Widget Slider3{slider("Slider3", Frame1, {660, 300, 420, 1500})
                    .range(0, 10)
                    .steps(1, 1, 1)
                    .upright()
                    .runs_change_on_assignment()};
-Widget Lbl_fast{caption("Lbl_fast", Frame1, {120, 1500, 480, 240}, "10").aligned(Align::right)};
+Widget Lbl_fast{caption("Lbl_fast", Frame1, {1110, 1575, 480, 240}, "10")};
 Widget Command303{
     button("Command303", Frame_impostazioni, {5640, 3300, 2040, 840}, "COMMUTAZIONE..")};
 
@@ -261,17 +259,18 @@ Widget Frame_L_C_T{
 Widget Option_tens{option("Option_tens", Frame_L_C_T, {180, 300, 2700, 300}, "Lambda Tensione")};
 Widget Option_corr{option("Option_corr", Frame_L_C_T, {180, 660, 2700, 300}, "Lambda Corrente")};
 Widget Label_medio_closed_loop{caption("Label_medio_closed_loop", Frame_Lambda,
-                                       {120, 1620, 4380, 240}, "Valore MAX Lambda Closed Loop")};
+                                       {300, 1620, 3060, 240}, "Valore MAX Lambda Closed Loop")};
 Widget Text_lambda_closed_loop{
-    entry("Text_lambda_closed_loop", Frame_Lambda, {4620, 1560, 1200, 360})};
+    entry("Text_lambda_closed_loop", Frame_Lambda, {3420, 1560, 1060, 360})};
 Widget Label_lambda_open_loop{caption("Label_lambda_open_loop", Frame_Lambda,
-                                      {120, 2160, 4380, 240}, "Valore MAX Lambda Open Loop")};
-Widget Text_lambda_open_loop{entry("Text_lambda_open_loop", Frame_Lambda, {4620, 2100, 1200, 360})};
-Widget Label32{caption("Label32", Frame_Lambda, {120, 2880, 2940, 240}, "SCALE")};
+                                      {300, 2160, 3060, 240}, "Valore MAX Lambda Open Loop")};
+Widget Text_lambda_open_loop{entry("Text_lambda_open_loop", Frame_Lambda, {3420, 2100, 1060, 360})};
+Widget Label32{caption("Label32", Frame_Lambda, {300, 2880, 3060, 240}, "SCALE")};
 Widget Command_meno{
-    button("Command_meno", Frame_Lambda, {3180, 2760, 840, 480}, "-").font(12, true)};
-Widget Label35{reading("Label35", Frame_Lambda, {4080, 2760, 840, 480}, "1", 14)};
-Widget Command_piu{button("Command_piu", Frame_Lambda, {4980, 2760, 840, 480}, "+").font(12, true)};
+    button("Command_meno", Frame_Lambda, {3420, 2760, 1060, 480}, "-").font(12, true)};
+Widget Label35{reading("Label35", Frame_Lambda, {4540, 2760, 1060, 480}, "1", 14)};
+Widget Command_piu{
+    button("Command_piu", Frame_Lambda, {5660, 2760, 1060, 480}, "+").font(12, true)};
 Widget Label31{
     caption("Label31", Frame_Lambda, {6780, 1500, 3000, 240}, "LAMBDA").aligned(Align::centre)};
 Widget label_lambda_2{figure("label_lambda_2", Frame_Lambda, {6780, 1740, 3000, 1080}, "0", 36)};

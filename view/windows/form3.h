@@ -14,9 +14,9 @@ extern view::Widget Label38, Text_press_comm, Label39;
 extern view::Widget Frame_comm_aut, Option_comm_auto_yes, Option_comm_auto_no;
 extern view::Widget Lbl_fast, Label20, lbl_low, Slider2; // delay on low pressure
 extern view::Widget Frame1, Option1, Option2, Option3;   // gas cut-off
-extern view::Widget Label_inj, Text_123, Label_rpm, Text_124;
-extern view::Widget Frame_cut_benz, Label1, Text1, Label2, Text2; // petrol cut-off
-extern view::Widget Command1;                                     // exit
+extern view::Widget Label_inj, Text_123, lbl_ms_gas, Label_rpm, Text_124;
+extern view::Widget Frame_cut_benz, Label1, Text1, Label2, Text2, lbl_ms_benz; // petrol cut-off
+extern view::Widget Command1;                                                  // exit
 
 extern view::Timer Timer2;
 
