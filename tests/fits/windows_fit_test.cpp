@@ -144,6 +144,7 @@ TEST_P(EveryWindowFits, TheManual) {
         if (top->objectName() == "Manual") manual = top;
     ASSERT_TRUE(manual);
     expect_window_on_screen(*manual);
+    EXPECT_GE(manual->width(), manual->screen()->availableSize().width() * 0.74);
     const auto parts = manual->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (const QWidget* part : parts) {
         if (!part->isVisible()) continue;

@@ -1,8 +1,10 @@
 // Boxes: the operator answers when he likes, and the program's timers do not wait for him.
 #include "tests/windows/qt_bench.h"
+#include "view/qt/colours.h"
 
 #include <QColorDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -118,6 +120,39 @@ TEST_F(Boxes, AColourBoxOpensWithTheOldColourAndCancelledGivesItBack) {
         box.reject();
     });
     EXPECT_EQ(colour_box(rgb(10, 20, 30)), rgb(10, 20, 30));
+}
+
+TEST_F(Boxes, ABoxStandsOutFromAWindowOfItsOwnColour) {
+    const auto expect_edge = [](QWidget& box) {
+        const QImage image = box.grab().toImage();
+        const QColor ground = box.palette().color(QPalette::Window);
+        for (const QPoint at :
+             {QPoint(0, 0), QPoint(0, box.height() / 2), QPoint(box.width() / 2, 0),
+              QPoint(box.width() - 1, 40), QPoint(box.width() / 2, box.height() - 1)})
+            EXPECT_GE(qt::contrast(image.pixelColor(at), ground), 3)
+                << box.objectName().toStdString() << at.x() << ", " << at.y();
+    };
+    answer<QMessageBox>("message_box", [&](QMessageBox& box) { expect_edge(box), box.accept(); });
+    message_box({.text = "done", .title = ""});
+    answer<QInputDialog>("input_box", [&](QInputDialog& box) { expect_edge(box), box.accept(); });
+    input_box("Digita il Parametro", "Modifica");
+    answer<QColorDialog>("colour_box", [&](QColorDialog& box) { expect_edge(box), box.reject(); });
+    colour_box(red);
+}
+
+TEST_F(Boxes, ABoxHasTheTypeOfTheWindowBeneathAndButtonsToTouch) {
+    top(Bench).resize(top(Bench).size() * 2);
+    settle();
+    const double ordinary = face(Check1).font().pointSizeF();
+    EXPECT_GT(ordinary, 12);
+    answer<QMessageBox>("message_box", [&](QMessageBox& box) {
+        EXPECT_NEAR(box.findChild<QLabel*>("qt_msgbox_label")->font().pointSizeF(), ordinary, 1);
+        const QWidget* button = box.button(QMessageBox::Yes);
+        EXPECT_NEAR(button->font().pointSizeF(), ordinary, 1);
+        EXPECT_GE(button->height(), 2 * button->fontMetrics().height());
+        box.accept();
+    });
+    message_box({.text = "start?", .title = "", .buttons = Buttons::yes_no});
 }
 
 TEST_F(Boxes, ASecondBoxMayOpenAboveTheFirst) {

@@ -1,5 +1,6 @@
 // The manual's window, with the pages that come with the program.
 #include "tests/windows/qt_bench.h"
+#include "view/qt/colours.h"
 
 #include <QDir>
 #include <QFile>
@@ -136,6 +137,38 @@ TEST_F(Manual, TheWindowIsNoLargerThanTheScreen) {
     const QWidget* window = part<QWidget>("Page").window();
     EXPECT_LE(window->width(), window->screen()->availableSize().width());
     EXPECT_LE(window->height(), window->screen()->availableSize().height());
+}
+
+TEST_F(Manual, ItsTypeIsThatOfTheMainWindowAndItsRowsAreTaller) {
+    open(Bench);
+    top(Bench).resize(top(Bench).size() * 2);
+    settle();
+    open_at("uk/index.htm");
+    const double ordinary = face(Check1).font().pointSizeF();
+    for (const char* name : {"Contents", "Search", "Page", "Back"})
+        EXPECT_NEAR(part<QWidget>(name).font().pointSizeF(), ordinary, 1) << name;
+    const auto& list = part<QListWidget>("Contents");
+    EXPECT_GE(list.visualItemRect(list.item(0)).height(), 1.4 * list.fontMetrics().height());
+}
+
+TEST_F(Manual, ItStandsOutFromAWindowOfItsOwnColour) {
+    open_at("uk/index.htm");
+    QWidget& window = *part<QWidget>("Page").window();
+    const QColor ground = window.palette().color(QPalette::Window);
+    EXPECT_GE(qt::contrast(window.grab().toImage().pixelColor(0, 90), ground), 3);
+}
+
+TEST_F(Manual, WhatIsChosenOffOrAskedForCanBeRead) {
+    open_at("uk/index.htm");
+    const auto contrast = [&](const char* name, QPalette::ColorGroup group,
+                              QPalette::ColorRole ground, QPalette::ColorRole ink) {
+        const QPalette palette = part<QWidget>(name).palette();
+        return qt::contrast(palette.color(group, ground), palette.color(group, ink));
+    };
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        EXPECT_GE(contrast("Contents", group, QPalette::Highlight, QPalette::HighlightedText), 4.5);
+    EXPECT_GE(contrast("Search", QPalette::Active, QPalette::Base, QPalette::PlaceholderText), 4.5);
+    EXPECT_GE(contrast("Back", QPalette::Disabled, QPalette::Button, QPalette::ButtonText), 4.5);
 }
 
 TEST_F(Manual, EveryPartIsReachedByTheTabKeyAndBearsAName) {

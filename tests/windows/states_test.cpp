@@ -1,13 +1,21 @@
 // What a control's state looks like: pointed at, pressed, focused, off, waiting, on view.
 #include "tests/windows/qt_bench.h"
 #include "view/qt/colours.h"
+#include "view/windows/acquisizione.h"
+#include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
+#include "view/windows/form2.h"
+#include "view/windows/form3.h"
+#include "view/windows/form_power.h"
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QMenuBar>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
+
+#include <map>
 
 namespace zol::view {
 namespace {
@@ -42,16 +50,33 @@ class States : public QtBench {
         pictures.push_back(picture(w));
         return pictures;
     }
-    int handle_length(Widget& w) const {
+    QRect slider_part(Widget& w, QStyle::SubControl part) const {
         auto& slider = face<QSlider>(w);
         QStyleOptionSlider option;
         option.initFrom(&slider);
         option.minimum = slider.minimum();
         option.maximum = slider.maximum();
+        option.sliderPosition = slider.value();
         option.orientation = slider.orientation();
-        return slider.style()
-            ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider)
-            .width();
+        option.tickPosition = slider.tickPosition();
+        return slider.style()->subControlRect(QStyle::CC_Slider, &option, part, &slider);
+    }
+    int handle_length(Widget& w) const { return slider_part(w, QStyle::SC_SliderHandle).width(); }
+
+    // The ground is what fills most of a picture, and its ink what differs most from that.
+    static double contrast_of(const QImage& image) {
+        std::map<QRgb, int> counts;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                ++counts[image.pixel(x, y)];
+        const auto ground =
+            std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) {
+                return a.second < b.second;
+            })->first;
+        double most = 1;
+        for (const auto& [colour, count] : counts)
+            most = std::max(most, qt::contrast(QColor(ground), QColor(colour)));
+        return most;
     }
 };
 
@@ -112,6 +137,143 @@ TEST_F(States, ATextThatItsGroundWouldSwallowIsDrawnInBlackOrWhite) {
     EXPECT_EQ(face(Label1).palette().color(QPalette::WindowText), QColor(79, 89, 81));
     EXPECT_EQ(qt::legible_on(QColor(64, 0, 0), QColor(60, 10, 0)), QColor(Qt::white));
     EXPECT_EQ(qt::legible_on(QColor(64, 0, 0), QColor(0, 255, 0)), QColor(0, 255, 0));
+}
+
+// At three times its size, where letters are broad enough to show their colour in full.
+TEST_F(States, WhatWaitsBeneathADialogIsPalerAndCanStillBeRead) {
+    set_back(Bench, rgb(229, 233, 237));
+    set_back(Text1, white);
+    set_text(Text1, "3900");
+    set_items(Combo1, {"Toroidal"});
+    set_list_index(Combo1, 0);
+    set_visible(Inside, false);
+    set_back(Label1, rgb(64, 0, 0));
+    set_fore(Label1, rgb(255, 243, 214));
+    top(Bench).resize(top(Bench).size() * 3);
+    settle();
+    const QList<QWidget*> shown{
+        &face(Label1), &face(Command1), &face(Option_a), &face(Check1),
+        &face(Text1),  &face(Combo1),   &face(Frame1),   top(Bench).findChild<QMenuBar*>()};
+    const auto contrasts = [&] {
+        std::vector<double> all;
+        for (QWidget* one : shown)
+            all.push_back(contrast_of(one->grab().toImage()));
+        return all;
+    };
+    const auto enabled = contrasts();
+    set_enabled(Bench, false);
+    settle();
+    const auto disabled = contrasts();
+    for (qsizetype i = 0; i < shown.size(); ++i) {
+        const std::string name = shown[i]->objectName().toStdString();
+        EXPECT_GE(disabled[i], 4.5) << name;
+        EXPECT_LT(disabled[i], enabled[i] - 1) << name;
+    }
+    for (const QColor& ground : {QColor(229, 233, 237), QColor(255, 0, 0), QColor(79, 89, 81)})
+        for (const QColor& ink : {QColor(79, 89, 81), QColor(0, 0, 0), QColor(255, 0, 0)})
+            EXPECT_GE(qt::contrast(ground, qt::faded_on(ground, ink)), 4.5);
+}
+
+TEST_F(States, NoTextOfTheProgramIsLostWhileItsWindowIsOff) {
+    for (Widget* window : {&form1::Form1, &form2::Form2, &form3::Form3, &form_power::Form_power,
+                           &acquisizione::acquisizione, &centralina_attiva::Centralina_Attiva}) {
+        load(*window);
+        for (Widget* w : window->controls) {
+            if (w->look.text.empty()) continue;
+            const Widget* on = w; // what gives it its ground
+            while (on->look.back == system_colour && on->parent)
+                on = on->parent;
+            const QPalette palette = face(*w).palette();
+            const QColor ink = palette.color(QPalette::Disabled, face(*w).foregroundRole());
+            EXPECT_GE(qt::contrast(qt::to_qcolor(on->look.back), ink), 4.5)
+                << window->name << "." << full_name(*w);
+        }
+        unload(*window);
+    }
+}
+
+TEST_F(States, TheFocusIsSeenOnADarkRedWindowToo) {
+    const QColor claret(154, 0, 0);
+    for (Widget* widget : {&Command1, &Text1, &Combo1}) {
+        face(*widget).setFocus(Qt::TabFocusReason);
+        const QImage image = picture(*widget);
+        EXPECT_GE(qt::contrast(image.pixelColor(image.width() / 2, 0), claret), 3)
+            << full_name(*widget);
+        EXPECT_GE(qt::contrast(image.pixelColor(image.width() / 2, 2), QColor(229, 233, 237)), 3)
+            << full_name(*widget);
+    }
+}
+
+// It tells the value last read, and is no level that the handle would have to follow.
+TEST_F(States, ASlidersMarkLiesInItsGrooveBeneathTheHandle) {
+    for (Widget* widget : {&Slider_flat, &Slider_tall}) {
+        const QImage plain = picture(*widget);
+        set_selection_length(*widget, widget->look.max - widget->look.min);
+        settle();
+        const QImage marked = picture(*widget);
+        EXPECT_NE(marked, plain) << full_name(*widget);
+        const QRect handle = slider_part(*widget, QStyle::SC_SliderHandle);
+        const QRect groove = slider_part(*widget, QStyle::SC_SliderGroove).adjusted(1, 1, -1, -1);
+        int strays = 0;
+        for (int y = 0; y < plain.height(); ++y)
+            for (int x = 0; x < plain.width(); ++x)
+                if (plain.pixel(x, y) != marked.pixel(x, y) &&
+                    (handle.contains(x, y) || !groove.contains(x, y)))
+                    ++strays;
+        EXPECT_EQ(strays, 0) << full_name(*widget);
+    }
+}
+
+TEST_F(States, AnEmptyBarDoesNotLookLikeAFullOne) {
+    for (const Colour ground : {rgb(18, 22, 26), rgb(229, 233, 237)}) {
+        set_back(Bench, ground);
+        const auto middle = [&] {
+            settle();
+            const QImage bar = picture(ProgressBar1);
+            return bar.pixelColor(bar.width() / 2, bar.height() / 2);
+        };
+        set_value(ProgressBar1, ProgressBar1.look.min);
+        const QColor empty = middle();
+        set_value(ProgressBar1, ProgressBar1.look.max);
+        EXPECT_LT(qt::contrast(empty, qt::to_qcolor(ground)), 2);
+        EXPECT_GE(qt::contrast(empty, middle()), 3);
+    }
+}
+
+TEST_F(States, TheControlsThatHoldTheKeysAreNotSeen) {
+    open(form1::Form1);
+    for (Widget* widget : {&form1::Text2, &form1::cmd_focus}) {
+        set_focus(*widget);
+        settle();
+        EXPECT_TRUE(face(*widget).hasFocus()) << full_name(*widget);
+        const QImage window = top(form1::Form1).grab().toImage();
+        const QPoint corner = face(*widget).mapTo(&top(form1::Form1), QPoint(0, 0));
+        EXPECT_EQ(window.pixelColor(corner), QColor(229, 233, 237)) << full_name(*widget);
+    }
+}
+
+TEST_F(States, ATextKeepsOffTheEdgeOfItsFieldAndAnArrowGrowsWithItsList) {
+    const auto arrow = [&] {
+        QStyleOptionComboBox option;
+        option.initFrom(&face(Combo1));
+        return face(Combo1)
+            .style()
+            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, &face(Combo1))
+            .width();
+    };
+    const auto indent = [&] {
+        QStyleOptionFrame option;
+        option.initFrom(&face(Text1));
+        return face(Text1)
+            .style()
+            ->subElementRect(QStyle::SE_LineEditContents, &option, &face(Text1))
+            .left();
+    };
+    const int arrow_before = arrow(), indent_before = indent();
+    top(Bench).resize(top(Bench).size() * 2);
+    settle();
+    EXPECT_NEAR(arrow(), 2 * arrow_before, 2);
+    EXPECT_GE(indent(), indent_before + 2);
 }
 
 TEST_F(States, ASlidersHandleGrowsWithItsWindow) {

@@ -1,5 +1,6 @@
 #include "view/qt/application.h"
 
+#include "view/qt/colours.h"
 #include "view/qt/instrument_style.h"
 #include "view/qt/mirror.h"
 #include "view/qt/speech.h"
@@ -35,7 +36,15 @@ void settle_look(QApplication& application) {
     auto* style = new InstrumentStyle;
     QApplication::setStyle(style);
     QPalette palette = style->standardPalette();
-    palette.setColor(QPalette::Window, to_qcolor(windows::paper)); // boxes stand on it too
+    const QColor paper = to_qcolor(windows::paper);
+    palette.setColor(QPalette::Window, paper); // boxes stand on it too
+    palette.setColor(QPalette::Highlight, chosen_ground);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    // What no window table has: menus, boxes, the manual. Their other grounds are lighter.
+    const QColor faded = faded_on(paper, Qt::black);
+    palette.setColor(QPalette::PlaceholderText, faded);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faded);
     QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
     correct_speech();

@@ -1,6 +1,7 @@
 #include "view/qt/boxes.h"
 
 #include "view/qt/mirror.h"
+#include "view/qt/window_edge.h"
 #include "view/timers.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@ namespace {
 void pump_until_answered(QDialog& box) {
     const QWidget* beneath = QApplication::activeWindow();
     box.setFont(QApplication::font("QDialog"));
+    give_edge(box);
     box.setWindowModality(Qt::ApplicationModal);
     box.winId(); // makes the native window, which can be given its place above another
     if (beneath && beneath->windowHandle())

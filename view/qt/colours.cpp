@@ -31,12 +31,6 @@ Roles roles_of(Kind kind) {
     }
 }
 
-// What is disabled looks so: its text stands halfway to the ground.
-QColor faded(const QColor& ink, const QColor& ground) {
-    return QColor((ink.red() + ground.red()) / 2, (ink.green() + ground.green()) / 2,
-                  (ink.blue() + ground.blue()) / 2);
-}
-
 // A container's colours reach its children, so only the ground and the title are its own to set;
 // a label without a ground of its own shows, and inherits, the one that it stands on.
 QPalette make_palette(Kind kind, Colour back, Colour fore) {
@@ -55,7 +49,7 @@ QPalette make_palette(Kind kind, Colour back, Colour fore) {
     for (auto role : inks) {
         if (container && role != own.ink) continue;
         palette.setColor(role, ink);
-        palette.setColor(QPalette::Disabled, role, faded(legible_on(ground, ink), ground));
+        palette.setColor(QPalette::Disabled, role, faded_on(ground, ink));
     }
     return palette;
 }
@@ -79,11 +73,6 @@ double luminance(const QColor& colour) {
            0.0722 * linear(colour.blueF());
 }
 
-double contrast(const QColor& one, const QColor& other) {
-    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
-    return std::max(a, b) / std::min(a, b);
-}
-
 bool fills_its_ground(const Widget& model) {
     switch (model.kind) {
     case Kind::label:
@@ -105,6 +94,25 @@ void mirror_colours(const Widget& model, QWidget& face) {
     if (face.foregroundRole() != roles.ink) face.setForegroundRole(roles.ink);
     face.setAutoFillBackground(fills_its_ground(model));
     face.setPalette(palette_of(model.kind, model.look.back, model.look.fore));
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
+}
+
+QColor faded_on(const QColor& ground, const QColor& ink) {
+    constexpr double least_contrast = 4.6;
+    const QColor whole = legible_on(ground, ink);
+    const auto mixed = [&](double share) {
+        const auto part = [share](int from, int to) { return qRound(from + share * (to - from)); };
+        return QColor(part(whole.red(), ground.red()), part(whole.green(), ground.green()),
+                      part(whole.blue(), ground.blue()));
+    };
+    for (double share = 0.5; share > 0; share -= 0.05)
+        if (contrast(ground, mixed(share)) >= least_contrast) return mixed(share);
+    if (contrast(ground, whole) >= least_contrast) return whole;
+    return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
 }
 
 QColor legible_on(const QColor& ground, const QColor& ink) {

@@ -16,4 +16,10 @@ void mirror_colours(const Widget& model, QWidget& face);
 // contrast, as relative luminance has it.
 QColor legible_on(const QColor& ground, const QColor& ink);
 
+// `ink` for what is disabled: up to halfway to the ground, but still to be read, at 4.5 : 1.
+QColor faded_on(const QColor& ground, const QColor& ink);
+
+// From 1, for one and the same, to 21.
+double contrast(const QColor& one, const QColor& other);
+
 } // namespace zol::view::qt

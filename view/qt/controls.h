@@ -21,10 +21,6 @@ class SliderFace : public QSlider {
   public:
     SliderFace(Widget& model, QWidget& parent);
     void mark_stretch(int length);
-
-  private:
-    void paintEvent(QPaintEvent* event) override;
-    int stretch_ = 0;
 };
 
 // A text. With the focus, Enter and Space stand for the click that it answers to.

@@ -26,7 +26,13 @@ QSize room_for_text(const Widget& model, const QWidget& face) {
     case Kind::option_button: return inside(QStyle::SE_RadioButtonContents) - QSize(2, 0);
     case Kind::check_box: return inside(QStyle::SE_CheckBoxContents) - QSize(2, 0);
     case Kind::frame: return {face.width() - 16, face.height()};
-    case Kind::text_box: return face.size() - QSize(10, 4); // frame, margins, the cursor
+    case Kind::text_box: { // less margins and the cursor
+        QStyleOptionFrame frame;
+        frame.initFrom(&face);
+        const auto contents =
+            face.style()->subElementRect(QStyle::SE_LineEditContents, &frame, &face);
+        return {contents.width() - 10, face.height() - 4};
+    }
     case Kind::combo_box: {
         QStyleOptionComboBox combo;
         combo.initFrom(&face);

@@ -4,17 +4,20 @@
 
 #include <QFontMetrics>
 #include <QLinearGradient>
+#include <QPainterPath>
 #include <QStyleOptionSlider>
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 namespace zol::view::qt {
 namespace {
 
 // What has the focus or the pointer; against the buttons' grey and white fields alike it stands out
 // by more than 3 : 1.
-const QColor accent(0, 84, 150);
+const QColor accent = chosen_ground;
+const QColor pale(250, 251, 252);
 const QColor edge(110, 117, 124);
 const QColor waiting_edge(176, 0, 0); // an entry field that waits for its number
 
@@ -67,10 +70,12 @@ void draw_button(QPainter& painter, const QStyleOption& option, const QWidget* w
     painter.setPen(pen);
     painter.setBrush(raised(option.palette.color(QPalette::Button), option.rect, state));
     painter.drawRoundedRect(within(option.rect, pen.widthF()), radius, radius);
+    if (state.focused)
+        draw_focus_ring(painter, option.rect, widget ? magnification(*widget) / 1.5 : 1);
     if (widget && widget->property(on_view_property).toBool()) {
         const double thickness = std::max(3.0, option.rect.height() / 9.0);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(accent);
+        painter.setBrush(state.enabled ? accent : edge);
         painter.drawRect(QRectF(option.rect.left() + thickness, option.rect.bottom() - thickness,
                                 option.rect.width() - 2 * thickness, thickness));
     }
@@ -117,8 +122,12 @@ void draw_check_mark(QPainter& painter, const QStyleOption& option) {
 
 void draw_field_edge(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
     const State state = state_of(option);
-    QPen pen = edge_pen(state);
-    if (widget && widget->property("edit_marker").toBool()) pen = QPen(waiting_edge, 2);
+    const bool waiting = widget && widget->property("edit_marker").toBool();
+    if (state.focused && !waiting) {
+        draw_focus_ring(painter, option.rect, 1);
+        return;
+    }
+    const QPen pen = waiting ? QPen(waiting_edge, 2) : edge_pen(state);
     painter.save();
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
@@ -127,7 +136,7 @@ void draw_field_edge(QPainter& painter, const QStyleOption& option, const QWidge
 }
 
 void draw_list_arrow(QPainter& painter, const QStyleOption& option, const QRect& place) {
-    const double side = std::min(place.height(), place.width()) * 0.3;
+    const double side = place.height() * 0.2;
     const QPointF middle = QRectF(place).center();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -141,10 +150,51 @@ void draw_list_arrow(QPainter& painter, const QStyleOption& option, const QRect&
 
 void draw_focus_line(QPainter& painter, const QRect& place) {
     painter.save();
-    painter.setPen(QPen(accent, 1, Qt::DotLine));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(within(place, 1));
+    for (const QPen& pen : {QPen(pale, 1), QPen(accent, 1, Qt::DotLine)}) {
+        painter.setPen(pen);
+        painter.drawRect(within(place, 1));
+    }
     painter.restore();
+}
+
+void draw_focus_ring(QPainter& painter, const QRect& place, double light_px) {
+    const double light_width = std::max(1.0, std::round(light_px)), dark_width = light_width + 1;
+    const double radius = 3;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(pale, light_width));
+    painter.drawRoundedRect(within(place, light_width), radius, radius);
+    painter.setPen(QPen(accent, dark_width));
+    painter.drawRoundedRect(within(place, 2 * light_width + dark_width), radius, radius);
+    painter.restore();
+}
+
+namespace {
+
+bool on_dark(const QStyleOption& option) {
+    return option.palette.color(QPalette::Window).lightness() < 128;
+}
+
+} // namespace
+
+// An empty bar is close to its window, so that only what fills it stands out.
+void draw_progress_trough(QPainter& painter, const QStyleOption& option) {
+    painter.save();
+    painter.setPen(QPen(on_dark(option) ? QColor(140, 148, 156) : edge, 1));
+    painter.setBrush(on_dark(option) ? QColor(48, 55, 62) : QColor(206, 211, 216));
+    painter.drawRect(within(option.rect, 1));
+    painter.restore();
+}
+
+void draw_progress(QPainter& painter, const QStyleOptionProgressBar& bar) {
+    if (bar.maximum <= bar.minimum || bar.progress <= bar.minimum) return;
+    const double share =
+        static_cast<double>(bar.progress - bar.minimum) / (bar.maximum - bar.minimum);
+    QRectF filled = QRectF(bar.rect).adjusted(2, 2, -2, -2);
+    filled.setWidth(filled.width() * std::min(1.0, share));
+    painter.fillRect(filled, on_dark(bar) ? QColor(96, 178, 232) : accent);
 }
 
 SliderPlaces slider_places(const QStyleOptionSlider& slider, double magnified) {
@@ -188,10 +238,36 @@ void draw_ticks(QPainter& painter, const QStyleOptionSlider& slider, const QRect
     }
 }
 
+// A thin pale line in the groove, from its lowest end to the tick of the value.
+void draw_mark(QPainter& painter, const QStyleOptionSlider& slider, const SliderPlaces& places,
+               int length, const QPainterPath& inside_groove) {
+    if (length <= 0) return;
+    const auto& [groove, handle] = places;
+    const bool across = slider.orientation == Qt::Horizontal;
+    const int handle_length = across ? handle.width() : handle.height();
+    const int whole = across ? groove.width() : groove.height();
+    const double at =
+        handle_length / 2.0 +
+        QStyle::sliderPositionFromValue(slider.minimum, slider.maximum, slider.minimum + length,
+                                        whole - handle_length, slider.upsideDown);
+    const double from = slider.upsideDown ? at : 0, to = slider.upsideDown ? whole : at;
+    const double thickness = std::max(2.0, (across ? groove.height() : groove.width()) * 0.4);
+    const QPointF middle = QRectF(groove).center();
+    const QRectF mark =
+        across ? QRectF(groove.left() + from, middle.y() - thickness / 2, to - from, thickness)
+               : QRectF(middle.x() - thickness / 2, groove.top() + from, thickness, to - from);
+    painter.save();
+    painter.setClipPath(inside_groove, Qt::IntersectClip);
+    painter.fillRect(mark, QColor(140, 180, 214));
+    painter.restore();
+}
+
 } // namespace
 
-void draw_slider(QPainter& painter, const QStyleOptionSlider& slider, double magnified) {
-    const auto [groove, handle] = slider_places(slider, magnified);
+void draw_slider(QPainter& painter, const QStyleOptionSlider& slider, double magnified,
+                 int marked) {
+    const SliderPlaces places = slider_places(slider, magnified);
+    const auto& [groove, handle] = places;
     State state = state_of(slider);
     const bool held = slider.activeSubControls.testFlag(QStyle::SC_SliderHandle);
     state.pressed = state.pressed && held;
@@ -200,10 +276,13 @@ void draw_slider(QPainter& painter, const QStyleOptionSlider& slider, double mag
     draw_ticks(painter, slider, handle, magnified);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(edge_pen({state.enabled, false, false, false, false}));
-    painter.setBrush(QColor(250, 251, 252));
+    painter.setBrush(pale);
     const double end =
         groove.width() < groove.height() ? groove.width() / 2.0 : groove.height() / 2.0;
     painter.drawRoundedRect(within(groove, 1), end, end);
+    QPainterPath inside_groove;
+    inside_groove.addRoundedRect(within(groove, 2), end, end);
+    draw_mark(painter, slider, places, marked, inside_groove);
     const QPen pen = edge_pen(state, std::max(1.0, magnified / 1.5));
     painter.setPen(pen);
     painter.setBrush(raised(QColor(226, 229, 232), handle, state));

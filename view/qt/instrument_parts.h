@@ -18,6 +18,11 @@ void draw_option_mark(QPainter& painter, const QStyleOption& option);
 void draw_check_mark(QPainter& painter, const QStyleOption& option);
 void draw_field_edge(QPainter& painter, const QStyleOption& option, const QWidget* widget);
 void draw_focus_line(QPainter& painter, const QRect& place);
+// Around a button, a field or a list. Light outside and dark within: one of the two stands out from
+// any ground.
+void draw_focus_ring(QPainter& painter, const QRect& place, double light_px);
+void draw_progress_trough(QPainter& painter, const QStyleOption& option);
+void draw_progress(QPainter& painter, const QStyleOptionProgressBar& bar);
 // Over the toolkit's own, which does not grow with the list.
 void draw_list_arrow(QPainter& painter, const QStyleOption& option, const QRect& place);
 
@@ -25,6 +30,7 @@ struct SliderPlaces {
     QRect groove, handle;
 };
 SliderPlaces slider_places(const QStyleOptionSlider& slider, double magnified);
-void draw_slider(QPainter& painter, const QStyleOptionSlider& slider, double magnified);
+// `marked` steps from the lowest value on are marked in the groove.
+void draw_slider(QPainter& painter, const QStyleOptionSlider& slider, double magnified, int marked);
 
 } // namespace zol::view::qt

@@ -2,12 +2,17 @@
 // that it shows what is pointed at, pressed, focused, off, on view or waiting for a number.
 #pragma once
 
+#include <QColor>
 #include <QProxyStyle>
 
 namespace zol::view::qt {
 
 // Set on a button by its window: the panel that it opens is on view.
 constexpr const char* on_view_property = "on_view";
+// Set on a slider: how many of its steps from the lowest value on are marked.
+constexpr const char* marked_stretch_property = "marked_stretch";
+// Ground of what is chosen in a list or marked in a text, under white letters.
+inline constexpr QColor chosen_ground(0, 84, 150);
 
 class InstrumentStyle : public QProxyStyle {
   public:
@@ -20,6 +25,12 @@ class InstrumentStyle : public QProxyStyle {
                   QStyleHintReturn* more) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -1,7 +1,9 @@
 #include "view/qt/manual_window.h"
 
 #include "view/qt/manual_pages.h"
+#include "view/qt/window_edge.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -17,9 +19,10 @@
 namespace zol::view::qt {
 namespace {
 
-constexpr int contents_width = 220;
-constexpr QSize wanted_size(1000, 700); // the pictures are 680 wide
-constexpr QSize frame(0, 27);           // of the window: a title bar
+constexpr int contents_width_lines = 14; // in heights of a line
+constexpr QSize least_size(1000, 700);   // the pictures are 680 wide
+constexpr double wanted_share = 0.75;    // of a larger screen
+constexpr QSize frame(0, 27);            // of the window: a title bar
 
 // The page of this topic, else the English one of that name; empty if there is neither.
 QString page_of(const QString& folder, const QString& topic) {
@@ -36,7 +39,10 @@ class ManualWindow : public QWidget {
         : contents_(read_manual_contents(QFileInfo(page).path())) {
         setObjectName("Manual");
         setWindowTitle(word("title", "Manual"));
-        resize(wanted_size.boundedTo(screen()->availableSize() - frame));
+        setFont(QApplication::font("QDialog")); // it has grown with the main window
+        give_edge(*this);
+        const QSize room = screen()->availableSize() - frame;
+        resize((room * wanted_share).expandedTo(least_size).boundedTo(room));
         list_ = new QListWidget(this);
         field_ = new QLineEdit(this);
         back_ = new QPushButton(word("back", "Back"), this);
@@ -55,7 +61,7 @@ class ManualWindow : public QWidget {
 
     void name_parts() {
         list_->setObjectName("Contents");
-        list_->setFixedWidth(std::min(contents_width, width() / 3));
+        list_->setFixedWidth(std::min(contents_width_lines * fontMetrics().height(), width() / 3));
         list_->setWordWrap(true);
         for (const auto& page : contents_.pages)
             list_->addItem(page.title);

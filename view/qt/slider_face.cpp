@@ -1,10 +1,7 @@
 #include "view/operator.h"
 #include "view/qt/act.h"
 #include "view/qt/controls.h"
-
-#include <QPainter>
-#include <QStyle>
-#include <QStyleOptionSlider>
+#include "view/qt/instrument_style.h"
 
 namespace zol::view::qt {
 
@@ -38,27 +35,9 @@ SliderFace::SliderFace(Widget& model, QWidget& parent)
 }
 
 void SliderFace::mark_stretch(int length) {
-    if (length == stretch_) return;
-    stretch_ = length;
+    if (length == property(marked_stretch_property).toInt()) return;
+    setProperty(marked_stretch_property, length);
     update();
-}
-
-void SliderFace::paintEvent(QPaintEvent* event) {
-    QSlider::paintEvent(event);
-    if (stretch_ <= 0) return;
-    QStyleOptionSlider option;
-    initStyleOption(&option);
-    const QRect groove =
-        style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, this);
-    const bool upright = orientation() == Qt::Vertical;
-    const int span = upright ? groove.height() : groove.width();
-    const int end =
-        QStyle::sliderPositionFromValue(minimum(), maximum(), minimum() + stretch_, span);
-    constexpr int thickness = 3;
-    const QRect stretch = upright
-                              ? QRect(groove.left(), groove.top(), thickness, end)
-                              : QRect(groove.left(), groove.bottom() - thickness, end, thickness);
-    QPainter(this).fillRect(stretch, palette().color(QPalette::Highlight));
 }
 
 } // namespace zol::view::qt

@@ -7,6 +7,7 @@
 #include "view/qt/menus.h"
 #include "view/qt/mirror.h"
 #include "view/qt/tab_order.h"
+#include "view/qt/window_edge.h"
 #include "view/timers.h"
 
 #include <QAction>
@@ -15,15 +16,17 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScreen>
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace zol::view::qt {
 namespace {
+
+constexpr double design_points = 8.25; // of ordinary text
 
 // A table's height counts the frame of a window in: a title bar, and with menus also their bar and
 // the foot of the screen.
@@ -43,25 +46,23 @@ bool operators_own(Qt::FocusReason reason) {
            reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
 }
 
-// The ground of a window without menus. Its edge parts it from the one beneath, which may have the
-// same colour, where the desktop draws none.
-class Ground : public QWidget {
-  public:
-    Ground() : QWidget(nullptr, Qt::Window) {}
+// Holds keys for the logic: a pixel in its table, and not to be seen at any size.
+bool is_unseen(const Widget& widget) { return widget.design.place.width <= twips_per_pixel; }
 
-  private:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setPen(palette().color(backgroundRole()).darker(200));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
-};
+// For what the toolkit places by itself.
+void set_font_of(std::initializer_list<const char*> kinds, double points, const QWidget& face) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(points * 96.0 / face.logicalDpiY());
+    for (const char* kind : kinds)
+        if (QApplication::font(kind) != font) QApplication::setFont(font, kind);
+}
 
 } // namespace
 
 WindowFace::WindowFace(Widget& window) : model_(window) {
     if (window.menus.empty()) {
-        top_ = std::make_unique<Ground>();
+        top_ = std::make_unique<QWidget>(nullptr, Qt::Window);
+        give_edge(*top_);
         content_ = top_.get();
     } else {
         auto main_window = std::make_unique<QMainWindow>();
@@ -160,20 +161,19 @@ void WindowFace::lay_out() {
         place(*widget);
 }
 
-// What the toolkit places by itself follows the size of the window too: menus, boxes, tips. The
-// measure is the window's, not the content's, which a larger menu bar makes smaller.
+// What the toolkit places by itself follows the size of the window too: menus and tips by the
+// window's measure, not the content's, which a larger menu bar makes smaller; boxes and the manual
+// have the type of the content.
 void WindowFace::scale_menus() {
-    constexpr double design_points = 8.25;
     const Place& design = model_.design.place;
     const double scale =
         twips_per_pixel * std::min(top_->width() / design.width, top_->height() / design.height);
-    QFont font = QApplication::font();
     const double points = std::max(design_points, std::round(2 * design_points * scale) / 2);
     fit_menu_bar(*bar_, points, top_->width());
-    font.setPointSizeF(points * 96.0 / top_->logicalDpiY());
-    if (font == QApplication::font("QMenu")) return;
-    for (const char* kind : {"QMenu", "QDialog", "QTipLabel"})
-        QApplication::setFont(font, kind);
+    set_font_of({"QMenu", "QTipLabel"}, points, *top_);
+    const double content_points =
+        design_points * std::min(scale_x_, scale_y_) * model_.look.place.height / design.height;
+    set_font_of({"QDialog"}, std::max(design_points, content_points), *top_);
 }
 
 double WindowFace::points(const Widget& widget) const {
@@ -302,6 +302,7 @@ bool WindowFace::eventFilter(QObject* watched, QEvent* event) {
 bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
     const bool clickable = widget.kind == Kind::label || widget.kind == Kind::text_box;
     switch (event.type()) {
+    case QEvent::Paint: return is_unseen(widget);
     case QEvent::FocusIn:
         if (mirroring_ || !operators_own(static_cast<QFocusEvent&>(event).reason())) break;
         if (widget.look.tab_stop) last_stop_ = &face;
