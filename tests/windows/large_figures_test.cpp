@@ -83,11 +83,6 @@ TEST(LargeFigures, KeepToTheirSide) {
         EXPECT_TRUE(looks_the_same("1480", 60, 400, side));
 }
 
-TEST(LargeFigures, OtherTextAndNumbersTooLongForTheirPlaceAreTheToolkits) {
-    for (const char* text : {"---", "-20", "14.2", "GPL", "12 34"})
-        EXPECT_TRUE(looks_the_same(text, 60, 400, Qt::AlignHCenter)) << text;
-}
-
 // More pictures than are kept: all go, and come again.
 TEST(LargeFigures, AreRightAfterAnyNumberOfThem) {
     for (int number = 1000; number < 10000; number += 487)
