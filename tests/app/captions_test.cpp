@@ -3,48 +3,18 @@
 #include "app/captions.h"
 #include "app/settings_file.h"
 #include "tests/support/bench.h"
+#include "tests/support/caption_messages.h"
 #include "view/windows/form1.h"
 
+#include <iterator>
 #include <map>
 #include <set>
 
 namespace zol::tests {
 namespace {
 
-const std::map<std::string, int> message_of = {
-    {"Command_engine", 1058},
-    {"Command_impostazioni", 1240},
-    {"frame_engine", 1058},
-    {"Frame_impostazioni", 1240},
-    {"frame_TARATURA", 1241},
-    {"Frame_pressione", 1242},
-    {"Frame_carburante", 1161},
-    {"Frame_temperatura", 1167},
-    {"Frame_tempo", 1165},
-    {"Frame_tank", 1244},
-    {"Label_livello_att", 1245},
-    {"Frame1", 1258},
-    {"lambda_dir", 1265},
-    {"lambda_inv", 1266},
-    {"Option_abi_controllo_lambda", 1267},
-    {"Option_disa_controllo_lambda", 1268},
-    {"Option_tens", 1269},
-    {"Option_corr", 1270},
-    {"Label_medio_closed_loop", 1271},
-    {"Label_lambda_open_loop", 1272},
-    {"cmd_richiesta_par_diagnosi", 1275},
-    {"Command10", 1276},
-    {"mnu_Porta_Seriale", 1044},
-    {"mnu_Impostazioni", 1240},
-    {"mnu_Lingua", 1246},
-    {"mnu_Schermo", 1247},
-    {"MNU_INFOMATION", 1248},
-    {"mnu_color_testo", 1249},
-    {"mnu_reset_centralina", 1250},
-    {"MNU_VERSIONE", 1251},
-    {"mnu_reset_check", 1273},
-    {"mnu_reset_time_ongas", 1274},
-};
+const std::map<std::string, int> message_of(std::begin(caption_messages),
+                                            std::end(caption_messages));
 const std::vector<int> tank_messages = {1261, 1264, 1259, 1262, 1263, 1260};
 
 const std::vector<std::pair<view::Widget*, std::string>> languages = {{&form1::it, "it"},

@@ -29,7 +29,7 @@ NOTES = HOME / "notes.json"
 ROOMS = ("view", "app", "link", "monitor", "calibration", "diagnostics", "maintenance")
 CONFIGURE = ("-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -g0", "-DCMAKE_CXX_FLAGS=-w",
              "-DZOL_VIEW=OFF", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
-             f"-DCMAKE_PROJECT_INCLUDE={TREE}/tests/mutation/precompiled.cmake")
+             f"-DCMAKE_PROJECT_INCLUDE={TREE}/tests/mutation/copy.cmake")
 
 SLOW_MS = 400  # a test that takes longer than this runs after all others
 # A day of polling for each edit would be most of a run. What only it noticed counts as survived.

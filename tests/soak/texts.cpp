@@ -2,6 +2,7 @@
 
 #include "app/whole_file.h"
 #include "tests/soak/handlers.h"
+#include "tests/support/caption_messages.h"
 
 #include <algorithm>
 #include <fstream>
@@ -207,41 +208,7 @@ void add_settings(Rules& rules) {
 }
 
 void add_captions(Rules& rules) {
-    constexpr std::pair<const char*, int> captions[] = {
-        {"Command_engine", 1058},
-        {"Command_impostazioni", 1240},
-        {"frame_engine", 1058},
-        {"Frame_impostazioni", 1240},
-        {"frame_TARATURA", 1241},
-        {"Frame_pressione", 1242},
-        {"Frame_carburante", 1161},
-        {"Frame_temperatura", 1167},
-        {"Frame_tempo", 1165},
-        {"Frame_tank", 1244},
-        {"Label_livello_att", 1245},
-        {"Frame1", 1258},
-        {"lambda_dir", 1265},
-        {"lambda_inv", 1266},
-        {"Option_abi_controllo_lambda", 1267},
-        {"Option_disa_controllo_lambda", 1268},
-        {"Option_tens", 1269},
-        {"Option_corr", 1270},
-        {"Label_medio_closed_loop", 1271},
-        {"Label_lambda_open_loop", 1272},
-        {"cmd_richiesta_par_diagnosi", 1275},
-        {"Command10", 1276},
-        {"mnu_Porta_Seriale", 1044},
-        {"mnu_Impostazioni", 1240},
-        {"mnu_Lingua", 1246},
-        {"mnu_Schermo", 1247},
-        {"MNU_INFOMATION", 1248},
-        {"mnu_color_testo", 1249},
-        {"mnu_reset_centralina", 1250},
-        {"MNU_VERSIONE", 1251},
-        {"mnu_reset_check", 1273},
-        {"mnu_reset_time_ongas", 1274},
-    };
-    for (const auto& [name, key] : captions)
+    for (const auto& [name, key] : tests::caption_messages)
         rules["Form1." + std::string(name)].message = key;
     rules["Form1.Command303"] = {.shapes = {}, .message = 1134, .suffix = "..."};
     rules["Form3"] = {.shapes = {}, .message = 1134, .suffix = "..."};
