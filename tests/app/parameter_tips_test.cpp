@@ -96,6 +96,23 @@ TEST_F(ParametersInTips, OfTheAcquisitionsSavingAreThoseThatItWrites) {
     expect_named_and_written(acquisizione::Command_salva);
 }
 
+TEST_F(ParametersInTips, OfTheFaultCodesAreThoseThatTheUnitKeepsThemIn) {
+    int number = 145;
+    for (Widget* label :
+         {&form1::lbl_par_1, &form1::lbl_par_2, &form1::lbl_par_3, &form1::lbl_par_4,
+          &form1::lbl_par_5, &form1::lbl_par_6, &form1::lbl_num_errori})
+        EXPECT_THAT(app::parameters_of(*label), testing::ElementsAre(number++));
+}
+
+TEST_F(ParametersInTips, AreNamedByTheMenuItemsThatWriteOne) {
+    start_connected();
+    for (Widget* item :
+         {&form1::mnu_search, &form1::mnu_direction_normal_eobd, &form1::mnu_direction_inverse_eobd,
+          &form1::mnu_mivra, &form1::mnu_matrix_2_ohm, &form1::mnu_matrix_3_ohm,
+          &form1::mnu_debug_yes, &form1::mnu_debug_no})
+        EXPECT_FALSE(app::parameters_of(*item).empty()) << full_name(*item);
+}
+
 TEST_F(ParametersInTips, AreNamedWhereverAControlWritesOne) {
     start_connected();
     for (auto* list : {&form1::Form1.controls, &form1::Form1.menus})

@@ -1,4 +1,5 @@
 // The Automatic Tuning System: its course and each of its ends.
+#include "monitor/polling.h"
 #include "tests/calibration/tuning_bench.h"
 
 namespace zol::tests {
@@ -57,6 +58,18 @@ TEST_F(AutomaticTuning, ARunThatFindsTheGasTimeInTheWindowFinishes) {
     EXPECT_EQ(state.tuning_mode, 0);
     EXPECT_TRUE(state.on_gas) << "the engine stays on gas";
     EXPECT_TRUE(state.poll_enabled);
+}
+
+TEST_F(AutomaticTuning, APollingThatAPassBroughtBackEndsAheadOfTheTurnToGas) {
+    start_without_polling();
+    start_tuning();
+    constexpr int end_of_pass_ms = start_ms + settle_ms + pass_ms;
+    run_for(end_of_pass_ms - 1);
+    inside_program([] { monitor::start_polling(); });
+    run_for(1);
+    EXPECT_FALSE(state.poll_enabled);
+    screen.answer_message("AUTO READY", Answer::ok);
+    run_for(first_decision_ms);
 }
 
 TEST_F(AutomaticTuning, EachPassAsksTwentyTimesEvery900Milliseconds) {

@@ -213,6 +213,19 @@ TEST_F(RpmMultiplier, AWatchdogThatWasFasterIsStoppedAndWaitedFor) {
     EXPECT_EQ(timed_commands()[0], At(1000, Write(1, 5)));
 }
 
+TEST_F(RpmMultiplier, AWatchdogThatWasFasterCostsHalfASecond) {
+    start_during_a_poll();
+    operator_clicks(Command_rpm_piu);
+    run_for(199);
+    inside_program([] {
+        Timer_stato_sistema.tick = nullptr; // nothing is asked beside it
+        Timer_stato_sistema.on();
+    });
+    run_for(501);
+    EXPECT_FALSE(Timer_stato_sistema.is_on());
+    EXPECT_THAT(timed_frames(), ElementsAre(At(700, Write(1, 5))));
+}
+
 TEST_F(RpmMultiplier, BelowFiveItGoesBackUp) {
     unit->set_parameter(1, 7);
     start_during_a_poll();

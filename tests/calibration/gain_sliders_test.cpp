@@ -26,6 +26,25 @@ TEST_F(GainSliders, RaisingTheGainOnLpgPullsThePowerGainAlongAndWritesItTwice) {
     EXPECT_EQ(mirrors.ktar_high, 1050);
 }
 
+TEST_F(GainSliders, AGainIsTakenFromItsSliderBehindTheWaitNotAheadOfIt) {
+    start_during_a_poll();
+    operator_drags(Slider_ktar, 1250);
+    run_for(399);
+    EXPECT_NE(mirrors.ktar_low, 1250);
+    run_for(1);
+    EXPECT_EQ(mirrors.ktar_low, 1250);
+    run_for(399);
+    EXPECT_NE(mirrors.ktar_high, 1050);
+    run_for(1);
+    EXPECT_EQ(mirrors.ktar_high, 1050);
+    run_for(5000);
+    operator_drags(Slider_power, 1400);
+    run_for(399);
+    EXPECT_EQ(mirrors.ktar_high, 1050);
+    run_for(1);
+    EXPECT_EQ(mirrors.ktar_high, 1400);
+}
+
 TEST_F(GainSliders, TheMarkedStretchStaysAtTheGainThatWasRead) {
     start_during_a_poll();
     const double read = Slider_ktar.look.selection_length;

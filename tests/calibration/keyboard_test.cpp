@@ -294,6 +294,16 @@ TEST_F(Keyboard, TheShownSpeedBecomesTheChangeoverSpeed) {
     EXPECT_NE(link::mirrors.changeover_rpm, 2345) << "the changeover window keeps what it shows";
 }
 
+TEST_F(Keyboard, WithoutALanguageTheSpeedAloneIsTheQuestion) {
+    start_during_a_poll();
+    state.current_language = "xx";
+    inside_program([] { view::set_text(Label_rpm, "1111"); });
+    screen.answer_message("", Answer::no);
+    operator_presses(Form1, 71, ctrl);
+    run_for(1200);
+    EXPECT_EQ(screen.message_boxes.at(0).text, "1111");
+}
+
 TEST_F(Keyboard, TheSpeedIsTakenBeforeTheQuestionAndDecliningChangesNothing) {
     start_during_a_poll();
     inside_program([] { view::set_text(Label_rpm, "1111"); });

@@ -297,6 +297,7 @@ TEST_F(Acquisition, AReadingStartedBesideASaveEndsWithItsFirstTickAndAsksNothing
     EXPECT_TRUE(acq::Timer_tinj.is_on());
     run_for(1);
     EXPECT_FALSE(acq::Timer_tinj.is_on());
+    run_for(300);
     EXPECT_THAT(frames(), IsEmpty());
 }
 

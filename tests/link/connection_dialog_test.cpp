@@ -217,6 +217,19 @@ TEST_P(PortMarks, OkStoresTheRealNumberKeepsTheListsAndMarksTheMenuOneBehind) {
 
 INSTANTIATE_TEST_SUITE_P(Entries, PortMarks, testing::Range(0, 7));
 
+TEST_F(ConnectionDialog, OkAnswersNoSecondTimeBeforeTheDialogHasGone) {
+    open_the_dialog();
+    test_port();
+    operator_clicks(Command_ok);
+    int ms = 0;
+    for (; Centralina_Attiva.loaded && ms < 20'000; ++ms) {
+        ASSERT_FALSE(view::enabled(Command_ok)) << ms;
+        run_for(1);
+    }
+    EXPECT_GT(ms, 800);
+    EXPECT_FALSE(Centralina_Attiva.loaded);
+}
+
 TEST_F(ConnectionDialog, CancelStoresThePortAndEndsTheProgram) {
     open_the_dialog();
     operator_chooses(Combo1, 3); // COM5

@@ -138,6 +138,8 @@ TEST_F(SerialCable, TheLineIsRaw9600WithoutFlowControlWhateverWasSetBefore) {
     line.c_iflag |= IXON | IXOFF | IXANY | ICRNL | ISTRIP;
     line.c_lflag |= ECHO | ICANON;
     line.c_cflag |= CSTOPB;
+    line.c_cc[VMIN] = 7;
+    line.c_cc[VTIME] = 7;
     ::tcsetattr(other, TCSANOW, &line);
 
     lead_com1_to(cable.device);
@@ -147,6 +149,7 @@ TEST_F(SerialCable, TheLineIsRaw9600WithoutFlowControlWhateverWasSetBefore) {
     EXPECT_EQ(line.c_lflag & (ECHO | ICANON | ISIG | IEXTEN), 0U);
     EXPECT_EQ(line.c_oflag & OPOST, 0U);
     EXPECT_EQ(line.c_cflag & (CSTOPB | CRTSCTS | CSIZE), static_cast<tcflag_t>(CS8));
+    EXPECT_EQ(line.c_cc[VMIN] + line.c_cc[VTIME], 0);
     EXPECT_EQ(::cfgetispeed(&line), static_cast<speed_t>(B9600));
     EXPECT_EQ(::cfgetospeed(&line), static_cast<speed_t>(B9600));
     ::close(other);
@@ -323,6 +326,17 @@ TEST_F(SerialCable, AnAdapterThatRefusesTheLineSettingsFailsWithTheSystemsReason
         EXPECT_EQ(watch.names().back(), "close");
     }
     EXPECT_EQ(open_com1(), std::nullopt);
+}
+
+TEST_F(SerialCable, AReadThatFailsIsAFaultAndOneThatFindsNothingIsNot) {
+    Cable cable;
+    lead_com1_to(cable.device);
+    ASSERT_EQ(open_com1(), std::nullopt);
+    for (const int error : {EIO, EAGAIN}) {
+        const tests::WatchedCalls watch(
+            [error](int, std::string_view) { return tests::Fate{.error = error}; });
+        EXPECT_EQ(port.read_all().has_value(), error == EAGAIN);
+    }
 }
 
 TEST_F(SerialCable, ACallThatASignalInterruptsIsMadeAgainAndAPartGoesOn) {

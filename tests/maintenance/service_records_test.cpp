@@ -188,6 +188,7 @@ TEST_F(ServiceRecords, TheVersionBoxNamesToolAndUnit) {
     ASSERT_EQ(screen.message_boxes.size(), 1u);
     EXPECT_EQ(screen.message_boxes[0].text, "EOBD SOFTWARE VERSION NUMBER: 9.9.20\r\r"
                                             "FIRMWARE VERSION NUMBER: 2.2.71");
+    EXPECT_EQ(screen.message_boxes[0].title, "");
     EXPECT_EQ(screen.message_boxes[0].icon, view::Icon::information);
     EXPECT_EQ(screen.message_boxes[0].buttons, view::Buttons::ok);
     EXPECT_EQ(app::state.stored_version, "7.1");

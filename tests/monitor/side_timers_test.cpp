@@ -315,6 +315,15 @@ TEST_F(Filling, ItComesInItsOrder) {
     EXPECT_THAT(frames(), ElementsAre(Write(52, 9))) << "all other handlers are silent";
 }
 
+TEST_F(Filling, EitherFuelIsChosenAsTheUnitHasIt) {
+    for (const int fuel : {0, 1, 0}) {
+        mirrors.fuel_type = fuel;
+        fill();
+        EXPECT_EQ(view::selected(form1::Option_gpl), fuel == 1);
+        EXPECT_EQ(view::selected(form1::Option_metano), fuel == 0);
+    }
+}
+
 TEST_F(Filling, ACorrectionAboveTwentyIsShownAsTenAndOneUpToTwentyAsItIs) {
     for (const auto& [correction, shown] : std::vector<std::pair<double, double>>{
              {0, 0}, {10, 10}, {11, 11}, {15, 15}, {20, 20}, {21, 10}, {65535, 10}}) {

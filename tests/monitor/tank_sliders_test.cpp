@@ -29,6 +29,7 @@ TEST_F(TankSliders, TheBottomRowBelowTheNextIsWrittenUnderAnHourglass) {
     open_settings();
     operator_drags(Slider1[0], 24);
     EXPECT_TRUE(busy(Form1));
+    EXPECT_EQ(text(Label_led0), "24%");
     run_for(199);
     EXPECT_TRUE(busy(Form1));
     run_for(1);

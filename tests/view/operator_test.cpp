@@ -78,6 +78,7 @@ TEST_F(Acts, ADragRunsScrollOnTheWayAndChangeOnceAtItsEnd) {
     EXPECT_THAT(events, ElementsAre("scroll", "scroll"));
     EXPECT_TRUE(end_drag(form1::Slider_ktar, before));
     EXPECT_THAT(events, ElementsAre("scroll", "scroll", "change"));
+    EXPECT_EQ(view::focus(), &form1::Slider_ktar);
 }
 
 TEST_F(Acts, ADragThatComesBackToItsStartChangesNothing) {
@@ -123,6 +124,7 @@ TEST_F(Acts, AListRunsItsClickAlsoForTheItemThatIsShownAndNotForOneThatIsNotTher
     EXPECT_TRUE(choose(form1::Combo_tank_level, 1));
     EXPECT_FALSE(choose(form1::Combo_tank_level, 2));
     EXPECT_THAT(events, ElementsAre("list", "list"));
+    EXPECT_EQ(view::focus(), &form1::Combo_tank_level);
 }
 
 TEST_F(Acts, AKeyGoesToTheWindowFirstAndThenToTheFocusedControl) {
@@ -167,6 +169,18 @@ TEST_F(Acts, ALabelDoesNotTakeTheFocusAndAButtonDoes) {
     click(form1::Command_exit);
     EXPECT_EQ(view::focus(), &form1::Command_exit);
     EXPECT_FALSE(focus(form1::Label_rpm));
+}
+
+TEST_F(Acts, TheTabKeyFindsALabelThatAnswersToAClick) {
+    form1::Label_rpm.on.double_click = says("double click");
+    EXPECT_TRUE(focus(form1::Label_rpm));
+    EXPECT_EQ(view::focus(), &form1::Label_rpm);
+}
+
+TEST_F(Acts, AWindowIsClosedByItsFrame) {
+    inside_program([] { view::show(form2::Form2); });
+    EXPECT_TRUE(close(form2::Form2));
+    EXPECT_FALSE(form2::Form2.loaded);
 }
 
 TEST_F(Acts, ADisabledWindowCannotBeClosedByItsFrame) {

@@ -74,6 +74,13 @@ TEST_F(Timers, AnIntervalOfZeroNeverFallsDue) {
     EXPECT_THAT(fast_ms, ElementsAre());
 }
 
+TEST_F(Timers, AnIntervalOfOneIsTheShortest) {
+    inside_program([] { fast.set_interval(1); });
+    switch_on(fast);
+    run_for(3);
+    EXPECT_THAT(fast_ms, ElementsAre(1, 2, 3));
+}
+
 TEST_F(Timers, TheOneDueFirstTicksFirstWhateverItsPlace) {
     std::vector<std::string> order;
     fast.tick = [&order] { order.push_back("fast"); };

@@ -106,6 +106,15 @@ TEST_F(Rules, OptionsOfAnotherFrameStayOn) {
     EXPECT_TRUE(view::selected(form1::Option_gpl));
 }
 
+TEST_F(Rules, AnOptionThatIsSwitchedOffIsOff) {
+    view::select(form1::Option_gpl);
+    form1::Option_gpl.on.click = says("gpl");
+    view::select(form1::Option_gpl, false);
+    EXPECT_FALSE(view::selected(form1::Option_gpl));
+    EXPECT_FALSE(view::selected(form1::Option_metano));
+    EXPECT_THAT(events, IsEmpty());
+}
+
 TEST_F(Rules, ACheckBoxRunsItsClickForAnyChange) {
     form1::Check1.on.click = says("check");
     view::select(form1::Check1);
@@ -154,6 +163,9 @@ TEST_F(Rules, FocusIsRefusedByWhatIsHiddenOrDisabled) {
     view::set_focus(form1::Text2); // there already
     EXPECT_THAT(events, ElementsAre("focus"));
     view::set_focus(form1::Text_min_tank); // its panel is hidden
+    EXPECT_EQ(view::focus(), &form1::Text2);
+    view::load(form2::Form2);
+    view::set_focus(form2::cmd_exit); // its window is not shown
     EXPECT_EQ(view::focus(), &form1::Text2);
     view::set_focus(form1::Form1);
     EXPECT_EQ(view::focus(), &form1::Form1);
@@ -208,6 +220,16 @@ TEST_F(Rules, AnActivationIsDeliveredOnceHoweverOftenItFellDue) {
         }
     });
     EXPECT_THAT(events, ElementsAre("main"));
+}
+
+TEST_F(Rules, AWindowThatWasGoneAndIsBackBeforeItsActivationIsActivatedOnce) {
+    form2::Form2.on.activate = says("second");
+    inside_program([] {
+        view::show(form2::Form2);
+        view::unload(form2::Form2);
+        view::show(form2::Form2);
+    });
+    EXPECT_THAT(events, ElementsAre("second"));
 }
 
 TEST_F(Rules, BoxesActivateNothing) {
