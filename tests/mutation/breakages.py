@@ -9,6 +9,7 @@ Before anything is broken every named test must pass; a test that no longer exis
 old text no longer stands in its file exactly once, are errors.
 """
 
+import argparse
 import dataclasses
 import fnmatch
 import hashlib
@@ -88,15 +89,20 @@ def verdict(breakage, unbroken):
         return run(breakage.room, {breakage.test})[1] or "NOT NOTICED"
 
 
-def chosen(arguments):
-    rooms = [FOLDER / f"{room}.txt" for room in arguments[:1]] or sorted(FOLDER.glob("*.txt"))
-    words = " ".join(arguments[1:])
-    return [each for path in rooms for each in breakages_of(path) if words in each.sentence]
+def arguments():
+    lists = sorted(path.stem for path in FOLDER.glob("*.txt"))
+    options = argparse.ArgumentParser(prog="breakages.py", description=__doc__.split("\n\n")[0])
+    options.add_argument("room", nargs="?", choices=lists, metavar="room", help="one of: " + ", ".join(lists))
+    options.add_argument("words", nargs="*", help="only the sentences that hold these")
+    options.add_argument("--stale", action="store_true", help="only whether every edit still has its place")
+    given = options.parse_args()
+    paths = [FOLDER / f"{name}.txt" for name in lists if given.room in (None, name)]
+    words = " ".join(given.words)
+    return given.stale, [each for path in paths for each in breakages_of(path) if words in each.sentence]
 
 
-def main(arguments):
-    only_stale = "--stale" in arguments
-    breakages = chosen([a for a in arguments if a != "--stale"])
+def main():
+    only_stale, breakages = arguments()
     wrong = list(stale(breakages))
     if not wrong and not only_stale:
         workbench.HOME.mkdir(parents=True, exist_ok=True)
@@ -125,4 +131,4 @@ def main(arguments):
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(main())
