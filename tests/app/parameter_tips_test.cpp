@@ -109,7 +109,8 @@ TEST_F(ParametersInTips, AreNamedByTheMenuItemsThatWriteOne) {
     for (Widget* item :
          {&form1::mnu_search, &form1::mnu_direction_normal_eobd, &form1::mnu_direction_inverse_eobd,
           &form1::mnu_mivra, &form1::mnu_matrix_2_ohm, &form1::mnu_matrix_3_ohm,
-          &form1::mnu_debug_yes, &form1::mnu_debug_no})
+          &form1::mnu_debug_yes, &form1::mnu_debug_no, &form1::mnu_valtek, &form1::mnu_reset_check,
+          &form1::mnu_reset_time_ongas, &form1::type_a, &form1::type_b, &form1::type_c})
         EXPECT_FALSE(app::parameters_of(*item).empty()) << full_name(*item);
 }
 
