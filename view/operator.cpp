@@ -7,6 +7,25 @@
 namespace zol::view::operator_acts {
 namespace {
 
+int acts_running = 0;
+
+// An act from its start to its end. The end of the program unwinds the acts that are running.
+class Act {
+  public:
+    explicit Act(const Widget& widget) : begun_(reachable(widget) && acts_running < deepest_acts) {
+        if (begun_) ++acts_running;
+    }
+    ~Act() {
+        if (begun_) --acts_running;
+    }
+    Act(const Act&) = delete;
+    Act& operator=(const Act&) = delete;
+    explicit operator bool() const { return begun_; }
+
+  private:
+    const bool begun_;
+};
+
 void run(const std::function<void()>& handler) {
     if (handler) handler();
 }
@@ -39,7 +58,8 @@ bool reachable(const Widget& widget) {
 }
 
 bool click(Widget& w) {
-    if (!reachable(w)) return false;
+    const Act act(w);
+    if (!act) return false;
     if (takes_focus(w)) set_focus(w);
     if (w.kind == Kind::check_box) {
         select(w, !selected(w)); // runs the handler
@@ -54,13 +74,15 @@ bool click(Widget& w) {
 }
 
 bool double_click(Widget& w) {
-    if (!reachable(w)) return false;
+    const Act act(w);
+    if (!act) return false;
     run(w.on.double_click);
     return true;
 }
 
 bool drag_on(Widget& slider, double value) {
-    if (!reachable(slider)) return false;
+    const Act act(slider);
+    if (!act) return false;
     set_focus(slider);
     const double before = slider.look.value;
     place_value(slider, std::clamp(value, slider.look.min, slider.look.max));
@@ -69,7 +91,12 @@ bool drag_on(Widget& slider, double value) {
 }
 
 bool end_drag(Widget& slider, double before) {
-    if (!reachable(slider)) return false;
+    const Act act(slider);
+    if (!act) {
+        // A value that no handler has written must not stay on the screen.
+        if (reachable(slider)) place_value(slider, before);
+        return false;
+    }
     if (slider.look.value != before) run(slider.on.change);
     run(slider.on.click);
     return true;
@@ -81,7 +108,8 @@ bool drag_to(Widget& slider, double value) {
 }
 
 bool choose(Widget& combo, int index) {
-    if (!reachable(combo)) return false;
+    const Act act(combo);
+    if (!act) return false;
     set_focus(combo);
     if (!set_list_index(combo, index)) return false;
     run(combo.on.click);
@@ -89,13 +117,15 @@ bool choose(Widget& combo, int index) {
 }
 
 bool type(Widget& text_box, const std::string& whole_text) {
-    if (!reachable(text_box)) return false;
+    const Act act(text_box);
+    if (!act) return false;
     set_text(text_box, whole_text);
     return true;
 }
 
 bool key(Widget& window, int code, int shift) {
-    if (!reachable(window)) return false;
+    const Act act(window);
+    if (!act) return false;
     if (window.on.key) window.on.key(code, shift);
     const Widget* focused = view::focus();
     if (!focused || focused->window != &window || focused == &window) return true;
@@ -104,13 +134,15 @@ bool key(Widget& window, int code, int shift) {
 }
 
 bool focus(Widget& control) {
-    if (!reachable(control) || !takes_focus_by_tab(control)) return false;
+    const Act act(control);
+    if (!act || !takes_focus_by_tab(control)) return false;
     set_focus(control);
     return true;
 }
 
 bool open(Widget& list) {
-    if (!reachable(list)) return false;
+    const Act act(list);
+    if (!act) return false;
     run(list.on.opens);
     return true;
 }

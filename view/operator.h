@@ -1,11 +1,19 @@
-// The operator's acts, as a screen reports them. Each keeps the rule that what is hidden or
-// disabled, itself or by its frame, menu or window, does not answer: then false comes back and
-// nothing happens.
+// The operator's acts, as a screen reports them. An act returns false and does nothing if its
+// widget is hidden or disabled, itself or by its frame, menu or window, or if too many acts are
+// running.
 #pragma once
 
 #include "view/widget.h"
 
 namespace zol::view::operator_acts {
+
+// A handler pumps while it waits, so the next act runs inside it. This many acts may run inside
+// each other; any more are dropped, or a flood of keys would use up the stack: an act takes
+// about 1.2 KiB of its 8 MiB (measured without optimisation). The limit is far lower, because each
+// act still has its writes to send when the flood ends, about a second's worth, and as high as a
+// key held for one second repeats. Closing a window does not count: a closing runs once, however
+// often it is asked.
+constexpr int deepest_acts = 30;
 
 bool reachable(const Widget& widget);
 

@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSlider>
+#include <QWheelEvent>
 
 namespace zol::view {
 namespace {
@@ -107,20 +108,48 @@ TEST_F(Keys, AHeldKeyRepeats) {
     EXPECT_EQ(seen.size(), 5U);
 }
 
-TEST_F(Keys, AKeyHeldDownWhileItsHandlerWaitsDoesNotNestWithoutEnd) {
-    int deepest = 0;
-    Bench.on.key = [&](int, int) {
-        deepest = std::max(deepest, wait_depth());
-        wait_on(Timer2, 20);
-    };
+// Whether a held key repeats or each press is one of its own.
+TEST_F(Keys, FloodOfKeysNestsToTheLimit) {
+    for (const bool repeats : {true, false}) {
+        int deepest = 0;
+        Bench.on.key = [&](int, int) {
+            deepest = std::max(deepest, wait_depth() + 1);
+            wait_on(Timer2, 20);
+        };
+        for (int i = 0; i < 300; ++i) {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Right, {}, "", repeats);
+            QCoreApplication::sendEvent(&face(Text1), &press);
+        }
+        run_for(200);
+        EXPECT_EQ(deepest, operator_acts::deepest_acts);
+    }
+}
+
+TEST_F(Keys, FloodOfWheelStepsLeavesTheAcceptedValue) {
+    Slider_flat.on.change = [] { wait_on(Timer2, 50); };
+    QWidget& slider = face(Slider_flat);
     for (int i = 0; i < 300; ++i)
-        post([this] {
-            QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Right, {}, "", true);
-            QCoreApplication::sendEvent(&face(Text1), &repeat);
+        post([&slider] {
+            const QPointF at = slider.rect().center();
+            QWheelEvent notch(at, slider.mapToGlobal(at), {}, {0, 120}, {}, {}, Qt::NoScrollPhase,
+                              false);
+            QCoreApplication::sendEvent(&slider, &notch);
         });
-    run_for(100);
-    EXPECT_GT(deepest, 10);
-    EXPECT_LT(deepest, 60);
+    run_for(300);
+    settle();
+    EXPECT_EQ(face<QSlider>(Slider_flat).value(), value(Slider_flat));
+}
+
+TEST_F(Keys, DroppedTabLeavesTheFocusWhereTheLogicHasIt) {
+    Command1.on.click = [] { wait_on(Timer2, 50); };
+    set_focus(Text1);
+    for (int i = 0; i < operator_acts::deepest_acts; ++i)
+        post([] { operator_acts::click(Command1); });
+    post([] { set_focus(Text1); });
+    post([this] { press(face(Text1), Qt::Key_Tab); });
+    run_for(300);
+    EXPECT_EQ(focus(), &Text1);
+    EXPECT_TRUE(face(Text1).hasFocus());
 }
 
 TEST_F(Keys, TheKeysOfAMessageBoxAreNotTheWindows) {

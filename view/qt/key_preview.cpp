@@ -36,14 +36,13 @@ bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void KeyPreview::press(Widget& window, const QKeyEvent& event) {
-    // A key held down while its handler waits nests a wait for each repeat; the stack has an end.
-    constexpr int deepest = 40;
-    if (event.isAutoRepeat() && wait_depth() >= deepest) return;
     Press pressed{event.key(), nullptr};
     on_their_way_.push_back(&pressed);
     const int code = key_code(event.key());
-    if (code != 0) operator_acts::key(window, code, shift_state(event.modifiers()));
+    const bool taken =
+        code == 0 || operator_acts::key(window, code, shift_state(event.modifiers()));
     std::erase(on_their_way_, &pressed);
+    if (!taken) return; // dropped, so its control does not get it either
     const std::unique_ptr<QKeyEvent> copy(event.clone());
     deliver(window, *copy);
     if (pressed.release) deliver(window, *pressed.release);

@@ -16,6 +16,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScreen>
 
@@ -306,7 +307,9 @@ bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
     case QEvent::FocusIn:
         if (mirroring_ || !operators_own(static_cast<QFocusEvent&>(event).reason())) break;
         if (widget.look.tab_stop) last_stop_ = &face;
-        post([&widget] { operator_acts::focus(widget); });
+        post([&widget, here = QPointer<WindowFace>(this)] {
+            if (!operator_acts::focus(widget) && here) here->follow_focus();
+        });
         break;
     case QEvent::MouseButtonPress:
         // A label lets the press through to its frame, which must not take its place.
