@@ -24,11 +24,11 @@ struct AppState {
     bool settings_panel_open = false;
 
     double com_port_number = 0; // 1 to 8; 0 before one was read. Settings, connection dialog
-    std::string tool_version = "9.9.20"; // a constant of the build
-    std::string firmware_text;           // "family.version.revision" of the unit. First read
-    int ecu_family = 0;                  // decides the image layout. First read
-    int ecu_version = 0;                 // First read
-    double ecu_revision = 0;             // First read
+    std::string tool_version = ZOL_VERSION; // set by the build
+    std::string firmware_text;              // "family.version.revision" of the unit. First read
+    int ecu_family = 0;                     // decides the image layout. First read
+    int ecu_version = 0;                    // First read
+    double ecu_revision = 0;                // First read
     view::Colour panel_colour = view::rgb(192, 192, 0); // follows the window after activation
     std::string text_colour;      // a colour as a decimal number, or no colour at all
     std::string current_language; // "it", "uk", "pl", "de", "fr", or empty

@@ -155,7 +155,7 @@ def report(results):
 
 
 def main():
-    options = argparse.ArgumentParser(prog="./mutate", description=__doc__.split("\n\n")[0])
+    options = argparse.ArgumentParser(prog="scripts/prove mutate", description=__doc__.split("\n\n")[0])
     options.add_argument("--count", type=int, default=1000, help="edits that compile (1000)")
     options.add_argument("--seed", type=int, default=None, help="of the draw; a new one by default")
     options.add_argument("--again", action="store_true", help="only the survivors of the run with this seed")

@@ -1,5 +1,5 @@
-// ./soak: many runs, each in a process of its own, so that a crash or a hang costs one run and is
-// told with its seed.
+// scripts/prove soak: many runs, each in a process of its own, so that a crash or a hang costs one
+// run and is reported with its seed.
 #include "tests/soak/pool.h"
 
 #include <charconv>

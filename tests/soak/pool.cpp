@@ -89,8 +89,8 @@ void hear(const Child& child, int status, bool whole_transcript, Summary& summar
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         ++summary.failed;
         const bool hung = WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM;
-        std::printf("FINDING: seed %u %s (status %d); ./soak --seed %u\n%s\n", child.seed,
-                    hung ? "hangs" : "crashes", status, child.seed, text.c_str());
+        std::printf("FINDING: seed %u %s (status %d); scripts/prove soak --seed %u\n%s\n",
+                    child.seed, hung ? "hangs" : "crashes", status, child.seed, text.c_str());
         return;
     }
     std::istringstream in(text);
@@ -108,8 +108,8 @@ void hear(const Child& child, int status, bool whole_transcript, Summary& summar
     ++summary.recoveries[recovery];
     if (findings > 0) {
         ++summary.failed;
-        std::printf("=== seed %u: %zu findings; ./soak --seed %u shows it again\n", child.seed,
-                    findings, child.seed);
+        std::printf("=== seed %u: %zu findings; scripts/prove soak --seed %u shows it again\n",
+                    child.seed, findings, child.seed);
     }
     if (findings > 0 || whole_transcript) {
         const auto body = text.find('\n');
