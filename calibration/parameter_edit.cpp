@@ -16,17 +16,24 @@ double ask(const std::string& prompt) {
     return app::val(view::input_box(prompt, "Modifica Parametro"));
 }
 
+// A write that fails is not waited for.
+bool write(double number, double value) {
+    if (!link::send_parameter(number, value)) return false;
+    link::wait_ms(300);
+    return true;
+}
+
 // What fails ends the rest of the writing.
 void write_edited(double number, double value) {
     // A coil signal that counts upwards needs a long filter, which must be there first.
     if (number == 126 && value == 1) {
-        if (!link::write_parameter(125, 4000)) return;
+        if (!write(125, 4000)) return;
         link::wait_ms(400);
     }
     if (number == 4000)
         app::state.local_flag_4000 = value;
     else
-        link::write_parameter(number, value);
+        write(number, value);
 }
 
 } // namespace

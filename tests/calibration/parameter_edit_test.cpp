@@ -185,29 +185,45 @@ TEST_F(ParameterEdit, Number4000StaysInTheTool) {
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "400 Form1 normal pointer"));
 }
 
-TEST_F(ParameterEdit, APulledCableEndsTheWritingAndGivesThePointerBack) {
+TEST_F(ParameterEdit, AFailedWriteIsFollowedByTheLastWaitOnly) {
     start_during_a_poll();
+    follow({&Form1});
+    port->unplugged = true;
+    edit("101", "75");
+    run_for(1000);
+    EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "400 Form1 normal pointer"));
+}
+
+TEST_F(ParameterEdit, AClosedPortLeavesTheLastWaitOnly) {
+    start_during_a_poll();
+    follow({&Form1});
+    inside_program([] { link::close_port(); });
+    edit("101", "75");
+    run_for(1000);
+    EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "400 Form1 normal pointer"));
+}
+
+TEST_F(ParameterEdit, NoWriteFollowsAFailedForerunner) {
+    start_during_a_poll();
+    follow({&Form1});
     port->unplugged = true;
     edit("126", "1");
-    run_for(500);
-    port->unplugged = false; // in time for a second write, which is not tried any more
-    run_for(199);
-    EXPECT_EQ(pointer(), Pointer::hourglass);
-    run_for(1);
-    EXPECT_EQ(pointer(), Pointer::normal);
-    EXPECT_THAT(writes(), IsEmpty());
+    run_for(100);
+    port->unplugged = false; // in time for a second write
     run_for(2000);
     EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "400 Form1 normal pointer"));
 }
 
 TEST_F(ParameterEdit, ACablePulledBetweenTheTwoWritesLosesTheSecondOnly) {
     start_during_a_poll();
+    follow({&Form1});
     edit("126", "1");
     run_for(350);
     port->unplugged = true;
     run_for(1050);
     EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(125, 4000))));
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1100 Form1 normal pointer"));
 }
 
 TEST_F(ParameterEdit, AKeyDuringTheWaitEntersAfresh) {
