@@ -2,37 +2,43 @@
 
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
+#include "link/device_identity.h"
 
-#include <iterator>
 #include <system_error>
 
 namespace zol::link {
 namespace {
 
-constexpr const char* usual_devices[] = {"/dev/ttyUSB0", "/dev/ttyUSB1", "/dev/ttyACM0",
-                                         "/dev/ttyACM1", "/dev/ttyS0",   "/dev/ttyS1",
-                                         "/dev/ttyS2",   "/dev/ttyS3"};
+constexpr std::array usual_devices = {"dev/ttyUSB0", "dev/ttyUSB1", "dev/ttyACM0", "dev/ttyACM1",
+                                      "dev/ttyS0",   "dev/ttyS1",   "dev/ttyS2",   "dev/ttyS3"};
+static_assert(usual_devices.size() == found_devices.size());
 
 } // namespace
 
 std::filesystem::path device_of_port(int port_number) {
-    if (port_number < 1 || port_number > static_cast<int>(std::size(usual_devices))) return {};
+    if (port_number < 1 || port_number > static_cast<int>(usual_devices.size())) return {};
+    const auto index = static_cast<std::size_t>(port_number - 1);
     const auto link = app::application_file("\\ports\\com" + std::to_string(port_number));
     std::error_code error;
     // A link whose device is gone still names the port's device.
     if (std::filesystem::symlink_status(link, error).type() !=
-        std::filesystem::file_type::not_found)
+            std::filesystem::file_type::not_found ||
+        found_devices[index].path == link)
         return link;
-    return usual_devices[port_number - 1];
+    return machine_root / usual_devices[index];
+}
+
+std::string with_target(const std::filesystem::path& device) {
+    std::error_code error;
+    const auto target = std::filesystem::read_symlink(device, error);
+    return device.string() + (error ? "" : " -> " + target.string());
 }
 
 std::string port_tip(int port_number) {
     const auto device = device_of_port(port_number);
     std::error_code error;
-    const auto target = std::filesystem::read_symlink(device, error);
-    const std::string leads_to = error ? "" : " -> " + target.string();
     const bool there = std::filesystem::exists(device, error);
-    return "COM" + std::to_string(port_number) + ": " + device.string() + leads_to + " (" +
+    return "COM" + std::to_string(port_number) + ": " + with_target(device) + " (" +
            app::helper_word(there ? "there" : "not there") + ")";
 }
 

@@ -1,22 +1,22 @@
 #include "link/posix_serial_port.h"
 
+#include "app/helper_texts.h"
+#include "link/device_identity.h"
 #include "link/port_devices.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/ioctl.h>
-#include <termios.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace zol::link {
 namespace {
 
 // The one setting that the control unit knows: raw bytes both ways, no flow control.
-bool set_9600_n_8_1(int descriptor) {
-    termios line{};
-    if (::tcgetattr(descriptor, &line) != 0) return false;
+bool set_9600_n_8_1(int descriptor, termios line) {
     ::cfmakeraw(&line);
     // What another program may have left on and cfmakeraw leaves alone: among it flow control.
     line.c_iflag = 0;
@@ -34,14 +34,17 @@ bool set_9600_n_8_1(int descriptor) {
 PosixSerialPort::~PosixSerialPort() { close(); }
 
 void PosixSerialPort::set_number(int port_number) {
-    if (!open_) port_number_ = port_number; // an open port stays with its device
+    if (open_) return; // an open port stays with its device
+    port_number_ = port_number;
+    chosen_ = true;
 }
 void PosixSerialPort::set_line_settings(const std::string& settings) { settings_ = settings; }
 
 std::optional<std::string> PosixSerialPort::open() {
-    if (open_) return failure(EBUSY);
-    if (settings_ != "9600,n,8,1") return failure(EINVAL);
-    const auto error = attach();
+    if (open_) return failure(device_of_port(port_number_), EBUSY);
+    const bool chosen = std::exchange(chosen_, false);
+    if (settings_ != "9600,n,8,1") return failure(device_of_port(port_number_), EINVAL);
+    const auto error = attach(chosen);
     open_ = !error;
     return error;
 }
@@ -51,40 +54,64 @@ void PosixSerialPort::close() {
     open_ = false;
 }
 
-std::string PosixSerialPort::failure(int error) const {
-    const auto device = device_of_port(port_number_).string();
-    return "COM" + std::to_string(port_number_) + (device.empty() ? "" : " (" + device + ")") +
-           ": " + std::strerror(error);
+std::string PosixSerialPort::failure(const std::filesystem::path& device, int error) const {
+    return "COM" + std::to_string(port_number_) +
+           (device.empty() ? "" : " (" + device.string() + ")") + ": " + std::strerror(error);
 }
 
-std::optional<std::string> PosixSerialPort::attach() {
-    const auto device = device_of_port(port_number_);
-    if (device.empty()) return failure(ENODEV);
+std::optional<std::string> PosixSerialPort::attach(bool chosen) {
+    auto device = device_of_port(port_number_);
+    if (device.empty()) return failure(device, ENODEV);
+    FoundDevice& found = found_devices[static_cast<std::size_t>(port_number_ - 1)];
+    const bool back = !chosen && !found.path.empty();
+    if (back) device = found.path;
+    // Judged before it is opened: opening alone would raise the modem lines of another device.
+    struct stat there {};
+    if (::stat(device.c_str(), &there) != 0) return failure(device, errno);
+    const std::string identity = device_identity(there.st_rdev);
+    if (back && identity != found.identity) return failure(device, ENODEV);
+    if (const auto error = take_device(device, there.st_rdev)) {
+        detach();
+        return error;
+    }
+    found = {device, identity};
+    return std::nullopt;
+}
+
+std::optional<std::string> PosixSerialPort::take_device(const std::filesystem::path& device,
+                                                        dev_t number) {
     // Not blocking: neither a modem line that is down nor a full buffer may hold the program up.
     descriptor_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    int error = 0;
-    if (descriptor_ < 0 || !::isatty(descriptor_))
-        error = errno;
-    else if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0)
-        error = EBUSY;
-    else if (!set_9600_n_8_1(descriptor_))
-        error = errno;
-    if (error == 0) return std::nullopt;
-    detach();
-    return failure(error);
+    if (descriptor_ < 0 || !::isatty(descriptor_)) return failure(device, errno);
+    struct stat opened {};
+    // Its name may have gone to another device in between.
+    if (::fstat(descriptor_, &opened) != 0 || opened.st_rdev != number)
+        return failure(device, ENODEV);
+    if (is_terminal_of_a_session(number))
+        return "COM" + std::to_string(port_number_) + " (" + with_target(device) +
+               "): " + app::helper_word("terminal of a session");
+    if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) return failure(device, EBUSY);
+    termios line{};
+    if (::tcgetattr(descriptor_, &line) != 0) return failure(device, errno);
+    settings_before_ = line;
+    if (!set_9600_n_8_1(descriptor_, line)) return failure(device, errno);
+    return std::nullopt;
 }
 
 void PosixSerialPort::detach() {
     if (descriptor_ < 0) return;
     // Bytes that a dead line never takes would hold the close up.
     ::tcflush(descriptor_, TCOFLUSH);
+    // At once and without asking whether it worked: the device may be gone.
+    if (settings_before_) ::tcsetattr(descriptor_, TCSANOW, &*settings_before_);
+    settings_before_.reset();
     ::close(descriptor_);
     descriptor_ = -1;
 }
 
 bool PosixSerialPort::write(std::span<const std::uint8_t> bytes) {
     // The adapter was pulled earlier: it may be back by now.
-    if (!open_ || (descriptor_ < 0 && attach())) return false;
+    if (!open_ || (descriptor_ < 0 && attach(false))) return false;
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;

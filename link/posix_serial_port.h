@@ -3,13 +3,19 @@
 
 #include "link/serial_port.h"
 
+#include <filesystem>
+#include <optional>
 #include <string>
+#include <sys/types.h>
+#include <termios.h>
 
 namespace zol::link {
 
 // Behind a port number stands what link/port_devices.h says. An adapter that is pulled while the
 // port is open makes every write and read fail; once it is back under its name, the next write
-// finds it again, with no need to open the port anew.
+// finds it again, with no need to open the port anew. Another device in its place is not taken and
+// gets no byte: the port goes on failing as if the adapter were out. The terminal of a session is
+// never taken. A device gets its settings back when it is let go.
 class PosixSerialPort : public SerialPort {
   public:
     PosixSerialPort() = default;
@@ -27,15 +33,19 @@ class PosixSerialPort : public SerialPort {
 
   private:
     // "COM1 (/dev/ttyUSB0): " and the system's text.
-    std::string failure(int error) const;
-    // Opens the device; nothing on success, else why not.
-    std::optional<std::string> attach();
+    std::string failure(const std::filesystem::path& device, int error) const;
+    // Opens the device; nothing on success, else why not. Without a choice, the device that was
+    // found before.
+    std::optional<std::string> attach(bool chosen);
+    std::optional<std::string> take_device(const std::filesystem::path& device, dev_t number);
     void detach();
 
     int port_number_ = 0;
+    bool chosen_ = false; // since the last open()
     std::string settings_;
     bool open_ = false;
-    int descriptor_ = -1; // -1 also while an open port's device is gone
+    int descriptor_ = -1;                    // -1 also while an open port's device is gone
+    std::optional<termios> settings_before_; // of the device at hand, once they are known
 };
 
 } // namespace zol::link

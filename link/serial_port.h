@@ -14,7 +14,10 @@ using Bytes = std::vector<std::uint8_t>;
 
 struct SerialPort {
     virtual ~SerialPort() = default;
-    virtual void set_number(int port_number) = 0; // 1 to 8; what it means is the port's own affair
+    // 1 to 8; what it means is the port's own affair. It is a choice: the next open() takes the
+    // device that the number has by then. An open() with no choice before it takes back only the
+    // device that the number was found to have.
+    virtual void set_number(int port_number) = 0;
     virtual void set_line_settings(const std::string& settings) = 0; // "9600,n,8,1"
     // Nothing on success, else the system's text for why not. An open port stays as it is.
     virtual std::optional<std::string> open() = 0;

@@ -1,0 +1,78 @@
+#include "link/device_identity.h"
+
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <sys/sysmacros.h>
+#include <system_error>
+
+namespace zol::link {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string whole_text(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// Up from the device's folder to that of the USB adapter, the first one with a vendor. The number
+// of the port and of the interface tell the ports of one adapter apart. Empty for any other device.
+std::string usb_identity(fs::path folder) {
+    std::string identity = "usb";
+    for (; folder.has_relative_path(); folder = folder.parent_path()) {
+        std::error_code error;
+        for (const char* part :
+             {"port_number", "bInterfaceNumber", "idVendor", "idProduct", "serial"})
+            if (fs::exists(folder / part, error))
+                identity += std::string(" ") + part + "=" + whole_text(folder / part);
+        if (fs::exists(folder / "idVendor", error)) return identity;
+    }
+    return {};
+}
+
+bool is_pseudo_terminal(dev_t device) {
+    constexpr unsigned first = 136, last = 143; // fixed by the kernel
+    return major(device) >= first && major(device) <= last;
+}
+
+// The field behind state, parent, group and session, and those come behind the name in parentheses,
+// which may hold blanks and parentheses of its own. The kernel packs 12 bits of the major number
+// between the low 8 and the high 12 bits of the minor one. 0 is none.
+dev_t controlling_terminal(const std::string& stat) {
+    const auto name_end = stat.rfind(')');
+    if (name_end == std::string::npos) return 0;
+    std::istringstream fields(stat.substr(name_end + 1));
+    std::string state;
+    long parent = 0, group = 0, session = 0, terminal = 0;
+    if (!(fields >> state >> parent >> group >> session >> terminal)) return 0;
+    const auto packed = static_cast<unsigned>(terminal);
+    return makedev((packed >> 8) & 0xfff, (packed & 0xff) | ((packed >> 12) & 0xfff00));
+}
+
+} // namespace
+
+std::string device_identity(dev_t device) {
+    const auto number = std::to_string(major(device)) + ":" + std::to_string(minor(device));
+    std::error_code error;
+    const auto folder = fs::canonical(machine_root / "sys/dev/char" / number, error);
+    if (const auto identity = error ? std::string() : usb_identity(folder); !identity.empty())
+        return identity;
+    return is_pseudo_terminal(device) ? "pseudo-terminal" : number;
+}
+
+bool is_terminal_of_a_session(dev_t device) {
+    std::error_code error;
+    fs::directory_iterator process(machine_root / "proc", error);
+    for (; !error && process != fs::directory_iterator(); process.increment(error)) {
+        const std::string id = process->path().filename().string();
+        if (!std::all_of(id.begin(), id.end(), [](unsigned char c) { return std::isdigit(c); }))
+            continue;
+        if (controlling_terminal(whole_text(process->path() / "stat")) == device) return true;
+    }
+    return false;
+}
+
+} // namespace zol::link
