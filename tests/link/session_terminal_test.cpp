@@ -182,6 +182,21 @@ TEST_F(TerminalSettings, ThatCannotComeBackDoNotHoldTheClosing) {
     ::close(other);
 }
 
+// A device of which one of these is not known is let go as it is.
+TEST_F(TerminalSettings, OfADeviceThatFailsAreLeftAlone) {
+    Cable cable;
+    lead_com1_to(cable.device);
+    for (const std::string_view call : {"fstat", "tcgetattr"}) {
+        const tests::WatchedCalls watch([&](int, std::string_view name) {
+            return tests::Fate{.error = name == call ? EIO : 0, .halved = false};
+        });
+        EXPECT_NE(open_com1(), std::nullopt) << call;
+        EXPECT_FALSE(port.is_open());
+        EXPECT_THAT(watch.names(), testing::Not(testing::Contains("tcsetattr"))) << call;
+        EXPECT_EQ(watch.names().back(), "close");
+    }
+}
+
 // Another program's lock is on it, so another program's settings are too.
 TEST_F(TerminalSettings, OfABusyDeviceAreLeftAlone) {
     Cable cable;

@@ -5,7 +5,9 @@
 #include "tests/tour/hands.h"
 #include "tests/tour/unit_process.h"
 
+#include <filesystem>
 #include <functional>
+#include <optional>
 
 namespace zol::rough {
 
@@ -45,6 +47,14 @@ void in_the_reset_writes(Hands& hands, UnitProcess& unit);
 void in_the_connection_dialog(Hands& hands, UnitProcess& unit);
 void with_the_port_taken(Hands& hands, UnitProcess& unit);
 void taken_while_the_adapter_was_out(Hands& hands, UnitProcess& unit);
+
+// --- other_car.cpp: another unit behind the device that the port number usually has
+// The unit of that car, for the visit that has one.
+inline std::optional<UnitProcess> other_car;
+// Starts it on a machine of the visit's own below `out`.
+void bring_other_car(const std::filesystem::path& unit_program, const std::filesystem::path& out);
+void send_other_car_away();
+void leave_the_other_car_alone(Hands& hands, UnitProcess& unit);
 
 // --- endurance.cpp
 void warm_up(Hands& hands, UnitProcess& unit);

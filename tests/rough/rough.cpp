@@ -23,6 +23,7 @@ struct RoughVisit {
     Visit visit;
     const Fault& fault;
     bool port_taken = false;
+    bool has_other_car = false;
 };
 
 // What two visits share: each phase, with the one fault and with the other.
@@ -64,6 +65,13 @@ std::vector<RoughVisit> visits() {
                {"Taken later", taken_while_the_adapter_was_out}}},
              gone_adapter,
              true},
+            {{"Another car",
+              "",
+              {{"Start, first read, polling", tour::start_with_answering_unit},
+               {"The unit goes", leave_the_other_car_alone}}},
+             gone_adapter,
+             false,
+             true},
             {{"For long", "", endurance, false, endurance_s + minutes_s}, gone_adapter}};
 }
 
@@ -79,8 +87,10 @@ void make_rough_visit(const RoughVisit& rough, char* program_name, const fs::pat
         holder.emplace(port);
         holder->holds_within(5000);
     }
+    if (rough.has_other_car) bring_other_car(build / "simulator" / "control-unit", out);
     tour::make_visit(rough.visit, program_name, out, tally, unit);
     holder.reset();
+    send_other_car_away();
 }
 
 int be_rough(char* program_name, const fs::path& build, const fs::path& out, std::size_t only) {

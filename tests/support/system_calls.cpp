@@ -59,6 +59,7 @@ int __real_fsync(int descriptor);
 int __real_close(int descriptor);
 int __real_rename(const char* from, const char* to);
 int __real_unlink(const char* path);
+int __real_tcgetattr(int descriptor, termios* line);
 int __real_tcsetattr(int descriptor, int when, const termios* line);
 
 int __wrap_open(const char* path, int flags, ...) {
@@ -96,6 +97,9 @@ int __wrap_rename(const char* from, const char* to) {
 }
 int __wrap_unlink(const char* path) {
     return judged("unlink", [&] { return __real_unlink(path); });
+}
+int __wrap_tcgetattr(int descriptor, termios* line) {
+    return judged("tcgetattr", [&] { return __real_tcgetattr(descriptor, line); });
 }
 int __wrap_tcsetattr(int descriptor, int when, const termios* line) {
     return judged("tcsetattr", [&] { return __real_tcsetattr(descriptor, when, line); });
