@@ -1,4 +1,5 @@
 // What a port does to the settings of a terminal, and which terminals it leaves alone.
+#include "app/helper_texts.h"
 #include "tests/link/serial_cable.h"
 #include "tests/support/system_calls.h"
 
@@ -75,8 +76,12 @@ TEST_F(TerminalSettings, TheTerminalOfASessionIsRefused) {
     const Session session(cable);
     const termios before = settings_of(cable);
     lead_com1_to(cable.device);
+    std::filesystem::create_symlink(ZOL_SOURCE_DIR "/language", folder / "language");
+    app::apply_helper_texts();
     EXPECT_EQ(open_com1(), "COM1 (" + (folder / "ports/com1").string() + " -> " + cable.device +
-                               "): terminal of a session");
+                               "): this is the terminal of a running session and not an adapter. "
+                               "Let the link in the folder ports lead to the adapter, or choose "
+                               "another port.");
     EXPECT_FALSE(port.is_open());
     EXPECT_FALSE(port.write(Bytes{80}));
     expect_no_bytes(cable);
