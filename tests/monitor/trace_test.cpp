@@ -168,6 +168,37 @@ TEST_F(Trace, ASampleAboveFiveTimesTheLastDrawnOneIsHeldBackOnTheNextTick) {
     EXPECT_EQ(app::state.lambda_sample, 700);
 }
 
+TEST_F(Trace, ALeapReadByTheLambdaPanelIsDrawnOnEachTick) {
+    centre_is("0");
+    lambda_panel_draws(90);
+    for (int tick = 1; tick <= 3; ++tick) {
+        lambda_panel_draws(700);
+        EXPECT_EQ(strokes().back(), bar(100 * tick, mid() - 700, view::green));
+    }
+}
+
+TEST_F(Trace, ALeapReadByThePollingIsHeldBackForOneTick) {
+    centre_is("0");
+    lambda_panel_draws(90);
+    engine_panel_draws(700);
+    lambda_panel_draws(700);
+    EXPECT_EQ(strokes().back(), bar(200, mid() - 90, view::green));
+    lambda_panel_draws(700);
+    EXPECT_EQ(strokes().back(), bar(300, mid() - 700, view::green));
+}
+
+TEST_F(Trace, ALeapReadByTheTickThatClearsIsHeldBackForOneTick) {
+    centre_is("0");
+    lambda_panel_draws(90);
+    app::state.trace_x = width();
+    lambda_panel_draws(700);
+    EXPECT_THAT(strokes(), IsEmpty());
+    lambda_panel_draws(700);
+    EXPECT_EQ(strokes().back(), bar(0, mid() - 90, view::green));
+    lambda_panel_draws(700);
+    EXPECT_EQ(strokes().back(), bar(100, mid() - 700, view::green));
+}
+
 TEST_F(Trace, ExactlyFiveTimesIsNoLeap) {
     app::state.lambda_previous_sample = 90;
     app::state.lambda_sample = 450;
