@@ -92,6 +92,10 @@ TEST_F(DeviceIdentity, AProcessWithoutATerminalHasNoDevice) {
     EXPECT_FALSE(is_terminal_of_a_session(makedev(136, 0)));
 }
 
+TEST_F(DeviceIdentity, OwnTerminalBelongsToASession) {
+    EXPECT_TRUE(is_terminal_of_a_session(makedev(5, 0))) << "/dev/tty";
+}
+
 TEST_F(DeviceIdentity, AnUnreadableProcessTableNamesNoTerminal) {
     EXPECT_FALSE(is_terminal_of_a_session(makedev(136, 0)));
     for (const char* line : {"", "77", "77 (sh)", "77 (sh) S 1 77", "77 (sh) S 1 77 77 x"}) {
