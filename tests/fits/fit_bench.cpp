@@ -8,6 +8,7 @@
 #include "tests/fits/drawn_text.h"
 #include "tests/fits/longest_values.h"
 #include "tests/fits/pseudo_language.h"
+#include "tests/support/mirror_check.h"
 #include "view/windows/form1.h"
 
 #include <QAction>
@@ -84,6 +85,12 @@ FitBench::FitBench() {
     link::use_serial_port(port_);
     use_platform(platform);
     use_screen(screen);
+}
+
+void FitBench::TearDown() {
+    settle();
+    for (const std::string& difference : tests::mirror_differences())
+        ADD_FAILURE() << difference;
 }
 
 FitBench::~FitBench() {

@@ -32,6 +32,8 @@ class FitBench : public testing::TestWithParam<const char*> {
   protected:
     FitBench();
     ~FitBench() override;
+    // What every test leaves on the screen is what its widgets' data says.
+    void TearDown() override;
 
     // Loads and shows the window, scaled to the screen, in the language of this test.
     void open(Widget& window);

@@ -1,5 +1,7 @@
+#include "tests/support/mirror_check.h"
 #include "tests/tour/hands.h"
 #include "tests/tour/windows.h"
+#include "view/timers.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -19,6 +21,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <semaphore>
 #include <thread>
 
 namespace zol::tour {
@@ -167,6 +170,7 @@ void Hands::save(const QPixmap& screen, const std::string& name) {
 
 void Hands::picture(const std::string& name) {
     act([&] { save(whole_screen(), name); });
+    compare_with_data();
 }
 
 // Looks and takes in one go: a window that is on view for a moment may be gone in the next turn.
@@ -220,8 +224,39 @@ void Hands::until_idle(const QString& window) {
 
 void Hands::see(const std::string& sentence, bool holds) {
     ++(holds ? tally_.seen : tally_.missed);
-    if (holds) return;
-    std::printf("MISSED: %s\n", sentence.c_str());
+    if (!holds) {
+        std::printf("MISSED: %s\n", sentence.c_str());
+        std::fflush(stdout);
+    }
+    compare_with_data();
+}
+
+// The program's pump runs what was posted before, then idles: by then the screen has caught up, and
+// no act of the operator is on its way.
+std::vector<std::string> Hands::differences() {
+    std::vector<std::string> found;
+    std::binary_semaphore compared(0);
+    const auto compare = [&] {
+        found = tests::mirror_differences();
+        compared.release();
+    };
+    const auto once_idle = [&] { QMetaObject::invokeMethod(qApp, compare, Qt::QueuedConnection); };
+    QMetaObject::invokeMethod(
+        qApp, [&] { view::post(once_idle); }, Qt::QueuedConnection);
+    compared.acquire();
+    return found;
+}
+
+void Hands::compare_with_data() {
+    ++tally_.compared;
+    std::vector<std::string> found;
+    // The display takes a moment to make another window the active one.
+    constexpr int longest_change_ms = 2000;
+    const auto same = [&] { return (found = differences()).empty(); };
+    if (until(same, longest_change_ms)) return;
+    tally_.missed += static_cast<int>(found.size());
+    for (const std::string& difference : found)
+        std::printf("MISSED: on the screen as in the data: %s\n", difference.c_str());
     std::fflush(stdout);
 }
 

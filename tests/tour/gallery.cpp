@@ -162,8 +162,8 @@ int make_gallery(char* program_name, const fs::path& build, const fs::path& out,
         for (const Visit& visit : visits)
             make_visit(visit, program_name, out, *tally, unit);
     }
-    std::printf("%d pictures in %s, %d things missed\n", tally->pictures, out.c_str(),
-                tally->missed);
+    std::printf("%d pictures in %s, %d things missed, the windows compared %d times\n",
+                tally->pictures, out.c_str(), tally->missed, tally->compared);
     return tally->missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

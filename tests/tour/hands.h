@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 class QAction;
 class QPixmap;
@@ -69,14 +70,18 @@ class Hands {
     // Until the window shows the ordinary pointer again.
     void until_idle(const QString& window = "Form1");
 
-    // Notes whether what was to be seen was seen; what was missed is said at once.
+    // Notes whether what was to be seen was seen; what was missed is said at once. Then compares
+    // the windows with the program's data.
     void see(const std::string& sentence, bool holds);
+    // Compares every window on the screen with the program's data; what differs is missed.
+    void compare_with_data();
     Tally& tally() { return tally_; }
 
   private:
     // Runs on the windows' thread; comes back when it is done, or waits in its turn.
     static void act(const std::function<void()>& work);
     static QWidget* find(const QString& name, const QString& window);
+    static std::vector<std::string> differences();
     // For the windows' own thread.
     void save(const QPixmap& screen, const std::string& name);
     void note(const QString& name, const QString& window = "Form1");

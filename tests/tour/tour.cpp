@@ -96,8 +96,9 @@ int run_tour(char* program_name, const fs::path& build, const fs::path& out,
             make_visit(visit, program_name, out, *tally, unit);
     }
     if (chosen.size() == visits.size()) say_untouched(out, *tally);
-    std::printf("%d things seen, %d missed, %d pictures and the wire log in %s\n", tally->seen,
-                tally->missed, tally->pictures, out.c_str());
+    std::printf("%d things seen, %d missed, the windows compared with their data %d times\n",
+                tally->seen, tally->missed, tally->compared);
+    std::printf("%d pictures and the wire log in %s\n", tally->pictures, out.c_str());
     return tally->missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -24,6 +24,7 @@ namespace {
 void walk(const Stage& stage, Hands& hands, UnitProcess& unit) {
     const Tally before = hands.tally();
     stage.walk(hands, unit);
+    hands.compare_with_data();
     const Tally& now = hands.tally();
     std::printf("  %-32s %3d seen", stage.name, now.seen - before.seen);
     if (now.missed > before.missed) std::printf(", %d MISSED", now.missed - before.missed);

@@ -1,5 +1,7 @@
 #include "tests/windows/qt_bench.h"
 
+#include "tests/support/mirror_check.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QSlider>
@@ -72,7 +74,8 @@ QtBench::QtBench() {
     test_window::Timer2.tick = [] { test_window::Timer2.off(); };
 }
 
-QtBench::~QtBench() {
+// They may hold what the body of a test has taken with it.
+void QtBench::drop_handlers() {
     for (Widget* window : all_windows()) {
         for (auto* list : {&window->controls, &window->menus})
             for (Widget* w : *list)
@@ -81,6 +84,22 @@ QtBench::~QtBench() {
     }
     for (Timer* timer : {&test_window::Timer1, &test_window::Timer3, &test_window::Timer_dialog})
         timer->tick = nullptr;
+}
+
+void QtBench::TearDown() {
+    drop_handlers();
+    settle();
+    expect_mirrored();
+}
+
+void QtBench::expect_mirrored() {
+    screen.catch_up();
+    for (const std::string& difference : tests::mirror_differences())
+        ADD_FAILURE() << difference;
+}
+
+QtBench::~QtBench() {
+    drop_handlers();
     for (Widget* window : all_windows())
         unload(*window);
     settle();

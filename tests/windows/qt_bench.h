@@ -35,6 +35,9 @@ class QtBench : public ::testing::Test {
   protected:
     QtBench();
     ~QtBench() override;
+    // What every test leaves on the screen is what its widgets' data says.
+    void TearDown() override;
+    void expect_mirrored();
 
     // Lets what was posted and what waits in Qt's queue run, with no time to pass.
     static void settle();
@@ -79,6 +82,7 @@ class QtBench : public ::testing::Test {
     qt::QtScreen screen;
 
   private:
+    static void drop_handlers();
     QWidget* found_face(Widget& widget) const;
     void poll_for_box(const std::function<bool()>& act);
 };

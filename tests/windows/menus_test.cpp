@@ -1,0 +1,113 @@
+// The menus on the screen keep the state that the program gives them, whatever their window does.
+#include "tests/windows/qt_bench.h"
+
+#include "view/windows/form1.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+
+class Menus : public QtBench {
+  protected:
+    Menus() { open(Bench); }
+
+    // As every window does that disables the main window while it is open.
+    static void take_and_give_back(Widget& window) {
+        set_enabled(window, false);
+        settle();
+        set_enabled(window, true);
+        settle();
+    }
+    bool is_on(Widget& menu) const {
+        const QAction& action = this->action(menu);
+        return action.isEnabled() && (!action.menu() || action.menu()->isEnabled());
+    }
+    // Whether a click on its entry in the bar opens the menu.
+    bool opens(Widget& menu) {
+        auto* bar = top(*menu.window).findChild<QMenuBar*>();
+        const QPoint place = bar->actionGeometry(&action(menu)).center();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, place);
+        settle();
+        const bool open = action(menu).menu()->isVisible();
+        if (open) QTest::keyClick(action(menu).menu(), Qt::Key_Escape);
+        settle();
+        return open;
+    }
+};
+
+TEST_F(Menus, DisabledMenuStaysOffWhenItsWindowComesBack) {
+    set_enabled(mnu_tools, false);
+    take_and_give_back(Bench);
+    EXPECT_FALSE(is_on(mnu_tools));
+    EXPECT_FALSE(opens(mnu_tools));
+    set_enabled(mnu_tools, true);
+    EXPECT_TRUE(opens(mnu_tools));
+}
+
+TEST_F(Menus, DisabledSubmenuStaysOffWhenItsWindowComesBack) {
+    set_enabled(mnu_more, false);
+    take_and_give_back(Bench);
+    EXPECT_FALSE(is_on(mnu_more));
+    EXPECT_TRUE(opens(mnu_tools));
+}
+
+TEST_F(Menus, SubmenuStaysOffWhenTheMenuAboveComesBack) {
+    set_enabled(mnu_more, false);
+    take_and_give_back(mnu_tools);
+    EXPECT_TRUE(is_on(mnu_tools));
+    EXPECT_FALSE(is_on(mnu_more));
+    set_enabled(mnu_more, true);
+    EXPECT_TRUE(is_on(mnu_more));
+}
+
+TEST_F(Menus, DisabledEntriesStayOffWhenTheirWindowComesBack) {
+    for (Widget* entry : {&mnu_act, &mnu_mark, &mnu_top})
+        set_enabled(*entry, false);
+    take_and_give_back(Bench);
+    for (Widget* entry : {&mnu_act, &mnu_mark, &mnu_top})
+        EXPECT_FALSE(is_on(*entry)) << entry->name;
+}
+
+TEST_F(Menus, HiddenMenusStayHiddenWhenTheirWindowComesBack) {
+    for (Widget* entry : {&mnu_more, &mnu_mark, &mnu_top})
+        set_visible(*entry, false);
+    take_and_give_back(Bench);
+    for (Widget* entry : {&mnu_more, &mnu_mark, &mnu_top})
+        EXPECT_FALSE(action(*entry).isVisible()) << entry->name;
+}
+
+TEST_F(Menus, MenuEnabledUnderADisabledWindowOpensOnlyLater) {
+    set_enabled(mnu_tools, false);
+    set_enabled(Bench, false);
+    set_enabled(mnu_tools, true);
+    settle();
+    EXPECT_FALSE(opens(mnu_tools));
+    set_enabled(Bench, true);
+    EXPECT_TRUE(opens(mnu_tools));
+}
+
+TEST_F(Menus, MenuDisabledUnderADisabledWindowStaysOff) {
+    set_enabled(Bench, false);
+    set_enabled(mnu_tools, false);
+    set_enabled(Bench, true);
+    EXPECT_FALSE(opens(mnu_tools));
+}
+
+TEST_F(Menus, MainWindowsDisabledMenusStayOffWhenItComesBack) {
+    open(form1::Form1);
+    set_enabled(form1::mnu_check_car, false);
+    set_enabled(form1::mnu_eobd, false);
+    take_and_give_back(form1::Form1);
+    EXPECT_FALSE(is_on(form1::mnu_check_car));
+    EXPECT_FALSE(is_on(form1::mnu_eobd));
+    EXPECT_FALSE(opens(form1::mnu_eobd));
+    EXPECT_TRUE(is_on(form1::mnu_Lingua));
+}
+
+} // namespace
+} // namespace zol::view
