@@ -71,10 +71,11 @@ T* part_for(const Widget& widget, const QMultiHash<QString, T*>& parts, Differen
     return nullptr;
 }
 
-// An action can be chosen if it is enabled itself, and so are the menus and the bar above it.
+// An action can be chosen if it is visible and enabled, and so are the menus and the bar above it.
+// The toolkit takes a hidden action for a disabled one.
 bool can_be_chosen(const QAction& action, const Widget& entry,
                    const QMultiHash<QString, QAction*>& actions, const QMenuBar& bar) {
-    if (!bar.isEnabled() || !action.isEnabled()) return false;
+    if (!bar.isEnabled() || !action.isEnabled() || !action.isVisible()) return false;
     if (action.menu() && !action.menu()->isEnabled()) return false;
     if (entry.parent->kind == Kind::window) return true;
     const QAction* above = actions.value(QString::fromStdString(full_name(*entry.parent)));
@@ -107,7 +108,7 @@ void compare_menus(const Widget& window, const QWidget& top, Differences& found)
         compare_entry(*entry, *action, found);
         if (entry->kind != Kind::separator)
             found.compare(*entry, "enabled", can_be_chosen(*action, *entry, actions, *bar),
-                          effectively_enabled(*entry));
+                          effectively_enabled(*entry) && effectively_visible(*entry));
         const QWidget* holder = bar;
         if (entry->parent != &window) {
             const QAction* above = actions.value(QString::fromStdString(full_name(*entry->parent)));

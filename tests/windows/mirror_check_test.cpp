@@ -31,7 +31,7 @@ class MirrorCheck : public QtBench {
             set_back(*w, yellow), set_fore(*w, rgb(1, 2, 3));
         set_pointer(Frame1, Pointer::custom);
         set_tip(Slider_flat, "199");
-        set_help(mnu_act, {"", "Does <b>it</b> at once"});
+        set_help(mnu_act, {"", "Acts at once"});
         set_checked(mnu_mark, true);
         set_enabled(mnu_more, false);
         set_visible(mnu_top, false);
@@ -146,9 +146,14 @@ const Change texts[] = {
      R"(Bench: title is "Desk" on the screen, "Bench" in the data)"},
     {"tip", [](Case c) { c.on_screen(Slider_flat).setToolTip("200"); },
      R"(Bench.Slider_flat: tip is "200" on the screen, "199" in the data)"},
-    // What looks like markup in the data is text.
-    {"menu_tip", [](Case c) { c.entry(mnu_act).setToolTip("Does <b>it</b> at once"); },
-     R"(Bench.mnu_act: tip is "Does it at once" on the screen, "Does <b>it</b> at once" in the data)"},
+    {"menu_tip", [](Case c) { c.entry(mnu_act).setToolTip("Acts later"); },
+     R"(Bench.mnu_act: tip is "Acts later" on the screen, "Acts at once" in the data)"},
+    {"tip_taken_for_markup",
+     [](Case c) {
+         set_tip(Slider_flat, "a <b>bold</b> act");
+         c.on_screen(Slider_flat).setToolTip("a <b>bold</b> act");
+     },
+     R"(Bench.Slider_flat: tip is "a bold act" on the screen, "a <b>bold</b> act" in the data)"},
 };
 
 const Change states[] = {

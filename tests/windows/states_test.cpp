@@ -27,7 +27,7 @@ class States : public QtBench {
     States() {
         open(Bench);
         run_for(50);
-        face(Label1).setFocus();
+        set_focus(Label1);
     }
     QImage picture(Widget& w) const { return face(w).grab().toImage(); }
     // At rest, under the pointer, with the focus, and off: one picture each.

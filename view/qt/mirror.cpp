@@ -159,7 +159,12 @@ void mirror(const Widget& model, QAction& face, Aspect aspect) {
     case Aspect::tip:
     case Aspect::help: face.setToolTip(tip_on_screen(model)); break;
     case Aspect::visible: face.setVisible(model.look.visible); break;
-    case Aspect::enabled: face.setEnabled(model.look.enabled); break;
+    case Aspect::enabled:
+        // A window that is enabled again enables each menu in it that was not disabled by itself,
+        // and a menu enables its action.
+        if (face.menu()) face.menu()->setEnabled(model.look.enabled);
+        face.setEnabled(model.look.enabled);
+        break;
     case Aspect::checked:
         face.setCheckable(model.look.checked); // an entry without a mark shows no empty box
         face.setChecked(model.look.checked);

@@ -33,7 +33,14 @@ void QtScreen::window_loaded(Widget& window) {
 
 void QtScreen::window_shown(Widget& window, bool shown) {
     if (WindowFace* it = face(window)) it->show(shown);
-    if (!shown || std::exchange(any_shown_, true)) return;
+    if (!shown) {
+        // The focus went with the window; the toolkit's active window may never have given way to
+        // it.
+        for (const auto& other : faces_)
+            if (other->top().isActiveWindow()) other->follow_focus();
+        return;
+    }
+    if (std::exchange(any_shown_, true)) return;
     // The first window is painted before what comes behind it is built.
     catch_up();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
