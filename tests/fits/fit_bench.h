@@ -2,7 +2,7 @@
 // answer at the port. No time passes: what a window does once it is active is not asked for here.
 #pragma once
 
-#include "link/serial_port.h"
+#include "tests/support/silent_port.h"
 #include "view/qt/qt_platform.h"
 #include "view/qt/qt_screen.h"
 
@@ -14,18 +14,6 @@
 #include <string>
 
 namespace zol::view {
-
-// Opens, and is silent.
-class SilentPort : public link::SerialPort {
-  public:
-    void set_number(int) override {}
-    void set_line_settings(const std::string&) override {}
-    std::optional<std::string> open() override { return std::nullopt; }
-    void close() override {}
-    bool is_open() const override { return false; }
-    bool write(std::span<const std::uint8_t>) override { return false; }
-    std::optional<link::Bytes> read_all() override { return std::nullopt; }
-};
 
 // The parameter is the code of the language.
 class FitBench : public testing::TestWithParam<const char*> {
@@ -56,7 +44,7 @@ class FitBench : public testing::TestWithParam<const char*> {
   private:
     void expect_text_whole(const Widget& w) const;
     QTemporaryDir folder_;
-    SilentPort port_;
+    tests::SilentPort port_;
 };
 
 // Where the text of a widget stands that is not the program's own: a window of Qt's parts.

@@ -133,6 +133,7 @@ TEST_P(EveryWindow, ShowsEachTipAndPointer) {
         set_pointer(*w, Pointer::hourglass);
         EXPECT_EQ(face(*w).toolTip(), "199") << full_name(*w);
         EXPECT_EQ(face(*w).cursor().shape(), Qt::WaitCursor) << full_name(*w);
+        expect_mirrored();
         set_pointer(*w, Pointer::normal);
     }
 }
@@ -148,6 +149,12 @@ TEST_P(EveryWindow, MirrorsWhatIsVisibleAndEnabled) {
             set_visible(*w, !w->look.visible);
             set_enabled(*w, !w->look.enabled);
         }
+    }
+    for (Widget* w : window.controls) {
+        set_tab_stop(*w, !w->look.tab_stop);
+        set_edit_marker(*w, w->kind == Kind::text_box);
+        set_visible(*w, !w->look.visible);
+        set_enabled(*w, w->index % 2 != 0);
     }
 }
 
@@ -189,14 +196,19 @@ TEST_P(EveryWindow, HoldsEachSliderListAndBarAtItsModelsValue) {
             EXPECT_EQ(slider.orientation() == Qt::Vertical, w->look.vertical) << full_name(*w);
             place_value(*w, w->look.max);
             EXPECT_EQ(slider.value(), w->look.max) << full_name(*w);
+            set_selection_length(*w, 20);
+            set_range(*w, 30, 60);
         } else if (w->kind == Kind::combo_box) {
             set_items(*w, {"one", "two"});
             EXPECT_EQ(face<QComboBox>(*w).currentIndex(), -1) << full_name(*w);
+            set_items(*w, {"one", "two"}); // in place of those
+            set_item_tips(*w, {"first", "second"});
             set_list_index(*w, 1);
             EXPECT_EQ(face<QComboBox>(*w).currentText(), "two") << full_name(*w);
         } else if (w->kind == Kind::progress_bar) {
             set_value(*w, 35);
             EXPECT_EQ(face<QProgressBar>(*w).value(), 35) << full_name(*w);
+            set_range(*w, 30, 60);
         }
     }
 }

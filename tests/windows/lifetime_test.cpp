@@ -108,6 +108,7 @@ TEST_F(WindowLife, AWindowIsShownMinimisedAndMaximised) {
     set_window_state(Bench, WindowState::minimised);
     settle();
     EXPECT_TRUE(top(Bench).isMinimized());
+    expect_mirrored();
     set_window_state(Bench, WindowState::maximised);
     settle();
     EXPECT_TRUE(top(Bench).isMaximized());
@@ -121,6 +122,7 @@ TEST_F(WindowLife, AHiddenWindowKeepsItsWidgets) {
     settle();
     EXPECT_FALSE(top(Bench).isVisible());
     set_text(Label1, "changed while hidden");
+    expect_mirrored();
     show(Bench);
     settle();
     EXPECT_TRUE(top(Bench).isVisible());

@@ -1,7 +1,12 @@
 // The menus on the screen keep the state that the program gives them, whatever their window does.
 #include "tests/windows/qt_bench.h"
 
+#include "app/app_state.h"
+#include "app/wiring.h"
+#include "tests/support/silent_port.h"
+#include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
+#include "view/windows/form3.h"
 
 #include <QAction>
 #include <QMenu>
@@ -12,17 +17,8 @@ namespace {
 
 using namespace test_window;
 
-class Menus : public QtBench {
+class AnyMenus : public QtBench {
   protected:
-    Menus() { open(Bench); }
-
-    // As every window does that disables the main window while it is open.
-    static void take_and_give_back(Widget& window) {
-        set_enabled(window, false);
-        settle();
-        set_enabled(window, true);
-        settle();
-    }
     bool is_on(Widget& menu) const {
         const QAction& action = this->action(menu);
         return action.isEnabled() && (!action.menu() || action.menu()->isEnabled());
@@ -38,6 +34,19 @@ class Menus : public QtBench {
         if (open) QTest::keyClick(action(menu).menu(), Qt::Key_Escape);
         settle();
         return open;
+    }
+};
+
+class Menus : public AnyMenus {
+  protected:
+    Menus() { open(Bench); }
+
+    // As a window does that disables the main window while it is open.
+    static void take_and_give_back(Widget& window) {
+        set_enabled(window, false);
+        settle();
+        set_enabled(window, true);
+        settle();
     }
 };
 
@@ -99,15 +108,52 @@ TEST_F(Menus, MenuDisabledUnderADisabledWindowStaysOff) {
     EXPECT_FALSE(opens(mnu_tools));
 }
 
-TEST_F(Menus, MainWindowsDisabledMenusStayOffWhenItComesBack) {
-    open(form1::Form1);
-    set_enabled(form1::mnu_check_car, false);
-    set_enabled(form1::mnu_eobd, false);
-    take_and_give_back(form1::Form1);
-    EXPECT_FALSE(is_on(form1::mnu_check_car));
-    EXPECT_FALSE(is_on(form1::mnu_eobd));
-    EXPECT_FALSE(opens(form1::mnu_eobd));
-    EXPECT_TRUE(is_on(form1::mnu_Lingua));
+// The main window and those that take it over, with their real handlers and a unit that is silent.
+class MainWindowsMenus : public AnyMenus {
+  protected:
+    MainWindowsMenus() {
+        app::state = {};
+        app::state.no_reread = true; // nothing is read on activation
+        link::use_serial_port(port_);
+        app::connect_handlers();
+        open(form1::Form1);
+        set_enabled(form1::mnu_eobd, false);
+    }
+    ~MainWindowsMenus() override {
+        for (Timer* timer :
+             {&form1::Timer_stato_sistema, &form1::Timer_chiusura_stato, &form1::Timer1,
+              &form1::Timer2, &form1::Timer3, &form1::Timer4, &form1::Timer5, &form1::Timer6,
+              &form1::Timer_rpm, &form3::Timer2, &acquisizione::Timer_tinj,
+              &acquisizione::Timer_ricerca_max, &acquisizione::Timer1, &acquisizione::Timerx})
+            timer->tick = nullptr;
+    }
+    void open_and_close(Widget& window) {
+        open(window);
+        EXPECT_FALSE(form1::Form1.look.enabled);
+        top(window).close();
+        run_until([] { return form1::Form1.look.enabled; });
+        settle();
+    }
+    void expect_menus_off() {
+        EXPECT_FALSE(is_on(form1::mnu_check_car));
+        EXPECT_FALSE(is_on(form1::mnu_eobd));
+        EXPECT_FALSE(opens(form1::mnu_eobd));
+        EXPECT_TRUE(opens(form1::mnu_Lingua));
+        expect_mirrored();
+    }
+
+  private:
+    tests::SilentPort port_;
+};
+
+TEST_F(MainWindowsMenus, DisabledStayOffAfterTheAcquisition) {
+    open_and_close(acquisizione::acquisizione);
+    expect_menus_off();
+}
+
+TEST_F(MainWindowsMenus, DisabledStayOffAfterTheChangeoverWindow) {
+    open_and_close(form3::Form3);
+    expect_menus_off();
 }
 
 } // namespace

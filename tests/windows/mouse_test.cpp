@@ -56,6 +56,22 @@ TEST_F(Mouse, WhatIsDisabledOrHiddenDoesNotAnswer) {
     EXPECT_THAT(acts, IsEmpty());
 }
 
+// Each is refused by what comes ahead of it; the toolkit has already shown it as done.
+TEST_F(Mouse, RefusedStepLeavesTheDataOnTheScreen) {
+    face<QSlider>(Slider_flat).triggerAction(QSlider::SliderPageStepAdd);
+    EXPECT_NE(face<QSlider>(Slider_flat).value(), 50);
+    set_enabled(Slider_flat, false);
+    settle();
+    EXPECT_EQ(face<QSlider>(Slider_flat).value(), 50);
+}
+
+TEST_F(Mouse, RefusedTypingLeavesTheDataOnTheScreen) {
+    set_focus(Text1);
+    Bench.on.key = [](int, int) { post([] { set_enabled(Text1, false); }); };
+    press(face(Text1), Qt::Key_7);
+    EXPECT_EQ(face<QLineEdit>(Text1).text(), "");
+}
+
 TEST_F(Mouse, ADoubleClickOnALabelIsOneClickAndOneDoubleClick) {
     note(Label1);
     QTest::mouseClick(&face(Label1), Qt::LeftButton);

@@ -96,6 +96,9 @@ void mirror_tip(const Widget& model, QWidget& face) {
 }
 
 void mirror_pointer(const Widget& model, QWidget& face) {
+    // The text of a field for notes lies on a part that has a pointer of its own.
+    if (auto* notes = qobject_cast<QPlainTextEdit*>(&face))
+        mirror_pointer(model, *notes->viewport());
     switch (model.look.pointer) {
     case Pointer::hourglass: face.setCursor(Qt::WaitCursor); break;
     case Pointer::custom: face.setCursor(Qt::PointingHandCursor); break;
