@@ -37,13 +37,6 @@ void close_fd(int& fd) {
     fd = -1;
 }
 
-std::string link_target(const std::string& path) {
-    std::array<char, 4096> target{};
-    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-    return length < 0 ? std::string()
-                      : std::string(target.data(), static_cast<std::size_t>(length));
-}
-
 } // namespace
 
 std::string Device::open_pseudo_terminal() {
@@ -129,27 +122,6 @@ void Device::somebody_came_or_went() {
     std::array<char, 4096> events{};
     while (watch_fd_ >= 0 && ::read(watch_fd_, events.data(), events.size()) > 0) {}
     if (slave_fd_ >= 0) tcflush(slave_fd_, TCIFLUSH);
-}
-
-std::string make_link(const std::string& path, const std::string& target) {
-    struct stat found {};
-    if (lstat(path.c_str(), &found) == 0 && !S_ISLNK(found.st_mode))
-        return path + " is there and is no symbolic link; name another path for the link, or move "
-                      "it away.";
-    // Made beside it and moved into its place, so that the path is never without a link.
-    const std::string fresh = path + "." + std::to_string(getpid());
-    if (symlink(target.c_str(), fresh.c_str()) != 0)
-        return because("The link " + path + " cannot be made",
-                       "name a path in a folder that is there and that you may write to");
-    if (rename(fresh.c_str(), path.c_str()) == 0) return {};
-    std::string sentence =
-        because("The link " + path + " cannot be replaced", "name another path for the link");
-    unlink(fresh.c_str());
-    return sentence;
-}
-
-void remove_link(const std::string& path, const std::string& target) {
-    if (link_target(path) == target) unlink(path.c_str());
 }
 
 } // namespace sim

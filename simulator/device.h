@@ -50,10 +50,4 @@ class Device {
     unsigned mode_ = 0; // of the pseudo-terminal while it is denied
 };
 
-// Makes `path` a symbolic link to `target`, in place of one that is there. An empty text, or a
-// sentence why not: anything but a link is left alone.
-std::string make_link(const std::string& path, const std::string& target);
-// Removes it if it still points to `target`.
-void remove_link(const std::string& path, const std::string& target);
-
 } // namespace sim

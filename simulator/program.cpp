@@ -1,10 +1,13 @@
 #include "simulator/program.h"
 
+#include "simulator/port_link.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
-#include <cstring>
+#include <cstdio>
 #include <ctime>
 #include <fcntl.h>
 #include <poll.h>
@@ -15,6 +18,8 @@ namespace sim {
 namespace {
 
 constexpr std::size_t longest_typed_line = 4096;
+// The end waits so long for whoever reads the lines that are left.
+constexpr auto patience_at_the_end = std::chrono::seconds(1);
 
 std::int64_t clock_us() {
     timespec time{};
@@ -22,14 +27,8 @@ std::int64_t clock_us() {
     return time.tv_sec * 1'000'000LL + time.tv_nsec / 1000;
 }
 
-// Standard output may be closed, or nobody may read it: then there is nothing to be said.
-void say(const std::string& text) {
-    if (text.empty()) return;
-    std::fputs((text + "\n").c_str(), stdout);
-    std::fflush(stdout);
-}
-
-void complain(const std::string& text) {
+// Before the first line that is queued, and so before anything can be held up.
+void refuse(const std::string& text) {
     std::fputs(("control-unit: " + text + "\n").c_str(), stderr);
 }
 
@@ -45,19 +44,36 @@ void keep_standard_descriptors() {
 } // namespace
 
 Program::Program(const Arguments& arguments)
-    : arguments_(arguments), bench_(arguments.unit, arguments.line) {}
+    : arguments_(arguments), bench_(arguments.unit, arguments.line),
+      error_("Standard error", nullptr),
+      out_("Standard output", [this](const std::string& text) { complain(text); }),
+      log_("The log " + arguments.log, [this](const std::string& text) { complain(text); }) {}
 
 Program::~Program() {
     disconnect();
-    if (log_) std::fclose(log_);
+    finish_outputs();
     if (signals_ >= 0) close(signals_);
+}
+
+void Program::say(const std::string& text) {
+    if (!text.empty()) out_.put(text);
+}
+
+void Program::complain(const std::string& text) { error_.put("control-unit: " + text); }
+
+void Program::finish_outputs() {
+    const auto latest = std::chrono::steady_clock::now() + patience_at_the_end;
+    log_.finish(latest);
+    out_.finish(latest);
+    // Only now is it complete.
+    error_.finish(std::chrono::steady_clock::now() + patience_at_the_end);
 }
 
 int Program::run() {
     if (!arguments_.scenario.empty()) {
         scenario_ = load_scenario(arguments_.scenario);
         for (const std::string& wrong : scenario_.wrong)
-            complain(wrong);
+            refuse(wrong);
         if (!scenario_.wrong.empty()) return 2;
     }
     if (!begin()) return 1;
@@ -84,23 +100,24 @@ bool Program::begin() {
         sigaddset(&set, taken);
     sigprocmask(SIG_BLOCK, &set, nullptr);
     signals_ = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
-    if (!arguments_.log.empty()) {
-        log_ = std::fopen(arguments_.log.c_str(), "we");
-        if (!log_) {
-            complain("The log " + arguments_.log + " cannot be written: " + std::strerror(errno) +
-                     "; name a file that you may write to.");
-            return false;
-        }
-        bench_.unit.log(true);
-    }
-    bench_.unit.set_log([this](std::string_view line) {
-        std::FILE* const out = log_ ? log_ : stdout;
-        std::fprintf(out, "%.*s\n", static_cast<int>(line.size()), line.data());
-        std::fflush(out);
-    });
+    if (!open_outputs()) return false;
+    bench_.unit.log(log_.is_open());
+    bench_.unit.set_log(
+        [this](std::string_view line) { (log_.is_open() ? log_ : out_).put(line); });
     start_us_ = clock_us();
     bench_.line.take(start_us_);
     return connect();
+}
+
+bool Program::open_outputs() {
+    if (const std::string wrong = error_.start(STDERR_FILENO); !wrong.empty()) {
+        refuse(wrong);
+        return false;
+    }
+    std::string wrong = out_.start(STDOUT_FILENO);
+    if (wrong.empty() && !arguments_.log.empty()) wrong = log_.open(arguments_.log);
+    if (!wrong.empty()) complain(wrong);
+    return wrong.empty();
 }
 
 bool Program::connect() {
@@ -244,7 +261,7 @@ int run_program(int count, const char* const* words) {
     const auto size = static_cast<std::size_t>(std::max(0, count - 1));
     const auto arguments = read_arguments({words + std::min(count, 1), size}, wrong);
     if (!arguments) {
-        complain(wrong);
+        refuse(wrong);
         return 2;
     }
     if (arguments->help) {

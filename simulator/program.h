@@ -4,9 +4,9 @@
 #include "simulator/arguments.h"
 #include "simulator/bench.h"
 #include "simulator/device.h"
+#include "simulator/output.h"
 #include "simulator/scenario.h"
 
-#include <cstdio>
 #include <string>
 
 namespace sim {
@@ -24,6 +24,10 @@ class Program {
 
   private:
     bool begin();
+    bool open_outputs();
+    void say(const std::string& text);
+    void complain(const std::string& text);
+    void finish_outputs();
     bool connect();
     void disconnect();
     void follow_cable();
@@ -42,7 +46,9 @@ class Program {
     Device device_;
     Scenario scenario_;
     std::size_t next_step_ = 0;
-    std::FILE* log_ = nullptr;
+    Output error_; // outlives the two below, which report to it
+    Output out_;
+    Output log_;
     std::int64_t start_us_ = 0;
     std::string typed_;
     bool typed_too_long_ = false;

@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
 namespace sim {
 namespace {
 
@@ -15,17 +13,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class ProgramTest : public testing::Test {
-  protected:
-    ProgramTest() {
-        folder = fs::path(testing::TempDir()) / ("unit" + std::to_string(getpid()));
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-        link = folder / "com1";
-    }
-    ~ProgramTest() override { fs::remove_all(folder); }
-    fs::path folder, link;
-};
+class ProgramTest : public ProgramFolder {};
 
 TEST_F(ProgramTest, AnswersOnItsPseudoTerminalAtTheLinesPace) {
     RunningProgram program({"--firmware", "4.7.71"});
@@ -68,12 +56,6 @@ TEST_F(ProgramTest, MakesItsLinkAndRemovesItHoweverItEnds) {
         EXPECT_EQ(program.exit_code(), 0) << number;
         EXPECT_FALSE(fs::is_symlink(link)) << number;
     }
-}
-
-TEST_F(ProgramTest, ReplacesALinkThatWasLeftBehind) {
-    fs::create_symlink("/dev/pts/nowhere", link);
-    RunningProgram program({"--link", link});
-    EXPECT_EQ(fs::read_symlink(link), program.device());
 }
 
 TEST_F(ProgramTest, LeavesALinkAloneThatSomebodyElseHasTaken) {

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <poll.h>
 #include <sstream>
@@ -106,6 +107,10 @@ class RunningProgram {
         }
         return -1000;
     }
+    // All that is still said on standard error, once the program has ended.
+    std::string complaints_to_the_end() {
+        return read_until(err_, [](const std::string&) { return false; });
+    }
     std::string complaint() {
         return read_until(
             err_, [](const std::string& got) { return !got.empty() && got.back() == '\n'; });
@@ -126,6 +131,19 @@ class RunningProgram {
   private:
     pid_t pid_ = -1;
     int in_ = -1, out_ = -1, err_ = -1;
+};
+
+// A folder of the test's own, and in it the place for the unit's link.
+class ProgramFolder : public testing::Test {
+  protected:
+    ProgramFolder() {
+        folder = std::filesystem::path(testing::TempDir()) / ("unit" + std::to_string(getpid()));
+        std::filesystem::remove_all(folder);
+        std::filesystem::create_directories(folder);
+        link = folder / "com1";
+    }
+    ~ProgramFolder() override { std::filesystem::remove_all(folder); }
+    std::filesystem::path folder, link;
 };
 
 // The tool's end: opened without touching the terminal's settings, to see that they are right.
