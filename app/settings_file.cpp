@@ -84,6 +84,17 @@ std::string_view unquoted(std::string_view value) {
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
+bool is_utf16(std::string_view content) { // by its byte-order mark
+    return content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF");
+}
+
+// The settings file, unless its text is in an encoding that is not read here.
+std::optional<std::string> read_settings() {
+    auto content = read_file(application_file("\\setting.ini"));
+    if (content && is_utf16(*content)) content.reset();
+    return content;
+}
+
 } // namespace
 
 std::string setting_in(std::string_view content, std::string_view key,
@@ -120,12 +131,12 @@ std::string with_setting(std::string_view content_before, std::string_view key,
 }
 
 std::string read_setting(std::string_view key, std::string_view when_absent) {
-    return setting_in(read_file(application_file("\\setting.ini")).value_or(""), key, when_absent);
+    return setting_in(read_settings().value_or(""), key, when_absent);
 }
 
 void write_setting(std::string_view key, std::string_view value) {
     const auto file = application_file("\\setting.ini");
-    const auto content = read_file(file);
+    const auto content = read_settings();
     std::error_code error;
     // What cannot be read must not be lost.
     if (!content && std::filesystem::exists(file, error)) return;

@@ -33,8 +33,9 @@ DESCRIPTION
 OPTIONS
     --link PATH
         Makes a symbolic link to the pseudo-terminal and removes it at the end.
-        A link left behind is replaced; anything else at PATH is left alone and
-        refused.
+        A link left behind by a unit that was killed is replaced. Anything else
+        at PATH, such as a link to a real adapter or to a pseudo-terminal in
+        use, is refused and stays as it is.
     --device PATH
         Uses this serial port at 9600 baud, 8 data bits, no parity, 1 stop bit,
         in place of a pseudo-terminal.
@@ -63,6 +64,8 @@ OPTIONS
         comment.
     --log FILE
         Writes requests and answers to FILE, in words and with their times.
+        FILE may be a FIFO, whose reader may come later. A log that cannot be
+        written is reported on standard error and does not hold up the unit.
         Without it the command "log on" shows them on standard output.
     --exit-on-eof
         Ends when standard input ends.
@@ -78,8 +81,9 @@ FILES
     program runs.
 
 EXAMPLES
-    Start it as port 1 of a tool that looks into the folder "ports":
-        control-unit --link ports/com1 --firmware 2.7.71
+    Start it as port 1 of a tool that looks into the folder "ports", in an
+    application folder that is used only for practice:
+        control-unit --link ~/practice/zol-injection/ports/com1
     A drive from a file, on a bad line, written down:
         control-unit --warm --scenario drive.txt --line drop=0.01 --log wire.txt
 )";

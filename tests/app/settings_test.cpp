@@ -130,6 +130,14 @@ TEST_F(Settings, AByteOrderMarkIsNoPartOfTheHeader) {
     EXPECT_EQ(after_writing(content, "COM", "6"), "\xEF\xBB\xBF[General]\nCOM=6\n");
 }
 
+TEST_F(Settings, AFileInUtf16IsNeitherReadNorWritten) {
+    for (const std::string mark : {"\xFF\xFE", "\xFE\xFF"}) {
+        const std::string content = mark + "[General]\nCOM=5\n";
+        EXPECT_EQ(com_of(content), "absent");
+        EXPECT_EQ(after_writing(content, "LANGUAGE", "de"), content);
+    }
+}
+
 TEST_F(Settings, CommentsAreNoKeysAndStay) {
     const std::string content = "; COM=1\n[General] ; the one section\n;COM=2\n  ;COM=3\nCOM=5\n";
     EXPECT_EQ(com_of(content), "5");
