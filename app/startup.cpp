@@ -74,6 +74,13 @@ void main_window_closes() {
     view::end_program();
 }
 
+// False where another process has the lock. What cannot be opened or locked stops nobody.
+bool lock(const std::filesystem::path& file, int flags) {
+    const int descriptor = ::open(file.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+    if (descriptor < 0) return true;
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
 void exit_clicked() {
     state.no_reread = true;
     state.ui_loading = true;
@@ -94,10 +101,10 @@ void sub_main() {
 }
 
 bool claim_application_folder() {
-    const auto file = application_file("\\.running");
-    const int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (descriptor < 0) return true;
-    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    // Both, always: a network disk locks no folder, and a folder that may only be read takes no
+    // lock file. So whoever may write excludes whoever may not, and the other way round.
+    return lock(application_file("\\.running"), O_RDWR | O_CREAT | O_NOFOLLOW) &&
+           lock(application_file("\\"), O_RDONLY | O_DIRECTORY);
 }
 
 void connect_startup() {

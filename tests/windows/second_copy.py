@@ -1,5 +1,5 @@
 """Starts the program twice in one folder: the second copy ends at once, without a word, and the first
-runs on."""
+runs on; also where no lock file can be opened, because a folder has its name."""
 
 import os
 import pathlib
@@ -30,9 +30,15 @@ def holds_a_lock(process):
 
 
 def main(program):
+    return start_twice(program, False) or start_twice(program, True)
+
+
+def start_twice(program, without_lock_file):
     environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen"}
     with tempfile.TemporaryDirectory() as folder:
         here = place(pathlib.Path(program), folder)
+        if without_lock_file:
+            (here.parent / ".running").mkdir()
         first = subprocess.Popen([here], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
             give_up = time.monotonic() + PATIENCE_S
