@@ -32,6 +32,42 @@ std::optional<std::string> read_all(int descriptor, std::size_t expected) {
     return content;
 }
 
+// The file at the end of the links, which need not exist; nothing if they lead round in a circle.
+std::optional<std::filesystem::path> behind_links(std::filesystem::path file) {
+    constexpr int most_links = 40; // as many as the system follows
+    std::error_code error;
+    for (int links = 0; links <= most_links; ++links) {
+        if (!std::filesystem::is_symlink(file, error)) return file;
+        const auto target = std::filesystem::read_symlink(file, error);
+        if (error) return std::nullopt;
+        file = file.parent_path() / target;
+    }
+    return std::nullopt;
+}
+
+struct Temporary {
+    int descriptor = -1;
+    std::string name;
+};
+
+// A new and empty file beside this one. Nothing is written into what has the name already, which
+// may be a pipe or another name of somebody's file: a kill's remains are removed. What cannot be
+// removed, as a folder, keeps its name, and the next one is tried. One program writes in a folder,
+// so the names need not be unguessable.
+Temporary make_temporary(const std::filesystem::path& file, mode_t mode) {
+    constexpr int last_number = 9;
+    for (int number = 1; number <= last_number; ++number) {
+        const std::string name =
+            file.string() + (number == 1 ? ".new" : ".new" + std::to_string(number));
+        ::unlink(name.c_str());
+        const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+        const int descriptor = ::open(name.c_str(), flags, mode);
+        if (descriptor >= 0) return {descriptor, name};
+        if (errno != EEXIST) break;
+    }
+    return {};
+}
+
 // The rename is on the disk only when its folder is.
 void flush_folder(const std::filesystem::path& folder) {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -66,42 +102,40 @@ bool is_utf8(std::string_view text) {
 
 } // namespace
 
-std::optional<std::string> read_file(const std::filesystem::path& file) {
-    // Not blocking, so that a pipe of that name cannot hold the program up.
-    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+std::optional<std::string> read_file(const std::filesystem::path& file, std::size_t largest) {
+    std::error_code error;
+    // Opening a device can do something to it.
+    if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
+    // Not blocking, should a pipe have taken the name since.
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0) return std::nullopt;
     std::optional<std::string> content;
     struct stat status {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode))
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+        static_cast<std::uintmax_t>(status.st_size) <= largest)
         content = read_all(descriptor, static_cast<std::size_t>(status.st_size));
     ::close(descriptor);
     return content;
 }
 
 bool replace_file(const std::filesystem::path& named, std::string_view content) {
-    // A link keeps pointing to its file; that one is replaced.
-    std::error_code error;
-    std::filesystem::path file = std::filesystem::weakly_canonical(named, error);
-    if (error) file = named;
+    const auto file = behind_links(named);
+    if (!file) return false;
     struct stat old {};
     mode_t mode = 0644;
-    if (::stat(file.c_str(), &old) == 0) {
+    if (::stat(file->c_str(), &old) == 0) {
         // The mark counts for every user, the superuser included.
         if (!S_ISREG(old.st_mode) || (old.st_mode & 0222) == 0) return false;
         mode = old.st_mode & 0777;
     }
-    // Always the same name: what a kill leaves behind, the next write takes up. One program writes
-    // in a folder.
-    const std::string temporary = file.string() + ".new";
-    const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC;
-    const int descriptor = ::open(temporary.c_str(), flags, mode);
+    const auto [descriptor, temporary] = make_temporary(*file, mode);
     if (descriptor < 0) return false;
     ::fchmod(descriptor, mode); // some file systems have no modes to set, and need none
     bool good = write_all(descriptor, content) && ::fsync(descriptor) == 0;
     good = ::close(descriptor) == 0 && good;
-    good = good && ::rename(temporary.c_str(), file.c_str()) == 0;
+    good = good && ::rename(temporary.c_str(), file->c_str()) == 0;
     if (good)
-        flush_folder(file.parent_path());
+        flush_folder(file->parent_path());
     else
         ::unlink(temporary.c_str());
     return good;
@@ -120,6 +154,16 @@ std::string as_utf8(std::string_view text) {
         }
     }
     return converted;
+}
+
+std::string_view shortened(std::string_view text) {
+    if (text.size() <= longest_line) return text;
+    constexpr std::size_t most_behind_the_first = 3; // bytes of a character
+    std::size_t end = longest_line;
+    while (end > longest_line - most_behind_the_first &&
+           (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end;
+    return text.substr(0, end);
 }
 
 std::string_view trim(std::string_view text) {

@@ -1,6 +1,10 @@
-// The parameter dump onto a disk that has no room left.
+// The parameter dump onto a disk that has no room left, or beside files that have its names.
 #include "tests/maintenance/dump_bench.h"
 #include "tests/support/small_disk.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace zol::tests {
 namespace {
@@ -44,6 +48,40 @@ TEST_F(DumpOntoFullDisk, LeavesNoPartOfAFileThatWasNotThere) {
         EXPECT_THAT(frames(), IsEmpty());
     });
     if (refusal) GTEST_SKIP() << *refusal;
+}
+
+class DumpBesideOtherFiles : public DumpBench {
+  protected:
+    void expect_dumped() {
+        start_quietly();
+        fitter_dumps();
+        ASSERT_TRUE(
+            std::filesystem::is_regular_file(std::filesystem::symlink_status(folder / dump_file)));
+        EXPECT_EQ(lines(), 51);
+    }
+};
+
+TEST_F(DumpBesideOtherFiles, LeavesTheOtherNameOfAHardLinkAlone) {
+    write_file("victim", "precious");
+    std::filesystem::create_hard_link(folder / "victim", folder / "log/setting.txt.new");
+    expect_dumped();
+    EXPECT_EQ(read_text("victim"), "precious");
+    EXPECT_THAT(files_in_log(), UnorderedElementsAre("setting.txt"));
+}
+
+TEST_F(DumpBesideOtherFiles, DoesNotWriteIntoAPipe) {
+    ASSERT_EQ(::mkfifo((folder / "log/setting.txt.new").c_str(), 0600), 0);
+    const int reader =
+        ::open((folder / "log/setting.txt.new").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    expect_dumped();
+    ::close(reader);
+    EXPECT_THAT(files_in_log(), UnorderedElementsAre("setting.txt"));
+}
+
+TEST_F(DumpBesideOtherFiles, IsMadeWhereAFolderHasItsTemporaryName) {
+    std::filesystem::create_directory(folder / "log/setting.txt.new");
+    expect_dumped();
+    EXPECT_THAT(files_in_log(), UnorderedElementsAre("setting.txt", "setting.txt.new"));
 }
 
 } // namespace
