@@ -8,20 +8,23 @@
 #include <algorithm>
 #include <map>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zol::app {
 namespace {
 
+// All of these are parts of the file's content: many controls may share a text.
 struct Entry {
-    view::Help help;
-    std::string owner; // the control whose parameters the text names
+    std::string_view name, text;
+    std::string_view owner; // the control whose parameters the text names
 };
-using Section = std::map<std::string, Entry, std::less<>>; // by control
+using Section = std::map<std::string_view, Entry>; // by control
 
 struct Texts {
-    std::map<std::string, Section, std::less<>> windows;
-    std::map<std::string, std::string, std::less<>> captions, words;
+    std::string content;
+    std::map<std::string_view, Section> windows;
+    std::map<std::string_view, std::string_view> captions, words;
 };
 Texts texts;
 std::map<const view::Widget*, std::vector<int>> parameters;
@@ -37,34 +40,35 @@ std::string_view cut(std::string_view& line, char mark) {
 
 void take_control(Section& section, std::string_view names, std::string_view said) {
     Entry entry;
-    if (said.find('|') != std::string_view::npos) entry.help.name = cut(said, '|');
-    entry.help.text = said;
+    if (said.find('|') != std::string_view::npos) entry.name = cut(said, '|');
+    entry.text = said;
     while (!names.empty()) {
-        const std::string name(cut(names, ','));
+        const std::string_view name = cut(names, ',');
         if (entry.owner.empty()) entry.owner = name;
         section[name] = entry;
-        entry.help.name.clear(); // captions and units speak for themselves
+        entry.name = {}; // captions and units speak for themselves
     }
 }
 
-Texts read_texts(std::string_view content) {
-    Texts read;
-    std::string_view section;
-    while (!content.empty()) {
-        std::string_view line = cut(content, '\n');
+void read_texts(std::string content) {
+    texts = {};
+    texts.content = std::move(content);
+    std::string_view section, rest = texts.content;
+    while (!rest.empty()) {
+        std::string_view line = cut(rest, '\n');
         if (line.starts_with('[') && line.ends_with(']')) {
             section = line.substr(1, line.size() - 2);
         } else if (!line.empty() && !line.starts_with(';')) {
             const std::string_view names = cut(line, '=');
+            line = shortened(line);
             if (section == "words")
-                read.words[std::string(names)] = line;
+                texts.words[names] = line;
             else if (section == "captions")
-                read.captions[std::string(names)] = line;
+                texts.captions[names] = line;
             else
-                take_control(read.windows[std::string(section)], names, line);
+                take_control(texts.windows[section], names, line);
         }
     }
-    return read;
 }
 
 std::optional<std::string> texts_of(const std::string& language) {
@@ -89,10 +93,11 @@ view::Help help_for(const Section& section, const view::Widget& control) {
     auto found = section.find(full_name(control));
     if (found == section.end()) found = section.find(control.name);
     if (found == section.end()) return {};
-    view::Help help = found->second.help;
+    const Entry& entry = found->second;
+    view::Help help{std::string(entry.name), std::string(entry.text)};
     number_it(help.name, control.index + 1);
     number_it(help.text, control.index + 1);
-    const view::Widget* owner = view::find_widget(*control.window, found->second.owner);
+    const view::Widget* owner = view::find_widget(*control.window, entry.owner);
     const std::string line = parameter_line(owner ? *owner : control);
     if (!line.empty()) help.text += (help.text.empty() ? "" : "\n") + line;
     return help;
@@ -114,7 +119,7 @@ std::span<const int> parameters_of(const view::Widget& control) {
 void apply_helper_texts() {
     auto content = texts_of(state.current_language);
     if (!content) content = texts_of("uk");
-    texts = read_texts(content.value_or(""));
+    read_texts(content.value_or(""));
     for (view::Widget* window : view::all_windows()) {
         const Section& section = texts.windows[window->name];
         for (const auto* list : {&window->controls, &window->menus})
@@ -126,12 +131,12 @@ void apply_helper_texts() {
 std::optional<std::string> own_caption(const view::Widget& control) {
     const auto found = texts.captions.find(control.window->name + "." + full_name(control));
     if (found == texts.captions.end()) return std::nullopt;
-    return found->second;
+    return std::string(found->second);
 }
 
 std::string helper_word(const std::string& key) {
     const auto found = texts.words.find(key);
-    return found == texts.words.end() ? key : found->second;
+    return found == texts.words.end() ? key : std::string(found->second);
 }
 
 } // namespace zol::app

@@ -6,7 +6,7 @@
 // each control: "names = spoken name | text", or "names = text" where the caption is the name.
 // Further names behind a comma are those of its captions and units, which share the text and keep
 // their own words. An element of an array goes by its own name, else by the array's, with its
-// number from 1 in the place of "{n}".
+// number from 1 in the place of "{n}". A text goes on for 2000 bytes at most.
 #pragma once
 
 #include "view/widget.h"

@@ -44,7 +44,7 @@ std::optional<std::string> message_in(std::string_view content, int key) {
         if (trim(*line) != header) continue;
         const auto text = lines.next();
         if (!text) return std::nullopt;
-        return as_utf8(*text);
+        return as_utf8(shortened(*text));
     }
     return found ? "" : missing_message;
 }
@@ -68,8 +68,8 @@ std::optional<std::string> trouble_code_in(std::string_view content, const std::
         const auto description = lines.next();
         if (!description) return std::nullopt;
         if (const auto note = lines.next())
-            view::set_text(form1::Text_note_error, as_utf8(trim(*note)));
-        return as_utf8(trim(*description));
+            view::set_text(form1::Text_note_error, as_utf8(shortened(trim(*note))));
+        return as_utf8(shortened(trim(*description)));
     }
     return "";
 }

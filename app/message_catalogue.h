@@ -1,6 +1,7 @@
 // Every text that changes with the language: numbered messages in one plain file per language, and
 // the texts of the EOBD trouble codes in another. No table in memory: each lookup reads its file
-// from the first line, so a corrected file takes effect at once.
+// from the first line, so a corrected file takes effect at once. A file of more than 4 mebibytes
+// counts as one that cannot be read, and a text goes on for 2000 bytes at most.
 #pragma once
 
 #include "view/widget.h"

@@ -10,29 +10,19 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
-#include <vector>
 
 namespace zol::app {
 namespace {
 
 constexpr std::string_view section_name = "General";
 constexpr std::size_t longest_value = 255; // a buffer of 256 characters with its end mark
+// Room for thousands of lines of the fitter's own. Each key is looked for from the first line.
+constexpr std::size_t largest_settings = std::size_t{1} << 20;
 
 bool same_name(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
         return std::tolower(x) == std::tolower(y);
     });
-}
-
-// The file as lines that keep their ends, so that joining them gives the file again.
-std::vector<std::string> lines_of(std::string_view content) {
-    std::vector<std::string> lines;
-    while (!content.empty()) {
-        const auto end = std::min(content.find('\n'), content.size() - 1) + 1;
-        lines.emplace_back(content.substr(0, end));
-        content.remove_prefix(end);
-    }
-    return lines;
 }
 
 std::string_view bare(std::string_view line) {
@@ -48,30 +38,34 @@ std::optional<std::string_view> header_of(std::string_view line) {
     return trim(text.substr(1, text.find(']') - 1));
 }
 
+// In bytes from the start of the file. A line has its end with it.
 struct Spot {
     std::size_t section_end = 0; // behind the section's last line that is not empty
     bool section_found = false;
-    std::optional<std::size_t> key_line;
+    std::size_t key_line = 0, key_line_size = 0; // a size of 0 where there is no such key
 };
 
 // Where the key stands, and where it would be added. The first section of the name counts.
-Spot find_key(const std::vector<std::string>& lines, std::string_view key) {
+Spot find_key(std::string_view content, std::string_view key) {
     Spot spot;
     bool inside = false;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (const auto header = header_of(lines[i])) {
+    for (std::size_t at = 0, end = 0; at < content.size(); at = end) {
+        end = std::min(content.find('\n', at), content.size() - 1) + 1;
+        const std::string_view line = content.substr(at, end - at);
+        if (const auto header = header_of(line)) {
             if (inside) break;
             inside = spot.section_found = same_name(*header, section_name);
-            spot.section_end = i + 1;
+            spot.section_end = end;
             continue;
         }
-        const std::string_view text = bare(lines[i]);
+        const std::string_view text = bare(line);
         if (!inside || text.empty()) continue;
-        spot.section_end = i + 1;
+        spot.section_end = end;
         const auto equals = text.find('=');
         if (text.front() == ';' || equals == std::string_view::npos) continue;
         if (same_name(trim(text.substr(0, equals)), key)) {
-            spot.key_line = i;
+            spot.key_line = at;
+            spot.key_line_size = line.size();
             break;
         }
     }
@@ -90,7 +84,7 @@ bool is_utf16(std::string_view content) { // by its byte-order mark
 
 // The settings file, unless its text is in an encoding that is not read here.
 std::optional<std::string> read_settings() {
-    auto content = read_file(application_file("\\setting.ini"));
+    auto content = read_file(application_file("\\setting.ini"), largest_settings);
     if (content && is_utf16(*content)) content.reset();
     return content;
 }
@@ -99,34 +93,28 @@ std::optional<std::string> read_settings() {
 
 std::string setting_in(std::string_view content, std::string_view key,
                        std::string_view when_absent) {
-    const std::vector<std::string> lines = lines_of(content);
-    const Spot spot = find_key(lines, key);
-    if (!spot.key_line) return std::string(when_absent);
-    const std::string_view text = bare(lines[*spot.key_line]);
+    const Spot spot = find_key(content, key);
+    if (spot.key_line_size == 0) return std::string(when_absent);
+    const std::string_view text = bare(content.substr(spot.key_line, spot.key_line_size));
     const std::string_view value = unquoted(trim(text.substr(text.find('=') + 1)));
     return std::string(value.substr(0, longest_value));
 }
 
 std::string with_setting(std::string_view content_before, std::string_view key,
                          std::string_view value) {
-    std::vector<std::string> lines = lines_of(content_before);
-    const bool crlf = !lines.empty() && lines.front().ends_with("\r\n");
-    const std::string line_end = crlf ? "\r\n" : "\n";
+    std::string content(content_before);
+    const std::string_view first_line = content_before.substr(0, content_before.find('\n') + 1);
+    const std::string line_end = first_line.ends_with("\r\n") ? "\r\n" : "\n";
     const std::string line = std::string(key) + "=" + std::string(value) + line_end;
-    if (!lines.empty() && !lines.back().ends_with('\n')) lines.back() += line_end;
+    if (!content.empty() && !content.ends_with('\n')) content += line_end;
 
-    const Spot spot = find_key(lines, key);
-    if (spot.key_line) {
-        lines[*spot.key_line] = line;
-    } else if (spot.section_found) {
-        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(spot.section_end), line);
-    } else {
-        lines.push_back("[" + std::string(section_name) + "]" + line_end);
-        lines.push_back(line);
-    }
-    std::string content;
-    for (const std::string& each : lines)
-        content += each;
+    const Spot spot = find_key(content, key);
+    if (spot.key_line_size > 0)
+        content.replace(spot.key_line, spot.key_line_size, line);
+    else if (spot.section_found)
+        content.insert(spot.section_end, line);
+    else
+        content += "[" + std::string(section_name) + "]" + line_end + line;
     return content;
 }
 
@@ -140,7 +128,9 @@ void write_setting(std::string_view key, std::string_view value) {
     std::error_code error;
     // What cannot be read must not be lost.
     if (!content && std::filesystem::exists(file, error)) return;
-    replace_file(file, with_setting(content.value_or(""), key, value));
+    const std::string changed = with_setting(content.value_or(""), key, value);
+    // Nor may it become what can no longer be read.
+    if (changed.size() <= largest_settings) replace_file(file, changed);
 }
 
 void write_language(const std::string& code) { write_setting("LANGUAGE", code); }

@@ -1,7 +1,8 @@
 // The few settings that the tool keeps on the PC: "\setting.ini" in the application folder, section
 // "General". One key is read or written at a time; a write keeps every other line, the order, the
-// comments and the line ends. A file that is missing or unreadable behaves as if all keys were
-// absent, and no call reports a failure. One in UTF-16 counts as unreadable, and stays as it is.
+// comments and the line ends. A file that is missing, unreadable, in UTF-16 or larger than a
+// mebibyte behaves as if all keys were absent. One that is there but cannot be read is never
+// overwritten. No call reports a failure.
 #pragma once
 
 #include <string>

@@ -113,15 +113,6 @@ TEST_F(Messages, ACorrectedFileTakesEffectAtOnce) {
     EXPECT_EQ(message_in("[1]\nnew\n", 1), "new");
 }
 
-TEST_F(Messages, FiftyMegabytesOfJunkAreReadToTheirEnd) {
-    std::string junk(50'000'000, '[');
-    for (std::size_t i = 997; i < junk.size(); i += 997)
-        junk[i] = i % 2 ? '\n' : '\0';
-    EXPECT_EQ(message_in(junk, 1), missing);
-    EXPECT_EQ(message_in(junk + "\n[1]\nat the end\n", 1), "at the end");
-    EXPECT_EQ(message_in(std::string(50'000'000, 'x'), 1), missing) << "one line";
-}
-
 TEST_F(Messages, ATroubleCodeHasADescriptionAndANoteBothTrimmed) {
     codes_are("uk", "[P0300]\n  misfire \n\t note \n[P0301]\nmisfire 1\nnote 1\n");
     EXPECT_EQ(trouble_code_text("P0300"), "misfire");
