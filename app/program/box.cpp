@@ -10,8 +10,9 @@ int main(int count, char** arguments) {
     zol::view::qt::prepare_toolkit();
     QApplication application(count, arguments);
     zol::view::qt::settle_look(application);
-    QMessageBox box(QMessageBox::Critical, "ZOL-INJECTION", sentence);
+    QMessageBox box(QMessageBox::Critical, "ZOL-INJECTION", "");
     box.setTextFormat(Qt::PlainText);
+    box.setText(sentence);
     box.exec();
     return 0;
 }

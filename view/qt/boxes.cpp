@@ -1,12 +1,14 @@
 #include "view/qt/boxes.h"
 
 #include "view/qt/mirror.h"
+#include "view/qt/plain_text.h"
 #include "view/qt/window_edge.h"
 #include "view/timers.h"
 
 #include <QApplication>
 #include <QColorDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QWindow>
 
@@ -47,7 +49,7 @@ Answer ask_message(const MessageBox& box) {
     face.setTextFormat(Qt::PlainText);
     // The texts part their lines by carriage returns.
     face.setText(QString::fromStdString(box.text).replace('\r', '\n'));
-    face.setWindowTitle(QString::fromStdString(box.title));
+    face.setWindowTitle(plain_title(QString::fromStdString(box.title)));
     face.setIcon(to_qt(box.icon));
     face.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     if (question) face.setEscapeButton(QMessageBox::No); // also the frame's
@@ -60,8 +62,11 @@ std::string ask_text(const std::string& prompt, const std::string& title) {
     QInputDialog face;
     face.setObjectName("input_box");
     face.setInputMode(QInputDialog::TextInput);
-    face.setLabelText(QString::fromStdString(prompt));
-    face.setWindowTitle(QString::fromStdString(title));
+    face.setLabelText(""); // which makes the label
+    for (QLabel* label : face.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
+    face.setLabelText(plain_caption(QString::fromStdString(prompt)));
+    face.setWindowTitle(plain_title(QString::fromStdString(title)));
     pump_until_answered(face);
     return face.result() == QDialog::Accepted ? face.textValue().toStdString() : "";
 }

@@ -3,6 +3,7 @@
 #include "view/qt/act.h"
 #include "view/qt/colours.h"
 #include "view/qt/controls.h"
+#include "view/qt/plain_text.h"
 #include "view/qt/spoken.h"
 
 #include <QAbstractButton>
@@ -24,14 +25,12 @@ namespace {
 void mirror_text(const Widget& model, QWidget& face) {
     const QString text = QString::fromStdString(model.look.text);
     switch (model.kind) {
-    case Kind::window: face.setWindowTitle(text); break;
+    case Kind::window: face.setWindowTitle(plain_title(text)); break;
     case Kind::label: static_cast<QLabel&>(face).setText(text); break;
     case Kind::command_button:
     case Kind::option_button:
-    case Kind::check_box:
-        static_cast<QAbstractButton&>(face).setText(plain_caption(model.look.text));
-        break;
-    case Kind::frame: static_cast<QGroupBox&>(face).setTitle(plain_caption(model.look.text)); break;
+    case Kind::check_box: static_cast<QAbstractButton&>(face).setText(plain_caption(text)); break;
+    case Kind::frame: static_cast<QGroupBox&>(face).setTitle(plain_caption(text)); break;
     case Kind::text_box:
         if (&model == being_typed) break; // the operator may be a few letters ahead
         if (auto* line = qobject_cast<QLineEdit*>(&face)) {
@@ -91,7 +90,8 @@ void mirror_tip(const Widget& model, QWidget& face) {
     if (model.kind != Kind::combo_box) return;
     auto& combo = static_cast<QComboBox&>(face);
     for (std::size_t i = 0; i < model.look.item_tips.size(); ++i)
-        combo.setItemData(static_cast<int>(i), QString::fromStdString(model.look.item_tips[i]),
+        combo.setItemData(static_cast<int>(i),
+                          plain_tip(QString::fromStdString(model.look.item_tips[i])),
                           Qt::ToolTipRole);
 }
 
@@ -156,7 +156,7 @@ void mirror_all(const Widget& model, QWidget& face) {
 void mirror(const Widget& model, QAction& face, Aspect aspect) {
     switch (aspect) {
     case Aspect::text:
-        face.setText(plain_caption(model.look.text));
+        face.setText(plain_caption(QString::fromStdString(model.look.text)));
         if (face.menu()) face.menu()->setAccessibleName(spoken_name(model));
         break;
     case Aspect::tip:
@@ -174,10 +174,6 @@ void mirror(const Widget& model, QAction& face, Aspect aspect) {
         break;
     default: break;
     }
-}
-
-QString plain_caption(const std::string& text) {
-    return QString::fromStdString(text).replace("&", "&&");
 }
 
 } // namespace zol::view::qt

@@ -5,7 +5,6 @@
 #include "view/screen.h"
 
 #include <QColor>
-#include <QString>
 
 class QAction;
 class QWidget;
@@ -19,7 +18,5 @@ void mirror_all(const Widget& model, QWidget& face);
 
 QColor to_qcolor(Colour colour);
 Colour to_colour(const QColor& colour);
-// A caption in which an ampersand is an ampersand, not the mark of a shortcut.
-QString plain_caption(const std::string& text);
 
 } // namespace zol::view::qt

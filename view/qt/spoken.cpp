@@ -1,5 +1,7 @@
 #include "view/qt/spoken.h"
 
+#include "view/qt/plain_text.h"
+
 #include <QStringList>
 #include <QWidget>
 
@@ -26,8 +28,8 @@ QString broken_into_lines(const QString& text) {
 } // namespace
 
 QString tip_on_screen(const Widget& model) {
-    if (!model.look.tip.empty()) return QString::fromStdString(model.look.tip);
-    return broken_into_lines(QString::fromStdString(model.help.text));
+    if (!model.look.tip.empty()) return plain_tip(QString::fromStdString(model.look.tip));
+    return plain_tip(broken_into_lines(QString::fromStdString(model.help.text)));
 }
 
 QString spoken_name(const Widget& model) {

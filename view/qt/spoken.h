@@ -9,7 +9,8 @@ class QWidget;
 
 namespace zol::view::qt {
 
-// The widget's own tip, else its help, broken into lines that an eye takes in at once.
+// The widget's own tip, else its help, broken into lines that an eye takes in at once; as
+// plain_tip() has it.
 QString tip_on_screen(const Widget& model);
 // The name for a screen reader: the help's, with what a label shows behind it; else the caption.
 QString spoken_name(const Widget& model);

@@ -1,0 +1,192 @@
+// What comes from a file, a path or the line is shown as the characters that it is made of: a text
+// that looks like markup opens no file.
+#include "app/app_state.h"
+#include "app/application_folder.h"
+#include "app/helper_texts.h"
+#include "tests/windows/qt_bench.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+
+#include <QAbstractItemView>
+#include <QDir>
+#include <QFile>
+#include <QHelpEvent>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+#include <QWindow>
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+
+// Tells whether a file was opened since it was last asked.
+class OpenedFile {
+  public:
+    explicit OpenedFile(const QString& file) : watch_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        if (::inotify_add_watch(watch_, file.toLocal8Bit(), IN_OPEN) < 0)
+            throw std::runtime_error("no watch on " + file.toStdString());
+    }
+    ~OpenedFile() { ::close(watch_); }
+    bool was_opened() const {
+        char notes[4096];
+        return ::read(watch_, notes, sizeof notes) > 0;
+    }
+
+  private:
+    int watch_;
+};
+
+class PlainText : public QtBench {
+  protected:
+    PlainText() {
+        QImage(8, 8, QImage::Format_RGB32).save(picture);
+        watch = std::make_unique<OpenedFile>(picture);
+    }
+    ~PlainText() override { QToolTip::hideText(); }
+
+    // Rests the pointer there. Gives the text of the tip that comes up, as it can be read in it.
+    static QString tip_at(QWidget& face, const QPoint& at) {
+        QToolTip::hideText();
+        QHelpEvent rest(QEvent::ToolTip, at, face.mapToGlobal(at));
+        QApplication::sendEvent(&face, &rest);
+        settle();
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            auto* tip = qobject_cast<QLabel*>(top);
+            if (!tip || !tip->isVisible() || !tip->inherits("QTipLabel")) continue;
+            tip->grab();
+            return Qt::mightBeRichText(tip->text())
+                       ? QTextDocumentFragment::fromHtml(tip->text()).toPlainText()
+                       : tip->text();
+        }
+        return {};
+    }
+    static QString tip_of(QWidget& face) { return tip_at(face, face.rect().center()); }
+    void expect_not_opened(const std::string& where) const {
+        EXPECT_FALSE(watch->was_opened()) << where;
+    }
+
+    QTemporaryDir folder;
+    const QString picture = folder.filePath("picture.png");
+    const QString markup = "<img src='" + picture + "'> <b>a</b> &lt; & b";
+    const std::string text = markup.toStdString();
+    std::unique_ptr<OpenedFile> watch;
+};
+
+TEST_F(PlainText, IsWhatTheTipsOfAFileAre) {
+    QDir(folder.path()).mkdir("language");
+    QFile tips(folder.filePath("language/tips_uk.ini"));
+    ASSERT_TRUE(tips.open(QFile::WriteOnly));
+    tips.write("[Form1]\n");
+    for (const auto* list : {&form1::Form1.controls, &form1::Form1.menus})
+        for (const Widget* w : *list)
+            tips.write((full_name(*w) + " = " + text + "\n").c_str());
+    tips.close();
+    app::use_application_folder(folder.path().toStdString());
+    app::state.current_language = "uk";
+    app::apply_helper_texts();
+    open(form1::Form1);
+    for (Widget* w : form1::Form1.controls) {
+        const bool has_its_own = !w->look.tip.empty();
+        if (!face(*w).isVisible() || has_its_own) continue;
+        const QString tip = tip_of(face(*w)).replace('\n', ' '); // broken into lines
+        EXPECT_TRUE(tip.startsWith(markup)) << full_name(*w) << ": " << tip.toStdString();
+        EXPECT_TRUE(face(*w).accessibleDescription().startsWith(markup)) << full_name(*w);
+    }
+    expect_not_opened("the tips of Form1");
+}
+
+TEST_F(PlainText, IsWhatAFolderNameInATipIs) {
+    const std::string two_lines = "COM1: " + text + "\nCOM2: " + text;
+    open(Bench);
+    for (Widget* w : Bench.controls) {
+        set_tip(*w, two_lines);
+        EXPECT_EQ(tip_of(face(*w)).toStdString(), two_lines) << full_name(*w);
+    }
+    expect_not_opened("the tips of each kind of control");
+}
+
+TEST_F(PlainText, IsWhatTheTipOfAListsEntryIs) {
+    open(Bench);
+    set_items(Combo1, {text, "B"});
+    set_item_tips(Combo1, {"COM1: " + text, "COM2"});
+    auto& list = face<QComboBox>(Combo1);
+    list.showPopup();
+    settle();
+    QAbstractItemView& entries = *list.view();
+    const QPoint first = entries.visualRect(entries.model()->index(0, 0)).center();
+    EXPECT_EQ(tip_at(*entries.viewport(), first).toStdString(), "COM1: " + text);
+    EXPECT_EQ(list.itemText(0), markup);
+    list.hidePopup();
+    expect_not_opened("the entries");
+}
+
+TEST_F(PlainText, IsWhatTheTipOfAMenusEntryIs) {
+    open(Bench);
+    set_text(mnu_mark, text);
+    QMenu& menu = *action(mnu_tools).menu();
+    for (const std::string& tip : {text, std::string()}) {
+        set_tip(mnu_mark, tip);
+        menu.popup(QPoint(0, 0));
+        settle();
+        EXPECT_EQ(tip_at(menu, menu.actionGeometry(&action(mnu_mark)).center()).toStdString(), tip);
+        menu.hide();
+    }
+    expect_not_opened("the entries");
+}
+
+TEST_F(PlainText, IsWhatEachCaptionIs) {
+    open(Bench);
+    for (Widget* w : Bench.controls) {
+        set_text(*w, text);
+        settle();
+        top(Bench).grab();
+        expect_not_opened(full_name(*w));
+    }
+    EXPECT_EQ(face<QLabel>(Label1).text(), markup);
+    EXPECT_EQ(face<QPushButton>(Command1).text().replace("&&", "&"), markup);
+}
+
+TEST_F(PlainText, IsWhatTheTitleOfAWindowIs) {
+    open(Bench);
+    set_text(Bench, "a [*] b [*][*] & <b>");
+    EXPECT_EQ(top(Bench).windowTitle().replace("[*][*]", "[*]"), "a [*] b [*][*] & <b>");
+    EXPECT_EQ(top(Bench).windowHandle()->title(), "a [*] b [*][*] & <b>");
+}
+
+TEST_F(PlainText, IsWhatAMessageBoxShows) {
+    open(Bench);
+    answer<QMessageBox>("message_box", [&](QMessageBox& box) {
+        const auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+        EXPECT_EQ(label->text(), markup);
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        box.grab();
+        QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
+    });
+    message_box({.text = text, .title = text});
+    expect_not_opened("the box");
+}
+
+TEST_F(PlainText, IsWhatAnInputBoxShows) {
+    open(Bench);
+    answer<QInputDialog>("input_box", [&](QInputDialog& box) {
+        box.grab();
+        EXPECT_EQ(box.findChild<QLabel*>()->text().replace("&&", "&"), markup);
+        EXPECT_EQ(box.findChild<QLabel*>()->textFormat(), Qt::PlainText);
+        box.reject();
+    });
+    input_box(text, text);
+    expect_not_opened("the box");
+}
+
+} // namespace
+} // namespace zol::view
