@@ -99,7 +99,7 @@ TEST_F(Manual, ThePicturesAreShown) {
     auto& browser = part<QTextBrowser>("Page");
     const auto picture = browser.document()->resource(QTextDocument::ImageResource,
                                                       QUrl("../pictures/uk/engine.png"));
-    EXPECT_FALSE(picture.isNull());
+    EXPECT_GT(picture.value<QImage>().width(), 600);
 }
 
 TEST_F(Manual, ALanguageWithNoPageOfItsOwnShowsTheEnglishOne) {

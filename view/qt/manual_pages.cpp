@@ -1,18 +1,59 @@
 #include "view/qt/manual_pages.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QTextDocument>
+
+#include <fcntl.h>
 
 namespace zol::view::qt {
 namespace {
 
-bool page_holds(const QString& path, const QString& words) {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly)) return false;
-    QTextDocument document;
-    document.setHtml(QString::fromUtf8(file.readAll()));
+constexpr qint64 largest_file = 1 << 20;     // 16 times the largest that ships, a picture
+constexpr QSize largest_picture(4096, 4096); // the pictures are 680 wide
+constexpr qsizetype longest_text = 200;      // of the window; a title has some 40 characters
+constexpr qsizetype most_pages = 200;        // 17 ship
+
+// The file itself, behind all links; empty if it is none of the manual's.
+QString real_manual_file(const QString& folder, const QString& path) {
+    const QFileInfo file(QFileInfo(path).canonicalFilePath());
+    const bool good = file.filePath().startsWith(folder + "/") && file.isFile() &&
+                      file.isReadable() && file.size() > 0 && file.size() <= largest_file;
+    return good ? file.filePath() : QString();
+}
+
+QImage picture_in(QByteArray content) {
+    QBuffer bytes(&content);
+    QImageReader reader(&bytes, "png");
+    reader.setAutoDetectImageFormat(false); // other formats may name files of their own
+    const QSize size = content.isEmpty() ? QSize() : reader.size();
+    QImage picture;
+    if (size.isValid() && size.boundedTo(largest_picture) == size) picture = reader.read();
+    if (!picture.isNull()) return picture;
+    QImage nothing(1, 1, QImage::Format_ARGB32_Premultiplied);
+    nothing.fill(Qt::transparent);
+    return nothing;
+}
+
+// What the toolkit asks for by this type. Never null: for what is null it would open the file of
+// the name by itself, wherever that lies.
+QVariant resource_in(const QByteArray& content, int type) {
+    if (type == QTextDocument::ImageResource) return picture_in(content);
+    return content;
+}
+
+// A page by itself: what it names is not opened.
+class LonePage : public QTextDocument {
+  private:
+    QVariant loadResource(int type, const QUrl&) override { return resource_in({}, type); }
+};
+
+bool page_holds(const QByteArray& page, const QString& words) {
+    LonePage document;
+    document.setHtml(QString::fromUtf8(page));
     return !document.find(words).isNull();
 }
 
@@ -24,16 +65,33 @@ int place_of(const QString& file, const QList<ManualContents::Page>& pages) {
 
 } // namespace
 
-ManualContents read_manual_contents(const QString& language_folder) {
+bool is_manual_file(const QString& folder, const QString& path) {
+    return !real_manual_file(folder, path).isEmpty();
+}
+
+std::optional<QByteArray> read_manual_file(const QString& folder, const QString& path) {
+    const QString name = real_manual_file(folder, path);
+    if (name.isEmpty()) return std::nullopt;
+    // Not blocking, should a pipe have taken the name since.
+    const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW;
+    const int descriptor = ::open(QFile::encodeName(name).constData(), flags);
+    QFile file;
+    if (descriptor < 0 || !file.open(descriptor, QFile::ReadOnly, QFile::AutoCloseHandle))
+        return std::nullopt;
+    return file.read(largest_file);
+}
+
+ManualContents read_manual_contents(const QString& folder, const QString& language_folder) {
     ManualContents contents;
-    QFile file(language_folder + "/contents.txt");
-    if (!file.open(QFile::ReadOnly)) return contents;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    const auto content = read_manual_file(folder, language_folder + "/contents.txt");
+    if (!content) return contents;
+    const QStringList lines = QString::fromUtf8(*content).split('\n', Qt::SkipEmptyParts);
     for (const QString& line : lines) {
-        const auto key = line.section('\t', 0, 0), text = line.section('\t', 1);
-        if (key.endsWith(".htm"))
+        const auto key = line.section('\t', 0, 0);
+        const auto text = line.section('\t', 1).left(longest_text);
+        if (key.endsWith(".htm") && contents.pages.size() < most_pages)
             contents.pages.append({key, text});
-        else
+        else if (!key.endsWith(".htm"))
             contents.words[key] = text;
     }
     return contents;
@@ -45,20 +103,21 @@ ManualPage::ManualPage(QString folder, QWidget* parent)
     setOpenExternalLinks(false);
 }
 
-bool ManualPage::is_inside(const QUrl& url) const {
-    if (!url.isLocalFile()) return false;
-    return QFileInfo(url.toLocalFile()).canonicalFilePath().startsWith(folder_ + "/");
-}
-
 QVariant ManualPage::loadResource(int type, const QUrl& url) {
-    const QUrl whole = source().resolved(url);
-    return is_inside(whole) ? QTextBrowser::loadResource(type, whole) : QVariant();
+    const auto content = read_manual_file(folder_, source().resolved(url).toLocalFile());
+    return resource_in(content.value_or(QByteArray()), type);
 }
 
 void ManualPage::doSetSource(const QUrl& url, QTextDocument::ResourceType type) {
     // A link that leads out of the manual would leave an empty page.
     const QUrl whole = source().resolved(url);
-    if (is_inside(whole)) QTextBrowser::doSetSource(whole, type);
+    if (is_manual_file(folder_, whole.toLocalFile())) QTextBrowser::doSetSource(whole, type);
+}
+
+// A page can give a link a tip, and the tip markup, which the toolkit would show with what it
+// names. No page of the manual does.
+bool ManualPage::event(QEvent* event) {
+    return event->type() == QEvent::ToolTip || QTextBrowser::event(event);
 }
 
 bool ManualPage::find_next(const QString& words, const QList<ManualContents::Page>& pages) {
@@ -69,7 +128,8 @@ bool ManualPage::find_next(const QString& words, const QList<ManualContents::Pag
     for (int step = 1; step < pages.size(); ++step) {
         const auto& page = pages[(start + step) % pages.size()];
         const QString path = here.dir().filePath(page.file);
-        if (!page_holds(path, words)) continue;
+        const auto content = read_manual_file(folder_, path);
+        if (!content || !page_holds(*content, words)) continue;
         setSource(QUrl::fromLocalFile(path));
         moveCursor(QTextCursor::Start);
         return find(words);

@@ -1,14 +1,25 @@
-// The folder that holds the manual's pages, and the view of one of them.
+// The folder that holds the manual's pages, and the view of one of them. Of that folder, given by
+// its canonical path, regular files are opened, and nothing outside it is.
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QMap>
 #include <QString>
 #include <QTextBrowser>
 
+#include <optional>
+
 namespace zol::view::qt {
 
-// What contents.txt in a language's folder says; empty where that file is missing.
+// Whether `path` leads to a file that the manual may open, by whatever links: a regular one in what
+// lies in `folder`, of a size that a page or a picture can have.
+bool is_manual_file(const QString& folder, const QString& path);
+// All of it; nothing if it is none of the manual's or cannot be read.
+std::optional<QByteArray> read_manual_file(const QString& folder, const QString& path);
+
+// What contents.txt in a language's folder says, each text up to a length that can be shown; empty
+// where that file cannot be read.
 struct ManualContents {
     struct Page {
         QString file, title;
@@ -17,7 +28,7 @@ struct ManualContents {
     QList<Page> pages;            // in the order of reading
 };
 
-ManualContents read_manual_contents(const QString& language_folder);
+ManualContents read_manual_contents(const QString& folder, const QString& language_folder);
 
 // Shows pages and pictures from `folder` and what lies in it, and nothing else.
 class ManualPage : public QTextBrowser {
@@ -31,7 +42,7 @@ class ManualPage : public QTextBrowser {
   private:
     QVariant loadResource(int type, const QUrl& url) override;
     void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
-    bool is_inside(const QUrl& url) const;
+    bool event(QEvent* event) override;
 
     const QString folder_;
 };

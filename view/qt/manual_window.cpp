@@ -1,6 +1,7 @@
 #include "view/qt/manual_window.h"
 
 #include "view/qt/manual_pages.h"
+#include "view/qt/plain_text.h"
 #include "view/qt/window_edge.h"
 
 #include <QApplication>
@@ -27,8 +28,8 @@ constexpr QSize frame(0, 27);            // of the window: a title bar
 // The page of this topic, else the English one of that name; empty if there is neither.
 QString page_of(const QString& folder, const QString& topic) {
     for (const QString& page : {topic, "uk/" + QFileInfo(topic).fileName()}) {
-        const QFileInfo file(folder + "/" + page);
-        if (file.isReadable() && file.isFile()) return file.absoluteFilePath();
+        const QString file = folder + "/" + page;
+        if (is_manual_file(folder, file)) return file;
     }
     return {};
 }
@@ -36,17 +37,19 @@ QString page_of(const QString& folder, const QString& topic) {
 class ManualWindow : public QWidget {
   public:
     ManualWindow(const QString& folder, const QString& page)
-        : contents_(read_manual_contents(QFileInfo(page).path())) {
+        : contents_(read_manual_contents(folder, QFileInfo(page).path())) {
         setObjectName("Manual");
-        setWindowTitle(word("title", "Manual"));
+        setWindowTitle(plain_title(word("title", "Manual")));
         setFont(QApplication::font("QDialog")); // it has grown with the main window
         give_edge(*this);
         const QSize room = screen()->availableSize() - frame;
         resize((room * wanted_share).expandedTo(least_size).boundedTo(room));
         list_ = new QListWidget(this);
         field_ = new QLineEdit(this);
-        back_ = new QPushButton(word("back", "Back"), this);
-        found_nothing_ = new QLabel(word("not_found", "Not found"), this);
+        back_ = new QPushButton(plain_caption(word("back", "Back")), this);
+        found_nothing_ = new QLabel(this);
+        found_nothing_->setTextFormat(Qt::PlainText);
+        found_nothing_->setText(word("not_found", "Not found"));
         page_ = new ManualPage(folder, this);
         name_parts();
         lay_out();
@@ -75,7 +78,7 @@ class ManualWindow : public QWidget {
         back_->setAutoDefault(false);
         found_nothing_->setObjectName("Not_found");
         found_nothing_->hide();
-        page_->setAccessibleName(windowTitle());
+        page_->setAccessibleName(word("title", "Manual"));
     }
 
     void lay_out() {
