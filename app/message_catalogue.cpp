@@ -11,42 +11,45 @@
 namespace zol::app {
 namespace {
 
-// The lines of a language file, one at a time.
-class Lines {
-  public:
-    explicit Lines(std::string_view content) : rest_(content) {
-        if (rest_.starts_with("\xEF\xBB\xBF")) rest_.remove_prefix(3); // a byte-order mark
-    }
+std::string_view without_mark(std::string_view content) {
+    if (content.starts_with("\xEF\xBB\xBF")) content.remove_prefix(3); // a byte-order mark
+    return content;
+}
 
-    std::optional<std::string_view> next() {
-        if (rest_.empty()) return std::nullopt;
-        const auto end = std::min(rest_.find('\n'), rest_.size());
-        std::string_view line = rest_.substr(0, end);
-        rest_.remove_prefix(std::min(end + 1, rest_.size()));
-        if (line.ends_with('\r')) line.remove_suffix(1);
-        return line;
-    }
+// The first line, which is taken from `rest`; nothing at its end.
+std::optional<std::string_view> take_line(std::string_view& rest) {
+    if (rest.empty()) return std::nullopt;
+    const auto end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
 
-  private:
-    std::string_view rest_;
-};
+// What follows the first line that holds the header alone; nothing if there is none. A window looks
+// for dozens of headers when it loads, so lines without this one are not taken one by one.
+std::optional<std::string_view> behind_header(std::string_view content, std::string_view header) {
+    auto at = content.find(header);
+    while (at != std::string_view::npos) {
+        std::string_view rest = content.substr(content.rfind('\n', at) + 1);
+        if (trim(*take_line(rest)) == header) return rest;
+        at = content.find(header, content.size() - rest.size());
+    }
+    return std::nullopt;
+}
 
 constexpr const char* missing_message = "manca codice messaggio relativo file INI";
 
 } // namespace
 
 std::optional<std::string> message_in(std::string_view content, int key) {
-    Lines lines(content);
-    const std::string header = "[" + std::to_string(key) + "]";
-    bool found = true; // so that an empty file gives an empty text
-    while (const auto line = lines.next()) {
-        found = false;
-        if (trim(*line) != header) continue;
-        const auto text = lines.next();
-        if (!text) return std::nullopt;
-        return as_utf8(shortened(*text));
-    }
-    return found ? "" : missing_message;
+    content = without_mark(content);
+    if (content.empty()) return "";
+    auto rest = behind_header(content, "[" + std::to_string(key) + "]");
+    if (!rest) return missing_message;
+    const auto text = take_line(*rest);
+    if (!text) return std::nullopt;
+    return as_utf8(shortened(*text));
 }
 
 std::optional<std::string> message(int key) {
@@ -61,17 +64,13 @@ void set_message(view::Widget& control, int key, const std::string& suffix) {
 }
 
 std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code) {
-    Lines lines(content);
-    const std::string header = "[" + code + "]";
-    while (const auto line = lines.next()) {
-        if (trim(*line) != header) continue;
-        const auto description = lines.next();
-        if (!description) return std::nullopt;
-        if (const auto note = lines.next())
-            view::set_text(form1::Text_note_error, as_utf8(shortened(trim(*note))));
-        return as_utf8(shortened(trim(*description)));
-    }
-    return "";
+    auto rest = behind_header(without_mark(content), "[" + code + "]");
+    if (!rest) return "";
+    const auto description = take_line(*rest);
+    if (!description) return std::nullopt;
+    if (const auto note = take_line(*rest))
+        view::set_text(form1::Text_note_error, as_utf8(shortened(trim(*note))));
+    return as_utf8(shortened(trim(*description)));
 }
 
 std::optional<std::string> trouble_code_text(const std::string& code) {
