@@ -104,6 +104,16 @@ TEST_F(SealedManual, ShowsNoPictureFromOutside) {
     }
 }
 
+// Another format may name files of its own.
+TEST_F(SealedManual, ShowsNoPictureThatIsNoPng) {
+    ASSERT_TRUE(
+        QImage(7, 7, QImage::Format_RGB32).save(folder.filePath("manual/uk/inside.png"), "BMP"));
+    open_page("<img src='inside.png'>");
+    const auto picture =
+        page().document()->resource(QTextDocument::ImageResource, QUrl("inside.png"));
+    EXPECT_EQ(picture.value<QImage>().width(), 1);
+}
+
 TEST_F(SealedManual, TakesNoStyleSheetFromOutside) {
     link("manual/uk/link.css", "outside/secret.css");
     for (const QString& way : ways_to("secret.css") + QStringList{"link.css", "pipe"}) {
