@@ -111,7 +111,7 @@ void attenuation_changed() {
 // Writes also while the program fills its widgets, and beside the polling.
 void temperature_correction_changed() {
     Widget& slider = form1::Slider3;
-    // A value of the unit beyond the scale has stretched it: back to the scale that is offered.
+    // A value of the unit beyond the scale has stretched the range.
     if (view::value(slider) <= slider.design.max)
         view::set_range(slider, slider.design.min, slider.design.max);
     view::set_pointer(form1::Form1, Pointer::hourglass);

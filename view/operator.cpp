@@ -85,7 +85,10 @@ bool drag_on(Widget& slider, double value) {
     if (!act) return false;
     set_focus(slider);
     const double before = slider.look.value;
-    place_value(slider, std::clamp(value, slider.look.min, slider.look.max));
+    // The program may show a value beyond the scale, which stretches the range; the operator moves
+    // the handle to a value of the scale alone.
+    if (value != before)
+        place_value(slider, std::clamp(value, slider.design.min, slider.design.max));
     if (slider.look.value != before) run(slider.on.scroll);
     return true;
 }

@@ -108,23 +108,45 @@ TEST_F(TemperatureCorrection, WritesAlsoWhileTheProgramFillsItsWidgets) {
     EXPECT_THAT(writes(), ElementsAre(Write(52, 6)));
 }
 
-TEST_F(TemperatureCorrection, AValueBeyondTheScaleStretchesItUntilTheOperatorComesBack) {
-    open_settings_panel();
-    inside_program([] {
-        view::set_range(Slider3, 0, 15);
-        view::set_value(Slider3, 15);
-    });
+class TemperatureBeyondScale : public TemperatureCorrection {
+  protected:
+    // As the unit's value is shown after the connection dialog.
+    void show_15() {
+        open_settings_panel();
+        inside_program([] {
+            view::set_range(Slider3, 0, 15);
+            view::place_value(Slider3, 15);
+        });
+    }
+};
+
+class DragFromBeyondScale : public TemperatureBeyondScale,
+                            public testing::WithParamInterface<double> {};
+
+TEST_P(DragFromBeyondScale, OperatorSetsNoMoreThan10) {
+    show_15();
+    operator_drags(Slider3, GetParam());
     run_for(500);
-    operator_drags(Slider3, 12);
-    run_for(500);
-    EXPECT_EQ(Slider3.look.max, 15) << "still beyond the scale";
-    operator_drags(Slider3, 10);
-    run_for(500);
+    EXPECT_EQ(view::value(Slider3), std::min(10.0, GetParam()));
     EXPECT_EQ(Slider3.look.max, 10);
+    EXPECT_THAT(writes(), ElementsAre(Write(52, std::min(10, static_cast<int>(GetParam())))));
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, DragFromBeyondScale, testing::Values(0, 9, 10, 11, 12, 14));
+
+TEST_F(TemperatureBeyondScale, HandleLetGoWhereItWasWritesNothing) {
+    show_15();
     operator_drags(Slider3, 15);
     run_for(500);
+    EXPECT_EQ(view::value(Slider3), 15);
+    EXPECT_THAT(writes(), IsEmpty());
+}
+
+TEST_F(TemperatureBeyondScale, DragShowsNoMoreThan10OnItsWay) {
+    show_15();
+    inside_program([] { view::operator_acts::drag_on(Slider3, 13); });
     EXPECT_EQ(view::value(Slider3), 10);
-    EXPECT_THAT(writes(), ElementsAre(Write(52, 15), Write(52, 12), Write(52, 10)));
+    EXPECT_THAT(writes(), IsEmpty());
 }
 
 TEST_F(TemperatureCorrection, APulledCableStillGivesThePointerBack) {
