@@ -6,6 +6,7 @@
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "monitor/polling.h"
+#include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
@@ -50,8 +51,8 @@ void window_loads() {
                                        app::number_text(line.shown(line.mirror)));
 }
 
-void exit_clicked() {
-    view::unload(Form2);
+// Whichever way the window was closed.
+void give_the_line_back() {
     wait_ms(100);
     app::state.ui_loading = false;
     monitor::start_polling();
@@ -63,7 +64,8 @@ void exit_clicked() {
 
 void connect_parameter_window() {
     Form2.on.load = window_loads;
-    cmd_exit.on.click = exit_clicked;
+    Form2.on.unload = [] { view::post(give_the_line_back); };
+    cmd_exit.on.click = [] { view::unload(Form2); };
     for (const Line& line : lines)
         app::note_parameters(line.label, {line.parameter});
 }

@@ -104,18 +104,27 @@ TEST_F(ParameterWindow, TheKeyboardGoesToText2AHundredMillisecondsBehindThePolli
     EXPECT_EQ(view::focus(), &form1::Text2);
 }
 
-TEST_F(ParameterWindow, ClosedByItsFrameItLeavesThePollingToTheEngineButton) {
+TEST_F(ParameterWindow, ClosedByItsFrameDoesWhatExitDoes) {
     start_connected();
+    app::state.no_reread = true;
     fitter_opens();
     run_for(1000);
-    operator_closes(form2::Form2);
-    run_for(2000);
     forget_wire();
-    run_for(2000);
-    EXPECT_THAT(frames(), testing::IsEmpty());
-    operator_clicks(form1::Command_engine);
-    run_for(2000);
-    EXPECT_THAT(frames(), testing::Contains(Send(3)));
+    app::state.ui_loading = true;
+    const auto closed = now_ms();
+    operator_closes(form2::Form2);
+    EXPECT_FALSE(form2::Form2.shown);
+    run_for(99);
+    EXPECT_TRUE(app::state.ui_loading);
+    EXPECT_FALSE(app::state.poll_enabled);
+    run_for(1);
+    EXPECT_FALSE(app::state.ui_loading);
+    EXPECT_TRUE(app::state.poll_enabled);
+    run_for(1000);
+    EXPECT_EQ(view::focus(), &form1::Text2);
+    ASSERT_FALSE(port->sent.empty());
+    EXPECT_EQ(port->sent[0].frame, Send(3));
+    EXPECT_EQ(port->sent[0].at_ms - closed, 100 + 50);
 }
 
 } // namespace
