@@ -16,6 +16,9 @@ struct AppState {
     // The main window's activation must not read the unit. Set by the closing of the connection
     // dialog, the hand-over of the line and the end of the program; never cleared again.
     bool no_reread = false;
+    // The closing of the main window, or the cancelling of the connection dialog, has begun: no
+    // frame leaves any more.
+    bool program_ends = false;
     // The main window's controls have their colours: they are given once in a run.
     bool controls_coloured = false;
     // The connection dialog is up.
@@ -34,7 +37,8 @@ struct AppState {
     std::string current_language; // "it", "uk", "pl", "de", "fr", or empty
     std::string stored_version;   // the settings file's word on it; shown by nothing
     int tank_type = 0;            // 0 to 5 a preset, 99 free values
-    double tuning_mode = 0;       // 1 while the automatic tuning runs
+    double tuning_mode = 0;       // 1 while the automatic tuning runs; nothing depends on it
+    bool tuning_measures = false; // its sampler reads: the polling leaves the live data out
     // The tool's own parameter 4000: the parameter edit sets it, and nothing acts on it.
     double local_flag_4000 = 0;
 
@@ -52,7 +56,7 @@ struct AppState {
     double trace_x = 0;                // where the next bar of the lambda trace stands, twips
     // Live EOBD telegrams that said the link to the car is lost: a total over the whole run.
     double lost_counter = 0;
-    // Written by the live EOBD read alone.
+    // A live EOBD read is under way that the unit may still answer. Written by that read alone.
     bool eobd_read_under_way = false;
 };
 

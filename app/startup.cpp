@@ -56,8 +56,9 @@ void main_window_loads() {
 }
 
 // Whatever closes the main window, the process ends here, with a telegram under way left to end
-// and nothing sent by itself after it.
+// and nothing sent after it.
 void main_window_closes() {
+    begin_program_end(closing_ms);
     state.no_reread = true;
     state.poll_enabled = false;
     view::set_enabled(form1::Command_exit, false);
@@ -65,13 +66,12 @@ void main_window_closes() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
     form1::Timer_stato_sistema.off();
     form1::Timer_chiusura_stato.on();
-    // The watchdog would start the polling again within the wait, and the lambda panel would ask
-    // on.
     form1::Timer6.off();
     form1::Timer3.off();
-    link::wait_ms(600);
-    if (link::port_is_open()) link::close_port();
-    view::end_program();
+    // Not a wait of the line's own timer: a handler that begins meanwhile may wait for longer, or
+    // ask without limit.
+    for (;;)
+        view::pump();
 }
 
 // False where another process has the lock. What cannot be opened or locked stops nobody.
@@ -89,6 +89,13 @@ void exit_clicked() {
 }
 
 } // namespace
+
+void begin_program_end(int ms) {
+    state.program_ends = true;
+    view::end_program_within(ms, [] {
+        if (link::port_is_open()) link::close_port();
+    });
+}
 
 void sub_main() {
     state.panel_colour = view::rgb(192, 192, 0);

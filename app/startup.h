@@ -11,6 +11,13 @@ void sub_main();
 // process. A folder that cannot hold a lock file has no second instance either.
 bool claim_application_folder();
 
+// From the closing of the main window to the end of the process.
+constexpr int closing_ms = 600;
+
+// The process ends `ms` from now, with the port closed, whatever handlers, waits and boxes run
+// then; from now on no frame leaves.
+void begin_program_end(int ms);
+
 void connect_startup();
 
 } // namespace zol::app

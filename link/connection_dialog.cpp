@@ -4,6 +4,7 @@
 #include "app/captions.h"
 #include "app/numbers.h"
 #include "app/settings_file.h"
+#include "app/startup.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/first_read.h"
@@ -13,6 +14,7 @@
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 #include "view/windows/frm_splash.h"
+#include "view/windows/style.h"
 
 #include <array>
 
@@ -74,7 +76,7 @@ bool unit_answers() {
 
 void test_clicked() {
     view::set_text(Label2, "");
-    view::set_back(Label2, view::system_colour);
+    view::set_back(Label2, windows::paper);
     bool good = unit_answers();
     if (good) good = unit_answers(); // one answer may be an echo of what went before
     if (good) {
@@ -122,10 +124,12 @@ void ok_clicked() {
 }
 
 void cancel_clicked() {
+    constexpr int cancel_ms = 500;
+    app::begin_program_end(cancel_ms + app::closing_ms);
     state.connect_dialog_open = false;
     state.ui_loading = false;
     app::write_port(Combo1.look.list_index + 1);
-    wait_ms(500);
+    wait_ms(cancel_ms);
     state.poll_enabled = false;
     view::unload(Centralina_Attiva);
     view::unload(form1::Form1);

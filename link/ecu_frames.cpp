@@ -1,5 +1,6 @@
 #include "link/ecu_frames.h"
 
+#include "app/app_state.h"
 #include "app/numbers.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
@@ -12,6 +13,9 @@ namespace {
 SerialPort* the_port = nullptr;
 
 constexpr std::uint8_t head_p = 80, head_c = 67;
+
+// No frame leaves once the program's end has begun, whichever handler still runs.
+bool send(const Bytes& frame) { return !app::state.program_ends && the_port->write(frame); }
 
 // The two bytes of a word, if the number has them.
 std::optional<std::pair<std::uint8_t, std::uint8_t>> word_bytes(double number) {
@@ -50,17 +54,17 @@ std::optional<int> Reply::word(std::size_t position) const {
     return *high * 256 + *low;
 }
 
-bool send_command(Command command) { return serial_port().write(command_frame(command)); }
+bool send_command(Command command) { return send(command_frame(command)); }
 
 bool send_parameter(double number, double value) {
     const auto frame = write_frame(number, value);
-    return frame && serial_port().write(*frame);
+    return frame && send(*frame);
 }
 
 bool write_parameter(double number, double value) {
     const auto frame = write_frame(number, value);
     if (!frame) return false;
-    const bool sent = serial_port().write(*frame);
+    const bool sent = send(*frame);
     wait_ms(300);
     return sent;
 }

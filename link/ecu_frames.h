@@ -57,7 +57,8 @@ void take(const std::optional<int>& field, T& destination) {
     if (field) destination = static_cast<T>(*field);
 }
 
-// Sends the frame and nothing more. False if the port cannot take it.
+// Sends the frame and nothing more. False if the port cannot take it. This and the two below send
+// nothing once `program_ends` is set.
 bool send_command(Command command);
 // Sends the frame with no wait behind it, for handlers with a wait of their own. False if there is
 // no frame for these values or the port cannot take it.

@@ -12,6 +12,8 @@ struct Scheduler {
     std::vector<Timer*> timers; // all there are, in the order of the window tables
     std::deque<std::function<void()>> posted;
     Platform* platform = nullptr;
+    std::int64_t ends_at_us = Platform::forever;
+    std::function<void()> last_work;
     int wait_depth = 0;
     bool worlds_turn = false; // the last turn was a timer's
 
@@ -97,16 +99,29 @@ void end_program() {
     std::abort(); // never reached, which the compiler cannot see through a virtual call
 }
 
+void end_program_within(int ms, std::function<void()> last_work) {
+    Scheduler& s = scheduler();
+    const std::int64_t at_us = now_us() + ms * std::int64_t{1000};
+    if (at_us >= s.ends_at_us) return;
+    s.ends_at_us = at_us;
+    s.last_work = std::move(last_work);
+}
+
 std::int64_t next_due_us() {
-    if (!scheduler().posted.empty()) return now_us();
-    const Timer* timer = scheduler().first_due();
-    return timer ? Scheduler::due_us(*timer) : Platform::forever;
+    const Scheduler& s = scheduler();
+    if (!s.posted.empty()) return now_us();
+    const Timer* timer = s.first_due();
+    return std::min(s.ends_at_us, timer ? Scheduler::due_us(*timer) : Platform::forever);
 }
 
 void pump() { pump_until(Platform::forever); }
 
 void pump_until(std::int64_t until_us) {
     Scheduler& s = scheduler();
+    if (now_us() >= s.ends_at_us) {
+        s.last_work();
+        end_program();
+    }
     if (!s.posted.empty()) {
         auto work = std::move(s.posted.front());
         s.posted.pop_front();
@@ -121,8 +136,7 @@ void pump_until(std::int64_t until_us) {
         return;
     }
     s.worlds_turn = false;
-    s.platform->idle(
-        due ? now_us() : std::min(until_us, timer ? Scheduler::due_us(*timer) : Platform::forever));
+    s.platform->idle(due ? now_us() : std::min(until_us, next_due_us()));
 }
 
 void post(std::function<void()> work) { scheduler().posted.push_back(std::move(work)); }
@@ -153,6 +167,7 @@ void reset_timers() {
     for (Timer* t : scheduler().timers)
         Scheduler::to_design(*t);
     scheduler().posted.clear();
+    scheduler().ends_at_us = Platform::forever;
 }
 
 } // namespace zol::view

@@ -58,6 +58,10 @@ Platform& platform();
 std::int64_t now_us();
 [[noreturn]] void end_program();
 
+// Ends the program `ms` from now, whatever handlers, waits and boxes run then, or earlier where an
+// earlier call says so. `last_work` runs just before.
+void end_program_within(int ms, std::function<void()> last_work);
+
 // One turn: what was posted, else the due timer, else idling until one may be due.
 void pump();
 // The same, but idles no longer than `until_us`.

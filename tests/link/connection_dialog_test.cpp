@@ -4,6 +4,7 @@
 #include "tests/link/crafted_unit.h"
 #include "view/timers.h"
 #include "view/windows/frm_splash.h"
+#include "view/windows/style.h"
 
 #include <algorithm>
 
@@ -111,7 +112,7 @@ TEST_F(ConnectionDialog, AGoodTestTakesTwoPassesEachWithThePortClosedAndOpenedAn
     EXPECT_EQ(Command_test.look.pointer, Pointer::hourglass);
     run_for(1299);
     EXPECT_EQ(view::text(Label2), "");
-    EXPECT_EQ(Label2.look.back, view::system_colour);
+    EXPECT_EQ(Label2.look.back, windows::paper) << "the toolkit's ground, as of its boxes";
     EXPECT_FALSE(view::enabled(Command_ok));
     run_for(1);
     expect_result(good, view::green, true);

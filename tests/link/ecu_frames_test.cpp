@@ -193,6 +193,17 @@ TEST_F(SerialLayer, AFrameOfAHandlersOwnHasNoWaitBehindIt) {
     EXPECT_THAT(frames(), ElementsAre(Write(142, 257), Send(5)));
 }
 
+TEST_F(SerialLayer, NothingIsSentOnceTheEndHasBegun) {
+    inside_program([] {
+        app::state.program_ends = true;
+        EXPECT_FALSE(link::send_command(Command::status));
+        EXPECT_FALSE(link::send_parameter(3, 1200));
+        EXPECT_FALSE(link::write_parameter(3, 1200));
+    });
+    run_for(300);
+    EXPECT_THAT(frames(), IsEmpty());
+}
+
 TEST_F(SerialLayer, OpeningSetsNumberAndLineAndDoesNotCloseFirst) {
     EXPECT_TRUE(link::open_port(4)); // the port is open: an error text
     EXPECT_EQ(port->closed, 0);

@@ -54,8 +54,6 @@ Checks::Checks(Log& log, Handlers& handlers) : log_(log), handlers_(handlers) {
         if (running.name == "Form3.Command1 click") acquisition_stopped_ = true;
         if (running.name == "acquisizione load") acquisition_stopped_ = false;
         if (running.name == "Form1.barra1 click") parameter_window_seen_ = true;
-        if (running.name == "operator" && handlers_.runs("Form1 closing"))
-            acted_behind_the_end_ = true;
         tunings_asked_ += running.name == "Form1 key" && running.key == 'T';
     };
     handlers_.ended = [this](const Running& running) {
@@ -65,7 +63,8 @@ Checks::Checks(Log& log, Handlers& handlers) : log_(log), handlers_(handlers) {
         if (below && below->name == "Form1 activate" && below->last_command != 0 &&
             below->last_command != 6 && !state.ui_loading)
             mark_cleared_ = true;
-        if (!running.rule) return;
+        // What the end keeps back was not written.
+        if (!running.rule || state.program_ends) return;
         const std::string wrong = wrong_in(running, true);
         if (!wrong.empty()) find(wrong);
     };
@@ -79,8 +78,8 @@ void Checks::find(const std::string& what) {
 void Checks::leaves(std::span<const std::uint8_t> bytes) {
     log_.count(hex(bytes));
     if (!has_known_shape(bytes)) return find("a frame of unknown shape: " + hex(bytes));
-    if (handlers_.runs("Form1 closing") && !acted_behind_the_end_)
-        find("a frame behind the program's end: " + hex(bytes));
+    if (handlers_.runs("Form1 closing") || handlers_.runs("Centralina_Attiva.Command_cancel click"))
+        find("a frame after the program's end has begun: " + hex(bytes));
     if (bytes.size() == 9)
         write_leaves({bytes[5] * 256 + bytes[6], bytes[7] * 256 + bytes[8]});
     else
@@ -197,7 +196,7 @@ void Checks::step(bool at_rest) {
     if (view::wait_depth() > waits_of_an_act * (acts + 1 + tunings_asked_))
         find(std::to_string(view::wait_depth()) +
              " waits are nested, after so many acts: " + std::to_string(acts));
-    const std::string wrong = mirrors_.wrong(handlers_);
+    const std::string wrong = state.program_ends ? "" : mirrors_.wrong(handlers_);
     if (!wrong.empty() && !std::exchange(told_of_mirrors_, true)) find(wrong);
     check_perpetual_timers();
     if (at_rest && handlers_.stack().empty() && view::wait_depth() == 0 && form1::Form1.shown)

@@ -47,8 +47,7 @@ class Checks {
     bool told_of_mirrors_ = false;
     bool mark_cleared_ = false; // that of the filling, in the middle of a reading
     bool parameter_window_seen_ = false;
-    bool acted_behind_the_end_ = false; // the operator, in the program's last wait
-    int tunings_asked_ = 0;             // each may run in the waits of another
+    int tunings_asked_ = 0; // each may run in the waits of another
     bool polled_on_closed_port_ = false;
     bool acquisition_stopped_ = false;
 };

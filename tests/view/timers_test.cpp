@@ -245,6 +245,39 @@ TEST_F(Timers, TheNextDueTimeIsThatOfTheFirstTimer) {
     EXPECT_EQ(view::next_due_us(), 100000);
 }
 
+TEST_F(Timers, SetEndComesUnderAnyNumberOfWaits) {
+    bool was_told = false;
+    inside_program([&] { view::end_program_within(500, [&] { was_told = true; }); });
+    for (int depth = 0; depth < 3; ++depth)
+        inside_program([] { view::wait_on(waiting, 60'000); });
+    run_for(499);
+    EXPECT_FALSE(time.ended());
+    EXPECT_FALSE(was_told);
+    run_for(1);
+    EXPECT_TRUE(time.ended());
+    EXPECT_TRUE(was_told);
+}
+
+TEST_F(Timers, EarlierOfTwoSetEndsHolds) {
+    std::string told;
+    inside_program([&] {
+        view::end_program_within(500, [&] { told += "first "; });
+        view::end_program_within(900, [&] { told += "later "; });
+        view::end_program_within(200, [&] { told += "earlier "; });
+    });
+    run_for(200);
+    EXPECT_TRUE(time.ended());
+    EXPECT_EQ(told, "earlier ");
+}
+
+TEST_F(Timers, NextDueTimeIsTheSetEndIfNoTimerIsEarlier) {
+    switch_on(slow);
+    inside_program([] { view::end_program_within(200, [] {}); });
+    EXPECT_EQ(view::next_due_us(), 200'000);
+    switch_on(fast);
+    EXPECT_EQ(view::next_due_us(), 100'000);
+}
+
 TEST_F(Timers, TheClockInUseIsTheOneThatTheProgramWasGiven) { EXPECT_EQ(&view::platform(), &time); }
 
 } // namespace

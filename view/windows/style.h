@@ -20,7 +20,8 @@ using view::Widget;
 using view::WidgetArray;
 using view::window;
 
-constexpr Colour paper = rgb(229, 233, 237); // ground of the windows
+constexpr Colour paper =
+    rgb(229, 233, 237); // ground of the windows, and the default one of the toolkit
 constexpr Colour ink = view::black;
 constexpr Colour cream = rgb(255, 243, 214); // figures on a dark field
 constexpr Colour chalk = rgb(250, 251, 252); // ground of a quiet reading
