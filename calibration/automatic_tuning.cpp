@@ -6,6 +6,7 @@
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "monitor/polling.h"
+#include "monitor/polling_pass.h"
 #include "monitor/status_telegram.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -56,6 +57,8 @@ void show_fuel_state(const link::Reply& telegram) {
 // that finds too little repeats, for as long as it takes.
 link::Reply next_telegram() {
     for (;;) {
+        // In each turn: a run inside this one's waits has cleared it at its end.
+        state.tuning_measures = true;
         link::send_command(link::Command::status);
         view::set_text(form1::Label_sfondo, "1");
         const link::Reply telegram = link::read_reply();
@@ -75,6 +78,7 @@ double mean_injection_time() {
         sample = val(view::text(form1::Label_tinj));
         wait_ms(300);
     }
+    state.tuning_measures = false;
     return std::accumulate(tuning.tinj_samples.begin(), tuning.tinj_samples.end(), 0.0) / 20.0;
 }
 
@@ -166,10 +170,15 @@ bool operator_agrees() {
                               view::Icon::information}) == view::Answer::yes;
 }
 
-// The polling loop keeps the temperature fresh. What cannot be read counts as 0.
+// What cannot be read counts as 0.
+bool engine_is_warm() { return val(view::text(form1::Label_temp)) >= warm_enough_c; }
+
+void say_it_is_cold() { say("-- WAIT TEMPERATURE... --"); }
+
+// The polling loop keeps the temperature fresh.
 void wait_for_warm_engine() {
-    while (val(view::text(form1::Label_temp)) < warm_enough_c) {
-        say("-- WAIT TEMPERATURE... --");
+    while (!engine_is_warm()) {
+        say_it_is_cold();
         wait_ms(2000);
     }
 }
@@ -189,6 +198,14 @@ void run() {
     end();
 }
 
+// Inside a pass of the polling loop, which it would hold up, the gate does not wait: the engine
+// would never be seen to grow warm. It looks again each time that the pass asks.
+void begin() {
+    if (engine_is_warm() || !monitor::pass_is_under_way()) return run();
+    say_it_is_cold();
+    monitor::after_the_next_repeat(begin);
+}
+
 } // namespace
 
 void tune_automatically() {
@@ -196,8 +213,7 @@ void tune_automatically() {
     state.tuning_mode = 1;
     view::set_visible(form1::lbl_tuning, true);
     say("-- WAIT TUNING... --");
-    // Begun inside a pass of the polling loop, the run would never see the engine grow warm.
-    monitor::after_the_pass(run);
+    monitor::after_the_pass(begin);
 }
 
 } // namespace zol::calibration

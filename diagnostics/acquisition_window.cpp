@@ -94,8 +94,8 @@ void injection_time_ticks() {
         Timer_tinj.off();
         return;
     }
-    // Of a pass that the opening caught half-way. It ends by itself, but not beside this window's
-    // reads: each would take the other's answers for as long as the window is open.
+    // Of a pass that the opening caught half-way. It goes first, as long as the unit may still
+    // answer it: each would take the other's answers for as long as the window is open.
     if (state.eobd_read_under_way) return;
     wait_ms(200);
     if (!link::port_is_open() || !the_window.shown) return;

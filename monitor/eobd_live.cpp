@@ -3,7 +3,10 @@
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
+#include "monitor/polling_pass.h"
+#include "view/timers.h"
 #include "view/view.h"
+#include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
 
 namespace zol::monitor {
@@ -12,6 +15,7 @@ namespace {
 using app::state;
 
 constexpr int no_data = 255;
+constexpr int reply_ms = 100;
 
 // Trims are sent with an offset of 128, 0.78 percent a step.
 std::string trim_text(int byte) { return app::number_text((byte - 128) * 0.78) + " % "; }
@@ -44,18 +48,32 @@ void count_lost(const link::Reply& reply) {
         view::set_text(form1::Label1, "LOST CONNECTION");
 }
 
+// The lambda panel and the acquisition read the status themselves, whole telegrams in one read.
+bool another_reads_the_status() {
+    return form1::Timer3.is_on() || acquisizione::Timer_tinj.is_on();
+}
+
+// Both kinds of read side by side would take each other's answers without end. For as long as this
+// one may still be answered the others wait; then it waits for them.
 bool read_until_shown() {
-    for (;;) {
+    for (int repeated_ms = 0;; repeated_ms += reply_ms) {
+        if (repeated_ms >= patience_ms) {
+            state.eobd_read_under_way = false;
+            while (another_reads_the_status())
+                link::wait_ms(reply_ms);
+        }
         link::send_command(link::Command::eobd_live);
-        link::wait_ms(100);
+        link::wait_ms(reply_ms);
         const link::Reply reply = link::read_reply();
         if (reply.length() == 8) return false;
-        if (reply.length() != 12) continue;
-        if (reply.byte(7) == no_data)
-            count_lost(reply);
-        else
-            show_live_data(reply);
-        return true;
+        if (reply.length() == 12) {
+            if (reply.byte(7) == no_data)
+                count_lost(reply);
+            else
+                show_live_data(reply);
+            return true;
+        }
+        request_is_repeated(reply_ms);
     }
 }
 

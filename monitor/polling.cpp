@@ -3,14 +3,12 @@
 #include "app/app_state.h"
 #include "link/ecu_frames.h"
 #include "monitor/eobd_live.h"
+#include "monitor/polling_pass.h"
 #include "monitor/status_telegram.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
-
-#include <utility>
-#include <vector>
 
 namespace zol::monitor {
 namespace {
@@ -19,18 +17,7 @@ using app::state;
 using link::Command;
 using link::Reply;
 
-bool pass_under_way = false;
-std::vector<std::function<void()>> waiting_for_its_end;
-
-// The mark goes when the pass is over, also when the end of the program unwinds it.
-struct Pass {
-    Pass() { pass_under_way = true; }
-    ~Pass() {
-        pass_under_way = false;
-        for (auto& work : std::exchange(waiting_for_its_end, {}))
-            view::post(std::move(work));
-    }
-};
+constexpr int cycle_ms = 300;
 
 // Asks, and takes what the request before this one brought: the wait gives the present request its
 // time to be answered. Has no limit, and looks at neither flag nor port: with a silent unit the
@@ -39,10 +26,10 @@ Reply next_reply() {
     for (;;) {
         link::send_command(Command::status);
         Reply reply = link::read_reply();
-        link::wait_ms(300);
-        if (reply.empty()) continue;
-        const bool dropped = reply.length() < shortest_telegram;
+        link::wait_ms(cycle_ms);
+        const bool dropped = !reply.empty() && reply.length() < shortest_telegram;
         if (dropped || reply.echoes(Command::status)) return reply;
+        request_is_repeated(cycle_ms);
     }
 }
 
@@ -50,16 +37,17 @@ void poll_once() {
     for (;;) {
         const Reply reply = next_reply();
         if (reply.length() >= shortest_telegram) show_telegram(reply);
-        // The read of the live data empties the buffer in which the tuning looks for its telegrams:
-        // it would find none, for ever.
+        // The read of the live data empties the buffer in which the tuning's sampler looks for its
+        // telegrams: it would find none, for ever.
         const bool has_eobd =
-            (state.ecu_family == 2 || state.ecu_family == 4) && state.tuning_mode != 1;
+            (state.ecu_family == 2 || state.ecu_family == 4) && !state.tuning_measures;
         if (!has_eobd || read_eobd_live()) return;
+        request_is_repeated(cycle_ms);
     }
 }
 
 void poll_ticks() {
-    const Pass pass;
+    const PollingPass pass;
     view::unload(centralina_attiva::Centralina_Attiva);
     form1::Timer_stato_sistema.off();
     if (state.poll_enabled && link::port_is_open()) {
@@ -92,13 +80,6 @@ void rearm_polling() {
         form1::Timer_stato_sistema.on();
     else
         form1::Timer_stato_sistema.off();
-}
-
-void after_the_pass(std::function<void()> work) {
-    if (pass_under_way)
-        waiting_for_its_end.push_back(std::move(work));
-    else
-        work();
 }
 
 void give_tab_stops() {

@@ -2,8 +2,6 @@
 // the last one, and switches itself on again.
 #pragma once
 
-#include <functional>
-
 namespace zol::monitor {
 
 // Allows the polling and switches its timer on; and the reverse, at once. A handler that stops it
@@ -13,11 +11,6 @@ void stop_polling();
 
 // The timer as poll_enabled says: the end of a read that had switched it off for itself.
 void rearm_polling();
-
-// Runs `work` when no pass of the loop is under way: at once, or as soon as the present one is
-// over. A handler that runs inside a pass holds it up to its own end, and the live values with it:
-// what takes long and needs them begins here.
-void after_the_pass(std::function<void()> work);
 
 // Gives Slider_attenuazione and Slider_ktar the tab stop that activation takes from them.
 void give_tab_stops();

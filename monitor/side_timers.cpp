@@ -33,8 +33,8 @@ constexpr double tinj_not_acquired = 2502;
 // The lambda panel's own read: no wait, the timer's period stands for it.
 void lambda_panel_reads() {
     form1::Timer_stato_sistema.off();
-    // A pass that the panel's opening caught in its diagnosis read ends first: each would take the
-    // other's answers for as long as the panel is open.
+    // A pass that the panel's opening caught in its diagnosis read goes first, as long as the unit
+    // may still answer it: each would take the other's answers for as long as the panel is open.
     if (link::port_is_open() && !state.eobd_read_under_way) {
         link::send_command(link::Command::status);
         const link::Reply telegram = link::read_reply();

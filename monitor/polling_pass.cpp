@@ -1,0 +1,47 @@
+#include "monitor/polling_pass.h"
+
+#include "view/timers.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace zol::monitor {
+namespace {
+
+std::optional<int> repeated_ms; // by the pass under way
+std::vector<std::function<void()>> waiting;
+
+void post_waiting() {
+    for (auto& work : std::exchange(waiting, {}))
+        view::post(std::move(work));
+}
+
+} // namespace
+
+PollingPass::PollingPass() { repeated_ms = 0; }
+
+// Also when the end of the program unwinds the pass.
+PollingPass::~PollingPass() {
+    repeated_ms.reset();
+    post_waiting();
+}
+
+void request_is_repeated(int ms) {
+    if (!repeated_ms) return;
+    *repeated_ms += ms;
+    if (*repeated_ms >= patience_ms) post_waiting();
+}
+
+bool pass_is_under_way() { return repeated_ms.has_value(); }
+
+void after_the_pass(std::function<void()> work) {
+    if (repeated_ms && *repeated_ms < patience_ms)
+        waiting.push_back(std::move(work));
+    else
+        work();
+}
+
+void after_the_next_repeat(std::function<void()> work) { waiting.push_back(std::move(work)); }
+
+} // namespace zol::monitor

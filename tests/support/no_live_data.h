@@ -1,0 +1,31 @@
+// A control unit of a family with live data that answers every command but the one for them.
+#pragma once
+
+#include "tests/support/bench.h"
+
+namespace zol::tests {
+
+class PortWithoutLiveData : public SimulatedPort {
+  public:
+    PortWithoutLiveData(sim::ControlUnit& unit, view::VirtualTime& time)
+        : SimulatedPort(unit, time), time_(time) {}
+
+    bool write(std::span<const std::uint8_t> bytes) override {
+        if (!is_open() || unplugged || bytes[4] != 16) return SimulatedPort::write(bytes);
+        sent.push_back({time_.now_us() / 1000, Send(16), {bytes.begin(), bytes.end()}});
+        return true;
+    }
+
+  private:
+    view::VirtualTime& time_;
+};
+
+struct NoLiveDataBench : Bench {
+    explicit NoLiveDataBench(bool warm = true)
+        : Bench({.family = 2, .version = 7, .revision = 71, .warm = warm}) {
+        port = std::make_unique<PortWithoutLiveData>(*unit, time);
+        link::use_serial_port(*port);
+    }
+};
+
+} // namespace zol::tests
