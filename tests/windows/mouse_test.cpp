@@ -195,6 +195,22 @@ TEST_F(Mouse, ADragThatEndsWhereItBeganChangesNothing) {
     EXPECT_THAT(acts, ::testing::Not(::testing::Contains(::testing::HasSubstr(" at "))));
 }
 
+// The program may show more than the scale has.
+TEST_F(Mouse, DragBeyondTheScaleStopsAtItsEnd) {
+    auto& slider = face<QSlider>(Slider_flat);
+    set_range(Slider_flat, 0, 150);
+    place_value(Slider_flat, 150);
+    settle();
+    start_drag(slider, 140);
+    drag_on(slider, 120);
+    EXPECT_EQ(slider.maximum(), 150);
+    EXPECT_EQ(value(Slider_flat), 100);
+    EXPECT_EQ(slider.sliderPosition(), 100);
+    end_drag(slider);
+    EXPECT_EQ(value(Slider_flat), 100);
+    EXPECT_EQ(slider.value(), 100);
+}
+
 TEST_F(Mouse, AHandlerMaySpringTheSliderBack) {
     Slider_flat.on.change = [] {
         if (value(Slider_flat) > 60) set_value(Slider_flat, 60);

@@ -13,8 +13,10 @@ SliderFace::SliderFace(Widget& model, QWidget& parent)
     setInvertedAppearance(model.look.vertical);
     setInvertedControls(model.look.vertical);
     connect(this, &QSlider::sliderMoved, this, [this, &model](int position) {
-        post_act(model, *this, Aspect::value,
-                 [&model, position] { return acts::drag_on(model, position); });
+        // Where the model takes less than the position, the handle goes back to that.
+        post_act(model, *this, Aspect::value, [&model, position] {
+            return acts::drag_on(model, position) && model.look.value == position;
+        });
     });
     connect(this, &QSlider::sliderPressed, this, [this, &model] {
         const double before = model.look.value;
