@@ -128,7 +128,9 @@ QString state_name(WindowState state) {
 }
 
 void compare_window(const Widget& window, const QWidget& top, Differences& found) {
-    found.compare(window, "title", top.windowTitle(), QString::fromStdString(window.look.text));
+    // Qt shows "[*][*]" as "[*]"; a single one would be its mark of unsaved changes.
+    found.compare(window, "title", top.windowTitle().replace("[*][*]", "[*]"),
+                  QString::fromStdString(window.look.text));
     found.compare(window, "shown", top.isVisible(), window.shown);
     found.compare(window, "enabled", top.isEnabled(), window.look.enabled);
     if (window.shown) {
