@@ -63,7 +63,12 @@ std::string device_identity(dev_t device) {
     return is_pseudo_terminal(device) ? "pseudo-terminal" : number;
 }
 
+bool has_serial_number(const std::string& identity) {
+    return identity.find(" serial=") != std::string::npos;
+}
+
 bool is_terminal_of_a_session(dev_t device) {
+    if (device == 0) return false; // no device; processes without a terminal name this number
     // /dev/tty, fixed by the kernel: the terminal of the session that asks.
     if (device == makedev(5, 0)) return true;
     std::error_code error;

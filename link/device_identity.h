@@ -17,6 +17,9 @@ inline std::filesystem::path machine_root = "/";
 // pseudo-terminals are equal: nothing tells one from the next. Any other device is its number.
 std::string device_identity(dev_t device);
 
+// Whether the identity is that of one single adapter, and not of each one of its model.
+bool has_serial_number(const std::string& identity);
+
 // Whether a session has the device as its controlling terminal: a terminal window, a login on a
 // console.
 bool is_terminal_of_a_session(dev_t device);

@@ -21,6 +21,11 @@ inline std::array<FoundDevice, 8> found_devices; // of port numbers 1 to 8
 // any other number.
 std::filesystem::path device_of_port(int port_number);
 
+// Where the device that was found for a port number is now. A USB adapter that is pulled while the
+// port is open comes back as another ttyUSB: it is looked for among the usual devices by its serial
+// number. Any other device is where it was found.
+std::filesystem::path place_of_found(int port_number);
+
 // The path, and where a link leads behind an arrow: "ports/com1 -> /dev/ttyUSB0".
 std::string with_target(const std::filesystem::path& device);
 

@@ -64,12 +64,15 @@ std::optional<std::string> PosixSerialPort::attach(bool chosen) {
     if (device.empty()) return failure(device, ENODEV);
     FoundDevice& found = found_devices[static_cast<std::size_t>(port_number_ - 1)];
     const bool back = !chosen && !found.path.empty();
-    if (back) device = found.path;
+    if (back) device = place_of_found(port_number_);
     // Judged before it is opened: opening alone would raise the modem lines of another device.
     struct stat there {};
     if (::stat(device.c_str(), &there) != 0) return failure(device, errno);
     const std::string identity = device_identity(there.st_rdev);
     if (back && identity != found.identity) return failure(device, ENODEV);
+    if (is_terminal_of_a_session(there.st_rdev))
+        return "COM" + std::to_string(port_number_) + " (" + with_target(device) +
+               "): " + app::helper_word("terminal of a session");
     if (const auto error = take_device(device, there.st_rdev)) {
         detach();
         return error;
@@ -87,9 +90,6 @@ std::optional<std::string> PosixSerialPort::take_device(const std::filesystem::p
     // Its name may have gone to another device in between.
     if (::fstat(descriptor_, &opened) != 0 || opened.st_rdev != number)
         return failure(device, ENODEV);
-    if (is_terminal_of_a_session(number))
-        return "COM" + std::to_string(port_number_) + " (" + with_target(device) +
-               "): " + app::helper_word("terminal of a session");
     if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) return failure(device, EBUSY);
     termios line{};
     if (::tcgetattr(descriptor_, &line) != 0) return failure(device, errno);
@@ -100,10 +100,16 @@ std::optional<std::string> PosixSerialPort::take_device(const std::filesystem::p
 
 void PosixSerialPort::detach() {
     if (descriptor_ < 0) return;
-    // Bytes that a dead line never takes would hold the close up.
-    ::tcflush(descriptor_, TCOFLUSH);
-    // At once and without asking whether it worked: the device may be gone.
-    if (settings_before_) ::tcsetattr(descriptor_, TCSANOW, &*settings_before_);
+    // A device that was refused, because another program uses it, is left as it is.
+    if (settings_before_) {
+        // Bytes that a dead line never takes would hold the close up.
+        ::tcflush(descriptor_, TCOFLUSH);
+        // At once and without asking whether it worked: the device may be gone. Hanging up stays
+        // off: the read of the faults closes the port for 300 ms, and an adapter that is powered by
+        // the modem lines must not lose them.
+        settings_before_->c_cflag &= ~static_cast<tcflag_t>(HUPCL);
+        ::tcsetattr(descriptor_, TCSANOW, &*settings_before_);
+    }
     settings_before_.reset();
     ::close(descriptor_);
     descriptor_ = -1;

@@ -54,13 +54,13 @@ bool another_reads_the_status() {
 }
 
 // Both kinds of read side by side would take each other's answers without end. For as long as this
-// one may still be answered the others wait; then it waits for them.
+// one may still be answered the others wait. After that it asks once in `patience_ms` only: not
+// never, because it may have begun inside a wait of the other reader and hold that one up.
 bool read_until_shown() {
     for (int repeated_ms = 0;; repeated_ms += reply_ms) {
         if (repeated_ms >= patience_ms) {
             state.eobd_read_under_way = false;
-            while (another_reads_the_status())
-                link::wait_ms(reply_ms);
+            if (another_reads_the_status()) link::wait_ms(patience_ms);
         }
         link::send_command(link::Command::eobd_live);
         link::wait_ms(reply_ms);

@@ -74,13 +74,15 @@ TEST_F(ProgramEnd, EndlessReadBegunInTheLastMomentDoesNotHoldIt) {
     EXPECT_TRUE(time.ended());
 }
 
-TEST_F(ProgramEnd, OpenBoxDoesNotHoldIt) {
+TEST_F(ProgramEnd, BoxOpenedDuringItDoesNotHoldIt) {
     start_connected();
     screen.answer_message("Automatic Tuning System", view::Answer::no, 5000);
-    operator_presses(form1::Form1, 84, 2);
-    run_for(1000);
     operator_closes(form1::Form1);
-    run_for(600);
+    run_for(100);
+    operator_presses(form1::Form1, 84, 2);
+    run_for(499);
+    EXPECT_FALSE(time.ended());
+    run_for(1);
     EXPECT_TRUE(time.ended());
 }
 

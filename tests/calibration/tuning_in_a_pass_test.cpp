@@ -45,6 +45,12 @@ TEST_F(ColdTuningWithoutLiveData, ShowsThatItWaitsForTheTemperature) {
     start_tuning();
     run_for(1500);
     EXPECT_EQ(view::text(lbl_tuning), "-- WAIT TEMPERATURE... --");
+    const std::string shown = view::text(form1::Label_temp);
+    unit->engine().coolant_c = 80;
+    run_for(60'000);
+    EXPECT_EQ(view::text(form1::Label_temp), shown)
+        << "such a pass never asks for the status again";
+    EXPECT_EQ(view::text(lbl_tuning), "-- WAIT TEMPERATURE... --");
 }
 
 struct TuningOnDeadCable : Tuned<Bench>, testing::WithParamInterface<int> {

@@ -75,6 +75,29 @@ TEST_F(Reattach, AnAdapterUnderAnotherNumberIsTaken) {
     expect_taken(second);
 }
 
+// The kernel gives the old name to nobody while the port still holds the device that was pulled.
+TEST_F(Reattach, AnAdapterUnderAnotherUsualNameIsTaken) {
+    Cable first, second;
+    plug_in(first, {.serial = "A1"});
+    plug_in(second, {.serial = "A1"});
+    lead_usual_device_to(first);
+    open_and_pull(first);
+    std::filesystem::remove(machine.root / "dev/ttyUSB0");
+    replace_link(machine.root / "dev/ttyUSB1", second.device);
+    expect_taken(second);
+}
+
+TEST_F(Reattach, AModelWithoutSerialNumberIsNotSearchedFor) {
+    Cable first, second;
+    plug_in(first, {});
+    plug_in(second, {});
+    lead_usual_device_to(first);
+    open_and_pull(first);
+    std::filesystem::remove(machine.root / "dev/ttyUSB0");
+    replace_link(machine.root / "dev/ttyUSB1", second.device);
+    expect_left_alone(second);
+}
+
 TEST_F(Reattach, AnotherSerialNumberIsLeftAlone) {
     Cable own, other;
     plug_in(own, {.serial = "A1"});

@@ -2,6 +2,8 @@
 #include "tests/support/no_live_data.h"
 #include "view/windows/form1.h"
 
+#include <algorithm>
+
 namespace zol::tests {
 namespace {
 
@@ -18,8 +20,8 @@ struct LambdaWithoutLiveData : NoLiveDataBench, testing::WithParamInterface<int>
 TEST_P(LambdaWithoutLiveData, PanelReadsTenTimesASecond) {
     open_panel();
     run_for(1000);
-    EXPECT_THAT(frames(), testing::Each(Send(3)));
-    EXPECT_THAT(frames(), testing::SizeIs(10));
+    EXPECT_EQ(std::ranges::count(frames(), Send(3)), 10);
+    EXPECT_LE(std::ranges::count(frames(), Send(16)), 1);
 }
 
 TEST_P(LambdaWithoutLiveData, PanelShowsTheUnitsState) {
