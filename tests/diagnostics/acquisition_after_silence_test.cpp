@@ -1,5 +1,6 @@
 // The acquisition window beside the polling that the watchdog has restarted, on a line that was
 // silent for a moment: a pass that began inside the window's own wait must not hold it up for good.
+#include "tests/support/no_live_data.h"
 #include "tests/support/panel_bench.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
@@ -10,16 +11,22 @@ namespace {
 struct AcquisitionAfterSilence : PanelBench, testing::WithParamInterface<int> {
     AcquisitionAfterSilence() {
         use_unit({.family = 2, .version = 7, .revision = 71, .warm = true});
+        auto replacement = std::make_unique<PortWithoutLiveData>(*unit, time);
+        line = replacement.get();
+        line->has_live_data = true;
+        port = std::move(replacement);
+        link::use_serial_port(*port);
         connect_by_dialog();
         run_for(5000);
     }
     void open_on_a_line_silent_for_a_moment() {
         operator_clicks(form1::Command5);
         run_for(3000 + GetParam());
-        port->silent = true;
-        run_for(1500);
-        port->silent = false;
+        line->has_live_data = false;
+        run_for(3000);
+        line->has_live_data = true;
     }
+    PortWithoutLiveData* line = nullptr;
 };
 
 TEST_P(AcquisitionAfterSilence, WindowFollowsTheEngineAgain) {

@@ -10,8 +10,11 @@ class PortWithoutLiveData : public SimulatedPort {
     PortWithoutLiveData(sim::ControlUnit& unit, view::VirtualTime& time)
         : SimulatedPort(unit, time), time_(time) {}
 
+    bool has_live_data = false;
+
     bool write(std::span<const std::uint8_t> bytes) override {
-        if (!is_open() || unplugged || bytes[4] != 16) return SimulatedPort::write(bytes);
+        if (has_live_data || !is_open() || unplugged || bytes[4] != 16)
+            return SimulatedPort::write(bytes);
         sent.push_back({time_.now_us() / 1000, Send(16), {bytes.begin(), bytes.end()}});
         return true;
     }
