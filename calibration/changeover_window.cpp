@@ -10,7 +10,7 @@
 #include "app/numbers.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "view/operator.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -29,6 +29,7 @@ using app::state;
 using link::mirrors;
 using view::Pointer;
 using view::Widget;
+namespace par = link::par;
 
 // The window's own wait.
 void wait_ms(int ms) { view::wait_on(Timer2, ms); }
@@ -60,12 +61,12 @@ app::EntryField entry(Widget& field, int parameter, double& mirror, int settle_m
 }
 
 const app::EntryField entries[] = {
-    entry(Text_rpm, 121, mirrors.changeover_rpm, 800),
-    entry(Text_press_comm, 22, mirrors.changeover_pressure, 800),
-    entry(Text_123, 123, mirrors.cut_off_inj_time, 800),
-    entry(Text_124, 124, mirrors.cut_off_rpm, 800),
-    entry(Text1, 47, mirrors.petrol_cut_off_rpm, 400, whole_tens),
-    entry(Text2, 53, mirrors.petrol_cut_off_time, 800, whole_hundreds),
+    entry(Text_rpm, par::changeover_rpm, mirrors.changeover_rpm, 800),
+    entry(Text_press_comm, par::changeover_pressure, mirrors.changeover_pressure, 800),
+    entry(Text_123, par::cut_off_inj_time, mirrors.cut_off_inj_time, 800),
+    entry(Text_124, par::cut_off_rpm, mirrors.cut_off_rpm, 800),
+    entry(Text1, par::petrol_cut_off_rpm, mirrors.petrol_cut_off_rpm, 400, whole_tens),
+    entry(Text2, par::petrol_cut_off_time, mirrors.petrol_cut_off_time, 800, whole_hundreds),
 };
 
 struct Choice {
@@ -76,14 +77,17 @@ struct Choice {
     int settle_ms;
 };
 
-const Choice normal_start = {opt_norm, 122, mirrors.forced_start_mode, 0, 600};
-const Choice permanent_start = {opt_perm, 122, mirrors.forced_start_mode, 1, 600};
-const Choice start_on_acceleration = {opt_acc, 122, mirrors.forced_start_mode, 3, 600};
-const Choice cut_off_by_time = {Option1, 41, mirrors.gas_cut_off_mode, 7, 900};
-const Choice cut_off_by_rpm = {Option2, 41, mirrors.gas_cut_off_mode, 5, 900};
-const Choice no_cut_off = {Option3, 41, mirrors.gas_cut_off_mode, 2, 500};
-const Choice automatic = {Option_comm_auto_yes, 105, mirrors.auto_changeover, 1, 200};
-const Choice by_hand = {Option_comm_auto_no, 105, mirrors.auto_changeover, 0, 200};
+const Choice normal_start = {opt_norm, par::forced_start_mode, mirrors.forced_start_mode, 0, 600};
+const Choice permanent_start = {opt_perm, par::forced_start_mode, mirrors.forced_start_mode, 1,
+                                600};
+const Choice start_on_acceleration = {opt_acc, par::forced_start_mode, mirrors.forced_start_mode, 3,
+                                      600};
+const Choice cut_off_by_time = {Option1, par::gas_cut_off_mode, mirrors.gas_cut_off_mode, 7, 900};
+const Choice cut_off_by_rpm = {Option2, par::gas_cut_off_mode, mirrors.gas_cut_off_mode, 5, 900};
+const Choice no_cut_off = {Option3, par::gas_cut_off_mode, mirrors.gas_cut_off_mode, 2, 500};
+const Choice automatic = {Option_comm_auto_yes, par::auto_changeover, mirrors.auto_changeover, 1,
+                          200};
+const Choice by_hand = {Option_comm_auto_no, par::auto_changeover, mirrors.auto_changeover, 0, 200};
 
 const Choice* const start_choices[] = {&normal_start, &permanent_start, &start_on_acceleration};
 const Choice* const cut_off_choices[] = {&no_cut_off, &cut_off_by_rpm, &cut_off_by_time};
@@ -100,8 +104,8 @@ struct SecondWrite {
     double& mirror;
 };
 
-const SecondWrite no_modular_changeover = {23, mirrors.modular_changeover};
-const SecondWrite no_petrol_cut_off = {47, mirrors.petrol_cut_off_rpm};
+const SecondWrite no_modular_changeover = {par::modular_changeover, mirrors.modular_changeover};
+const SecondWrite no_petrol_cut_off = {par::petrol_cut_off_rpm, mirrors.petrol_cut_off_rpm};
 
 void choose(const Choice& choice, const SecondWrite* second = nullptr) {
     if (state.poll_enabled) return;
@@ -117,7 +121,6 @@ void choose_automatic(const Choice& choice, bool on) {
     choose(choice);
 }
 
-constexpr int delay_parameter = 106;
 // The delays on low pressure, in ms, by position.
 constexpr double delays_ms[] = {50, 500, 2000};
 
@@ -125,7 +128,7 @@ void delay_moved() {
     view::set_pointer(Form3, Pointer::hourglass);
     const double position = view::value(Slider2);
     const double delay = position == 1 ? delays_ms[0] : position == 2 ? delays_ms[1] : delays_ms[2];
-    write(delay_parameter, mirrors.low_pressure_delay, delay, 200);
+    write(par::low_pressure_delay, mirrors.low_pressure_delay, delay, 200);
     view::set_pointer(Form3, Pointer::normal);
 }
 
@@ -133,7 +136,7 @@ void delay_moved() {
 // field instead of that one, which stays locked.
 const app::EntryField speed_from_slider = {
     .field = Text_rpm,
-    .parameter = 121,
+    .parameter = par::changeover_rpm,
     .mirror = mirrors.changeover_rpm,
     .settle_ms = 400,
     .clock = Timer2,
@@ -233,7 +236,7 @@ void connect_choices() {
         app::note_parameters(choice->option, {choice->parameter});
     app::note_parameters(opt_norm, {no_modular_changeover.parameter});
     app::note_parameters(Option3, {no_petrol_cut_off.parameter});
-    app::note_parameters(Slider2, {delay_parameter});
+    app::note_parameters(Slider2, {par::low_pressure_delay});
 }
 
 } // namespace

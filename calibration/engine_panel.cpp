@@ -4,7 +4,7 @@
 #include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -22,9 +22,7 @@ using link::send_parameter;
 using link::wait_ms;
 using view::Pointer;
 using view::Widget;
-
-constexpr int rpm_multiplier_parameter = 1, low_gain_parameter = 3, high_gain_parameter = 4;
-constexpr int temperature_parameter = 52, attenuation_parameter = 101, pressure_parameter = 104;
+namespace par = link::par;
 
 // How far the gain at high load follows below the one at low load.
 constexpr double coupling_on_lpg = 200, coupling_on_methane = 300;
@@ -44,7 +42,7 @@ double coupled_high_gain() {
 // Tells the unit at which pressure the gas was calibrated: the one on view now.
 void capture_calibration_pressure() {
     mirrors.calibration_pressure = app::val(view::text(form1::LabeL_pressure));
-    send_parameter(pressure_parameter, mirrors.calibration_pressure);
+    send_parameter(par::calibration_pressure, mirrors.calibration_pressure);
     wait_ms(400);
 }
 
@@ -54,14 +52,14 @@ void write_both_gains() {
     monitor::stop_polling();
     wait_ms(400);
     mirrors.ktar_low = view::value(form1::Slider_ktar);
-    send_parameter(low_gain_parameter, mirrors.ktar_low);
+    send_parameter(par::ktar_low, mirrors.ktar_low);
     wait_ms(400);
     mirrors.ktar_high = coupled_high_gain();
     // A power slider that moves writes the gain itself, inside the assignment, and lets the polling
     // go on beside the rest of this.
     view::set_value(form1::Slider_power, mirrors.ktar_high);
     show_tip(form1::Slider_power);
-    send_parameter(high_gain_parameter, mirrors.ktar_high);
+    send_parameter(par::ktar_high, mirrors.ktar_high);
     wait_ms(400);
     if (state.on_gas && mirrors.pressure_sensor == 1) capture_calibration_pressure();
     view::set_pointer(form1::Form1, Pointer::normal);
@@ -82,7 +80,7 @@ void power_changed() {
     monitor::stop_polling();
     wait_ms(400);
     mirrors.ktar_high = view::value(form1::Slider_power);
-    send_parameter(high_gain_parameter, mirrors.ktar_high);
+    send_parameter(par::ktar_high, mirrors.ktar_high);
     wait_ms(200);
     view::set_pointer(form1::Form1, Pointer::normal);
     show_tip(form1::Slider_power);
@@ -100,7 +98,7 @@ void attenuation_changed() {
     wait_ms(400);
     mirrors.attenuation = view::value(form1::Slider_attenuazione);
     view::set_text(form1::Label_attenuazione, number_text(mirrors.attenuation) + "- ");
-    send_parameter(attenuation_parameter, mirrors.attenuation);
+    send_parameter(par::attenuation, mirrors.attenuation);
     wait_ms(200);
     view::set_pointer(form1::Form1, Pointer::normal);
     view::set_enabled(form1::Slider_attenuazione, true);
@@ -116,7 +114,7 @@ void temperature_correction_changed() {
         view::set_range(slider, slider.design.min, slider.design.max);
     view::set_pointer(form1::Form1, Pointer::hourglass);
     mirrors.temperature_correction = view::value(slider);
-    send_parameter(temperature_parameter, mirrors.temperature_correction);
+    send_parameter(par::temperature_correction, mirrors.temperature_correction);
     wait_ms(200);
     view::set_pointer(form1::Form1, Pointer::normal);
 }
@@ -152,7 +150,7 @@ void begin_rpm_step(const RpmButton& button) {
 
 // The polling stays forbidden: the timer's next tick ends it, and the watchdog really restarts it.
 void end_rpm_step(const RpmButton& button) {
-    send_parameter(rpm_multiplier_parameter, mirrors.rpm_multiplier);
+    send_parameter(par::rpm_multiplier, mirrors.rpm_multiplier);
     wait_ms(button.wait_after_ms);
     form1::Timer_stato_sistema.on();
     view::set_enabled(form1::Command_rpm_piu, true);
@@ -182,16 +180,16 @@ void show_less_rpm() {
 void note_all_parameters() {
     using app::note_parameters;
     for (Widget* control : {&form1::Slider_ktar, &form1::Command7, &form1::Command8})
-        note_parameters(*control, {low_gain_parameter, high_gain_parameter, pressure_parameter});
-    note_parameters(form1::Label27, {low_gain_parameter});
+        note_parameters(*control, {par::ktar_low, par::ktar_high, par::calibration_pressure});
+    note_parameters(form1::Label27, {par::ktar_low});
     for (Widget* control : {&form1::Slider_power, &form1::Label44})
-        note_parameters(*control, {high_gain_parameter});
+        note_parameters(*control, {par::ktar_high});
     for (Widget* control : {&form1::Slider_attenuazione, &form1::Label_attenuazione})
-        note_parameters(*control, {attenuation_parameter});
-    note_parameters(form1::Label_pressione_taratura, {pressure_parameter});
-    note_parameters(form1::Slider3, {temperature_parameter});
+        note_parameters(*control, {par::attenuation});
+    note_parameters(form1::Label_pressione_taratura, {par::calibration_pressure});
+    note_parameters(form1::Slider3, {par::temperature_correction});
     for (Widget* control : {&form1::Command_rpm_piu, &form1::Command_rpm_meno})
-        note_parameters(*control, {rpm_multiplier_parameter});
+        note_parameters(*control, {par::rpm_multiplier});
 }
 
 } // namespace

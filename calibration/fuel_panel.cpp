@@ -5,7 +5,7 @@
 #include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -21,6 +21,7 @@ using link::mirrors;
 using link::wait_ms;
 using view::Pointer;
 using view::Widget;
+namespace par = link::par;
 
 void park_focus() { view::set_focus(form1::cmd_focus); }
 
@@ -40,19 +41,19 @@ struct FuelWrite {
 };
 
 const FuelWrite methane_writes[] = {
-    {10, mirrors.fuel_type, 0, 0, {300}},
-    {51, mirrors.calibration_temperature, 60, 60, {300, 300}},
-    {129, mirrors.reference_ktar, 1001, 1001, {500}},
-    {144, mirrors.fuel_offset, 92, 92, {500}},
-    {104, mirrors.calibration_pressure, 1200, 1200, {300}},
+    {par::fuel_type, mirrors.fuel_type, 0, 0, {300}},
+    {par::calibration_temperature, mirrors.calibration_temperature, 60, 60, {300, 300}},
+    {par::reference_ktar, mirrors.reference_ktar, 1001, 1001, {500}},
+    {par::fuel_offset, mirrors.fuel_offset, 92, 92, {500}},
+    {par::calibration_pressure, mirrors.calibration_pressure, 1200, 1200, {300}},
 };
 
 const FuelWrite lpg_writes[] = {
-    {10, mirrors.fuel_type, 1, 1, {200, 300}},
+    {par::fuel_type, mirrors.fuel_type, 1, 1, {200, 300}},
     // The unit gets another pressure than the screen shows until the next reading.
-    {104, mirrors.calibration_pressure, 1200, 1600, {200}},
-    {144, mirrors.fuel_offset, 100, 100, {500, 200}},
-    {128, mirrors.reference_inj_threshold, 0, 0, {500, 300}},
+    {par::calibration_pressure, mirrors.calibration_pressure, 1200, 1600, {200}},
+    {par::fuel_offset, mirrors.fuel_offset, 100, 100, {500, 200}},
+    {par::reference_inj_threshold, mirrors.reference_inj_threshold, 0, 0, {500, 300}},
 };
 
 void write_in_turn(std::span<const FuelWrite> writes) {
@@ -85,13 +86,11 @@ void lpg_clicked() {
     view::set_pointer(form1::Option_gpl, Pointer::custom);
 }
 
-constexpr int pressure_sensor_parameter = 50, modular_parameter = 23;
-
 void pressure_sensor_clicked(Widget& option, double fitted) {
     if (state.ui_loading) return;
     show_busy(option);
     mirrors.pressure_sensor = fitted;
-    link::send_parameter(pressure_sensor_parameter, fitted);
+    link::send_parameter(par::pressure_sensor, fitted);
     wait_ms(200);
     view::set_pointer(form1::Form1, Pointer::normal);
     if (fitted == 0) park_focus();
@@ -105,7 +104,7 @@ void modular_clicked(Widget& option, double on, const char* caption) {
     if (mirrors.modular_changeover == 1 - on) {
         view::select(option);
         view::set_text(option, caption);
-        link::write_parameter(modular_parameter, on);
+        link::write_parameter(par::modular_changeover, on);
         mirrors.modular_changeover = on;
     }
     view::set_pointer(form1::Form1, Pointer::custom);
@@ -114,13 +113,13 @@ void modular_clicked(Widget& option, double on, const char* caption) {
 
 const app::EntryField entries[] = {
     {.field = form1::text_temp_comm,
-     .parameter = 15,
+     .parameter = par::changeover_temperature,
      .mirror = mirrors.changeover_temperature,
      .settle_ms = 200,
      .clock = form1::Timer2,
      .done = park_focus},
     {.field = form1::Text_time_comm,
-     .parameter = 110,
+     .parameter = par::changeover_time,
      .mirror = mirrors.changeover_time,
      .settle_ms = 200,
      .clock = form1::Timer2,
@@ -144,9 +143,9 @@ void connect_fuel_panel() {
     for (const FuelWrite& write : lpg_writes)
         app::note_parameters(Option_gpl, {write.parameter});
     for (Widget* option : {&Option_press_yes, &Option_press_no})
-        app::note_parameters(*option, {pressure_sensor_parameter});
+        app::note_parameters(*option, {par::pressure_sensor});
     for (Widget* option : {&Opt_modulare_yes, &Opt_modulare_no})
-        app::note_parameters(*option, {modular_parameter});
+        app::note_parameters(*option, {par::modular_changeover});
 }
 
 } // namespace zol::calibration

@@ -7,6 +7,7 @@
 #include "calibration/engine_panel.h"
 #include "calibration/parameter_edit.h"
 #include "link/ecu_frames.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/operator.h"
 #include "view/timers.h"
@@ -20,6 +21,7 @@ using app::state;
 using link::wait_ms;
 using view::Pointer;
 using view::Widget;
+namespace par = link::par;
 
 void step_slider(Widget& slider, double step, void (*refresh_tip)()) {
     const double limit = step > 0 ? slider.look.max : slider.look.min;
@@ -58,13 +60,13 @@ void write_setting(double number, double value) {
 // No is an answer too: it switches the forced start off.
 void set_forced_start() {
     const bool forced = operator_says_yes(app::message(1254).value_or(""), "Forced START");
-    write_setting(122, forced ? 1 : 0);
+    write_setting(par::forced_start_mode, forced ? 1 : 0);
 }
 
 void capture_changeover_speed() {
     const double rpm = app::val(view::text(form1::Label_rpm));
     const std::string question = app::message(1255).value_or("") + app::number_text(rpm);
-    if (operator_says_yes(question, "RPM SWITCH")) write_setting(121, rpm);
+    if (operator_says_yes(question, "RPM SWITCH")) write_setting(par::changeover_rpm, rpm);
 }
 
 struct Shortcut {

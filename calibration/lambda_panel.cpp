@@ -5,7 +5,7 @@
 #include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -17,9 +17,7 @@ using app::state;
 using link::mirrors;
 using link::wait_ms;
 using view::Pointer;
-
-constexpr int closed_loop_parameter = 36, open_loop_parameter = 16;
-constexpr int control_parameter = 11, direction_parameter = 12, kind_parameter = 21;
+namespace par = link::par;
 
 void show_busy() { view::set_pointer(form1::Form1, Pointer::hourglass); }
 
@@ -44,7 +42,7 @@ void direction_clicked(double direct) {
     if (state.ui_loading) return;
     show_busy();
     hold_reads(200);
-    write(direction_parameter, mirrors.lambda_direction, direct, 200);
+    write(par::lambda_direction, mirrors.lambda_direction, direct, 200);
     resume_reads();
 }
 
@@ -52,7 +50,7 @@ void control_clicked(double on) {
     if (state.ui_loading) return;
     hold_reads(200);
     show_busy();
-    write(control_parameter, mirrors.lambda_control, on, 200);
+    write(par::lambda_control, mirrors.lambda_control, on, 200);
     resume_reads();
 }
 
@@ -60,9 +58,9 @@ void control_clicked(double on) {
 void reset_limits(double limit, int settle_ms) {
     const std::string shown = app::number_text(limit);
     view::set_text(form1::Text_lambda_closed_loop, shown);
-    write(closed_loop_parameter, mirrors.lambda_closed_loop_max, limit, settle_ms);
+    write(par::lambda_closed_loop_max, mirrors.lambda_closed_loop_max, limit, settle_ms);
     view::set_text(form1::Text_lambda_open_loop, shown);
-    write(open_loop_parameter, mirrors.lambda_open_loop_max, limit, settle_ms);
+    write(par::lambda_open_loop_max, mirrors.lambda_open_loop_max, limit, settle_ms);
 }
 
 void voltage_clicked() {
@@ -70,7 +68,7 @@ void voltage_clicked() {
     hold_reads(200);
     show_busy();
     reset_limits(400, 200);
-    write(kind_parameter, mirrors.lambda_input_kind, 0, 200);
+    write(par::lambda_input_kind, mirrors.lambda_input_kind, 0, 200);
     resume_reads();
 }
 
@@ -80,7 +78,7 @@ void current_clicked() {
     hold_reads(500);
     reset_limits(1000, 500);
     show_busy();
-    write(kind_parameter, mirrors.lambda_input_kind, 1, 500);
+    write(par::lambda_input_kind, mirrors.lambda_input_kind, 1, 500);
     resume_reads();
 }
 
@@ -91,7 +89,7 @@ void field_done() {
 
 const app::EntryField closed_loop_field = {
     .field = form1::Text_lambda_closed_loop,
-    .parameter = closed_loop_parameter,
+    .parameter = par::lambda_closed_loop_max,
     .mirror = mirrors.lambda_closed_loop_max,
     .settle_ms = 200,
     .clock = form1::Timer2,
@@ -105,7 +103,7 @@ const app::EntryField closed_loop_field = {
 
 const app::EntryField open_loop_field = {
     .field = form1::Text_lambda_open_loop,
-    .parameter = open_loop_parameter,
+    .parameter = par::lambda_open_loop_max,
     .mirror = mirrors.lambda_open_loop_max,
     .settle_ms = 200,
     .clock = form1::Timer2,
@@ -126,12 +124,13 @@ void connect_lambda_panel() {
     app::connect_entry_field(open_loop_field);
     using app::note_parameters;
     for (view::Widget* option : {&form1::lambda_dir, &form1::lambda_inv})
-        note_parameters(*option, {direction_parameter});
+        note_parameters(*option, {par::lambda_direction});
     for (view::Widget* option :
          {&form1::Option_abi_controllo_lambda, &form1::Option_disa_controllo_lambda})
-        note_parameters(*option, {control_parameter});
+        note_parameters(*option, {par::lambda_control});
     for (view::Widget* option : {&form1::Option_tens, &form1::Option_corr})
-        note_parameters(*option, {closed_loop_parameter, open_loop_parameter, kind_parameter});
+        note_parameters(*option, {par::lambda_closed_loop_max, par::lambda_open_loop_max,
+                                  par::lambda_input_kind});
 }
 
 } // namespace zol::calibration

@@ -3,7 +3,7 @@
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -12,9 +12,13 @@
 namespace zol::calibration {
 namespace {
 
+namespace par = link::par;
+
 double ask(const std::string& prompt) {
     return app::val(view::input_box(prompt, "Modifica Parametro"));
 }
+
+constexpr int not_a_parameter = 4000; // a number of the tool's own, never sent
 
 // A write that fails is not waited for.
 bool write(double number, double value) {
@@ -26,11 +30,11 @@ bool write(double number, double value) {
 // What fails ends the rest of the writing.
 void write_edited(double number, double value) {
     // A coil signal that counts upwards needs a long filter, which must be there first.
-    if (number == 126 && value == 1) {
-        if (!write(125, 4000)) return;
+    if (number == par::coil_signal_direction && value == 1) {
+        if (!write(par::coil_signal_filter, 4000)) return;
         link::wait_ms(400);
     }
-    if (number == 4000)
+    if (number == not_a_parameter)
         app::state.local_flag_4000 = value;
     else
         write(number, value);
@@ -44,7 +48,7 @@ void edit_parameter_by_number() {
     const double number = ask("Digita il Parametro da Modificare");
     const double value =
         ask("Inserisci il valore da assegnare al Parametro : " + app::number_text(number));
-    if (number == 107) link::mirrors.injector_latency = value;
+    if (number == par::injector_latency) link::mirrors.injector_latency = value;
     write_edited(number, value);
     link::wait_ms(400);
     view::set_pointer(form1::Form1, view::Pointer::normal);

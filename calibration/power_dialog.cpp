@@ -2,7 +2,7 @@
 
 #include "app/app_state.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -42,8 +42,8 @@ void percent_chosen(double percent) {
 void ok_clicked() {
     view::set_pointer(form_power::Form_power, Pointer::hourglass);
     monitor::stop_polling();
-    // The gain stands as the number and 4 as the value: this way round on the wire.
-    link::write_parameter(mirrors.ktar_high, 4);
+    // The gain goes out as the number and its parameter as the value: this way round on the wire.
+    link::write_parameter(mirrors.ktar_high, link::par::ktar_high);
     wait_ms(400);
     view::set_pointer(form_power::Form_power, Pointer::normal);
 }

@@ -8,7 +8,7 @@
 #include "app/numbers.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "monitor/status_telegram.h"
 #include "view/timers.h"
@@ -27,6 +27,7 @@ using link::mirrors;
 using link::wait_ms;
 using view::Pointer;
 using view::Widget;
+namespace par = link::par;
 
 Widget& the_window = acquisizione::acquisizione;
 
@@ -128,17 +129,15 @@ void send_then_wait(int number, double value, int pause_ms) {
     wait_ms(pause_ms);
 }
 
-constexpr int lower_parameter = 5, upper_parameter = 6, third_parameter = 7;
-
 void save_points(double maximum) {
     const double lower = maximum / 2 - 500;
     mirrors.tinj_upper = round_half_even(maximum + 2000);
     mirrors.tinj_lower = round_half_even(lower);
     const double third = mirrors.tinj_upper - 2000 - mirrors.tinj_upper * 3 / 10;
-    send_then_wait(upper_parameter, mirrors.tinj_upper, 200);
-    send_then_wait(third_parameter, third, 200);
-    send_then_wait(third_parameter, third, 200);
-    send_then_wait(lower_parameter, lower, 400);
+    send_then_wait(par::tinj_upper, mirrors.tinj_upper, 200);
+    send_then_wait(par::tinj_third, third, 200);
+    send_then_wait(par::tinj_third, third, 200);
+    send_then_wait(par::tinj_lower, lower, 400);
 }
 
 void save_clicked() {
@@ -196,8 +195,8 @@ void connect_acquisition_window() {
     Command_reset.on.click = [] { view::set_text(Label_max, "0"); };
     Command_salva.on.click = save_clicked;
     Command_chiudi.on.click = close_clicked;
-    app::note_parameters(Command_salva, {upper_parameter, third_parameter, lower_parameter});
-    app::note_parameters(Label2, {upper_parameter});
+    app::note_parameters(Command_salva, {par::tinj_upper, par::tinj_third, par::tinj_lower});
+    app::note_parameters(Label2, {par::tinj_upper});
 }
 
 } // namespace zol::diagnostics

@@ -3,7 +3,7 @@
 #include "app/helper_texts.h"
 #include "diagnostics/menu_write.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "link/read_marks.h"
 #include "view/windows/form1.h"
 
@@ -12,9 +12,8 @@ namespace {
 
 using link::mirrors;
 using link::wait_ms;
+namespace par = link::par;
 
-constexpr int direction_parameter = 142;
-constexpr int protocol_parameter = 143;
 constexpr int search = 1;
 // Inverse is 1 in both bytes of the value, while the mirror holds 1.
 constexpr int inverse_on_the_wire = 257;
@@ -23,7 +22,7 @@ constexpr int inverse_on_the_wire = 257;
 void search_clicked() {
     wait_ms(200);
     mirrors.eobd_protocol = search;
-    link::send_parameter(protocol_parameter, search);
+    link::send_parameter(par::eobd_protocol, search);
     wait_ms(300);
 }
 
@@ -31,7 +30,7 @@ void choose_direction(bool inverse) {
     begin_menu_write();
     mirrors.eobd_direction = inverse ? 1 : 0;
     link::tick_eobd_direction();
-    link::send_parameter(direction_parameter, inverse ? inverse_on_the_wire : 0);
+    link::send_parameter(par::eobd_direction, inverse ? inverse_on_the_wire : 0);
     wait_ms(200);
     end_menu_write();
 }
@@ -42,10 +41,10 @@ void connect_eobd_menu() {
     form1::mnu_search.on.click = search_clicked;
     form1::mnu_direction_normal_eobd.on.click = [] { choose_direction(false); };
     form1::mnu_direction_inverse_eobd.on.click = [] { choose_direction(true); };
-    app::note_parameters(form1::mnu_search, {protocol_parameter});
+    app::note_parameters(form1::mnu_search, {par::eobd_protocol});
     for (view::Widget* item :
          {&form1::mnu_direction_normal_eobd, &form1::mnu_direction_inverse_eobd})
-        app::note_parameters(*item, {direction_parameter});
+        app::note_parameters(*item, {par::eobd_direction});
 }
 
 } // namespace zol::diagnostics

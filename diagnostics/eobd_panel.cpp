@@ -3,6 +3,7 @@
 #include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -17,6 +18,7 @@ using link::Command;
 using link::Reply;
 using link::wait_ms;
 using view::Pointer;
+namespace par = link::par;
 
 const std::array<view::Widget*, 6> fault_labels = {&form1::lbl_par_1, &form1::lbl_par_2,
                                                    &form1::lbl_par_3, &form1::lbl_par_4,
@@ -24,9 +26,6 @@ const std::array<view::Widget*, 6> fault_labels = {&form1::lbl_par_1, &form1::lb
 // Where the reply holds the first fault, two bytes each, and behind the six of them their number.
 constexpr std::size_t first_fault_position = 6;
 constexpr std::size_t fault_count_position = 18;
-
-constexpr int first_fault_parameter = 145; // six faults, then their number
-constexpr int fault_count_parameter = 151;
 
 void panel_clicked() {
     form1::Timer3.off();
@@ -85,7 +84,7 @@ void read_clicked() {
 void clear_clicked() {
     set_pointers(form1::Command10, Pointer::hourglass, Pointer::hourglass);
     view::set_text(form1::Text_note_error, "");
-    for (int number = first_fault_parameter; number <= fault_count_parameter; ++number) {
+    for (int number = par::fault_1; number <= par::fault_count; ++number) {
         link::send_parameter(number, 0);
         wait_ms(400);
     }
@@ -116,11 +115,11 @@ void connect_eobd_panel() {
     form1::Command10.on.click = clear_clicked;
     for (view::Widget* label : fault_labels)
         label->on.click = [label] { explain(*label); };
-    int number = first_fault_parameter;
+    int number = par::fault_1; // the six faults, then their count
     for (view::Widget* label : fault_labels)
         app::note_parameters(*label, {number++});
-    app::note_parameters(form1::lbl_num_errori, {fault_count_parameter});
-    for (number = first_fault_parameter; number <= fault_count_parameter; ++number)
+    app::note_parameters(form1::lbl_num_errori, {par::fault_count});
+    for (number = par::fault_1; number <= par::fault_count; ++number)
         app::note_parameters(form1::Command10, {number});
 }
 

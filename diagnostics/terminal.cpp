@@ -4,7 +4,7 @@
 #include "app/helper_texts.h"
 #include "diagnostics/menu_write.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "link/read_marks.h"
 #include "monitor/polling.h"
 #include "view/windows/form1.h"
@@ -13,9 +13,7 @@ namespace zol::diagnostics {
 namespace {
 
 using link::wait_ms;
-
-constexpr int debug_parameter = 20;
-constexpr int auto_clear_parameter = 153; // automatic clearing of the faults
+namespace par = link::par;
 
 // The unit goes over to its terminal or download mode; then the port is free for whoever wants it.
 void hand_over(link::Command command) {
@@ -30,11 +28,11 @@ void hand_over(link::Command command) {
 // One choice for two switches: the faults clear themselves while debugging.
 void choose_debug(int value) {
     begin_menu_write();
-    link::write_parameter(auto_clear_parameter, value);
+    link::write_parameter(par::fault_clearing, value);
     wait_ms(200);
     link::mirrors.debug_flag = value;
     link::tick_debug_pair();
-    link::send_parameter(debug_parameter, value);
+    link::send_parameter(par::debug_flag, value);
     wait_ms(200);
     end_menu_write();
 }
@@ -47,7 +45,7 @@ void connect_terminal() {
     form1::mnu_debug_yes.on.click = [] { choose_debug(1); };
     form1::mnu_debug_no.on.click = [] { choose_debug(0); };
     for (view::Widget* item : {&form1::mnu_debug_yes, &form1::mnu_debug_no})
-        app::note_parameters(*item, {auto_clear_parameter, debug_parameter});
+        app::note_parameters(*item, {par::fault_clearing, par::debug_flag});
 }
 
 } // namespace zol::diagnostics

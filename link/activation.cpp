@@ -78,8 +78,8 @@ bool newer_families_2_to_4() {
            (state.ecu_family == 4 && state.ecu_version >= 6 && state.ecu_revision >= 25);
 }
 
-void take_extended(const Reply& image, std::span<const ImageWord> words) {
-    take_words(image, words);
+void take_extended(const Reply& image, Layout layout) {
+    take_words(image, WordGroup::extended, layout);
     mirrors.last_check_year_text = year_text_of_image();
     tick_injector(2700);
     show_modular_pair();
@@ -87,26 +87,26 @@ void take_extended(const Reply& image, std::span<const ImageWord> words) {
 }
 
 void take_image(const Reply& image) {
-    take_words(image, base_words());
-    take_words(image, activation_words());
-    take_words(image, cut_off_words());
+    take_words(image, WordGroup::base);
+    take_words(image, WordGroup::activation);
+    take_words(image, WordGroup::cut_off);
     show_base_words();
     if (state.ecu_family == 1 || state.ecu_family == 3) {
-        take_words(image, lambda_words_family_1());
-        mirrors.lambda_input_kind = 0;
+        take_words(image, WordGroup::lambda, &Positions::family_1);
+        mirrors.lambda_input_kind = 0; // whatever the image says
         show_lambda_words();
     } else {
-        take_words(image, eobd_words());
+        take_words(image, WordGroup::eobd);
         tick_eobd_direction();
         tick_eobd_protocol();
     }
-    if (newer_family_1()) take_extended(image, extended_words_family_1());
+    if (newer_family_1()) take_extended(image, &Positions::family_1);
     if (state.ecu_family >= 2 && state.ecu_family <= 4) {
-        take_words(image, lambda_words_families_2_to_4());
+        take_words(image, WordGroup::lambda, &Positions::families_2_to_4);
         show_lambda_words();
         tick_debug_pair();
         view::set_visible(form1::Frame_L_C_T, true);
-        if (newer_families_2_to_4()) take_extended(image, extended_words_families_2_to_4());
+        if (newer_families_2_to_4()) take_extended(image, &Positions::families_2_to_4);
     }
 }
 

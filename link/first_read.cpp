@@ -25,16 +25,16 @@ constexpr double mivra_opening = 2300;
 
 void take_extended(const Reply& image) {
     if (first_group()) {
-        take_words(image, cut_off_words());
-        take_words(image, extended_words_family_1());
+        take_words(image, WordGroup::cut_off);
+        take_words(image, WordGroup::extended, &Positions::family_1);
         mirrors.last_check_year_text = year_text_of_image();
         tick_injector(mivra_opening);
         show_modular_pair();
         show_service_line(service_line_middle, "  ");
     }
     if (second_group()) {
-        take_words(image, cut_off_words());
-        take_words(image, extended_words_families_2_to_4());
+        take_words(image, WordGroup::cut_off);
+        take_words(image, WordGroup::extended, &Positions::families_2_to_4);
         mirrors.last_check_year_text = year_text_of_image();
         tick_injector(mivra_opening);
         show_modular_pair();
@@ -43,21 +43,19 @@ void take_extended(const Reply& image) {
 }
 
 void take_image(const Reply& image) {
-    take_words(image, base_words());
-    if (state.ecu_family == 1)
-        take(image.word(injector_latency_position), mirrors.injector_latency);
+    take_words(image, WordGroup::base);
+    if (state.ecu_family == 1) take_word(image, parameter(par::injector_latency));
     take_tank_type();
     if (state.ecu_family == 1) {
-        take_words(image, lambda_words_family_1());
-        take(image.word(lambda_kind_position), mirrors.lambda_input_kind);
+        take_words(image, WordGroup::lambda, &Positions::family_1);
         select_lambda_kind();
     } else {
-        take_words(image, eobd_words());
+        take_words(image, WordGroup::eobd);
         tick_eobd_direction();
         tick_eobd_protocol();
     }
     if (state.ecu_family >= 2 && state.ecu_family <= 4) {
-        take_words(image, lambda_words_families_2_to_4());
+        take_words(image, WordGroup::lambda, &Positions::families_2_to_4);
         tick_debug_pair();
         select_lambda_kind();
         view::set_visible(form1::Frame_L_C_T, true);

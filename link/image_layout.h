@@ -1,39 +1,21 @@
-// Where the parameters stand in the image, the reply to command 1. The layout depends on the
-// firmware family; positions count from 1 and name the high byte of a word.
+// Takes parameters out of the image, the reply to command 1, into their mirrors. Where a layout of
+// the image has them is in the catalogue; which groups of words are taken is up to the two paths of
+// the first read.
 #pragma once
 
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
-
-#include <span>
+#include "link/parameter_catalogue.h"
 
 namespace zol::link {
 
-struct ImageWord {
-    std::size_t position;
-    double ParameterMirrors::*mirror;
-};
+// A layout is a column of the catalogue, such as &Positions::family_1.
+using Layout = std::size_t Positions::*;
 
-// Words of every family, on both roads of the first read.
-std::span<const ImageWord> base_words();
-// Words of every family that only the road of activation reads: it takes them at once, the road of
-// the connection dialog not at all or behind a condition of its own.
-std::span<const ImageWord> activation_words();
-// Changeover speed and gas cut-off: base words that the dialog's road reads with the extended ones.
-std::span<const ImageWord> cut_off_words();
-constexpr std::size_t injector_latency_position = 54;
+// Takes each word of the group that the reply holds into its mirror; the others keep what they
+// have. Base words, those of activation and of the cut-off have the same position in every layout.
+void take_words(const Reply& image, WordGroup group, Layout layout = &Positions::eobd);
 
-// Lambda settings: where a family keeps them.
-std::span<const ImageWord> lambda_words_family_1();
-std::span<const ImageWord> lambda_words_families_2_to_4();
-constexpr std::size_t lambda_kind_position = 150; // the same for both
-std::span<const ImageWord> eobd_words();
-
-// Words that only newer firmware has.
-std::span<const ImageWord> extended_words_family_1();
-std::span<const ImageWord> extended_words_families_2_to_4();
-
-// Takes each word that the reply holds into its mirror; the others keep what they have.
-void take_words(const Reply& image, std::span<const ImageWord> words);
+// The same for one parameter.
+void take_word(const Reply& image, const Parameter& word, Layout layout = &Positions::eobd);
 
 } // namespace zol::link

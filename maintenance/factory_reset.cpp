@@ -2,7 +2,7 @@
 
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -14,69 +14,67 @@ namespace {
 
 using link::Command;
 using link::mirrors;
+using link::Parameter;
+using link::parameter;
 using link::wait_ms;
 using view::Pointer;
-using P = link::ParameterMirrors;
+namespace par = link::par;
+
+enum class Store { no_mirror, own_mirror, threshold_mirror };
+using enum Store;
 
 struct Default {
-    int parameter;
-    int value;
-    double P::*mirror = nullptr;
+    const Parameter& parameter; // with its factory value
+    Store store;
 };
 
-// In the order of writing. Four values go into the one mirror of PAR_128, which thus holds 8000
-// when all is done, whatever the unit holds.
+// In the order of writing. Four values go into the one mirror of the reference threshold, which
+// thus holds the last of them when all is done, whatever the unit holds. Some mirrors keep what
+// they have.
 constexpr Default defaults[] = {
-    {106, 50, &P::low_pressure_delay},
-    {51, 50, &P::calibration_temperature},
-    {52, 2, &P::temperature_correction},
-    {30, 3900, &P::tank_min_mv},
-    {31, 4200, &P::tank_max_mv},
-    {32, 3, &P::tank_threshold_1},
-    {33, 25, &P::tank_threshold_2},
-    {34, 50, &P::tank_threshold_3},
-    {35, 75, &P::tank_threshold_4},
-    {61, 0},
-    {23, 0, &P::modular_changeover},
-    {101, 20, &P::attenuation},
-    {103, 50, &P::par_103},
-    {104, 1200, &P::calibration_pressure},
-    {1, 10, &P::rpm_multiplier},
-    {107, 800, &P::injector_latency},
-    {120, 1},
-    {121, 1400, &P::changeover_rpm},
-    {123, 500, &P::cut_off_inj_time},
-    {124, 1500},
-    {125, 1500},
-    {127, 0},
-    {128, 0, &P::reference_inj_threshold},
-    {129, 1001, &P::reference_inj_threshold},
-    {215, 30000, &P::par_215},
-    {202, 2000, &P::reference_inj_threshold},
-    {201, 8000, &P::reference_inj_threshold},
-    {140, 15},
-    {141, 15},
-    {54, 60},
-    {55, 20},
-    {45, 1},
-    {143, 0},
-    {14, 5},
-    {19, 250},
-    {20, 0},
-    {21, 0},
-    {22, 800},
+    {parameter(par::low_pressure_delay), own_mirror},
+    {parameter(par::calibration_temperature), own_mirror},
+    {parameter(par::temperature_correction), own_mirror},
+    {parameter(par::tank_min_mv), own_mirror},
+    {parameter(par::tank_max_mv), own_mirror},
+    {parameter(par::tank_threshold_1), own_mirror},
+    {parameter(par::tank_threshold_2), own_mirror},
+    {parameter(par::tank_threshold_3), own_mirror},
+    {parameter(par::tank_threshold_4), own_mirror},
+    {parameter(par::simulated_changeover_delay), no_mirror},
+    {parameter(par::modular_changeover), own_mirror},
+    {parameter(par::attenuation), own_mirror},
+    {parameter(par::main_pulse_change), own_mirror},
+    {parameter(par::calibration_pressure), own_mirror},
+    {parameter(par::rpm_multiplier), own_mirror},
+    {parameter(par::injector_latency), own_mirror},
+    {parameter(par::emergency_start_pulses), no_mirror},
+    {parameter(par::changeover_rpm), own_mirror},
+    {parameter(par::cut_off_inj_time), own_mirror},
+    {parameter(par::cut_off_rpm), no_mirror},
+    {parameter(par::coil_signal_filter), no_mirror},
+    {parameter(par::warm_up_pulses), no_mirror},
+    {parameter(par::reference_inj_threshold), own_mirror},
+    {parameter(par::reference_ktar), threshold_mirror},
+    {parameter(par::internal_215), own_mirror},
+    {parameter(par::injector_opening), threshold_mirror},
+    {parameter(par::injector_time_constant), threshold_mirror},
+    {parameter(par::eobd_correction), no_mirror},
+    {parameter(par::eobd_period), no_mirror},
+    {parameter(par::internal_54), no_mirror},
+    {parameter(par::internal_55), no_mirror},
+    {parameter(par::internal_45), no_mirror},
+    {parameter(par::eobd_protocol), no_mirror},
+    {parameter(par::internal_14), no_mirror},
+    {parameter(par::internal_19), no_mirror},
+    {parameter(par::debug_flag), no_mirror},
+    {parameter(par::lambda_input_kind), no_mirror},
+    {parameter(par::changeover_pressure), no_mirror},
 };
-
-constexpr int correction_cell_default = 100;
-
-// The correction cells, from first to last number of each run.
-constexpr struct {
-    int first, last;
-} correction_cell_runs[] = {{74, 98}, {108, 109}, {111, 119}, {159, 170}};
 
 std::vector<int> correction_cells() {
     std::vector<int> cells;
-    for (const auto& run : correction_cell_runs)
+    for (const link::CellRun& run : link::correction_cell_runs)
         for (int number = run.first; number <= run.last; ++number)
             cells.push_back(number);
     return cells;
@@ -105,8 +103,10 @@ void reset_unit() {
 
 void write_defaults() {
     for (const Default& d : defaults) {
-        if (d.mirror) mirrors.*d.mirror = d.value;
-        link::send_parameter(d.parameter, d.value);
+        const int value = *d.parameter.factory_value;
+        if (d.store == own_mirror) mirrors.*d.parameter.mirror = value;
+        if (d.store == threshold_mirror) mirrors.reference_inj_threshold = value;
+        link::send_parameter(d.parameter.number, value);
         wait_ms(100);
     }
 }
@@ -126,7 +126,7 @@ void reset_control_unit() {
         view::set_pointer(form1::Form1, Pointer::hourglass);
         write_defaults();
         for (const int cell : cells)
-            link::write_parameter(cell, correction_cell_default);
+            link::write_parameter(cell, link::correction_cell_factory_value);
         view::message_box({.text = "FINE RESET ECU", .title = "", .icon = view::Icon::information});
     }
     view::set_pointer(form1::Form1, Pointer::normal);

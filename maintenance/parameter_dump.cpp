@@ -3,6 +3,7 @@
 #include "app/application_folder.h"
 #include "app/numbers.h"
 #include "app/whole_file.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -12,71 +13,80 @@ namespace zol::maintenance {
 namespace {
 
 using link::Command;
+using link::Parameter;
+using link::parameter;
 using link::wait_ms;
 using view::Pointer;
+namespace par = link::par;
 
 struct Line {
-    const char* prefix;
+    const Parameter& parameter;
     const char* label;
 };
 
-constexpr std::size_t first_word_position = 6;
-
-// For each word from the first one on. Letters, blanks and the number that stands twice at the end
-// are what readers of old files know; \xE0 is the a grave of one-byte text.
+// In the order of the words. Letters and blanks are what readers of old files know; \xE0 is the a
+// grave of one-byte text.
 constexpr Line lines[] = {
-    {"Par 1  = ", "   moltiplicatore giri (x1/10) "},
-    {"Par 3  = ", " KT inferiore (x1/1000) "},
-    {"Par 4  = ", " KT superiore (x1/1000)"},
-    {"Par 5  = ", " tempo iniezione inferiore (us) "},
-    {"Par 6  = ", "tempo iniezione superiore (us) "},
-    {"Par 10 = ", "    tipo carburante (1 GPL / 0 METANO) "},
-    {"Par 15 = ", "   temperatura partenza (C) "},
-    {"Par 30 = ", "  livello serbatoio inferiore (mV) "},
-    {"Par 31 = ", " livello serbatoio superiore (mV) "},
-    {"Par 32 = ", "   livello riserva (%) "},
-    {"Par 33 = ", "   livello 1/4 (%) "},
-    {"Par 34 = ", "   livello 2/4 (%) "},
-    {"Par 35 = ", "   livello 3/4 (%) "},
-    {"Par 50 = ", "    sensore pressione (1 si / 0 no) "},
-    {"Par 51 = ", "   temperatura taratura (C) "},
-    {"Par 52 = ", "    coeff. corr. temperatura (x1/1000/C) "},
-    {"Par 60 = ", "    ritardo clima da cutoff (ms) "},
-    {"Par 61 = ", "  Ritardo Commutazione Finta "},
-    {"Par 101 = ", "  molt. correttore delta (x1/10) "},
-    {"Par 102 = ", "  variaz. dist. in avv. (%) "},
-    {"Par 103 = ", "  variaz. durata imp. princ. (%) "},
-    {"Par 104 = ", "pressione GAS (mbar) "},
-    {"Par 105 = ", "   commutazione automatica (1 attivata / 0 disattivata) "},
-    {"Par 106 = ", "ritardo comm. press. insuff. (ms) "},
-    {"Par 107 = ", " latenza iniettore (us) "},
-    {"Par 110 = ", " tempo commutazione iniziale (sec) "},
-    {"Par 120 = ", "  numero impulsi partenza emergenza "},
-    {"Par 121 = ", "  soglia giri comm. (ms)"},
-    {"Par 122 = ", "  partenza forzata (1 si / 0 no / 3 ACCELERAZIONE)"},
-    {"Par 123 = ", "  Tempo Fittizio Iniezione. (ms)"},
-    {"Par 124 = ", "  Inizio Giri cut-off per tempo iniezione fittizio"},
-    {"Par 125 = ", "  Filtro per le impurit\xE0 nel seglale bobina(us)"},
-    {"Par 126 = ", "  0 bobina verso il basso / 1 bobina verso l'alto"},
-    {"Par 127 = ", "    Durata max. impulsi di warm-up pre-riscaldamento"},
-    {"Par 128 = ", "  soglia iniezione di riferimento inferiore (us)"},
-    {"Par 129 = ", "    Valore KTAR riferimento Par 128 (x1/1000)"},
-    {"Par 130 = ", "    tipo tank"},
-    {"Par 140 = ", "    Fattore di correzzione delta KTAR EOBD (%)"},
-    {"Par 141 = ", "    Periodo di Polling EOBD DIAGNOSI (sec/10)"},
-    {"Par 142 = ", "    Fattore Inversione KTAR EOBD (0 diritto - 1 invertito)"},
-    {"Par 143 = ", "    TIPO PROTOCOLLO EOBD"},
-    {"Par 144 = ", "    Fuel offset EOBD 100 = 0"},
-    {"Par 145 = ", "    EOBD ERROR 1"},
-    {"Par 146 = ", "    EOBD ERROR 2"},
-    {"Par 147 = ", "    EOBD ERROR 3"},
-    {"Par 148 = ", "    EOBD ERROR 4"},
-    {"Par 149 = ", "    EOBD ERROR 5"},
-    {"Par 150 = ", "    EOBD ERROR 6"},
-    {"Par 151 = ", "    Numero Errori EOBD Presenti"},
-    {"Par 152 = ", "    KTAR INFERIORE FISSO COPIA PAR_3"},
-    {"Par 152 = ", "    Cancellazione ERRORI EOBD AUTOM. (0 NON ATTIVA - 1 ATTIVA)"},
+    {parameter(par::rpm_multiplier), "   moltiplicatore giri (x1/10) "},
+    {parameter(par::ktar_low), " KT inferiore (x1/1000) "},
+    {parameter(par::ktar_high), " KT superiore (x1/1000)"},
+    {parameter(par::tinj_lower), " tempo iniezione inferiore (us) "},
+    {parameter(par::tinj_upper), "tempo iniezione superiore (us) "},
+    {parameter(par::fuel_type), "    tipo carburante (1 GPL / 0 METANO) "},
+    {parameter(par::changeover_temperature), "   temperatura partenza (C) "},
+    {parameter(par::tank_min_mv), "  livello serbatoio inferiore (mV) "},
+    {parameter(par::tank_max_mv), " livello serbatoio superiore (mV) "},
+    {parameter(par::tank_threshold_1), "   livello riserva (%) "},
+    {parameter(par::tank_threshold_2), "   livello 1/4 (%) "},
+    {parameter(par::tank_threshold_3), "   livello 2/4 (%) "},
+    {parameter(par::tank_threshold_4), "   livello 3/4 (%) "},
+    {parameter(par::pressure_sensor), "    sensore pressione (1 si / 0 no) "},
+    {parameter(par::calibration_temperature), "   temperatura taratura (C) "},
+    {parameter(par::temperature_correction), "    coeff. corr. temperatura (x1/1000/C) "},
+    {parameter(par::air_conditioning_delay), "    ritardo clima da cutoff (ms) "},
+    {parameter(par::simulated_changeover_delay), "  Ritardo Commutazione Finta "},
+    {parameter(par::attenuation), "  molt. correttore delta (x1/10) "},
+    {parameter(par::start_distance_change), "  variaz. dist. in avv. (%) "},
+    {parameter(par::main_pulse_change), "  variaz. durata imp. princ. (%) "},
+    {parameter(par::calibration_pressure), "pressione GAS (mbar) "},
+    {parameter(par::auto_changeover), "   commutazione automatica (1 attivata / 0 disattivata) "},
+    {parameter(par::low_pressure_delay), "ritardo comm. press. insuff. (ms) "},
+    {parameter(par::injector_latency), " latenza iniettore (us) "},
+    {parameter(par::changeover_time), " tempo commutazione iniziale (sec) "},
+    {parameter(par::emergency_start_pulses), "  numero impulsi partenza emergenza "},
+    {parameter(par::changeover_rpm), "  soglia giri comm. (ms)"},
+    {parameter(par::forced_start_mode), "  partenza forzata (1 si / 0 no / 3 ACCELERAZIONE)"},
+    {parameter(par::cut_off_inj_time), "  Tempo Fittizio Iniezione. (ms)"},
+    {parameter(par::cut_off_rpm), "  Inizio Giri cut-off per tempo iniezione fittizio"},
+    {parameter(par::coil_signal_filter), "  Filtro per le impurit\xE0 nel seglale bobina(us)"},
+    {parameter(par::coil_signal_direction), "  0 bobina verso il basso / 1 bobina verso l'alto"},
+    {parameter(par::warm_up_pulses), "    Durata max. impulsi di warm-up pre-riscaldamento"},
+    {parameter(par::reference_inj_threshold), "  soglia iniezione di riferimento inferiore (us)"},
+    {parameter(par::reference_ktar), "    Valore KTAR riferimento Par 128 (x1/1000)"},
+    {parameter(par::tank_sensor_par), "    tipo tank"},
+    {parameter(par::eobd_correction), "    Fattore di correzzione delta KTAR EOBD (%)"},
+    {parameter(par::eobd_period), "    Periodo di Polling EOBD DIAGNOSI (sec/10)"},
+    {parameter(par::eobd_direction), "    Fattore Inversione KTAR EOBD (0 diritto - 1 invertito)"},
+    {parameter(par::eobd_protocol), "    TIPO PROTOCOLLO EOBD"},
+    {parameter(par::fuel_offset), "    Fuel offset EOBD 100 = 0"},
+    {parameter(par::fault_1), "    EOBD ERROR 1"},
+    {parameter(par::fault_2), "    EOBD ERROR 2"},
+    {parameter(par::fault_3), "    EOBD ERROR 3"},
+    {parameter(par::fault_4), "    EOBD ERROR 4"},
+    {parameter(par::fault_5), "    EOBD ERROR 5"},
+    {parameter(par::fault_6), "    EOBD ERROR 6"},
+    {parameter(par::fault_count), "    Numero Errori EOBD Presenti"},
+    {parameter(par::ktar_low_copy), "    KTAR INFERIORE FISSO COPIA PAR_3"},
+    {parameter(par::fault_clearing),
+     "    Cancellazione ERRORI EOBD AUTOM. (0 NON ATTIVA - 1 ATTIVA)"},
 };
+
+// Two digits have one width. The last line repeats the number of the one before it: readers of old
+// files know it so.
+std::string prefix(const Parameter& named) {
+    const int number = named.number == par::fault_clearing ? par::ktar_low_copy : named.number;
+    return "Par " + std::to_string(number) + (number < 10 ? "  = " : " = ");
+}
 
 link::Reply image_of_unit() {
     for (;;) {
@@ -94,12 +104,10 @@ constexpr const char* edit_title = "Modifica Parametro";
 
 std::string dump_text(const link::Reply& image) {
     std::string text;
-    std::size_t position = first_word_position;
     for (const Line& line : lines) {
-        const auto word = image.word(position);
+        const auto word = image.word(line.parameter.positions.eobd);
         if (!word) break;
-        text += line.prefix + std::to_string(*word) + "  " + line.label + "\n";
-        position += 2;
+        text += prefix(line.parameter) + std::to_string(*word) + "  " + line.label + "\n";
     }
     return text;
 }

@@ -4,7 +4,7 @@
 #include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -18,7 +18,10 @@ namespace {
 
 using namespace form2;
 using link::mirrors;
+using link::Parameter;
+using link::parameter;
 using link::wait_ms;
+namespace par = link::par;
 
 constexpr view::Colour window_red = view::rgb(154, 0, 0);
 
@@ -28,18 +31,17 @@ double as_it_is(double number) { return number; }
 
 struct Line {
     view::Widget& label;
-    int parameter;
-    const double& mirror;
+    const Parameter& parameter;
     double (*shown)(double);
 };
 
 const Line lines[] = {
-    {Label1, 107, mirrors.injector_latency, to_tens},
-    {Label2, 202, mirrors.injector_opening, as_it_is},
-    {Label3, 200, mirrors.injector_constant, as_it_is},
-    {Label4, 121, mirrors.changeover_rpm, as_it_is},
-    {Label5, 124, mirrors.cut_off_rpm, as_it_is},
-    {Label6, 123, mirrors.cut_off_inj_time, to_tens},
+    {Label1, parameter(par::injector_latency), to_tens},
+    {Label2, parameter(par::injector_opening), as_it_is},
+    {Label3, parameter(par::injector_constant), as_it_is},
+    {Label4, parameter(par::changeover_rpm), as_it_is},
+    {Label5, parameter(par::cut_off_rpm), as_it_is},
+    {Label6, parameter(par::cut_off_inj_time), to_tens},
 };
 
 void window_loads() {
@@ -47,8 +49,9 @@ void window_loads() {
     for (const Line& line : lines)
         view::set_back(line.label, window_red);
     for (const Line& line : lines)
-        view::set_text(line.label, "PAR_" + std::to_string(line.parameter) + " = " +
-                                       app::number_text(line.shown(line.mirror)));
+        view::set_text(line.label,
+                       "PAR_" + std::to_string(line.parameter.number) + " = " +
+                           app::number_text(line.shown(mirrors.*line.parameter.mirror)));
 }
 
 // Whichever way the window was closed.
@@ -67,7 +70,7 @@ void connect_parameter_window() {
     Form2.on.unload = [] { view::post(give_the_line_back); };
     cmd_exit.on.click = [] { view::unload(Form2); };
     for (const Line& line : lines)
-        app::note_parameters(line.label, {line.parameter});
+        app::note_parameters(line.label, {line.parameter.number});
 }
 
 } // namespace zol::maintenance

@@ -4,7 +4,7 @@
 #include "app/helper_texts.h"
 #include "app/settings_file.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "link/read_marks.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
@@ -20,9 +20,7 @@ using app::state;
 using link::mirrors;
 using link::wait_ms;
 using view::Pointer;
-
-constexpr int hours_parameter = 27, minutes_parameter = 28;
-constexpr int day_parameter = 29, month_parameter = 39, year_parameter = 40;
+namespace par = link::par;
 
 void begin_reset() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
@@ -47,9 +45,9 @@ void end_reset() {
 void last_check_clicked() {
     begin_reset();
     const Date date = today();
-    write_record(day_parameter, date.day);
-    write_record(month_parameter, date.month);
-    write_record(year_parameter, date.year % 100);
+    write_record(par::last_check_day, date.day);
+    write_record(par::last_check_month, date.month);
+    write_record(par::last_check_year, date.year % 100);
     mirrors.last_check_day = date.day;
     mirrors.last_check_month = date.month;
     mirrors.last_check_year_text = std::to_string(date.year);
@@ -58,8 +56,8 @@ void last_check_clicked() {
 
 void time_on_gas_clicked() {
     begin_reset();
-    write_record(hours_parameter, 0);
-    write_record(minutes_parameter, 0);
+    write_record(par::hours_on_gas, 0);
+    write_record(par::minutes_on_gas, 0);
     mirrors.hours_on_gas = 0;
     mirrors.minutes_on_gas = 0;
     end_reset();
@@ -87,9 +85,10 @@ void connect_service_records() {
     form1::mnu_reset_time_ongas.on.click = time_on_gas_clicked;
     form1::MNU_VERSIONE.on.click = version_clicked;
     for (view::Widget* control : {&form1::mnu_reset_time_ongas, &form1::lbl_ore})
-        app::note_parameters(*control, {hours_parameter, minutes_parameter});
+        app::note_parameters(*control, {par::hours_on_gas, par::minutes_on_gas});
     for (view::Widget* control : {&form1::mnu_reset_check, &form1::lbl_ore})
-        app::note_parameters(*control, {day_parameter, month_parameter, year_parameter});
+        app::note_parameters(*control,
+                             {par::last_check_day, par::last_check_month, par::last_check_year});
 }
 
 } // namespace zol::maintenance

@@ -5,7 +5,7 @@
 #include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/parameter_catalogue.h"
 #include "monitor/tank_display.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -23,6 +23,7 @@ using link::mirrors;
 using link::wait_ms;
 using view::Pointer;
 using view::Widget;
+namespace par = link::par;
 
 struct Preset {
     double empty_mv, full_mv;
@@ -39,7 +40,6 @@ constexpr std::array<Preset, 6> presets = {{
     {4000, 600, {6, 14, 49, 79}},
 }};
 
-constexpr int sender_parameter = 130, empty_parameter = 30, full_parameter = 31;
 constexpr int free_values = 99; // the sender's type when no preset holds
 
 // A row that can be accepted, from the bottom of the gauge: its upper bound, the lower bound of the
@@ -53,10 +53,14 @@ struct Row {
 };
 
 const std::array<Row, 4> rows = {{
-    {form1::Label_led0, form1::Label8, form1::lbl_204, mirrors.tank_threshold_1, 32},
-    {form1::Label_led1, form1::Label9, form1::lbl_203, mirrors.tank_threshold_2, 33},
-    {form1::Label_led2, form1::Label10, form1::lbl_202, mirrors.tank_threshold_3, 34},
-    {form1::Label_led3, form1::Label11, form1::lbl_201, mirrors.tank_threshold_4, 35},
+    {form1::Label_led0, form1::Label8, form1::lbl_204, mirrors.tank_threshold_1,
+     par::tank_threshold_1},
+    {form1::Label_led1, form1::Label9, form1::lbl_203, mirrors.tank_threshold_2,
+     par::tank_threshold_2},
+    {form1::Label_led2, form1::Label10, form1::lbl_202, mirrors.tank_threshold_3,
+     par::tank_threshold_3},
+    {form1::Label_led3, form1::Label11, form1::lbl_201, mirrors.tank_threshold_4,
+     par::tank_threshold_4},
 }};
 
 double slider(int row) { return view::value(Slider1[row]); }
@@ -162,9 +166,9 @@ void write_whole_tank(int sender) {
         int settle_ms;
     };
     const Write writes[] = {
-        {sender_parameter, mirrors.tank_sensor_par, 300},
-        {empty_parameter, mirrors.tank_min_mv, 300},
-        {full_parameter, mirrors.tank_max_mv, 300},
+        {par::tank_sensor_par, mirrors.tank_sensor_par, 300},
+        {par::tank_min_mv, mirrors.tank_min_mv, 300},
+        {par::tank_max_mv, mirrors.tank_max_mv, 300},
         {rows[0].parameter, rows[0].threshold, 300},
         {rows[1].parameter, rows[1].threshold, 200},
         {rows[2].parameter, rows[2].threshold, 300},
@@ -199,14 +203,14 @@ void free_values_clicked() {
     const int type = view::selected(form1::Check1) ? free_values : 0;
     state.tank_type = type;
     mirrors.tank_sensor_par = type;
-    link::write_parameter(sender_parameter, type);
+    link::write_parameter(par::tank_sensor_par, type);
 }
 
 void park_focus() { view::set_focus(form1::cmd_focus); }
 
 const app::EntryField full_field = {
     .field = form1::Text_max_tank,
-    .parameter = full_parameter,
+    .parameter = par::tank_max_mv,
     .mirror = mirrors.tank_max_mv,
     .settle_ms = 200,
     .clock = form1::Timer2,
@@ -217,7 +221,7 @@ const app::EntryField full_field = {
 
 const app::EntryField empty_field = {
     .field = form1::Text_min_tank,
-    .parameter = empty_parameter,
+    .parameter = par::tank_min_mv,
     .mirror = mirrors.tank_min_mv,
     .settle_ms = 200,
     .clock = form1::Timer2,
@@ -229,10 +233,11 @@ const app::EntryField empty_field = {
 // An end voltage sends the thresholds along.
 void note_all_parameters() {
     using app::note_parameters;
-    note_parameters(form1::Combo_tank_level, {sender_parameter, empty_parameter, full_parameter});
-    note_parameters(form1::Check1, {sender_parameter});
-    note_parameters(form1::lbl_205, {empty_parameter});
-    note_parameters(form1::lbl_200, {full_parameter});
+    note_parameters(form1::Combo_tank_level,
+                    {par::tank_sensor_par, par::tank_min_mv, par::tank_max_mv});
+    note_parameters(form1::Check1, {par::tank_sensor_par});
+    note_parameters(form1::lbl_205, {par::tank_min_mv});
+    note_parameters(form1::lbl_200, {par::tank_max_mv});
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const Row& row = rows[i];
         for (const Widget* control :

@@ -26,6 +26,12 @@ MAY_INCLUDE = {
 }
 # The places that choose the real sides.
 FREE = {"app/program", "tests"}
+# The logic names a parameter by its identifier in link/parameter_catalogue.h.
+LOGIC = {"app", "link", "monitor", "calibration", "diagnostics", "maintenance"}
+BARE_PARAMETER = re.compile(
+    r"\b(?:send_parameter|write_parameter|parameter)\(\s*\d"
+    r"|\bnote_parameters\([^;{]*\{[^}]*?\b\d"
+    r"|\.parameter = \d")
 NAMES_EVERY_ROOM = "app/wiring.cpp"
 TOOLKIT = re.compile(r"^#include <(Q[A-Z]\w*|Qt\w*/\w+)>")
 
@@ -44,6 +50,15 @@ def includes(path, lines):
             yield number, f"{room}/ may not include {found[1]}"
         if TOOLKIT.match(line) and room not in FREE and room != "view/qt":
             yield number, "only view/qt/ knows the toolkit"
+
+
+def bare_parameters(path, lines):
+    """Parameters of the unit that stand as a number. A call may take several lines."""
+    if room_of(path) not in LOGIC:
+        return
+    code = "\n".join(re.sub("//.*", "", line) for line in lines)
+    for found in BARE_PARAMETER.finditer(code):
+        yield code.count("\n", 0, found.start()) + 1, "a parameter goes by its name, not by its number"
 
 
 def code_lines(lines):
@@ -91,7 +106,7 @@ def main():
         lines = file.read_text(encoding="utf-8").splitlines()
         found = list(lengths(path, lines))
         if not path.endswith(".py"):
-            found += includes(path, lines)
+            found += [*includes(path, lines), *bare_parameters(path, lines)]
         for number, what in found:
             print(f"{path}:{number}: {what}")
             breaches += 1

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the manual as it stands: every link and picture leads somewhere, every caption is on the
-screen, every PAR number is in the table, every factory value is the one that the reset writes, and
-all languages have the same chapters, headings, pictures, captions and tables."""
+screen, every PAR number is in the table, the table says what the catalogue of the program says, and all
+languages have the same chapters, headings, pictures, captions and tables."""
 
 import re
 import sys
@@ -85,28 +85,31 @@ def unlike_problems(languages):
                 yield f"{language}, {name}: differs from {languages[0]} in {sorted(few)}"
 
 
-def reset_values():
-    """{parameter: value} that the factory reset writes, from its own table."""
-    code = (ROOT / "maintenance" / "factory_reset.cpp").read_text(encoding="utf-8")
-    table = code[code.index("defaults[] = {"):code.index("};", code.index("defaults[] = {"))]
-    values = {int(number): value for number, value in re.findall(r"\{(\d+), (\d+)", table)}
-    cells = re.search(r"correction_cell_default = (\d+)", code)[1]
-    runs = code[code.index("correction_cell_runs[] ="):].split(";")[0]
-    for first, last in re.findall(r"\{(\d+), (\d+)\}", runs):
-        values.update({number: cells for number in range(int(first), int(last) + 1)})
+def catalogue_rows():
+    """{parameter: (English meaning, unit, factory value or "-")} of the program's own catalogue."""
+    rows = (ROOT / "link" / "parameter_catalogue.inc").read_text(encoding="utf-8")
+    row = re.compile(r'^PARAMETER\(\s*(\d+), \w+, +"([^"]+)", +"([^"]+)", +(\w+),', re.MULTILINE)
+    values = {int(number): (meaning, unit, factory.replace("none", "-"))
+              for number, meaning, unit, factory in row.findall(rows)}
+    header = (ROOT / "link" / "parameter_catalogue.h").read_text(encoding="utf-8")
+    cell = re.search(r"correction_cell_factory_value = (\d+)", header)[1]
+    for first, last in re.findall(r"^CORRECTION_CELLS\((\d+), (\d+)\)", rows, re.MULTILINE):
+        for number in range(int(first), int(last) + 1):
+            values[number] = ("48 correction cells", "-", cell)
     return values
 
 
-def factory_problems(rows):
-    written = reset_values()
-    if len(written) != 38 + 48:
-        yield f"the reset writes {len(written)} values, read from its table"
+def catalogue_problems(rows):
+    catalogue = catalogue_rows()
+    if len(catalogue) != 77 + 48:
+        yield f"the catalogue has {len(catalogue)} parameters, read from its rows"
     for row in rows:
         for number in sources.parameter_numbers([row]):
-            if row[2] != written.pop(number, "-"):
-                yield f"parameters.txt: PAR_{number} has another factory value"
-    for number in written:
-        yield f"parameters.txt: lacks PAR_{number}, which the reset writes"
+            told = (row[4]["uk"], row[1], row[2])
+            if told != catalogue.pop(number, None):
+                yield f"parameters.txt: PAR_{number} is not what the catalogue says"
+    for number in catalogue:
+        yield f"parameters.txt: lacks PAR_{number} of the catalogue"
 
 
 def problems():
@@ -123,7 +126,7 @@ def problems():
             yield from link_problems(path, reader)
             used.update((path.parent / picture).resolve() for picture in reader.pictures)
     yield from unlike_problems(languages)
-    yield from factory_problems(rows)
+    yield from catalogue_problems(rows)
     pictures = set((MANUAL / "pictures").glob("**/*.png"))
     for path in sorted(pictures - used):
         yield f"{path.relative_to(ROOT)}: no page shows it"
