@@ -4,51 +4,24 @@
 #include "app/helper_texts.h"
 #include "app/main_window.h"
 #include "link/ecu_frames.h"
-#include "link/parameter_mirrors.h"
+#include "link/injector_types.h"
+#include "link/parameter_catalogue.h"
+#include "link/read_marks.h"
 #include "monitor/polling.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 
-#include <optional>
-
 namespace zol::calibration {
 namespace {
 
 using app::state;
+using link::InjectorType;
 using link::mirrors;
 using link::wait_ms;
 using view::Pointer;
 using view::Widget;
-
-constexpr int time_constant_parameter = 201, constant_parameter = 200, opening_parameter = 202;
-
-struct Injector {
-    Widget& item;
-    double time_constant;
-    double constant;
-    double opening;
-    int wait_after_write_ms;
-    // What the opening's mirror holds afterwards, not the value written: a choice thus moves no
-    // mark; the marks follow at the next reading of the unit.
-    std::optional<double> held_opening;
-    bool shows_work; // hourglass on the panel buttons, and the marks
-};
-
-constexpr Injector injectors[] = {
-    {form1::mnu_matrix_2_ohm, 3000, 30, 2100, 200, 2000, true},
-    {form1::mnu_matrix_3_ohm, 20000, 40, 3900, 300, 3800, true},
-    {form1::mnu_valtek, 8000, 60, 4000, 200, std::nullopt, false},
-    {form1::mnu_mivra, 3000, 27, 2700, 200, std::nullopt, true},
-};
-
-struct Mark {
-    Widget& item;
-    double opening;
-};
-
-constexpr Mark marks[] = {
-    {form1::mnu_matrix_2_ohm, 2100}, {form1::mnu_matrix_3_ohm, 3900}, {form1::mnu_mivra, 2300}};
+namespace par = link::par;
 
 struct CarType {
     Widget& item;
@@ -60,10 +33,9 @@ constexpr CarType car_types[] = {
 
 // A value that belongs to no mark moves none.
 void show_marks() {
-    for (const Mark& found : marks)
-        if (mirrors.injector_opening == found.opening)
-            for (const Mark& mark : marks)
-                view::set_checked(mark.item, &mark.item == &found.item);
+    for (const InjectorType& type : link::injector_types())
+        if (type.marks && mirrors.injector_opening == type.marks->by_dialog_or_menu)
+            link::tick_injector(&link::OpeningMarks::by_dialog_or_menu);
 }
 
 void begin_writing() {
@@ -84,40 +56,41 @@ void write_and_wait(double number, double value, int after_ms) {
     wait_ms(after_ms);
 }
 
-void write_injector(const Injector& injector) {
+void write_injector(const InjectorType& injector) {
     begin_writing();
-    write_and_wait(time_constant_parameter, injector.time_constant, injector.wait_after_write_ms);
-    write_and_wait(constant_parameter, injector.constant, injector.wait_after_write_ms);
+    write_and_wait(par::injector_time_constant, injector.time_constant,
+                   injector.wait_after_write_ms);
+    write_and_wait(par::injector_constant, injector.constant, injector.wait_after_write_ms);
     if (injector.held_opening) mirrors.injector_opening = *injector.held_opening;
-    write_and_wait(opening_parameter, injector.opening, injector.wait_after_write_ms);
-    if (injector.shows_work) show_marks();
+    write_and_wait(par::injector_opening, injector.opening, injector.wait_after_write_ms);
+    if (injector.marks) show_marks();
     end_writing();
 }
 
-void injector_chosen(const Injector& injector) {
-    if (injector.shows_work) app::show_busy_on_buttons();
+void injector_chosen(const InjectorType& injector) {
+    if (injector.marks) app::show_busy_on_buttons();
     if (!state.ui_loading) write_injector(injector);
-    if (injector.shows_work) app::show_normal_on_buttons();
+    if (injector.marks) app::show_normal_on_buttons();
 }
 
 void car_type_chosen(const CarType& type) {
     if (state.ui_loading) return;
     begin_writing();
-    write_and_wait(time_constant_parameter, type.time_constant, 200);
+    write_and_wait(par::injector_time_constant, type.time_constant, 200);
     end_writing();
 }
 
 } // namespace
 
 void connect_injector_menu() {
-    for (const Injector& injector : injectors) {
+    for (const InjectorType& injector : link::injector_types()) {
         injector.item.on.click = [&injector] { injector_chosen(injector); };
-        app::note_parameters(injector.item,
-                             {time_constant_parameter, constant_parameter, opening_parameter});
+        app::note_parameters(injector.item, {par::injector_time_constant, par::injector_constant,
+                                             par::injector_opening});
     }
     for (const CarType& type : car_types) {
         type.item.on.click = [&type] { car_type_chosen(type); };
-        app::note_parameters(type.item, {time_constant_parameter});
+        app::note_parameters(type.item, {par::injector_time_constant});
     }
 }
 

@@ -81,7 +81,7 @@ bool newer_families_2_to_4() {
 void take_extended(const Reply& image, Layout layout) {
     take_words(image, WordGroup::extended, layout);
     mirrors.last_check_year_text = year_text_of_image();
-    tick_injector(2700);
+    tick_injector(&OpeningMarks::at_activation);
     show_modular_pair();
     show_service_line(service_line_middle, "  ");
 }

@@ -21,14 +21,12 @@ bool second_group() {
     return state.ecu_family >= 2 && state.ecu_version >= 6 && state.ecu_revision >= 24;
 }
 
-constexpr double mivra_opening = 2300;
-
 void take_extended(const Reply& image) {
     if (first_group()) {
         take_words(image, WordGroup::cut_off);
         take_words(image, WordGroup::extended, &Positions::family_1);
         mirrors.last_check_year_text = year_text_of_image();
-        tick_injector(mivra_opening);
+        tick_injector(&OpeningMarks::by_dialog_or_menu);
         show_modular_pair();
         show_service_line(service_line_middle, "  ");
     }
@@ -36,7 +34,7 @@ void take_extended(const Reply& image) {
         take_words(image, WordGroup::cut_off);
         take_words(image, WordGroup::extended, &Positions::families_2_to_4);
         mirrors.last_check_year_text = year_text_of_image();
-        tick_injector(mivra_opening);
+        tick_injector(&OpeningMarks::by_dialog_or_menu);
         show_modular_pair();
         show_service_line(" min    -  Date Last Check : ", "");
     }

@@ -67,10 +67,10 @@ void tick_debug_pair() {
     tick_pair(form1::mnu_debug_yes, form1::mnu_debug_no, mirrors.debug_flag == 1);
 }
 
-void tick_injector(double mivra_opening) {
-    view::set_checked(form1::mnu_matrix_2_ohm, mirrors.injector_opening == 2100);
-    view::set_checked(form1::mnu_matrix_3_ohm, mirrors.injector_opening == 3900);
-    view::set_checked(form1::mnu_mivra, mirrors.injector_opening == mivra_opening);
+void tick_injector(double OpeningMarks::*occasion) {
+    for (const InjectorType& type : injector_types())
+        if (type.marks)
+            view::set_checked(type.item, mirrors.injector_opening == (*type.marks).*occasion);
 }
 
 void take_tank_type() {

@@ -2,6 +2,8 @@
 // read.
 #pragma once
 
+#include "link/injector_types.h"
+
 #include <string>
 
 namespace zol::link {
@@ -19,9 +21,9 @@ void tick_eobd_direction();
 void tick_eobd_protocol();
 // The debug pair: 1 marks "Yes", any other value "No".
 void tick_debug_pair();
-// The injector's item. `mivra_opening` is the value that stands for its third item: 2700 at
-// activation, 2300 on the dialog's road. Another value marks none.
-void tick_injector(double mivra_opening);
+// The item of the injector whose opening value the unit has, of the values for this occasion
+// (link/injector_types.h), such as &OpeningMarks::at_activation. Another value marks none.
+void tick_injector(double OpeningMarks::*occasion);
 // The type of the tank's sender, if it is a preset; 99 ticks the box of free values, whose handler
 // takes it from there.
 void take_tank_type();
