@@ -21,35 +21,41 @@ struct Caption {
 };
 
 const Caption panel_captions[] = {
-    {form1::Command_engine, 1058},    {form1::Command_impostazioni, 1240},
-    {form1::frame_engine, 1058},      {form1::Frame_impostazioni, 1240},
-    {form1::frame_TARATURA, 1241},    {form1::Frame_pressione, 1242},
-    {form1::Frame_carburante, 1161},  {form1::Frame_temperatura, 1167},
-    {form1::Frame_tempo, 1165},       {form1::Frame_tank, 1244},
-    {form1::Label_livello_att, 1245}, {form1::Frame1, 1258},
+    {form1::Command_engine, messages::engine},
+    {form1::Command_impostazioni, messages::settings},
+    {form1::frame_engine, messages::engine},
+    {form1::Frame_impostazioni, messages::settings},
+    {form1::frame_TARATURA, messages::calibration},
+    {form1::Frame_pressione, messages::pressure_sensor},
+    {form1::Frame_carburante, messages::fuel},
+    {form1::Frame_temperatura, messages::changeover_temperature},
+    {form1::Frame_tempo, messages::changeover_time},
+    {form1::Frame_tank, messages::tank_gauge},
+    {form1::Label_livello_att, messages::present_level},
+    {form1::Frame1, messages::temperature_correction},
 };
 
 const Caption control_captions[] = {
-    {form1::lambda_dir, 1265},
-    {form1::lambda_inv, 1266},
-    {form1::Option_abi_controllo_lambda, 1267},
-    {form1::Option_disa_controllo_lambda, 1268},
-    {form1::Option_tens, 1269},
-    {form1::Option_corr, 1270},
-    {form1::Label_medio_closed_loop, 1271},
-    {form1::Label_lambda_open_loop, 1272},
-    {form1::cmd_richiesta_par_diagnosi, 1275},
-    {form1::Command10, 1276},
-    {form1::mnu_Porta_Seriale, 1044},
-    {form1::mnu_Impostazioni, 1240},
-    {form1::mnu_Lingua, 1246},
-    {form1::mnu_Schermo, 1247},
-    {form1::MNU_INFOMATION, 1248},
-    {form1::mnu_color_testo, 1249},
-    {form1::mnu_reset_centralina, 1250},
-    {form1::MNU_VERSIONE, 1251},
-    {form1::mnu_reset_check, 1273},
-    {form1::mnu_reset_time_ongas, 1274},
+    {form1::lambda_dir, messages::lambda_direct},
+    {form1::lambda_inv, messages::lambda_inverted},
+    {form1::Option_abi_controllo_lambda, messages::lambda_control_on},
+    {form1::Option_disa_controllo_lambda, messages::lambda_control_off},
+    {form1::Option_tens, messages::lambda_voltage},
+    {form1::Option_corr, messages::lambda_current},
+    {form1::Label_medio_closed_loop, messages::lambda_closed_loop_max},
+    {form1::Label_lambda_open_loop, messages::lambda_open_loop_max},
+    {form1::cmd_richiesta_par_diagnosi, messages::read_faults},
+    {form1::Command10, messages::clear_faults},
+    {form1::mnu_Porta_Seriale, messages::serial_port},
+    {form1::mnu_Impostazioni, messages::settings},
+    {form1::mnu_Lingua, messages::language},
+    {form1::mnu_Schermo, messages::screen},
+    {form1::MNU_INFOMATION, messages::information},
+    {form1::mnu_color_testo, messages::text_colour},
+    {form1::mnu_reset_centralina, messages::reset_unit},
+    {form1::MNU_VERSIONE, messages::version},
+    {form1::mnu_reset_check, messages::reset_last_check},
+    {form1::mnu_reset_time_ongas, messages::reset_time_on_gas},
 };
 
 // These take no message. Their words come from the file of the helper texts.
@@ -69,7 +75,9 @@ view::Widget* const own_captions[] = {
 };
 
 // In the list's order, which is that of the presets.
-constexpr std::array tank_messages = {1261, 1264, 1259, 1262, 1263, 1260};
+constexpr std::array tank_messages = {messages::tank_toroidal,    messages::tank_cylinder,
+                                      messages::tank_0_to_90_ohm, messages::tank_methane,
+                                      messages::tank_hall,        messages::tank_resistive};
 
 struct Language {
     view::Widget& item;

@@ -12,6 +12,57 @@
 
 namespace zol::app {
 
+// The numbers of the messages, under what each of them says.
+namespace messages {
+
+constexpr int save = 1035;
+constexpr int serial_port = 1044;
+constexpr int engine = 1058;
+constexpr int petrol = 1102;
+constexpr int changeover = 1134;
+constexpr int fuel = 1161;
+constexpr int changeover_time = 1165;
+constexpr int changeover_temperature = 1167;
+constexpr int changeover_speed = 1168;
+constexpr int lpg = 1171;
+constexpr int methane = 1172;
+constexpr int settings = 1240;
+constexpr int calibration = 1241;
+constexpr int pressure_sensor = 1242;
+constexpr int tank_gauge = 1244;
+constexpr int present_level = 1245;
+constexpr int language = 1246;
+constexpr int screen = 1247;
+constexpr int information = 1248;
+constexpr int text_colour = 1249;
+constexpr int reset_unit = 1250;
+constexpr int version = 1251;
+constexpr int reset_question = 1252;
+constexpr int close = 1253;
+constexpr int forced_start_question = 1254;
+constexpr int changeover_speed_question = 1255;
+constexpr int temperature_correction = 1258;
+constexpr int tank_0_to_90_ohm = 1259;
+constexpr int tank_resistive = 1260;
+constexpr int tank_toroidal = 1261;
+constexpr int tank_methane = 1262;
+constexpr int tank_hall = 1263;
+constexpr int tank_cylinder = 1264;
+constexpr int lambda_direct = 1265;
+constexpr int lambda_inverted = 1266;
+constexpr int lambda_control_on = 1267;
+constexpr int lambda_control_off = 1268;
+constexpr int lambda_voltage = 1269;
+constexpr int lambda_current = 1270;
+constexpr int lambda_closed_loop_max = 1271;
+constexpr int lambda_open_loop_max = 1272;
+constexpr int reset_last_check = 1273;
+constexpr int reset_time_on_gas = 1274;
+constexpr int read_faults = 1275;
+constexpr int clear_faults = 1276;
+
+} // namespace messages
+
 // The text behind the line "[key]" of "\language\Mivra_<language>.ini", not trimmed. A number that
 // the file lacks gives a literal that says so, in Italian for every language; an empty file gives
 // an empty text. Nothing if the file cannot be read or the header is its very last line.

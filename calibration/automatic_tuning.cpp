@@ -40,12 +40,14 @@ void say(const char* caption) { view::set_text(form1::lbl_tuning, caption); }
 void show_fuel_state(const link::Reply& telegram) {
     const auto fuel_state = telegram.word(At::fuel_state);
     if (fuel_state == 0) {
-        app::set_message(form1::Label_carburante, 1102);
+        app::set_message(form1::Label_carburante, app::messages::petrol);
         state.on_gas = false;
         state.no_press = false;
     } else if (fuel_state == 1) {
         state.on_gas = true;
-        app::set_message(form1::Label_carburante, link::mirrors.fuel_type == 1 ? 1171 : 1172);
+        app::set_message(form1::Label_carburante, link::mirrors.fuel_type == 1
+                                                      ? app::messages::lpg
+                                                      : app::messages::methane);
     } else if (fuel_state == 5) {
         view::set_text(form1::Label_carburante, "NO PRESS");
         state.no_press = true;

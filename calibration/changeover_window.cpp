@@ -187,7 +187,7 @@ void finish_load() {
             w->kind == view::Kind::option_button)
             view::set_back(*w, state.panel_colour);
     app::apply_own_captions();
-    app::set_message(lbl_rpm_comm, 1168, "g/min.");
+    app::set_message(lbl_rpm_comm, app::messages::changeover_speed, "g/min.");
     view::set_text(Text_rpm, number_text(mirrors.changeover_rpm));
 }
 
@@ -201,7 +201,7 @@ void window_loads() {
     load_acquisition();
     state.poll_enabled = false;
     state.panel_colour = Form3.look.back;
-    app::set_message(Form3, 1134, "...");
+    app::set_message(Form3, app::messages::changeover, "...");
     finish_load();
 }
 

@@ -69,7 +69,7 @@ void methane_clicked() {
     const bool silent = state.ui_loading;
     show_busy(form1::Option_metano);
     if (!silent) {
-        app::set_message(form1::Label_carburante, 1172);
+        app::set_message(form1::Label_carburante, app::messages::methane);
         write_in_turn(methane_writes);
     }
     view::set_pointer(form1::Form1, Pointer::normal);
@@ -79,7 +79,7 @@ void methane_clicked() {
 
 void lpg_clicked() {
     if (state.ui_loading) return;
-    app::set_message(form1::Label_carburante, 1171);
+    app::set_message(form1::Label_carburante, app::messages::lpg);
     show_busy(form1::Option_gpl);
     write_in_turn(lpg_writes);
     view::set_pointer(form1::Form1, Pointer::normal);

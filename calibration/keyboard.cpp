@@ -59,13 +59,15 @@ void write_setting(double number, double value) {
 
 // No is an answer too: it switches the forced start off.
 void set_forced_start() {
-    const bool forced = operator_says_yes(app::message(1254).value_or(""), "Forced START");
+    const bool forced = operator_says_yes(
+        app::message(app::messages::forced_start_question).value_or(""), "Forced START");
     write_setting(par::forced_start_mode, forced ? 1 : 0);
 }
 
 void capture_changeover_speed() {
     const double rpm = app::val(view::text(form1::Label_rpm));
-    const std::string question = app::message(1255).value_or("") + app::number_text(rpm);
+    const std::string question =
+        app::message(app::messages::changeover_speed_question).value_or("") + app::number_text(rpm);
     if (operator_says_yes(question, "RPM SWITCH")) write_setting(par::changeover_rpm, rpm);
 }
 

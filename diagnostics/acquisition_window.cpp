@@ -35,8 +35,8 @@ bool acquiring = false;     // the run flag
 bool was_activated = false; // since it was loaded
 
 void window_loads() {
-    app::set_message(Command_salva, 1035);
-    app::set_message(Command_chiudi, 1253);
+    app::set_message(Command_salva, app::messages::save);
+    app::set_message(Command_chiudi, app::messages::close);
     view::set_enabled(form1::Form1, false);
     acquiring = true;
     was_activated = false;

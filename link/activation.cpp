@@ -155,7 +155,7 @@ void main_window_activated() {
     form1::Timer_stato_sistema.off();
     state.panel_colour = form1::Form1.look.back;
     view::set_back(form1::lbl_ore, state.panel_colour);
-    app::set_message(form1::Command303, 1134, "...");
+    app::set_message(form1::Command303, app::messages::changeover, "...");
     state.trace_x = 0;
     if (state.no_reread) return;
     colours_and_captions();

@@ -82,7 +82,7 @@ std::vector<int> correction_cells() {
 
 // A language without the question still gets one, by the menu's own word: nothing is reset unasked.
 bool fitter_says_yes() {
-    const auto question = app::message(1252);
+    const auto question = app::message(app::messages::reset_question);
     return view::message_box({.text = question.value_or(view::text(form1::mnu_reset_centralina)),
                               .title = "",
                               .buttons = view::Buttons::yes_no,

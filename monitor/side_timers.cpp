@@ -75,11 +75,11 @@ void restart_polling() {
 
 void show_fuel() {
     if (mirrors.fuel_type == 1) {
-        app::set_message(form1::Label_carburante, 1171);
+        app::set_message(form1::Label_carburante, app::messages::lpg);
         view::select(form1::Option_gpl);
     } else if (mirrors.fuel_type == 0) {
         view::select(form1::Option_metano);
-        app::set_message(form1::Label_carburante, 1172);
+        app::set_message(form1::Label_carburante, app::messages::methane);
     }
 }
 

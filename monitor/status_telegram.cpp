@@ -36,22 +36,22 @@ void show_battery(const link::Reply& telegram) {
     }
 }
 
-// 1134 stands for every state that has no text of its own. The label is set once, so that it is
-// painted anew only when the state changes.
+// "Changeover" stands for every state that has no text of its own. The label is set once, so that
+// it is painted anew only when the state changes.
 void show_fuel_state(const link::Reply& telegram) {
     const auto fuel_state = telegram.word(At::fuel_state);
-    auto text = message(1134);
+    auto text = message(app::messages::changeover);
     const auto replace_by = [&text](int key) {
         if (auto other = message(key)) text = std::move(other);
     };
     state.gas_requested = fuel_state == 2;
     if (fuel_state == 0) {
-        replace_by(1102);
+        replace_by(app::messages::petrol);
         state.on_gas = false;
         state.no_press = false;
     } else if (fuel_state == 1) {
         state.on_gas = true;
-        replace_by(mirrors.fuel_type == 1 ? 1171 : 1172);
+        replace_by(mirrors.fuel_type == 1 ? app::messages::lpg : app::messages::methane);
     } else if (fuel_state == 5) {
         text = "NO PRESS";
         state.no_press = true;

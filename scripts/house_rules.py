@@ -32,6 +32,8 @@ BARE_PARAMETER = re.compile(
     r"\b(?:send_parameter|write_parameter|parameter)\(\s*\d"
     r"|\bnote_parameters\([^;{]*\{[^}]*?\b\d"
     r"|\.parameter = \d")
+# And a message by its name in app/message_catalogue.h.
+BARE_MESSAGE = re.compile(r"\b(?:message\(\s*|set_message\([^;]*?,\s*)\d{4}\b")
 NAMES_EVERY_ROOM = "app/wiring.cpp"
 TOOLKIT = re.compile(r"^#include <(Q[A-Z]\w*|Qt\w*/\w+)>")
 
@@ -52,13 +54,15 @@ def includes(path, lines):
             yield number, "only view/qt/ knows the toolkit"
 
 
-def bare_parameters(path, lines):
-    """Parameters of the unit that stand as a number. A call may take several lines."""
+def bare_numbers(path, lines):
+    """Parameters and messages that stand as a number. A call may take several lines."""
     if room_of(path) not in LOGIC:
         return
     code = "\n".join(re.sub("//.*", "", line) for line in lines)
     for found in BARE_PARAMETER.finditer(code):
         yield code.count("\n", 0, found.start()) + 1, "a parameter goes by its name, not by its number"
+    for found in BARE_MESSAGE.finditer(code):
+        yield code.count("\n", 0, found.start()) + 1, "a message goes by its name, not by its number"
 
 
 def code_lines(lines):
@@ -106,7 +110,7 @@ def main():
         lines = file.read_text(encoding="utf-8").splitlines()
         found = list(lengths(path, lines))
         if not path.endswith(".py"):
-            found += [*includes(path, lines), *bare_parameters(path, lines)]
+            found += [*includes(path, lines), *bare_numbers(path, lines)]
         for number, what in found:
             print(f"{path}:{number}: {what}")
             breaches += 1

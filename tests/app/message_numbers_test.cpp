@@ -3,9 +3,11 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
+#include <map>
 #include <regex>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace zol::tests {
 namespace {
@@ -22,24 +24,24 @@ std::string without_comments(const std::string& code) {
     return std::regex_replace(code, std::regex("//[^\n]*"), "");
 }
 
-// A message number is four digits from 1035 to 1276, standing alone. Other numbers of the code in
-// that stretch are listed here, so that a new one is looked at once.
-std::set<int> numbers_in_code() {
-    const std::set<int> no_messages = {1100, 1200};
-    const std::regex number("(^|[^0-9A-Za-z_.])(1[0-2][0-9]{2})(?![0-9A-Za-z_.])");
-    std::set<int> found;
+// Of the messages' names. A name that nothing uses is found by the second test.
+std::map<std::string, int> numbers_by_name() {
+    const std::string code = without_comments(text_of(sources / "app/message_catalogue.h"));
+    const std::regex row("constexpr int (\\w+) = (\\d+);");
+    std::map<std::string, int> found;
+    for (std::sregex_iterator it(code.begin(), code.end(), row), end; it != end; ++it)
+        found[(*it)[1]] = std::stoi((*it)[2]);
+    return found;
+}
+
+// The logic and the windows, without the messages' own header.
+std::vector<fs::path> other_sources() {
+    std::vector<fs::path> found;
     for (const char* room :
-         {"app", "link", "monitor", "calibration", "diagnostics", "maintenance"}) {
-        if (!fs::exists(sources / room)) continue;
-        for (const auto& entry : fs::recursive_directory_iterator(sources / room)) {
-            if (entry.path().extension() != ".cpp") continue;
-            const std::string code = without_comments(text_of(entry.path()));
-            for (std::sregex_iterator it(code.begin(), code.end(), number), end; it != end; ++it) {
-                const int n = std::stoi((*it)[2]);
-                if (n >= 1035 && n <= 1276 && !no_messages.contains(n)) found.insert(n);
-            }
-        }
-    }
+         {"app", "link", "monitor", "calibration", "diagnostics", "maintenance", "view/windows"})
+        for (const auto& entry : fs::directory_iterator(sources / room))
+            if (entry.is_regular_file() && entry.path().filename() != "message_catalogue.h")
+                found.push_back(entry.path());
     return found;
 }
 
@@ -55,7 +57,30 @@ std::set<int> numbers_in_file(const std::string& language) {
 class MessageNumbers : public testing::TestWithParam<const char*> {};
 
 TEST_P(MessageNumbers, OfTheCodeAreThoseOfTheFile) {
-    EXPECT_THAT(numbers_in_file(GetParam()), testing::ContainerEq(numbers_in_code()));
+    std::set<int> named;
+    for (const auto& [name, number] : numbers_by_name())
+        EXPECT_TRUE(named.insert(number).second) << number << " has two names";
+    EXPECT_THAT(numbers_in_file(GetParam()), testing::ContainerEq(named));
+}
+
+TEST(MessageNames, AreAllUsed) {
+    std::string code;
+    for (const fs::path& file : other_sources())
+        code += without_comments(text_of(file));
+    for (const auto& [name, number] : numbers_by_name())
+        EXPECT_TRUE(std::regex_search(code, std::regex("messages::" + name + "\\b"))) << name;
+}
+
+// Where a message is asked for, put into a control or set down in a table of captions.
+TEST(MessageNames, StandForEveryNumber) {
+    const std::regex number(
+        "(message\\(|replace_by\\(|set_message\\([^;]*, |\\{form1::\\w+, )1[0-2]"
+        "[0-9]{2}[^0-9]");
+    for (const fs::path& file : other_sources()) {
+        std::smatch found;
+        const std::string code = without_comments(text_of(file));
+        EXPECT_FALSE(std::regex_search(code, found, number)) << file << ": " << found[0];
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, MessageNumbers, testing::Values("it", "uk", "pl", "fr", "de"));
