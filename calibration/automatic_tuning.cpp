@@ -97,8 +97,7 @@ void go_to_petrol() {
 }
 
 void go_to_gas() {
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     link::send_command(link::Command::to_gas);
     wait_ms(1000);
     monitor::start_polling();

@@ -43,24 +43,23 @@ double coupled_high_gain() {
 void capture_calibration_pressure() {
     mirrors.calibration_pressure = app::val(view::text(form1::LabeL_pressure));
     send_parameter(par::calibration_pressure, mirrors.calibration_pressure);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
 }
 
 void write_both_gains() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
     show_tip(form1::Slider_ktar);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     mirrors.ktar_low = view::value(form1::Slider_ktar);
     send_parameter(par::ktar_low, mirrors.ktar_low);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     mirrors.ktar_high = coupled_high_gain();
     // A power slider that moves writes the gain itself, inside the assignment, and lets the polling
     // go on beside the rest of this.
     view::set_value(form1::Slider_power, mirrors.ktar_high);
     show_tip(form1::Slider_power);
     send_parameter(par::ktar_high, mirrors.ktar_high);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     if (state.on_gas && mirrors.pressure_sensor == 1) capture_calibration_pressure();
     view::set_pointer(form1::Form1, Pointer::normal);
     show_tip(form1::Slider_ktar);
@@ -77,8 +76,7 @@ void power_changed() {
     if (state.ui_loading) return;
     view::set_pointer(form1::Form1, Pointer::hourglass);
     show_tip(form1::Slider_power);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     mirrors.ktar_high = view::value(form1::Slider_power);
     send_parameter(par::ktar_high, mirrors.ktar_high);
     wait_ms(200);
@@ -94,8 +92,7 @@ void attenuation_changed() {
     if (state.ui_loading) return;
     view::set_pointer(form1::Form1, Pointer::hourglass);
     view::set_enabled(form1::Slider_attenuazione, false);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     mirrors.attenuation = view::value(form1::Slider_attenuazione);
     view::set_text(form1::Label_attenuazione, number_text(mirrors.attenuation) + "- ");
     send_parameter(par::attenuation, mirrors.attenuation);

@@ -40,8 +40,7 @@ void show_marks() {
 
 void begin_writing() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
 }
 
 // The polling stays forbidden: the timer's next tick ends it, and the watchdog really restarts it.

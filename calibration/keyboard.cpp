@@ -34,11 +34,10 @@ void step_slider(Widget& slider, double step, void (*refresh_tip)()) {
 
 void toggle_changeover() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
-    monitor::stop_polling();
     const bool to_petrol = state.on_gas || state.gas_requested || state.no_press;
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     link::send_command(to_petrol ? link::Command::to_petrol : link::Command::to_gas);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     monitor::start_polling();
     view::set_pointer(form1::Form1, Pointer::normal);
 }
@@ -50,10 +49,9 @@ bool operator_says_yes(const std::string& text, const std::string& title) {
 // Leaves the polling to the watchdog.
 void write_setting(double number, double value) {
     view::set_pointer(form1::Form1, Pointer::hourglass);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     link::write_parameter(number, value);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 

@@ -32,7 +32,7 @@ void write_edited(double number, double value) {
     // A coil signal that counts upwards needs a long filter, which must be there first.
     if (number == par::coil_signal_direction && value == 1) {
         if (!write(par::coil_signal_filter, 4000)) return;
-        link::wait_ms(400);
+        link::wait_ms(link::send_settle_ms);
     }
     if (number == not_a_parameter)
         app::state.local_flag_4000 = value;
@@ -50,7 +50,7 @@ void edit_parameter_by_number() {
         ask("Inserisci il valore da assegnare al Parametro : " + app::number_text(number));
     if (number == par::injector_latency) link::mirrors.injector_latency = value;
     write_edited(number, value);
-    link::wait_ms(400);
+    link::wait_ms(link::send_settle_ms);
     view::set_pointer(form1::Form1, view::Pointer::normal);
 }
 

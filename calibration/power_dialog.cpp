@@ -44,7 +44,7 @@ void ok_clicked() {
     monitor::stop_polling();
     // The gain goes out as the number and its parameter as the value: this way round on the wire.
     link::write_parameter(mirrors.ktar_high, link::par::ktar_high);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     view::set_pointer(form_power::Form_power, Pointer::normal);
 }
 

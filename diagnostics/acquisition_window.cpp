@@ -59,7 +59,7 @@ void window_activated() {
     state.panel_colour = the_window.look.back;
     view::set_back(Label3, state.panel_colour);
     view::set_back(Label4, state.panel_colour);
-    wait_ms(400);
+    wait_ms(link::telegram_end_ms);
     // Closed meanwhile: its timers stay off, also if the changeover window has loaded it anew.
     if (!the_window.shown) return;
     acquiring = true;

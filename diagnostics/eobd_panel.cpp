@@ -86,7 +86,7 @@ void clear_clicked() {
     view::set_text(form1::Text_note_error, "");
     for (int number = par::fault_1; number <= par::fault_count; ++number) {
         link::send_parameter(number, 0);
-        wait_ms(400);
+        wait_ms(link::send_settle_ms);
     }
     for (view::Widget* label : fault_labels)
         view::set_text(*label, "0");

@@ -11,8 +11,7 @@ void begin_menu_write() {
     view::set_pointer(form1::Form1, view::Pointer::hourglass);
     view::set_tab_stop(form1::Slider_attenuazione, false);
     if (view::focus() == &form1::Slider_attenuazione) view::set_focus(form1::Form1);
-    monitor::stop_polling();
-    link::wait_ms(400);
+    monitor::stop_polling_and_wait();
 }
 
 void end_menu_write() {

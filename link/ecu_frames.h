@@ -77,4 +77,9 @@ bool port_is_open();
 // The wait of the whole program: the main window's one-shot timer, pumping events until it is off.
 void wait_ms(int milliseconds);
 
+// Once the polling is stopped, a telegram under way ends within this time; the line is then free.
+constexpr int telegram_end_ms = 400;
+// What the unit is given to take a write or a command, where its handler has no time of its own.
+constexpr int send_settle_ms = 400;
+
 } // namespace zol::link

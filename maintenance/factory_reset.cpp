@@ -92,7 +92,7 @@ bool fitter_says_yes() {
 // Asks until the unit says that it resets itself.
 void reset_unit() {
     for (;;) {
-        wait_ms(400);
+        wait_ms(link::telegram_end_ms);
         link::send_command(Command::reset);
         wait_ms(600);
         const link::Reply reply = link::read_reply();
@@ -134,10 +134,9 @@ void reset_control_unit() {
 
 void send_reset_only() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
     link::send_command(Command::reset);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 

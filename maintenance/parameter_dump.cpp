@@ -90,7 +90,7 @@ std::string prefix(const Parameter& named) {
 
 link::Reply image_of_unit() {
     for (;;) {
-        wait_ms(400);
+        wait_ms(link::telegram_end_ms);
         link::send_command(Command::read_image);
         wait_ms(1400);
         const link::Reply image = link::read_reply();
@@ -129,7 +129,7 @@ void edit_parameter() {
     const double value = app::val(view::input_box(
         "Inserisci il valore da assegnare al Parametro : " + app::number_text(number), edit_title));
     link::write_parameter(number, value);
-    wait_ms(400);
+    wait_ms(link::send_settle_ms);
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 

@@ -24,8 +24,7 @@ namespace par = link::par;
 
 void begin_reset() {
     view::set_pointer(form1::Form1, Pointer::hourglass);
-    monitor::stop_polling();
-    wait_ms(400);
+    monitor::stop_polling_and_wait();
 }
 
 void write_record(int number, int value) {

@@ -75,6 +75,11 @@ void stop_polling() {
     form1::Timer_stato_sistema.off();
 }
 
+void stop_polling_and_wait() {
+    stop_polling();
+    link::wait_ms(link::telegram_end_ms);
+}
+
 void rearm_polling() {
     if (state.poll_enabled)
         form1::Timer_stato_sistema.on();

@@ -4,10 +4,11 @@
 
 namespace zol::monitor {
 
-// Allows the polling and switches its timer on; and the reverse, at once. A handler that stops it
-// waits 400 ms as a rule, so that the telegram under way ends.
+// Allows the polling and switches its timer on; and the reverse, at once.
 void start_polling();
 void stop_polling();
+// Stops it and lets a telegram under way end: what most handlers do before they send.
+void stop_polling_and_wait();
 
 // The timer as poll_enabled says: the end of a read that had switched it off for itself.
 void rearm_polling();

@@ -34,6 +34,7 @@ BARE_PARAMETER = re.compile(
     r"|\.parameter = \d")
 # And a message by its name in app/message_catalogue.h.
 BARE_MESSAGE = re.compile(r"\b(?:message\(\s*|set_message\([^;]*?,\s*)\d{4}\b")
+STOP_THEN_WAIT = re.compile(r"\bmonitor::stop_polling\(\);\s*(?:link::)?wait_ms\((?:400|link::telegram_end_ms)\)")
 NAMES_EVERY_ROOM = "app/wiring.cpp"
 TOOLKIT = re.compile(r"^#include <(Q[A-Z]\w*|Qt\w*/\w+)>")
 
@@ -55,14 +56,17 @@ def includes(path, lines):
 
 
 def bare_numbers(path, lines):
-    """Parameters and messages that stand as a number. A call may take several lines."""
+    """Parameters, messages and waits that stand as a number where they have a name. A call may take
+    several lines."""
     if room_of(path) not in LOGIC:
         return
     code = "\n".join(re.sub("//.*", "", line) for line in lines)
-    for found in BARE_PARAMETER.finditer(code):
-        yield code.count("\n", 0, found.start()) + 1, "a parameter goes by its name, not by its number"
-    for found in BARE_MESSAGE.finditer(code):
-        yield code.count("\n", 0, found.start()) + 1, "a message goes by its name, not by its number"
+    named = [(BARE_PARAMETER, "a parameter goes by its name, not by its number"),
+             (BARE_MESSAGE, "a message goes by its name, not by its number"),
+             (STOP_THEN_WAIT, "monitor::stop_polling_and_wait() does both")]
+    for pattern, what in named:
+        for found in pattern.finditer(code):
+            yield code.count("\n", 0, found.start()) + 1, what
 
 
 def code_lines(lines):
