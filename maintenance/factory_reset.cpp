@@ -72,6 +72,25 @@ constexpr Default defaults[] = {
     {parameter(par::changeover_pressure), no_mirror},
 };
 
+consteval bool each_factory_value_is_written_once() {
+    for (const Parameter& row : link::parameter_catalogue) {
+        int times = 0;
+        for (const Default& d : defaults)
+            times += d.parameter.number == row.number;
+        if (times != (row.factory_value ? 1 : 0)) return false;
+    }
+    return true;
+}
+
+consteval bool own_mirrors_exist() {
+    for (const Default& d : defaults)
+        if (d.store == own_mirror && !d.parameter.mirror) return false;
+    return true;
+}
+
+static_assert(each_factory_value_is_written_once());
+static_assert(own_mirrors_exist());
+
 std::vector<int> correction_cells() {
     std::vector<int> cells;
     for (const link::CellRun& run : link::correction_cell_runs)
