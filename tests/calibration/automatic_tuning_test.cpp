@@ -158,7 +158,7 @@ TEST_F(AutomaticTuning, ALeanGasTimeRaisesTheGainByTheRatioAndMeasuresAgain) {
     const auto frames = timed_frames();
     const auto back = std::ranges::find(frames, Send(4), &Timed::frame);
     ASSERT_NE(back, frames.end());
-    EXPECT_EQ(back->after_ms, 41'200) << "straight to the head of the loop, back to petrol";
+    EXPECT_EQ(back->ms, 41'200) << "straight to the head of the loop, back to petrol";
     screen.answer_message("AUTO READY", Answer::ok);
     run_for(10'000);
 }

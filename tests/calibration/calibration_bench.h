@@ -4,25 +4,14 @@
 
 #include "link/ecu_frames.h"
 #include "tests/support/bench.h"
+#include "tests/support/timed.h"
 #include "view/screen.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
 
 #include <algorithm>
-#include <ostream>
 
 namespace zol::tests {
-
-// A frame and the time at which it left, in ms since the act under test.
-struct Timed {
-    std::int64_t after_ms;
-    Frame frame;
-    bool operator==(const Timed&) const = default;
-};
-inline Timed At(std::int64_t after_ms, Frame frame) { return {after_ms, frame}; }
-inline std::ostream& operator<<(std::ostream& out, const Timed& timed) {
-    return out << timed.after_ms << " " << timed.frame;
-}
 
 class CalibrationBench : public Bench {
   protected:

@@ -47,7 +47,7 @@ TEST_F(ChangeoverControls, EachOptionWritesAtOnceAndWaitsBehindEachWrite) {
         EXPECT_EQ(each.option.look.pointer, Pointer::normal);
         std::vector<Timed> expected;
         for (const Frame& write : each.writes)
-            expected.push_back(After(each.wait_ms * static_cast<int>(expected.size()), write));
+            expected.push_back(At(each.wait_ms * static_cast<int>(expected.size()), write));
         EXPECT_EQ(timed(), expected);
         EXPECT_EQ(each.mirror, each.writes[0].value);
         for (const Frame& write : each.writes)
@@ -96,7 +96,7 @@ TEST_F(ChangeoverControls, AnotherOptionClickedInTheWaitRunsNested) {
     run_for(1); // the wait that both stand on ends for both
     EXPECT_FALSE(busy(Option1));
     EXPECT_FALSE(busy(opt_perm));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(41, 7)), After(300, Write(122, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(41, 7)), At(300, Write(122, 1))));
 }
 
 TEST_F(ChangeoverControls, EachPositionOfTheDelaySliderHasItsDelay) {
@@ -110,7 +110,7 @@ TEST_F(ChangeoverControls, EachPositionOfTheDelaySliderHasItsDelay) {
         EXPECT_TRUE(busy(Form3));
         run_for(1);
         EXPECT_EQ(Form3.look.pointer, Pointer::normal);
-        EXPECT_THAT(timed(), ElementsAre(After(0, Write(106, delay))));
+        EXPECT_THAT(timed(), ElementsAre(At(0, Write(106, delay))));
         EXPECT_EQ(link::mirrors.low_pressure_delay, delay);
     }
 }
@@ -136,7 +136,7 @@ TEST_F(ChangeoverControls, EnterOnTheDelaySliderSendsTheSpeedAndFreesTheWrongFie
     EXPECT_TRUE(view::enabled(Text_press_comm));
     run_for(5000);
     EXPECT_FALSE(view::enabled(Text_rpm));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(121, 1650))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(121, 1650))));
     EXPECT_EQ(link::mirrors.changeover_rpm, 1650);
     close_changeover();
     reopen_changeover();
@@ -180,7 +180,7 @@ TEST_F(ChangeoverControls, EachFieldIsMarkedByAClickAndWrittenByEnter) {
         run_for(1);
         EXPECT_TRUE(view::enabled(each.field));
         EXPECT_EQ(Form3.look.pointer, Pointer::normal);
-        EXPECT_THAT(timed(), ElementsAre(After(0, Write(each.parameter, each.sent))));
+        EXPECT_THAT(timed(), ElementsAre(At(0, Write(each.parameter, each.sent))));
         EXPECT_EQ(unit->parameter(each.parameter), each.sent);
     }
 }

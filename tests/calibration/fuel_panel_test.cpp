@@ -43,9 +43,9 @@ TEST_F(FuelPanel, MethaneBringsItsGroupOfParametersAlong) {
     expect_busy_for(Option_metano, 2200);
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(focused(cmd_focus));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(10, 0)), After(300, Write(51, 60)),
-                                     After(900, Write(129, 1001)), After(1400, Write(144, 92)),
-                                     After(1900, Write(104, 1200))));
+    EXPECT_THAT(timed(),
+                ElementsAre(At(0, Write(10, 0)), At(300, Write(51, 60)), At(900, Write(129, 1001)),
+                            At(1400, Write(144, 92)), At(1900, Write(104, 1200))));
     EXPECT_EQ(mirrors.fuel_type, 0);
     EXPECT_EQ(mirrors.calibration_temperature, 60);
     EXPECT_EQ(mirrors.reference_ktar, 1001);
@@ -77,8 +77,8 @@ TEST_F(FuelPanel, LpgBringsItsOwnAndAnotherPressureThanTheScreenShows) {
     expect_busy_for(Option_gpl, 2200);
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_EQ(view::focus(), before); // unlike methane it leaves the focus
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(10, 1)), After(500, Write(104, 1600)),
-                                     After(700, Write(144, 100)), After(1400, Write(128, 0))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(10, 1)), At(500, Write(104, 1600)),
+                                     At(700, Write(144, 100)), At(1400, Write(128, 0))));
     EXPECT_EQ(mirrors.fuel_type, 1);
     EXPECT_EQ(mirrors.calibration_pressure, 1200);
     EXPECT_EQ(unit->parameter(104), 1600);
@@ -141,14 +141,14 @@ TEST_F(FuelPanel, ThePressureSensorIsWrittenAndOnlyItsAbsenceMovesTheFocus) {
     expect_busy_for(Option_press_no, 200);
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(focused(cmd_focus));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(50, 0))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(50, 0))));
     EXPECT_EQ(mirrors.pressure_sensor, 0);
     mark();
     operator_clicks(Option_press_yes);
     expect_busy_for(Option_press_yes, 200);
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(focused(Option_press_yes));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(50, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(50, 1))));
     EXPECT_EQ(mirrors.pressure_sensor, 1);
 }
 
@@ -162,7 +162,7 @@ TEST_F(FuelPanel, TheModularChangeoverIsWrittenOnlyWhenItReallyChanges) {
     EXPECT_EQ(text(Opt_modulare_yes), "yes"); // before it
     expect_busy_for(Opt_modulare_yes, 300);
     EXPECT_EQ(Form1.look.pointer, Pointer::custom);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(23, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(23, 1))));
     EXPECT_EQ(mirrors.modular_changeover, 1);
     EXPECT_EQ(text(Opt_modulare_yes), "yes");
     mark();
@@ -218,7 +218,7 @@ TEST_F(FuelPanel, TemperatureAndTimeAreMarkedByAClickAndWrittenByEnter) {
         EXPECT_TRUE(view::enabled(*field));
         EXPECT_EQ(Form1.look.pointer, Pointer::normal);
         EXPECT_TRUE(focused(cmd_focus));
-        EXPECT_THAT(timed(), ElementsAre(After(0, Write(parameter, 45))));
+        EXPECT_THAT(timed(), ElementsAre(At(0, Write(parameter, 45))));
         EXPECT_EQ(*mirror, 45);
     }
 }

@@ -62,7 +62,7 @@ TEST_F(LambdaPanel, DirectionAndControlHoldTheReadsOffAndWriteOnce) {
         EXPECT_TRUE(Timer3.is_on());
         EXPECT_EQ(Form1.look.pointer, Pointer::normal);
         EXPECT_TRUE(focused(cmd_focus));
-        EXPECT_THAT(timed(), ElementsAre(After(200, Write(each.parameter, each.value))));
+        EXPECT_THAT(timed(), ElementsAre(At(200, Write(each.parameter, each.value))));
         EXPECT_EQ(unit->parameter(each.parameter), each.value);
         expect_reads_again();
     }
@@ -88,8 +88,8 @@ TEST_F(LambdaPanel, AVoltageSensorBringsBothLimitsTo400) {
     EXPECT_TRUE(focused(cmd_focus));
     EXPECT_EQ(text(Text_lambda_open_loop), "400");
     EXPECT_EQ(mirrors.lambda_input_kind, 0);
-    EXPECT_THAT(timed(), ElementsAre(After(200, Write(36, 400)), After(400, Write(16, 400)),
-                                     After(600, Write(21, 0))));
+    EXPECT_THAT(timed(), ElementsAre(At(200, Write(36, 400)), At(400, Write(16, 400)),
+                                     At(600, Write(21, 0))));
     expect_reads_again();
 }
 
@@ -115,8 +115,8 @@ TEST_F(LambdaPanel, ACurrentSensorBringsBothTo1000SlowerAndWithALateHourglass) {
     run_for(1);
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(focused(cmd_focus));
-    EXPECT_THAT(timed(), ElementsAre(After(500, Write(36, 1000)), After(1000, Write(16, 1000)),
-                                     After(1500, Write(21, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(500, Write(36, 1000)), At(1000, Write(16, 1000)),
+                                     At(1500, Write(21, 1))));
     expect_reads_again();
 }
 
@@ -170,7 +170,7 @@ TEST_F(LambdaPanel, EachLimitIsMarkedByAClickAndWrittenByEnter) {
         EXPECT_EQ(Form1.look.pointer, Pointer::normal);
         EXPECT_TRUE(focused(cmd_focus));
         EXPECT_TRUE(Timer3.is_on());
-        EXPECT_THAT(timed(), ElementsAre(After(200, Write(parameter, 450))));
+        EXPECT_THAT(timed(), ElementsAre(At(200, Write(parameter, 450))));
         EXPECT_EQ(*mirror, 450);
         expect_reads_again();
     }

@@ -37,9 +37,9 @@ TEST_F(TankFields, AFullVoltageGoesOutFollowedByTheThresholdsNudgedDownward) {
     EXPECT_TRUE(view::enabled(Text_max_tank));
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(focused(cmd_focus));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(31, 4150)), After(400, Write(32, 3)),
-                                     After(800, Write(33, 25)), After(1200, Write(34, 51)),
-                                     After(1600, Write(35, 76))));
+    EXPECT_THAT(timed(),
+                ElementsAre(At(0, Write(31, 4150)), At(400, Write(32, 3)), At(800, Write(33, 25)),
+                            At(1200, Write(34, 51)), At(1600, Write(35, 76))));
     EXPECT_EQ(view::value(Slider1[0]), 4);
     EXPECT_EQ(view::value(Slider1[1]), 26);
     EXPECT_EQ(view::value(Slider1[4]), 76);
@@ -60,9 +60,9 @@ TEST_F(TankFields, AnEmptyVoltageGoesOutFollowedByTheThresholdsNudgedUpward) {
     EXPECT_TRUE(view::enabled(Text_min_tank));
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(focused(cmd_focus));
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(30, 3800)), After(400, Write(32, 4)),
-                                     After(800, Write(33, 26)), After(1200, Write(34, 51)),
-                                     After(1600, Write(35, 76))));
+    EXPECT_THAT(timed(),
+                ElementsAre(At(0, Write(30, 3800)), At(400, Write(32, 4)), At(800, Write(33, 26)),
+                            At(1200, Write(34, 51)), At(1600, Write(35, 76))));
     EXPECT_EQ(unit->parameter(30), 3800);
 }
 

@@ -45,13 +45,12 @@ TEST_P(EachTankPreset, GoesToTheUnitByWayOfTheSlidersAndThenWhole) {
     operator_chooses(Combo_tank_level, GetParam());
     run_for(5000);
     EXPECT_THAT(timed(),
-                ElementsAre(After(200, Write(32, sender.t1)), After(600, Write(33, sender.t2)),
-                            After(1000, Write(34, sender.t3)), After(1400, Write(35, sender.t4)),
-                            After(1800, Write(130, GetParam())),
-                            After(2100, Write(30, sender.empty_mv)),
-                            After(2400, Write(31, sender.full_mv)),
-                            After(2700, Write(32, sender.t1)), After(3000, Write(33, sender.t2)),
-                            After(3200, Write(34, sender.t3)), After(3500, Write(35, sender.t4))));
+                ElementsAre(At(200, Write(32, sender.t1)), At(600, Write(33, sender.t2)),
+                            At(1000, Write(34, sender.t3)), At(1400, Write(35, sender.t4)),
+                            At(1800, Write(130, GetParam())), At(2100, Write(30, sender.empty_mv)),
+                            At(2400, Write(31, sender.full_mv)), At(2700, Write(32, sender.t1)),
+                            At(3000, Write(33, sender.t2)), At(3200, Write(34, sender.t3)),
+                            At(3500, Write(35, sender.t4))));
     EXPECT_EQ(unit->parameter(130), GetParam());
     EXPECT_EQ(unit->parameter(30), sender.empty_mv);
     EXPECT_EQ(unit->parameter(31), sender.full_mv);
@@ -176,7 +175,7 @@ TEST_F(TankPresets, TheBoxOfFreeValuesWritesItsTypeAndChangesNothingElse) {
     operator_clicks(Check1);
     EXPECT_EQ(app::state.tank_type, 99);
     run_for(1000);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(130, 99))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(130, 99))));
     EXPECT_EQ(link::mirrors.tank_sensor_par, 99);
     EXPECT_EQ(text(Text_min_tank), "3900");
     EXPECT_TRUE(view::enabled(Combo_tank_level));
@@ -193,7 +192,7 @@ TEST_F(TankPresets, TheBoxClearedGivesTypeZeroThoughTheListShowsAnother) {
     mark();
     operator_clicks(Check1);
     run_for(1000);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(130, 0))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(130, 0))));
     EXPECT_EQ(app::state.tank_type, 0);
     EXPECT_EQ(Combo_tank_level.look.list_index, 3);
     EXPECT_EQ(unit->parameter(130), 0);

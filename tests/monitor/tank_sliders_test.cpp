@@ -34,7 +34,7 @@ TEST_F(TankSliders, TheBottomRowBelowTheNextIsWrittenUnderAnHourglass) {
     EXPECT_TRUE(busy(Form1));
     run_for(1);
     EXPECT_EQ(Form1.look.pointer, Pointer::normal);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(32, 24))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(32, 24))));
     EXPECT_EQ(text(Label_led0), "24%");
     EXPECT_EQ(text(Label8), "25%");
     EXPECT_EQ(text(lbl_204), "3972");
@@ -57,7 +57,7 @@ TEST_F(TankSliders, TheBottomRowAtOrPastTheNextSpringsBackOneBelowIt) {
 TEST_F(TankSliders, TheSecondRowBetweenItsNeighboursIsWritten) {
     open_settings();
     drag(1, 30);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(33, 30))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(33, 30))));
     EXPECT_EQ(text(Label_led1), "30%");
     EXPECT_EQ(text(Label9), "31%");
     EXPECT_EQ(text(lbl_203), "3990");
@@ -85,13 +85,13 @@ TEST_F(TankSliders, TheSecondAndThirdRowPushedDownAreLiftedAndWrittenWhileTheLab
     open_settings();
     drag(1, 3);
     EXPECT_EQ(at_once, 4);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(33, 4))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(33, 4))));
     EXPECT_EQ(text(Label_led1), "24%"); // as the reading left it
     EXPECT_EQ(text(Label9), "25%");
     EXPECT_EQ(link::mirrors.tank_threshold_2, 4);
     drag(2, 0);
     EXPECT_EQ(at_once, 5);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(34, 5))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(34, 5))));
     EXPECT_EQ(text(Label_led2), "49%");
     EXPECT_EQ(text(Label10), "50%");
     EXPECT_EQ(link::mirrors.tank_threshold_3, 5);
@@ -104,7 +104,7 @@ TEST_F(TankSliders, TheFourthRowTakesTheTopOneAlongWhenItsWriteIsThrough) {
     EXPECT_EQ(at(4), 75);
     run_for(1);
     EXPECT_EQ(at(4), 90);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(35, 90))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(35, 90))));
     EXPECT_EQ(text(Label_led3), "90%");
     EXPECT_EQ(text(Label11), "91%");
     EXPECT_EQ(text(lbl_201), "4170");
@@ -115,7 +115,7 @@ TEST_F(TankSliders, TheFourthRowAtOrBelowTheThirdIsMovedAboveItAndStillWritten) 
     for (const double below : {50, 49, 0}) {
         drag(3, below);
         EXPECT_EQ(at_once, 51);
-        EXPECT_THAT(timed(), ElementsAre(After(0, Write(35, 51))));
+        EXPECT_THAT(timed(), ElementsAre(At(0, Write(35, 51))));
         EXPECT_EQ(text(Label_led3), "74%");
         EXPECT_EQ(at(4), 51);
         inside_program([] { view::place_value(Slider1[3], 75); });
@@ -132,7 +132,7 @@ TEST_F(TankSliders, TheTopRowDragsTheFourthAlongAndTellsTheUnitNothing) {
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_EQ(link::mirrors.tank_threshold_4, 75);
     drag(3, 89);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(35, 89))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(35, 89))));
 }
 
 TEST_F(TankSliders, TheTopRowBelowTheFourthSpringsBackOntoIt) {
@@ -149,7 +149,7 @@ TEST_F(TankSliders, ASliderWithoutRoomToSpringToStaysWhereItIs) {
     inside_program([] { view::place_value(Slider1[2], 100); });
     drag(3, 60);
     EXPECT_EQ(at_once, 60);
-    EXPECT_THAT(timed(), ElementsAre(After(0, Write(35, 60))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(35, 60))));
     inside_program([] { view::place_value(Slider1[1], 0); });
     drag(0, 8);
     EXPECT_EQ(at_once, 8);

@@ -3,25 +3,13 @@
 
 #include "app/numbers.h"
 #include "tests/support/bench.h"
+#include "tests/support/timed.h"
 #include "view/timers.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 #include "view/windows/form3.h"
 
-#include <ostream>
-
 namespace zol::tests {
-
-// A frame, and the time since the operator's act.
-struct Timed {
-    std::int64_t ms;
-    Frame frame;
-    bool operator==(const Timed&) const = default;
-};
-inline Timed After(std::int64_t ms, Frame frame) { return {ms, frame}; }
-inline std::ostream& operator<<(std::ostream& out, const Timed& timed) {
-    return out << timed.ms << " ms: " << timed.frame;
-}
 
 class PanelBench : public Bench {
   protected:
