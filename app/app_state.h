@@ -1,4 +1,4 @@
-// The state that more than one room of the house uses. A test begins with `state = {}`.
+// The state that more than one module uses.
 #pragma once
 
 #include "view/widget.h"

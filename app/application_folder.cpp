@@ -7,7 +7,7 @@
 namespace zol::app {
 namespace {
 
-std::filesystem::path the_folder = ".";
+std::filesystem::path& the_folder = folder_state.path;
 
 } // namespace
 

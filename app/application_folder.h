@@ -13,6 +13,11 @@ namespace zol::app {
 std::filesystem::path find_application_folder(const std::filesystem::path& program,
                                               const std::filesystem::path& started_as);
 
+struct FolderState {
+    std::filesystem::path path = ".";
+};
+inline FolderState folder_state;
+
 // Set once by the entry, before anything else runs.
 void use_application_folder(const std::filesystem::path& folder);
 

@@ -3,8 +3,6 @@
 #include "app/app_state.h"
 #include "app/helper_texts.h"
 #include "app/message_catalogue.h"
-#include "app/settings_file.h"
-#include "link/port_tips.h"
 #include "view/view.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -79,21 +77,6 @@ constexpr std::array tank_messages = {messages::tank_toroidal,    messages::tank
                                       messages::tank_0_to_90_ohm, messages::tank_methane,
                                       messages::tank_hall,        messages::tank_resistive};
 
-struct Language {
-    view::Widget& item;
-    const char* code;
-};
-
-const Language languages[] = {
-    {form1::it, "it"}, {form1::uk, "uk"}, {form1::pl, "pl"}, {form1::fr, "fr"}, {form1::de, "de"},
-};
-
-void show_helper_texts() {
-    apply_helper_texts();
-    apply_own_captions();
-    link::refresh_port_tips();
-}
-
 } // namespace
 
 void apply_panel_captions() {
@@ -118,31 +101,6 @@ void fill_tank_list() {
         if (auto text = message(key)) items.push_back(std::move(*text));
     view::set_items(form1::Combo_tank_level, std::move(items));
     view::set_list_index(form1::Combo_tank_level, state.tank_type); // 99 is rejected: none selected
-}
-
-void set_language(const std::string& code) {
-    for (const Language& each : languages)
-        view::set_checked(each.item, each.code == code);
-    state.current_language = code;
-    write_language(code);
-    apply_panel_captions();
-    apply_control_captions();
-    show_helper_texts();
-}
-
-void load_language() {
-    const std::string stored = read_setting("LANGUAGE", "");
-    for (const Language& each : languages) {
-        if (stored != each.code) continue;
-        view::set_checked(each.item, true);
-        state.current_language = stored;
-    }
-    show_helper_texts();
-}
-
-void connect_language_menu() {
-    for (const Language& each : languages)
-        each.item.on.click = [code = std::string(each.code)] { set_language(code); };
 }
 
 } // namespace zol::app

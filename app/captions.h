@@ -1,7 +1,5 @@
-// Which control takes which message, and the choice of the language.
+// Which control takes which message.
 #pragma once
-
-#include <string>
 
 namespace zol::app {
 
@@ -17,11 +15,5 @@ void apply_own_captions();
 // Fills the tank list with its six messages and selects `tank_type`; none for free values. Runs no
 // handler: filling the list must not rewrite the tank's set-up.
 void fill_tank_list();
-
-// Ticks the language's menu item, stores the choice and refills all captions.
-void set_language(const std::string& code);
-// Takes the stored language, if it is one of the five.
-void load_language();
-void connect_language_menu();
 
 } // namespace zol::app

@@ -6,28 +6,17 @@
 #include "view/view.h"
 
 #include <algorithm>
-#include <map>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace zol::app {
 namespace {
 
-// All of these are parts of the file's content: many controls may share a text.
-struct Entry {
-    std::string_view name, text;
-    std::string_view owner; // the control whose parameters the text names
-};
-using Section = std::map<std::string_view, Entry>; // by control
+using Section = HelperTextsState::Section;
+using Entry = HelperTextsState::Entry;
 
-struct Texts {
-    std::string content;
-    std::map<std::string_view, Section> windows;
-    std::map<std::string_view, std::string_view> captions, words;
-};
-Texts texts;
-std::map<const view::Widget*, std::vector<int>> parameters;
+HelperTextsState::Texts& texts = helper_texts_state.texts;
+auto& parameters = helper_texts_state.parameters;
 
 // The part of `line` before `mark`, which is taken from it along with the mark; all of it if there
 // is none.
@@ -54,8 +43,8 @@ void read_texts(std::string content) {
     texts = {};
     texts.content = std::move(content);
     std::string_view section, rest = texts.content;
-    while (!rest.empty()) {
-        std::string_view line = cut(rest, '\n');
+    while (const auto whole_line = take_line(rest)) {
+        std::string_view line = trim(*whole_line);
         if (line.starts_with('[') && line.ends_with(']')) {
             section = line.substr(1, line.size() - 2);
         } else if (!line.empty() && !line.starts_with(';')) {

@@ -12,11 +12,31 @@
 #include "view/widget.h"
 
 #include <initializer_list>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace zol::app {
+
+struct HelperTextsState {
+    // All of these are parts of the file's content: many controls may share a text.
+    struct Entry {
+        std::string_view name, text;
+        std::string_view owner; // the control whose parameters the text names
+    };
+    using Section = std::map<std::string_view, Entry>; // by control
+    struct Texts {
+        std::string content;
+        std::map<std::string_view, Section> windows;
+        std::map<std::string_view, std::string_view> captions, words;
+    };
+    Texts texts;                                                // of the language's file
+    std::map<const view::Widget*, std::vector<int>> parameters; // as noted
+};
+inline HelperTextsState helper_texts_state;
 
 // Said where a control's handler is tied: the parameters that the control writes or shows. Its text
 // names them.

@@ -6,25 +6,8 @@
 #include "view/view.h"
 #include "view/windows/form1.h"
 
-#include <algorithm>
-
 namespace zol::app {
 namespace {
-
-std::string_view without_mark(std::string_view content) {
-    if (content.starts_with("\xEF\xBB\xBF")) content.remove_prefix(3); // a byte-order mark
-    return content;
-}
-
-// The first line, which is taken from `rest`; nothing at its end.
-std::optional<std::string_view> take_line(std::string_view& rest) {
-    if (rest.empty()) return std::nullopt;
-    const auto end = std::min(rest.find('\n'), rest.size());
-    std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    return line;
-}
 
 // What follows the first line that holds the header alone; nothing if there is none. A window looks
 // for dozens of headers when it loads, so lines without this one are not taken one by one.

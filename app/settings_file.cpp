@@ -26,10 +26,7 @@ bool same_name(std::string_view a, std::string_view b) {
 }
 
 std::string_view bare(std::string_view line) {
-    if (line.starts_with("\xEF\xBB\xBF")) line.remove_prefix(3); // a byte-order mark
-    while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
-        line.remove_suffix(1);
-    return trim(line);
+    return trim(without_mark(line.substr(0, line.find('\n'))));
 }
 
 std::optional<std::string_view> header_of(std::string_view line) {
@@ -49,23 +46,23 @@ struct Spot {
 Spot find_key(std::string_view content, std::string_view key) {
     Spot spot;
     bool inside = false;
-    for (std::size_t at = 0, end = 0; at < content.size(); at = end) {
-        end = std::min(content.find('\n', at), content.size() - 1) + 1;
-        const std::string_view line = content.substr(at, end - at);
-        if (const auto header = header_of(line)) {
+    std::size_t at = 0, end = 0;
+    for (std::string_view rest = content; const auto line = take_line(rest); at = end) {
+        end = content.size() - rest.size();
+        if (const auto header = header_of(*line)) {
             if (inside) break;
             inside = spot.section_found = same_name(*header, section_name);
             spot.section_end = end;
             continue;
         }
-        const std::string_view text = bare(line);
+        const std::string_view text = bare(*line);
         if (!inside || text.empty()) continue;
         spot.section_end = end;
         const auto equals = text.find('=');
         if (text.front() == ';' || equals == std::string_view::npos) continue;
         if (same_name(trim(text.substr(0, equals)), key)) {
             spot.key_line = at;
-            spot.key_line_size = line.size();
+            spot.key_line_size = end - at;
             break;
         }
     }

@@ -172,4 +172,18 @@ std::string_view trim(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
+std::string_view without_mark(std::string_view text) {
+    if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+    return text;
+}
+
+std::optional<std::string_view> take_line(std::string_view& rest) {
+    if (rest.empty()) return std::nullopt;
+    const auto end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
 } // namespace zol::app

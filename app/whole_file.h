@@ -36,4 +36,10 @@ std::string_view shortened(std::string_view text);
 // Without the blanks around it.
 std::string_view trim(std::string_view text);
 
+// Without the byte-order mark that it may begin with.
+std::string_view without_mark(std::string_view text);
+
+// The first line without its end, which is taken from `rest`; nothing at its end.
+std::optional<std::string_view> take_line(std::string_view& rest);
+
 } // namespace zol::app

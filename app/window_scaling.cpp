@@ -6,11 +6,10 @@
 namespace zol::app {
 namespace {
 
-// A title bar and no menu; with a menu bar the frame takes more.
-constexpr double frame_without_menu = 405;
+using view::frame_without_menu;
 constexpr double frame_with_menu = 690;
 // What title bar, menu and the foot of the screen leave unusable.
-constexpr double unusable_without_menu = 705, unusable_with_menu = 990;
+constexpr double unusable_without_menu = 705, unusable_with_menu = view::frame_and_foot_with_menu;
 constexpr double least_font_size = 4.5;
 // A list box sizes itself from its font: so many twips a point, and a border.
 constexpr double list_twips_per_point = 28, list_border_twips = 84;

@@ -3,14 +3,14 @@
 #include "app/app_state.h"
 #include "app/captions.h"
 #include "app/colours.h"
-#include "app/entry_field.h"
 #include "app/helper_texts.h"
-#include "app/main_window.h"
 #include "app/message_catalogue.h"
 #include "app/numbers.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
+#include "link/entry_field.h"
 #include "link/parameter_catalogue.h"
+#include "link/parameter_mirrors.h"
 #include "view/operator.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -49,8 +49,8 @@ double whole_hundreds(double typed) {
     return typed < 100 ? 100 : std::trunc(app::round_half_even(typed) / 100);
 }
 
-app::EntryField entry(Widget& field, int parameter, double& mirror, int settle_ms,
-                      double (*as_sent)(double) = nullptr) {
+link::EntryField entry(Widget& field, int parameter, double& mirror, int settle_ms,
+                       double (*as_sent)(double) = nullptr) {
     return {.field = field,
             .parameter = parameter,
             .mirror = mirror,
@@ -60,7 +60,7 @@ app::EntryField entry(Widget& field, int parameter, double& mirror, int settle_m
             .as_sent = as_sent};
 }
 
-const app::EntryField entries[] = {
+const link::EntryField entries[] = {
     entry(Text_rpm, par::changeover_rpm, mirrors.changeover_rpm, 800),
     entry(Text_press_comm, par::changeover_pressure, mirrors.changeover_pressure, 800),
     entry(Text_123, par::cut_off_inj_time, mirrors.cut_off_inj_time, 800),
@@ -134,7 +134,7 @@ void delay_moved() {
 
 // Enter on the slider takes the changeover speed from its field once more, and frees the pressure's
 // field instead of that one, which stays locked.
-const app::EntryField speed_from_slider = {
+const link::EntryField speed_from_slider = {
     .field = Text_rpm,
     .parameter = par::changeover_rpm,
     .mirror = mirrors.changeover_rpm,
@@ -249,11 +249,11 @@ void connect_changeover_window() {
     Form3.on.closing = [] { view::set_enabled(form1::Form1, true); };
     Timer2.tick = [] { Timer2.off(); };
     connect_choices();
-    for (const app::EntryField& field : entries)
-        app::connect_entry_field(field);
+    for (const link::EntryField& field : entries)
+        link::connect_entry_field(field);
     Slider2.on.change = delay_moved;
     Slider2.on.key = [](int code, int) {
-        if (code == view::operator_acts::enter) app::send_entry(speed_from_slider);
+        if (code == view::operator_acts::enter) link::send_entry(speed_from_slider);
     };
     Command1.on.click = exit_clicked;
 }

@@ -1,11 +1,12 @@
 #include "calibration/fuel_panel.h"
 
 #include "app/app_state.h"
-#include "app/entry_field.h"
 #include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "link/ecu_frames.h"
+#include "link/entry_field.h"
 #include "link/parameter_catalogue.h"
+#include "link/parameter_mirrors.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -111,7 +112,7 @@ void modular_clicked(Widget& option, double on, const char* caption) {
     view::set_pointer(option, Pointer::custom);
 }
 
-const app::EntryField entries[] = {
+const link::EntryField entries[] = {
     {.field = form1::text_temp_comm,
      .parameter = par::changeover_temperature,
      .mirror = mirrors.changeover_temperature,
@@ -136,8 +137,8 @@ void connect_fuel_panel() {
     Option_press_no.on.click = [] { pressure_sensor_clicked(Option_press_no, 0); };
     Opt_modulare_yes.on.click = [] { modular_clicked(Opt_modulare_yes, 1, "yes"); };
     Opt_modulare_no.on.click = [] { modular_clicked(Opt_modulare_no, 0, "no"); };
-    for (const app::EntryField& entry : entries)
-        app::connect_entry_field(entry);
+    for (const link::EntryField& entry : entries)
+        link::connect_entry_field(entry);
     for (const FuelWrite& write : methane_writes)
         app::note_parameters(Option_metano, {write.parameter});
     for (const FuelWrite& write : lpg_writes)

@@ -2,7 +2,7 @@
 
 #include "app/app_state.h"
 #include "app/helper_texts.h"
-#include "app/main_window.h"
+#include "app/panel_buttons.h"
 #include "link/ecu_frames.h"
 #include "link/injector_types.h"
 #include "link/parameter_catalogue.h"

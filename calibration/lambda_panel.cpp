@@ -1,11 +1,12 @@
 #include "calibration/lambda_panel.h"
 
 #include "app/app_state.h"
-#include "app/entry_field.h"
 #include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
+#include "link/entry_field.h"
 #include "link/parameter_catalogue.h"
+#include "link/parameter_mirrors.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -87,7 +88,7 @@ void field_done() {
     form1::Timer3.on();
 }
 
-const app::EntryField closed_loop_field = {
+const link::EntryField closed_loop_field = {
     .field = form1::Text_lambda_closed_loop,
     .parameter = par::lambda_closed_loop_max,
     .mirror = mirrors.lambda_closed_loop_max,
@@ -101,7 +102,7 @@ const app::EntryField closed_loop_field = {
     .done = field_done,
 };
 
-const app::EntryField open_loop_field = {
+const link::EntryField open_loop_field = {
     .field = form1::Text_lambda_open_loop,
     .parameter = par::lambda_open_loop_max,
     .mirror = mirrors.lambda_open_loop_max,
@@ -120,8 +121,8 @@ void connect_lambda_panel() {
     form1::Option_disa_controllo_lambda.on.click = [] { control_clicked(0); };
     form1::Option_tens.on.click = voltage_clicked;
     form1::Option_corr.on.click = current_clicked;
-    app::connect_entry_field(closed_loop_field);
-    app::connect_entry_field(open_loop_field);
+    link::connect_entry_field(closed_loop_field);
+    link::connect_entry_field(open_loop_field);
     using app::note_parameters;
     for (view::Widget* option : {&form1::lambda_dir, &form1::lambda_inv})
         note_parameters(*option, {par::lambda_direction});

@@ -29,13 +29,10 @@ constexpr PowerOption options[] = {
     {form_power::Option_meno_15, -15}, {form_power::Option_meno_25, -25},
 };
 
-double chosen_percent = 0;
-
 // Downwards it ends where the slider does; upwards there is no limit, though the slider has one.
 void percent_chosen(double percent) {
-    chosen_percent = percent;
-    mirrors.ktar_high = mirrors.ktar_low + mirrors.ktar_low * chosen_percent / 100;
-    if (chosen_percent < 0)
+    mirrors.ktar_high = mirrors.ktar_low + mirrors.ktar_low * percent / 100;
+    if (percent < 0)
         mirrors.ktar_high = std::max(mirrors.ktar_high, form1::Slider_power.design.min);
 }
 

@@ -3,12 +3,13 @@
 #include "app/app_state.h"
 #include "app/colours.h"
 #include "app/helper_texts.h"
-#include "app/main_window.h"
 #include "app/message_catalogue.h"
 #include "app/numbers.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_catalogue.h"
+#include "link/parameter_mirrors.h"
+#include "monitor/panels.h"
 #include "monitor/polling.h"
 #include "monitor/status_telegram.h"
 #include "view/timers.h"
@@ -31,8 +32,8 @@ namespace par = link::par;
 
 Widget& the_window = acquisizione::acquisizione;
 
-bool acquiring = false;     // the run flag
-bool was_activated = false; // since it was loaded
+bool& acquiring = acquisition_state.acquiring;
+bool& was_activated = acquisition_state.was_activated;
 
 void window_loads() {
     app::set_message(Command_salva, app::messages::save);
@@ -178,7 +179,7 @@ void close_clicked() {
     view::set_focus(form1::Text2);
     monitor::start_polling();
     view::unload(the_window);
-    app::bring_back_engine_panel();
+    monitor::bring_back_engine_panel();
     state.ui_loading = false;
 }
 

@@ -4,6 +4,12 @@
 
 namespace zol::diagnostics {
 
+struct AcquisitionState {
+    bool acquiring = false;     // the run flag
+    bool was_activated = false; // since it was loaded
+};
+inline AcquisitionState acquisition_state;
+
 void connect_acquisition_window();
 
 } // namespace zol::diagnostics

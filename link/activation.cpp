@@ -1,5 +1,5 @@
-// The main window's activation: captions, colours, presence test and, with a unit that answers, the
-// first read.
+#include "link/activation.h"
+
 #include "app/app_state.h"
 #include "app/captions.h"
 #include "app/colours.h"
@@ -10,7 +10,7 @@
 #include "link/first_read.h"
 #include "link/image_layout.h"
 #include "link/read_marks.h"
-#include "monitor/tank_display.h"
+#include "link/tank_display.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/centralina_attiva.h"
@@ -49,8 +49,8 @@ void show_base_words() {
     if (mirrors.fuel_type == 1) view::select(form1::Option_gpl);
     if (mirrors.fuel_type == 0) view::select(form1::Option_metano);
     view::set_text(form1::text_temp_comm, number_text(mirrors.changeover_temperature));
-    monitor::show_tank_ends();
-    monitor::show_tank_thresholds(true);
+    show_tank_ends();
+    show_tank_thresholds(true);
     view::select(mirrors.pressure_sensor == 1 ? form1::Option_press_yes : form1::Option_press_no);
     view::set_value(form1::Slider3, std::min(mirrors.temperature_correction, 10.0));
     view::set_text(form1::Label_attenuazione, "- " + number_text(mirrors.attenuation));

@@ -4,11 +4,11 @@
 #include "app/captions.h"
 #include "app/numbers.h"
 #include "app/settings_file.h"
-#include "app/startup.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/first_read.h"
 #include "link/port_tips.h"
+#include "link/program_end.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/centralina_attiva.h"
@@ -25,8 +25,6 @@ using namespace centralina_attiva;
 using app::state;
 using view::Pointer;
 
-constexpr view::Colour dialog_red = view::rgb(154, 0, 0);
-
 const std::vector<std::string> ports = {"COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"};
 
 // The menu's marks by list entry: from the fourth on one behind, and COM3 is left alone.
@@ -36,8 +34,8 @@ const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::c
 
 void dialog_loads() {
     app::apply_own_captions();
-    view::set_back(Label1, dialog_red);
-    view::set_back(Centralina_Attiva, dialog_red);
+    view::set_back(Label1, windows::claret);
+    view::set_back(Centralina_Attiva, windows::claret);
     state.connect_dialog_open = true;
     view::unload(frm_splash::frmSplash);
     state.poll_enabled = false;
@@ -125,7 +123,7 @@ void ok_clicked() {
 
 void cancel_clicked() {
     constexpr int cancel_ms = 500;
-    app::begin_program_end(cancel_ms + app::closing_ms);
+    begin_program_end(cancel_ms + closing_ms);
     state.connect_dialog_open = false;
     state.ui_loading = false;
     app::write_port(Combo1.look.list_index + 1);

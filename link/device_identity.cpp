@@ -57,7 +57,7 @@ dev_t controlling_terminal(const std::string& stat) {
 std::string device_identity(dev_t device) {
     const auto number = std::to_string(major(device)) + ":" + std::to_string(minor(device));
     std::error_code error;
-    const auto folder = fs::canonical(machine_root / "sys/dev/char" / number, error);
+    const auto folder = fs::canonical(machine_state.root / "sys/dev/char" / number, error);
     if (const auto identity = error ? std::string() : usb_identity(folder); !identity.empty())
         return identity;
     return is_pseudo_terminal(device) ? "pseudo-terminal" : number;
@@ -72,7 +72,7 @@ bool is_terminal_of_a_session(dev_t device) {
     // /dev/tty, fixed by the kernel: the terminal of the session that asks.
     if (device == makedev(5, 0)) return true;
     std::error_code error;
-    fs::directory_iterator process(machine_root / "proc", error);
+    fs::directory_iterator process(machine_state.root / "proc", error);
     for (; !error && process != fs::directory_iterator(); process.increment(error)) {
         const std::string id = process->path().filename().string();
         if (!std::all_of(id.begin(), id.end(), [](unsigned char c) { return std::isdigit(c); }))

@@ -9,7 +9,10 @@
 namespace zol::link {
 
 // The folder that holds the machine's dev, sys and proc. Tests have a machine of their own.
-inline std::filesystem::path machine_root = "/";
+struct MachineState {
+    std::filesystem::path root = "/";
+};
+inline MachineState machine_state;
 
 // Equal for the same device, also after it was out and has come back under another device number:
 // a port of a USB adapter has the adapter's vendor, product and serial number and its own place on

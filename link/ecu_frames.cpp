@@ -10,12 +10,10 @@
 namespace zol::link {
 namespace {
 
-SerialPort* the_port = nullptr;
-
 constexpr std::uint8_t head_p = 80, head_c = 67;
 
 // No frame leaves once the program's end has begun, whichever handler still runs.
-bool send(const Bytes& frame) { return !app::state.program_ends && the_port->write(frame); }
+bool send(const Bytes& frame) { return !app::state.program_ends && serial_port().write(frame); }
 
 // The two bytes of a word, if the number has them.
 std::optional<std::pair<std::uint8_t, std::uint8_t>> word_bytes(double number) {
@@ -26,9 +24,6 @@ std::optional<std::pair<std::uint8_t, std::uint8_t>> word_bytes(double number) {
 }
 
 } // namespace
-
-void use_serial_port(SerialPort& port) { the_port = &port; }
-SerialPort& serial_port() { return *the_port; }
 
 Bytes command_frame(Command command) {
     return {head_p, head_c, 0, 5, static_cast<std::uint8_t>(command)};

@@ -8,9 +8,6 @@ namespace zol::link {
 // Asks for the firmware version once and takes its three numbers. False if the echo is wrong.
 bool read_version();
 
-// The main window's activation, whole.
-void main_window_activated();
-
 // The dialog's read, from the version to the image. The connection dialog owns what stands before
 // and behind it.
 void read_for_dialog();

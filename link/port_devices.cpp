@@ -28,7 +28,7 @@ std::filesystem::path place_of_found(int port_number) {
         return found.path;
     for (const char* usual : usual_devices) {
         struct stat there {};
-        const auto device = machine_root / usual;
+        const auto device = machine_state.root / usual;
         if (::stat(device.c_str(), &there) == 0 && device_identity(there.st_rdev) == found.identity)
             return device;
     }
@@ -45,7 +45,7 @@ std::filesystem::path device_of_port(int port_number) {
             std::filesystem::file_type::not_found ||
         found_devices[index].path == link)
         return link;
-    return machine_root / usual_devices[index];
+    return machine_state.root / usual_devices[index];
 }
 
 std::string with_target(const std::filesystem::path& device) {

@@ -3,7 +3,7 @@
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "link/parameter_mirrors.h"
-#include "monitor/tank_display.h"
+#include "link/tank_display.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 
@@ -76,7 +76,7 @@ void tick_injector(double OpeningMarks::*occasion) {
 void take_tank_type() {
     if (mirrors.tank_sensor_par != 99)
         app::state.tank_type = static_cast<int>(mirrors.tank_sensor_par);
-    monitor::show_tank_type(mirrors.tank_sensor_par);
+    show_tank_type(mirrors.tank_sensor_par);
 }
 
 void select_lambda_kind() {

@@ -30,6 +30,10 @@ struct SerialPort {
 };
 
 // The port in use; it must outlive its use.
+struct PortState {
+    SerialPort* port = nullptr;
+};
+inline PortState port_state;
 void use_serial_port(SerialPort& port);
 SerialPort& serial_port();
 

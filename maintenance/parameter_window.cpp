@@ -10,6 +10,7 @@
 #include "view/view.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
+#include "view/windows/style.h"
 
 #include <string>
 
@@ -22,8 +23,6 @@ using link::Parameter;
 using link::parameter;
 using link::wait_ms;
 namespace par = link::par;
-
-constexpr view::Colour window_red = view::rgb(154, 0, 0);
 
 double to_tens(double number) { return app::round_half_even(number / 10) * 10; }
 
@@ -45,9 +44,9 @@ const Line lines[] = {
 };
 
 void window_loads() {
-    view::set_back(Form2, window_red);
+    view::set_back(Form2, windows::claret);
     for (const Line& line : lines)
-        view::set_back(line.label, window_red);
+        view::set_back(line.label, windows::claret);
     for (const Line& line : lines)
         view::set_text(line.label,
                        "PAR_" + std::to_string(line.parameter.number) + " = " +

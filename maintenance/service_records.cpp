@@ -43,7 +43,7 @@ void end_reset() {
 
 void last_check_clicked() {
     begin_reset();
-    const Date date = today();
+    const Date date = calendar_state.today();
     write_record(par::last_check_day, date.day);
     write_record(par::last_check_month, date.month);
     write_record(par::last_check_year, date.year % 100);

@@ -15,7 +15,10 @@ struct Date {
 // Today by the computer's clock, in its time zone.
 Date local_date();
 // What the check's date is taken from.
-inline std::function<Date()> today = local_date;
+struct CalendarState {
+    std::function<Date()> today = local_date;
+};
+inline CalendarState calendar_state;
 
 void connect_service_records();
 

@@ -2,15 +2,13 @@
 
 #include "view/timers.h"
 
-#include <optional>
 #include <utility>
-#include <vector>
 
 namespace zol::monitor {
 namespace {
 
-std::optional<int> repeated_ms; // by the pass under way
-std::vector<std::function<void()>> waiting;
+std::optional<int>& repeated_ms = polling_pass_state.repeated_ms;
+std::vector<std::function<void()>>& waiting = polling_pass_state.waiting;
 
 void post_waiting() {
     for (auto& work : std::exchange(waiting, {}))

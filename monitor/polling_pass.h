@@ -7,12 +7,20 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace zol::monitor {
 
 // How long a request is repeated before whoever waits for its answer goes on without it. A unit
 // answers within 100 ms; a second forgives some lost or damaged replies and is short to a fitter.
 constexpr int patience_ms = 1000;
+
+struct PollingPassState {
+    std::optional<int> repeated_ms; // by the pass under way
+    std::vector<std::function<void()>> waiting;
+};
+inline PollingPassState polling_pass_state;
 
 // A pass lasts as long as this object.
 class PollingPass {

@@ -8,10 +8,10 @@
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "link/read_marks.h"
+#include "link/tank_display.h"
 #include "monitor/lambda_trace.h"
 #include "monitor/polling.h"
 #include "monitor/status_telegram.h"
-#include "monitor/tank_display.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -95,12 +95,12 @@ void show_temperature_correction() {
 void fill_after_dialog() {
     state.ui_loading = true;
     app::fill_tank_list();
-    if (state.tank_type == 99) show_tank_type(99);
+    if (state.tank_type == 99) link::show_tank_type(99);
     link::show_gains();
     show_fuel();
     view::set_text(form1::text_temp_comm, number_text(mirrors.changeover_temperature));
-    show_tank_ends();
-    show_tank_thresholds(false);
+    link::show_tank_ends();
+    link::show_tank_thresholds(false);
     view::select(mirrors.pressure_sensor == 1 ? form1::Option_press_yes : form1::Option_press_no);
     view::set_value(form1::Slider_attenuazione, mirrors.attenuation);
     view::set_text(form1::Label_attenuazione, number_text(mirrors.attenuation));

@@ -1,12 +1,13 @@
 #include "monitor/tank_level.h"
 
 #include "app/app_state.h"
-#include "app/entry_field.h"
 #include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
+#include "link/entry_field.h"
 #include "link/parameter_catalogue.h"
-#include "monitor/tank_display.h"
+#include "link/parameter_mirrors.h"
+#include "link/tank_display.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -188,7 +189,7 @@ void sender_chosen() {
     state.tank_type = chosen;
     if (chosen >= 0 && chosen < static_cast<int>(presets.size()))
         load_preset(presets[static_cast<std::size_t>(chosen)]);
-    show_tank_ends();
+    link::show_tank_ends();
     for (int row = 0; row < 4; ++row)
         place(row, rows[static_cast<std::size_t>(row)].threshold);
     place(4, mirrors.tank_threshold_4 + 1);
@@ -208,7 +209,7 @@ void free_values_clicked() {
 
 void park_focus() { view::set_focus(form1::cmd_focus); }
 
-const app::EntryField full_field = {
+const link::EntryField full_field = {
     .field = form1::Text_max_tank,
     .parameter = par::tank_max_mv,
     .mirror = mirrors.tank_max_mv,
@@ -219,7 +220,7 @@ const app::EntryField full_field = {
     .done = park_focus,
 };
 
-const app::EntryField empty_field = {
+const link::EntryField empty_field = {
     .field = form1::Text_min_tank,
     .parameter = par::tank_min_mv,
     .mirror = mirrors.tank_min_mv,
@@ -268,8 +269,8 @@ void connect_tank_level() {
             view::set_text(border_mv, std::to_string(percent_to_mv(slider(index))));
         };
     }
-    app::connect_entry_field(full_field);
-    app::connect_entry_field(empty_field);
+    link::connect_entry_field(full_field);
+    link::connect_entry_field(empty_field);
     note_all_parameters();
 }
 

@@ -1,4 +1,5 @@
-"""The house rules that no compiler knows: who may include whom, and how long a thing may be.
+"""The rules of this project that no compiler knows: who may include whom, which variables there may
+be, and how long a thing may be.
 
 Prints each breach as file:line and ends with 1 if there is one.
 """
@@ -13,21 +14,23 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 LONGEST_FILE = 400
 LONGEST_FUNCTION = 60
 
-# A room and the rooms that it may include. The standard library is open to all.
-SHARED = {"app", "link", "monitor", "view", "view/windows"}
+# A module and what it may include. The standard library is open to all.
+WIDGETS = {"view", "view/windows"}
+SHARED = WIDGETS | {"app", "link", "monitor"}
 MAY_INCLUDE = {
     "view": {"view"},
-    "view/windows": {"view", "view/windows"},
-    "view/screenless": {"view", "view/screenless"},
-    "view/qt": {"view", "view/windows", "view/qt"},
+    "view/windows": WIDGETS,
+    "app": WIDGETS | {"app"},
+    "link": WIDGETS | {"app", "link"},
+    "monitor": SHARED,
+    **{module: SHARED | {module} for module in ("calibration", "diagnostics", "maintenance")},
+    "app/program": SHARED | {"calibration", "diagnostics", "maintenance", "app/program", "view/qt"},
+    "view/headless": {"view", "view/headless"},
+    "view/qt": WIDGETS | {"view/qt"},
     "simulator": {"simulator"},
-    **{room: SHARED for room in ("app", "link", "monitor")},
-    **{room: SHARED | {room} for room in ("calibration", "diagnostics", "maintenance")},
 }
-# The places that choose the real sides.
-FREE = {"app/program", "tests"}
 # The logic names a parameter by its identifier in link/parameter_catalogue.h.
-LOGIC = {"app", "link", "monitor", "calibration", "diagnostics", "maintenance"}
+LOGIC = {"app", "app/program", "link", "monitor", "calibration", "diagnostics", "maintenance"}
 BARE_PARAMETER = re.compile(
     r"\b(?:send_parameter|write_parameter|parameter)\(\s*\d"
     r"|\bnote_parameters\([^;{]*\{[^}]*?\b\d"
@@ -35,30 +38,42 @@ BARE_PARAMETER = re.compile(
 # And a message by its name in app/message_catalogue.h.
 BARE_MESSAGE = re.compile(r"\b(?:message\(\s*|set_message\([^;]*?,\s*)\d{4}\b")
 STOP_THEN_WAIT = re.compile(r"\bmonitor::stop_polling\(\);\s*(?:link::)?wait_ms\((?:400|link::telegram_end_ms)\)")
-NAMES_EVERY_ROOM = "app/wiring.cpp"
+MODULES = [*MAY_INCLUDE, "tests"]
+KNOW_THE_TOOLKIT = {"view/qt", "app/program", "tests"}
+
+# The file that puts every variable of the program back to its start value, for the tests.
+RESET = "tests/support/program_state.cpp"
+WITH_STATE = set(MAY_INCLUDE) - {"view/qt", "simulator"}
+# At the outer level, where namespaces do not indent: a variable that can change. A reference cannot
+# be bound anew, and the windows are made of what view::reset() puts back.
+NO_VARIABLE = re.compile(r"(?:inline )?(?:const|constexpr)\b|using |namespace |struct |class |enum |template|static_assert|extern |return ")
+VARIABLE = re.compile(r"(?:(?:inline|static|thread_local) )*(?P<type>[\w:]+(?: (?:int|long|short|char|double))*(?:<.*>)?(?: ?\*)?(?: ?const)?) ?\b(?P<name>\w+)(?: ?[={\[].*|;.*)$")
+OF_THE_WINDOWS = re.compile(r"(?:view::)?(?:Widget|WidgetArray|Timer)$")
+# Inside a function: lists of what the windows' tables define before main() are no state.
+STATIC = re.compile(r"\s+static (?!constexpr|const |std::vector<(?:Widget|Timer)\*> )[^(]*[;={]")
 TOOLKIT = re.compile(r"^#include <(Q[A-Z]\w*|Qt\w*/\w+)>")
 
 
-def room_of(path):
-    """The longest folder name of the house that the path lies in."""
-    rooms = sorted([*MAY_INCLUDE, *FREE], key=len, reverse=True)
-    return next((room for room in rooms if path.startswith(room + "/")), "")
+def module_of(path):
+    """The longest folder name of a module that the path lies in."""
+    by_length = sorted(MODULES, key=len, reverse=True)
+    return next((module for module in by_length if path.startswith(module + "/")), "")
 
 
 def includes(path, lines):
-    room = room_of(path)
+    module = module_of(path)
     for number, line in enumerate(lines, 1):
         found = re.match(r'#include "([^"]+)"', line)
-        if found and room in MAY_INCLUDE and path != NAMES_EVERY_ROOM and room_of(found[1]) not in MAY_INCLUDE[room]:
-            yield number, f"{room}/ may not include {found[1]}"
-        if TOOLKIT.match(line) and room not in FREE and room != "view/qt":
+        if found and module in MAY_INCLUDE and module_of(found[1]) not in MAY_INCLUDE[module]:
+            yield number, f"{module}/ may not include {found[1]}"
+        if TOOLKIT.match(line) and module not in KNOW_THE_TOOLKIT:
             yield number, "only view/qt/ knows the toolkit"
 
 
 def bare_numbers(path, lines):
     """Parameters, messages and waits that stand as a number where they have a name. A call may take
     several lines."""
-    if room_of(path) not in LOGIC:
+    if module_of(path) not in LOGIC:
         return
     code = "\n".join(re.sub("//.*", "", line) for line in lines)
     named = [(BARE_PARAMETER, "a parameter goes by its name, not by its number"),
@@ -67,6 +82,28 @@ def bare_numbers(path, lines):
     for pattern, what in named:
         for found in pattern.finditer(code):
             yield code.count("\n", 0, found.start()) + 1, what
+
+
+def variables(lines):
+    """Number, name and line of what can change at the outer level."""
+    for number, line in enumerate(lines, 1):
+        found = None if NO_VARIABLE.match(line) else VARIABLE.match(line)
+        if found and not found["type"].endswith("const") and not OF_THE_WINDOWS.match(found["type"]):
+            yield number, found["name"], line
+
+
+def state(path, lines, reset):
+    """What a test that begins anew would find as another one left it."""
+    if module_of(path) not in WITH_STATE:
+        return
+    for number, name, line in variables(lines):
+        if not path.endswith(".h") or not re.match(r"inline [^={]*;", line):
+            yield number, f"{name} belongs into a header, as `inline <type> {name};` with its start values in the type"
+        elif not re.search(rf"\b{name} = \{{\}};", reset):
+            yield number, f"{RESET} does not put {name} back"
+    for number, line in enumerate(lines, 1):
+        if STATIC.match(line):
+            yield number, "a variable that only this function can put back"
 
 
 def code_lines(lines):
@@ -107,6 +144,7 @@ def lengths(path, lines):
 def main():
     listed = subprocess.run(["git", "ls-files", "*.cpp", "*.h", "*.py"], cwd=ROOT, check=True, capture_output=True, text=True)
     breaches = 0
+    reset = (ROOT / RESET).read_text(encoding="utf-8")
     for path in listed.stdout.split():
         file = ROOT / path
         if not file.exists():
@@ -114,7 +152,7 @@ def main():
         lines = file.read_text(encoding="utf-8").splitlines()
         found = list(lengths(path, lines))
         if not path.endswith(".py"):
-            found += [*includes(path, lines), *bare_numbers(path, lines)]
+            found += [*includes(path, lines), *bare_numbers(path, lines), *state(path, lines, reset)]
         for number, what in found:
             print(f"{path}:{number}: {what}")
             breaches += 1

@@ -1,5 +1,6 @@
 #include "view/operator.h"
 
+#include "view/screen.h"
 #include "view/view.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 namespace zol::view::operator_acts {
 namespace {
 
-int acts_running = 0;
+int& acts_running = view_state.acts_running;
 
 // An act from its start to its end. The end of the program unwinds the acts that are running.
 class Act {
@@ -26,10 +27,6 @@ class Act {
     const bool begun_;
 };
 
-void run(const std::function<void()>& handler) {
-    if (handler) handler();
-}
-
 bool takes_focus(const Widget& w) {
     switch (w.kind) {
     case Kind::command_button:
@@ -42,19 +39,10 @@ bool takes_focus(const Widget& w) {
     }
 }
 
-// A label that answers to a click answers to the keyboard too; a click leaves the focus where it
-// is.
-bool takes_focus_by_tab(const Widget& w) {
-    return takes_focus(w) || (w.kind == Kind::label && (w.on.click || w.on.double_click));
-}
-
 } // namespace
 
-bool reachable(const Widget& widget) {
-    if (!widget.window->shown) return false;
-    for (const Widget* w = &widget; w; w = w->parent)
-        if (!w->look.visible || !w->look.enabled) return false;
-    return true;
+bool takes_focus_by_tab(const Widget& w) {
+    return takes_focus(w) || (w.kind == Kind::label && (w.on.click || w.on.double_click));
 }
 
 bool click(Widget& w) {

@@ -15,7 +15,9 @@ namespace zol::view::operator_acts {
 // often it is asked.
 constexpr int deepest_acts = 30;
 
-bool reachable(const Widget& widget);
+// Whether the keyboard can come to it: also to a label that answers to a click, which leaves the
+// focus where it is.
+bool takes_focus_by_tab(const Widget& widget);
 
 bool click(Widget& widget); // button, option, check box, label, menu item; a text box is entered
 bool double_click(Widget& widget);

@@ -1,4 +1,4 @@
-// The toolkit's side of the view: what a screen must be able to do. view/qt and view/screenless
+// The toolkit's side of the view: what a screen must be able to do. view/qt and view/headless
 // are the two there are.
 #pragma once
 
@@ -42,6 +42,15 @@ struct Screen {
     virtual void show_manual(const std::string& file, const std::string& topic) = 0;
     virtual ScreenSize size() = 0;
 };
+
+// What the view knows beside the looks of its widgets.
+struct ViewState {
+    Screen* screen = nullptr;
+    std::vector<Widget*> shown; // the active window is the last
+    const Widget* focus = nullptr;
+    int acts_running = 0; // of the operator, one inside the other
+};
+inline ViewState view_state;
 
 // The screen in use. It must be set before a window is loaded.
 void use_screen(Screen& screen);

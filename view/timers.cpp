@@ -2,25 +2,22 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <deque>
 #include <utility>
 #include <vector>
 
 namespace zol::view {
 
 struct Scheduler {
-    std::vector<Timer*> timers; // all there are, in the order of the window tables
-    std::deque<std::function<void()>> posted;
-    Platform* platform = nullptr;
-    std::int64_t ends_at_us = Platform::forever;
-    std::function<void()> last_work;
-    int wait_depth = 0;
-    bool worlds_turn = false; // the last turn was a timer's
+    // All there are, in the order of the window tables. They register before main.
+    static std::vector<Timer*>& timers() {
+        static std::vector<Timer*> all;
+        return all;
+    }
 
     // The timer that falls due first, of those whose tick is not on the stack.
-    Timer* first_due() const {
+    static Timer* first_due() {
         Timer* first = nullptr;
-        for (Timer* t : timers)
+        for (Timer* t : timers())
             if (t->on_ && !t->ticking_ && t->interval_ms_ > 0 &&
                 (!first || t->due_us_ < first->due_us_))
                 first = t;
@@ -28,11 +25,9 @@ struct Scheduler {
     }
 
     // `on` and `set_interval` count from here.
-    void arm(Timer& t) const {
-        t.due_us_ = platform->now_us() + t.interval_ms_ * std::int64_t{1000};
-    }
+    static void arm(Timer& t) { t.due_us_ = now_us() + t.interval_ms_ * std::int64_t{1000}; }
 
-    void fire(Timer& t) const {
+    static void fire(Timer& t) {
         // Counted from now, not from when it was due: a late tick brings no second one after it.
         arm(t);
         // The mark goes when the tick is over, also when the end of the program unwinds it.
@@ -46,8 +41,8 @@ struct Scheduler {
 
     static std::int64_t due_us(const Timer& t) { return t.due_us_; }
 
-    void of_window(Widget& window, const std::function<void(Timer&)>& action) const {
-        for (Timer* t : timers)
+    static void of_window(Widget& window, const std::function<void(Timer&)>& action) {
+        for (Timer* t : timers())
             if (&t->window_ == &window) action(*t);
     }
 
@@ -59,48 +54,38 @@ struct Scheduler {
     static bool on_at_load(const Timer& t) { return t.on_at_load_; }
 };
 
-namespace {
-
-// Timers register from the window tables, before main; hence built at first use.
-Scheduler& scheduler() {
-    static Scheduler the_scheduler;
-    return the_scheduler;
-}
-
-} // namespace
-
 Timer::Timer(Widget& window, std::string timer_name, int interval_ms, bool on_at_load)
     : name(std::move(timer_name)), window_(window), design_interval_ms_(interval_ms),
       on_at_load_(on_at_load), interval_ms_(interval_ms) {
-    scheduler().timers.push_back(this);
+    Scheduler::timers().push_back(this);
 }
 
 void Timer::on() {
     if (on_) return;
     on_ = true;
-    scheduler().arm(*this);
+    Scheduler::arm(*this);
 }
 
 void Timer::off() { on_ = false; }
 
 void Timer::set_interval(int ms) {
     interval_ms_ = ms;
-    if (on_) scheduler().arm(*this);
+    if (on_) Scheduler::arm(*this);
 }
 
-void use_platform(Platform& platform) { scheduler().platform = &platform; }
+void use_platform(Platform& platform) { scheduler_state.platform = &platform; }
 
-Platform& platform() { return *scheduler().platform; }
+Platform& platform() { return *scheduler_state.platform; }
 
-std::int64_t now_us() { return scheduler().platform->now_us(); }
+std::int64_t now_us() { return scheduler_state.platform->now_us(); }
 
 void end_program() {
-    scheduler().platform->end_program();
+    scheduler_state.platform->end_program();
     std::abort(); // never reached, which the compiler cannot see through a virtual call
 }
 
 void end_program_within(int ms, std::function<void()> last_work) {
-    Scheduler& s = scheduler();
+    SchedulerState& s = scheduler_state;
     const std::int64_t at_us = now_us() + ms * std::int64_t{1000};
     if (at_us >= s.ends_at_us) return;
     s.ends_at_us = at_us;
@@ -108,16 +93,16 @@ void end_program_within(int ms, std::function<void()> last_work) {
 }
 
 std::int64_t next_due_us() {
-    const Scheduler& s = scheduler();
+    const SchedulerState& s = scheduler_state;
     if (!s.posted.empty()) return now_us();
-    const Timer* timer = s.first_due();
+    const Timer* timer = Scheduler::first_due();
     return std::min(s.ends_at_us, timer ? Scheduler::due_us(*timer) : Platform::forever);
 }
 
 void pump() { pump_until(Platform::forever); }
 
 void pump_until(std::int64_t until_us) {
-    Scheduler& s = scheduler();
+    SchedulerState& s = scheduler_state;
     if (now_us() >= s.ends_at_us) {
         s.last_work();
         end_program();
@@ -128,23 +113,23 @@ void pump_until(std::int64_t until_us) {
         work();
         return;
     }
-    Timer* timer = s.first_due();
+    Timer* timer = Scheduler::first_due();
     const bool due = timer && Scheduler::due_us(*timer) <= now_us();
     // A timer that is always due must not shut the operator out: they take turns.
     if (due && !std::exchange(s.worlds_turn, true)) {
-        s.fire(*timer);
+        Scheduler::fire(*timer);
         return;
     }
     s.worlds_turn = false;
     s.platform->idle(due ? now_us() : std::min(until_us, next_due_us()));
 }
 
-void post(std::function<void()> work) { scheduler().posted.push_back(std::move(work)); }
+void post(std::function<void()> work) { scheduler_state.posted.push_back(std::move(work)); }
 
 void wait_on(Timer& timer, int ms) {
     struct Depth {
-        Depth() { ++scheduler().wait_depth; }
-        ~Depth() { --scheduler().wait_depth; }
+        Depth() { ++scheduler_state.wait_depth; }
+        ~Depth() { --scheduler_state.wait_depth; }
     } depth;
     timer.set_interval(ms);
     timer.on();
@@ -152,22 +137,22 @@ void wait_on(Timer& timer, int ms) {
         pump();
 }
 
-int wait_depth() { return scheduler().wait_depth; }
+int wait_depth() { return scheduler_state.wait_depth; }
 
 void load_timers(Widget& window) {
-    scheduler().of_window(window, [](Timer& t) {
+    Scheduler::of_window(window, [](Timer& t) {
         Scheduler::to_design(t);
         if (Scheduler::on_at_load(t)) t.on();
     });
 }
 
-void unload_timers(Widget& window) { scheduler().of_window(window, Scheduler::to_design); }
+void unload_timers(Widget& window) { Scheduler::of_window(window, Scheduler::to_design); }
 
 void reset_timers() {
-    for (Timer* t : scheduler().timers)
+    for (Timer* t : Scheduler::timers())
         Scheduler::to_design(*t);
-    scheduler().posted.clear();
-    scheduler().ends_at_us = Platform::forever;
+    scheduler_state.posted.clear();
+    scheduler_state.ends_at_us = Platform::forever;
 }
 
 } // namespace zol::view

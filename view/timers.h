@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <string>
 
@@ -52,6 +53,16 @@ struct Platform {
     // Ends the program from inside any number of nested waits; no handler runs on.
     [[noreturn]] virtual void end_program() = 0;
 };
+
+struct SchedulerState {
+    Platform* platform = nullptr;
+    std::deque<std::function<void()>> posted;
+    std::int64_t ends_at_us = Platform::forever;
+    std::function<void()> last_work; // of the program, at its end
+    int wait_depth = 0;
+    bool worlds_turn = false; // the last turn was a timer's
+};
+inline SchedulerState scheduler_state;
 
 void use_platform(Platform& platform);
 Platform& platform();

@@ -10,12 +10,7 @@
 namespace zol::view {
 namespace {
 
-struct ViewState {
-    Screen* screen = nullptr;
-    std::vector<Widget*> shown; // the active window is the last
-    const Widget* focus = nullptr;
-};
-ViewState the_view;
+ViewState& the_view = view_state;
 
 // Changes one member of a look and tells the screen, if it really changes.
 template <typename T>
@@ -26,21 +21,10 @@ bool assign(Widget& w, T Look::*member, const T& value, Aspect aspect) {
     return true;
 }
 
-bool shown_to_operator(const Widget& w) {
-    if (!w.window->shown) return false;
-    for (const Widget* it = &w; it; it = it->parent)
-        if (!it->look.visible || !it->look.enabled) return false;
-    return true;
-}
-
-void run(const std::function<void()>& handler) {
-    if (handler) handler();
-}
-
-// A copy, so that a widget that gives up the focus leaves a valid one behind.
+// What can no longer be reached gives the focus to its window.
 void drop_lost_focus(const Widget& w) {
     if (!the_view.focus || the_view.focus->window != w.window) return;
-    if (!shown_to_operator(*the_view.focus)) the_view.focus = w.window;
+    if (!reachable(*the_view.focus)) the_view.focus = w.window;
 }
 
 Widget* active_window() { return the_view.shown.empty() ? nullptr : the_view.shown.back(); }
@@ -67,6 +51,13 @@ void leave_stack(Widget& window) {
 }
 
 } // namespace
+
+bool reachable(const Widget& widget) {
+    if (!widget.window->shown) return false;
+    for (const Widget* w = &widget; w; w = w->parent)
+        if (!w->look.visible || !w->look.enabled) return false;
+    return true;
+}
 
 void use_screen(Screen& screen) { the_view.screen = &screen; }
 
@@ -173,7 +164,7 @@ bool set_list_index(Widget& combo, int index) {
 }
 
 void set_focus(Widget& w) {
-    if (!shown_to_operator(w) || the_view.focus == &w) return;
+    if (!reachable(w) || the_view.focus == &w) return;
     the_view.focus = &w;
     the_view.screen->focus_moved(w);
     run(w.on.got_focus);

@@ -33,6 +33,10 @@ enum class Kind {
     movie,   // decoration, drawn by the toolkit
 };
 
+// What a window's frame takes of its height, in twips: a title bar; or, for the one with menus,
+// also their bar and the foot of the screen.
+constexpr double frame_without_menu = 405, frame_and_foot_with_menu = 990;
+
 // A colour with red in the low byte: r + 256 g + 65536 b.
 using Colour = std::int32_t;
 constexpr Colour rgb(int red, int green, int blue) { return red + 256 * green + 65536 * blue; }
@@ -108,6 +112,10 @@ struct Handlers {
     std::function<void(int code, int shift)> key; // windows see each key before the focused control
     std::function<void()> load, activate, deactivate, closing, unload; // windows
 };
+
+inline void run(const std::function<void()>& handler) {
+    if (handler) handler();
+}
 
 // What a control tells those who do not see or do not know it, in the operator's language. It is no
 // part of the look: a window that is loaded anew keeps it.

@@ -1,7 +1,7 @@
 // The one place that picks the real sides: the screen, the clock and the serial port.
 #include "app/application_folder.h"
-#include "app/startup.h"
-#include "app/wiring.h"
+#include "app/program/startup.h"
+#include "app/program/wiring.h"
 #include "link/posix_serial_port.h"
 #include "view/qt/qt_view.h"
 

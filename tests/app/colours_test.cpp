@@ -1,9 +1,11 @@
 // The colours of the main window: once at the start, and from the text colour dialog.
 #include "app/app_state.h"
+#include "app/application_folder.h"
 #include "app/colours.h"
 #include "app/settings_file.h"
-#include "link/first_read.h"
+#include "link/activation.h"
 #include "tests/support/bench.h"
+#include "tests/support/program_state.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
 
@@ -157,8 +159,8 @@ TEST_F(Colours, TheOtherLabelsFollowAtTheNextStartAndNotEarlier) {
     run_for(10'000);
     EXPECT_EQ(labels_in(255), coloured_at_start_only);
     time.finish();
-    view::reset();
-    app::state = {};
+    reset_program_state();
+    app::use_application_folder(folder);
     app::state.text_colour = app::read_text_colour();
     app::colour_all_controls();
     EXPECT_EQ(labels_in(chosen), both_lists());

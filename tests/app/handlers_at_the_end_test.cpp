@@ -47,7 +47,7 @@ std::vector<Act> acts_of(view::Widget& w) {
 }
 
 // Agrees to everything.
-struct WillingScreen : view::ScreenlessScreen {
+struct WillingScreen : view::HeadlessScreen {
     view::Answer message_box(const view::MessageBox& box) override {
         return box.buttons == view::Buttons::ok ? view::Answer::ok : view::Answer::yes;
     }

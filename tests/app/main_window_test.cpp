@@ -1,7 +1,9 @@
 // The frame of the main window: panels, service controls, the windows that it opens, field marks.
 #include "app/app_state.h"
-#include "app/main_window.h"
+#include "app/field_marking.h"
+#include "app/panel_buttons.h"
 #include "app/port_menu.h"
+#include "app/program/main_window.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "monitor/polling.h"

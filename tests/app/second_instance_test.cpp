@@ -1,6 +1,6 @@
 // One instance for each application folder, also where the lock file cannot be opened.
 #include "app/application_folder.h"
-#include "app/startup.h"
+#include "app/program/startup.h"
 #include "tests/support/small_disk.h"
 #include "tests/support/system_calls.h"
 

@@ -1,6 +1,6 @@
 // From the entry to the main window on its way, and a second copy of the program.
 #include "app/application_folder.h"
-#include "app/startup.h"
+#include "app/program/startup.h"
 #include "tests/support/bench.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"

@@ -2,8 +2,8 @@
 // at the other end. Arguments: the build folder, a firmware, and what to measure: poll or acts.
 #include "app/app_state.h"
 #include "app/application_folder.h"
-#include "app/startup.h"
-#include "app/wiring.h"
+#include "app/program/startup.h"
+#include "app/program/wiring.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "link/posix_serial_port.h"

@@ -3,9 +3,9 @@
 // Argument: the build folder.
 #include "app/app_state.h"
 #include "app/application_folder.h"
-#include "app/captions.h"
 #include "app/message_catalogue.h"
-#include "app/wiring.h"
+#include "app/program/language.h"
+#include "app/program/wiring.h"
 #include "link/parameter_mirrors.h"
 #include "monitor/rpm_bar.h"
 #include "monitor/status_telegram.h"

@@ -2,8 +2,8 @@
 // empty window with as many widgets, built the same way. The argument says which: tool or empty;
 // with idle, the empty one stays.
 #include "app/application_folder.h"
-#include "app/startup.h"
-#include "app/wiring.h"
+#include "app/program/startup.h"
+#include "app/program/wiring.h"
 #include "link/posix_serial_port.h"
 #include "tests/bench/rows.h"
 #include "view/qt/qt_view.h"

@@ -2,13 +2,14 @@
 
 #include "app/app_state.h"
 #include "app/application_folder.h"
-#include "app/captions.h"
 #include "app/message_catalogue.h"
-#include "app/wiring.h"
+#include "app/program/language.h"
+#include "app/program/wiring.h"
 #include "tests/fits/drawn_text.h"
 #include "tests/fits/longest_values.h"
 #include "tests/fits/pseudo_language.h"
 #include "tests/support/mirror_check.h"
+#include "tests/support/program_state.h"
 #include "view/windows/form1.h"
 
 #include <QAction>
@@ -74,14 +75,11 @@ void expect_drawn_whole(QWidget& face, const QString& text, const std::string& n
 }
 
 FitBench::FitBench() {
-    static const bool wired = [] {
-        app::connect_handlers();
-        return true;
-    }();
-    EXPECT_TRUE(wired && folder_.isValid());
+    tests::reset_program_state();
+    app::connect_handlers();
+    EXPECT_TRUE(folder_.isValid());
     write_language_files(folder_.path());
     app::use_application_folder(folder_.path().toStdString());
-    app::state = {};
     link::use_serial_port(port_);
     use_platform(platform);
     use_screen(screen);

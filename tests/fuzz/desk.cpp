@@ -1,9 +1,8 @@
 #include "tests/fuzz/desk.h"
 
-#include "app/app_state.h"
 #include "app/application_folder.h"
-#include "app/wiring.h"
-#include "link/parameter_mirrors.h"
+#include "app/program/wiring.h"
+#include "tests/support/program_state.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 
@@ -56,12 +55,8 @@ Desk& Desk::desk() {
 }
 
 Desk::Desk() : folder_(fresh_folder()) {
-    app::use_application_folder(folder_);
-    view::use_platform(*this);
-    view::use_screen(*this);
-    link::use_serial_port(*this);
-    app::connect_handlers();
     stand_up();
+    clear();
 }
 
 Desk::~Desk() {
@@ -83,9 +78,12 @@ void Desk::clear() {
         widget->look = widget->design;
     changed_.clear();
     if (windows_moved_) stand_up();
-    view::reset_timers();
-    app::state = {};
-    link::mirrors = {};
+    tests::reset_all_but_widgets();
+    app::use_application_folder(folder_);
+    view::use_platform(*this);
+    view::use_screen(*this);
+    link::use_serial_port(*this);
+    app::connect_handlers();
     now_us_ = heard_us_ = 0;
     turns_ = 0;
     replies.clear();

@@ -2,6 +2,7 @@
 // firmware, any order.
 #include "app/app_state.h"
 #include "calibration/automatic_tuning.h"
+#include "link/activation.h"
 #include "link/first_read.h"
 #include "link/parameter_mirrors.h"
 #include "maintenance/parameter_dump.h"

@@ -1,8 +1,8 @@
 // Any content of the settings file: what is read of it is used, one key is written, and all else
 // in the file stands as it stood.
 #include "app/app_state.h"
-#include "app/captions.h"
 #include "app/colours.h"
+#include "app/program/language.h"
 #include "app/settings_file.h"
 #include "app/whole_file.h"
 #include "tests/fuzz/desk.h"

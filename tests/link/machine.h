@@ -38,9 +38,9 @@ class Machine {
   public:
     explicit Machine(std::filesystem::path folder) : root(std::move(folder)) {
         std::filesystem::create_directories(root);
-        machine_root = root;
+        machine_state.root = root;
     }
-    ~Machine() { machine_root = "/"; }
+    ~Machine() { machine_state.root = "/"; }
     Machine(const Machine&) = delete;
 
     // From now on the system says that the device belongs to this adapter.

@@ -20,10 +20,10 @@ using view::Pointer;
 class ServiceRecords : public Bench {
   protected:
     ServiceRecords() : Bench({.family = 2}) { it_is({17, 5, 2024}); }
-    ~ServiceRecords() override { maintenance::today = maintenance::local_date; }
+    ~ServiceRecords() override { maintenance::calendar_state.today = maintenance::local_date; }
 
     static void it_is(Date date) {
-        maintenance::today = [date] { return date; };
+        maintenance::calendar_state.today = [date] { return date; };
     }
     // A unit with these records, read and polled; then the polling has ended quietly.
     void start_with_records() {

@@ -5,7 +5,9 @@ import re
 
 from source import statements_of, tokens_of
 
-FOLDERS = ("app", "link", "monitor", "calibration", "diagnostics", "maintenance", "view", "view/windows")
+# Belong to no module.
+START_EXECUTABLES = ("main.cpp", "box.cpp")
+FOLDERS = ("app", "app/program", "link", "monitor", "calibration", "diagnostics", "maintenance", "view", "view/windows")
 
 # Of a window's table, the figures that say how a widget or a timer behaves. Places, fonts and
 # colours are a picture: what must hold of them are relations, and no single figure.
@@ -133,6 +135,7 @@ def all_edits(root):
     and text with other tables, and every edit would build most of the program anew."""
     enums = enumerators(root)
     files = [path for folder in FOLDERS for path in sorted((root / folder).glob("*.cpp"))]
+    files = [path for path in files if path.name not in START_EXECUTABLES]
     files += sorted((root / "view/windows").glob("*.inc"))
     names = [str(path.relative_to(root)) for path in files]
     return {name: edits for name in names if (edits := edits_of(root, name, enums))}

@@ -4,8 +4,8 @@
     outcome = bench.try_edit("link/activation.cpp", "wait_ms(700);", "wait_ms(699);")
     print(outcome.verdict, outcome.test)
 
-Works on a copy of the tree in build/mutation/tree; the checked-in files are only read. The logic is
-built there as a shared library, so a broken source costs one compilation and one link.
+Works on a copy of the tree in build/mutation/tree; the checked-in files are only read. Each module
+of the logic is built there as a shared library, so a broken source costs one compilation and one link.
 """
 
 import collections
@@ -131,11 +131,16 @@ def name_of_failed(output, ended):
     return started[-1] if started else ""
 
 
+def module_of(path):
+    """The library that a file of the logic belongs to."""
+    return "zol_program" if path.startswith("app/program/") else "zol_" + path.split("/")[0]
+
+
 @contextlib.contextmanager
 def edited(path, text):
     """The copy with one file rewritten. Afterwards it is as before, object file included: nothing
     but the library has to be made anew."""
-    file, object_file = TREE / path, BUILD / "CMakeFiles/zol_logic.dir" / (path + ".o")
+    file, object_file = TREE / path, BUILD / "CMakeFiles" / (module_of(path) + ".dir") / (path + ".o")
     kept = [(each, HOME / f"kept-{each.name}") for each in (file, object_file) if each.exists()]
     for each, copy in kept:
         shutil.copy2(each, copy)
@@ -147,8 +152,7 @@ def edited(path, text):
             shutil.copy2(copy, each)
         if not object_file.exists():  # a header, say: what was built from it is found by its time
             file.touch()
-        for library in BUILD.glob("libzol_*.so"):
-            library.unlink()
+        (BUILD / f"lib{module_of(path)}.so").unlink(missing_ok=True)
 
 
 class Workbench:

@@ -22,19 +22,19 @@ void bring_other_car(const fs::path& unit_program, const fs::path& out) {
     other_car.emplace(unit_program,
                       std::vector<std::string>{"--link", (machine / "dev/ttyUSB0").string(),
                                                "--warm", "--firmware", "2.7.71"});
-    link::machine_root = machine;
+    link::machine_state.root = machine;
 }
 
 void send_other_car_away() {
     other_car.reset();
-    link::machine_root = "/";
+    link::machine_state.root = "/";
 }
 
 void leave_the_other_car_alone(Hands& hands, UnitProcess& unit) {
     const int gain_before = other_car->parameter(gain);
     hands.see("the other car's unit is there", gain_before > 0);
     hands.see("and can be asked at the usual device",
-              fs::exists(link::machine_root / "dev/ttyUSB0"));
+              fs::exists(link::machine_state.root / "dev/ttyUSB0"));
     other_car->type("log on");
     unit.type("unplug");
     hands.see("the polling does not go over to it", !is_asked(6000));

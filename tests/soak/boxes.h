@@ -3,11 +3,11 @@
 
 #include "simulator/random.h"
 #include "tests/soak/log.h"
-#include "view/screenless/screenless_screen.h"
+#include "view/headless/headless_screen.h"
 
 namespace zol::soak {
 
-class AnyAnswers final : public view::ScreenlessScreen {
+class AnyAnswers final : public view::HeadlessScreen {
   public:
     AnyAnswers(Log& log, std::uint32_t seed) : log_(log), dice_(seed) {}
 

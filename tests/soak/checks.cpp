@@ -162,7 +162,7 @@ void Checks::check_perpetual_timers() {
 
 // While no handler runs: who waits for whom, and what the operator finds.
 void Checks::check_rest() {
-    using view::operator_acts::reachable;
+    using view::reachable;
     const bool watched = form1::Timer6.is_on();
     // With no new read allowed, the window's activation stops the timer for good.
     if (state.poll_enabled && link::port_is_open() && !form1::Timer_stato_sistema.is_on() &&

@@ -1,6 +1,6 @@
 #include "tests/soak/desk.h"
 
-#include "app/startup.h"
+#include "app/program/startup.h"
 #include "maintenance/service_records.h"
 #include "view/screen.h"
 #include "view/timers.h"
@@ -49,7 +49,7 @@ Desk::Desk(Log& desk_log, Carried before, std::uint32_t seed)
     link::use_serial_port(*watched_);
     view::use_screen(boxes);
     boxes.on_changed = [this](view::Widget& w, view::Aspect aspect) { checks.changed(w, aspect); };
-    maintenance::today = [] { return maintenance::Date{21, 11, 2026}; };
+    maintenance::calendar_state.today = [] { return maintenance::Date{21, 11, 2026}; };
     handlers.wrap();
     if (!before.settings.empty()) write_file("setting.ini", before.settings);
     time.start([start_us = before.now_us] {
@@ -65,7 +65,7 @@ Desk::Desk(Log& desk_log, Carried before, std::uint32_t seed)
 Desk::~Desk() {
     time.finish();
     handlers.began = handlers.ended = nullptr;
-    maintenance::today = maintenance::local_date;
+    maintenance::calendar_state.today = maintenance::local_date;
     log.now_us = [at_us = time.now_us()] { return at_us; };
 }
 

@@ -18,8 +18,8 @@
 namespace zol::soak {
 namespace {
 
+using view::reachable;
 using view::Widget;
-using view::operator_acts::reachable;
 
 constexpr std::int64_t minute_ms = 60'000;
 

@@ -1,8 +1,9 @@
 #include "tests/support/bench.h"
 
 #include "app/application_folder.h"
-#include "app/startup.h"
-#include "app/wiring.h"
+#include "app/program/startup.h"
+#include "app/program/wiring.h"
+#include "tests/support/program_state.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
 
@@ -78,12 +79,10 @@ std::optional<link::Bytes> SimulatedPort::read_all() {
 }
 
 Bench::Bench(const sim::Options& unit_options) : folder(fresh_folder()) {
+    reset_program_state();
     app::use_application_folder(folder);
-    app::state = {};
-    link::mirrors = {};
     view::use_platform(time);
     view::use_screen(screen);
-    view::reset();
     app::connect_handlers();
     use_unit(unit_options);
     write_file("setting.ini", "[General]\nLANGUAGE=uk\n");

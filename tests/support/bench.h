@@ -6,9 +6,9 @@
 #include "link/parameter_mirrors.h"
 #include "link/serial_port.h"
 #include "simulator/control_unit.h"
+#include "view/headless/headless_screen.h"
+#include "view/headless/virtual_time.h"
 #include "view/operator.h"
-#include "view/screenless/screenless_screen.h"
-#include "view/screenless/virtual_time.h"
 #include "view/view.h"
 
 #include <filesystem>
@@ -109,7 +109,7 @@ class Bench : public testing::Test {
     std::string read_text(const std::string& name);
 
     view::VirtualTime time;
-    view::ScreenlessScreen screen;
+    view::HeadlessScreen screen;
     std::unique_ptr<sim::ControlUnit> unit;
     std::unique_ptr<SimulatedPort> port;
 };

@@ -1,8 +1,8 @@
 #include "tests/tour/visit.h"
 
 #include "app/application_folder.h"
-#include "app/startup.h"
-#include "app/wiring.h"
+#include "app/program/startup.h"
+#include "app/program/wiring.h"
 #include "link/posix_serial_port.h"
 #include "view/qt/qt_view.h"
 

@@ -1,5 +1,5 @@
 // The tables of the seven windows: that every part is there, and that the fitter can see it.
-#include "view/screenless/virtual_time.h"
+#include "view/headless/virtual_time.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"

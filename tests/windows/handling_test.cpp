@@ -34,7 +34,6 @@ const std::vector<Widget*> seven_windows = {&form1::Form1,
 class SevenWindows : public QtBench {
   protected:
     SevenWindows() { app::use_application_folder(ZOL_SOURCE_DIR); }
-    ~SevenWindows() override { app::state = {}; }
 
     static void speak(const char* language) {
         app::state.current_language = language;
@@ -201,7 +200,7 @@ class TabKey : public SevenWindows {
     }
 
     static bool is_stop(const Widget& w) {
-        return w.look.tab_stop && operator_acts::reachable(w) && w.look.enabled &&
+        return w.look.tab_stop && reachable(w) && w.look.enabled &&
                (w.kind == Kind::command_button || w.kind == Kind::option_button ||
                 w.kind == Kind::check_box || w.kind == Kind::text_box ||
                 w.kind == Kind::combo_box || w.kind == Kind::slider || w.on.click ||
@@ -281,7 +280,7 @@ TEST_F(TabKey, GoesOnWhereTheOperatorWasWhenTheFocusIsParked) {
     set_focus(form1::cmd_focus);
     set_visible(form1::frame_engine, false);
     press(face(form1::cmd_focus), Qt::Key_Tab);
-    EXPECT_TRUE(operator_acts::reachable(*focus())) << "what has gone is passed over";
+    EXPECT_TRUE(reachable(*focus())) << "what has gone is passed over";
     EXPECT_NE(focus(), &form1::cmd_focus);
 }
 

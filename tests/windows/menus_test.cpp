@@ -2,7 +2,7 @@
 #include "tests/windows/qt_bench.h"
 
 #include "app/app_state.h"
-#include "app/wiring.h"
+#include "app/program/wiring.h"
 #include "tests/support/silent_port.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
@@ -112,7 +112,6 @@ TEST_F(Menus, MenuDisabledUnderADisabledWindowStaysOff) {
 class MainWindowsMenus : public AnyMenus {
   protected:
     MainWindowsMenus() {
-        app::state = {};
         app::state.no_reread = true; // nothing is read on activation
         link::use_serial_port(port_);
         app::connect_handlers();

@@ -1,6 +1,7 @@
 #include "tests/windows/qt_bench.h"
 
 #include "tests/support/mirror_check.h"
+#include "tests/support/program_state.h"
 
 #include <QAction>
 #include <QApplication>
@@ -68,6 +69,7 @@ Timer Timer_dialog(Dialog, "Timer_dialog", 10, true);
 } // namespace test_window
 
 QtBench::QtBench() {
+    tests::reset_program_state();
     use_platform(platform);
     use_screen(screen);
     platform.before_idle = [this] { screen.catch_up(); };

@@ -182,17 +182,4 @@ QWidget* make_control(Widget& model, QWidget& parent) {
     return face;
 }
 
-bool takes_focus(const Widget& model) {
-    switch (model.kind) {
-    case Kind::command_button:
-    case Kind::option_button:
-    case Kind::check_box:
-    case Kind::text_box:
-    case Kind::combo_box:
-    case Kind::slider: return true;
-    case Kind::label: return model.on.click || model.on.double_click;
-    default: return false;
-    }
-}
-
 } // namespace zol::view::qt

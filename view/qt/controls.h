@@ -13,8 +13,6 @@ namespace zol::view::qt {
 
 // Builds the control and ties what the operator does with it to its model. `parent` owns it.
 QWidget* make_control(Widget& model, QWidget& parent);
-// Whether the keyboard can come to it: also to a label that answers to a click.
-bool takes_focus(const Widget& model);
 
 // A slider with ticks and a marked stretch from its lower end.
 class SliderFace : public QSlider {

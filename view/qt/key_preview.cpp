@@ -59,7 +59,7 @@ void KeyPreview::release(Widget& window, QKeyEvent& event) {
 
 void KeyPreview::deliver(Widget& window, QKeyEvent& event) {
     WindowFace* face = screen_.face(window);
-    if (!face || !operator_acts::reachable(window)) return;
+    if (!face || !reachable(window)) return;
     QWidget* target = face->top().focusWidget();
     if (!target) target = &face->top();
     const QScopedValueRollback guard(delivering_, true);

@@ -23,7 +23,7 @@ void LabelFace::keyPressEvent(QKeyEvent* event) {
 
 void LabelFace::paintEvent(QPaintEvent* event) {
     QLabel::paintEvent(event);
-    if (!hasFocus() || !takes_focus(model_)) return;
+    if (!hasFocus() || !operator_acts::takes_focus_by_tab(model_)) return;
     QStyleOptionFocusRect option;
     option.initFrom(this);
     option.backgroundColor = palette().color(backgroundRole());

@@ -1,5 +1,6 @@
 #include "view/qt/mirror.h"
 
+#include "view/operator.h"
 #include "view/qt/act.h"
 #include "view/qt/colours.h"
 #include "view/qt/controls.h"
@@ -111,7 +112,7 @@ void mirror_pointer(const Widget& model, QWidget& face) {
 }
 
 void mirror_tab_stop(const Widget& model, QWidget& face) {
-    if (!takes_focus(model)) return;
+    if (!operator_acts::takes_focus_by_tab(model)) return;
     if (model.kind == Kind::label)
         face.setFocusPolicy(Qt::TabFocus);
     else

@@ -29,10 +29,9 @@ namespace {
 
 constexpr double design_points = 8.25; // of ordinary text
 
-// A table's height counts the frame of a window in: a title bar, and with menus also their bar and
-// the foot of the screen.
+// A table's height counts the frame of a window in.
 double content_share(const Widget& window) {
-    const double frame_twips = window.menus.empty() ? 405 : 990;
+    const double frame_twips = window.menus.empty() ? frame_without_menu : frame_and_foot_with_menu;
     return std::max(0.1, 1 - frame_twips / window.design.place.height);
 }
 
@@ -109,7 +108,7 @@ void WindowFace::build_controls() {
         mark_panel_button(*widget);
     QWidget* last = nullptr;
     for (const Widget* widget : reading_order(model_)) {
-        if (!takes_focus(*widget)) continue;
+        if (!operator_acts::takes_focus_by_tab(*widget)) continue;
         QWidget* face = control(*widget);
         if (last) QWidget::setTabOrder(last, face);
         last = face;
@@ -264,7 +263,7 @@ void WindowFace::mark_panel_button(const Widget& panel) {
 void WindowFace::follow_focus() {
     const QScopedValueRollback guard(mirroring_, true);
     const Widget* focused = view::focus();
-    const bool here = focused && focused->window == &model_ && operator_acts::reachable(*focused);
+    const bool here = focused && focused->window == &model_ && reachable(*focused);
     QWidget* target = here ? control(*focused) : top_.get();
     if (target && !target->hasFocus()) target->setFocus(Qt::OtherFocusReason);
 }

@@ -1,4 +1,4 @@
-#include "app/main_window.h"
+#include "app/program/main_window.h"
 
 #include "app/app_state.h"
 #include "app/application_folder.h"
@@ -6,8 +6,9 @@
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
+#include "link/tank_display.h"
+#include "monitor/panels.h"
 #include "monitor/polling.h"
-#include "monitor/tank_display.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/acquisizione.h"
@@ -29,7 +30,7 @@ void set_visible_all(std::initializer_list<Widget*> widgets, bool visible) {
 }
 
 void engine_clicked() {
-    bring_back_engine_panel();
+    monitor::bring_back_engine_panel();
     view::set_enabled(form1::Form1, true);
     view::set_focus(form1::Text2);
     view::set_focus(form1::Form1);
@@ -47,7 +48,7 @@ void settings_clicked() {
     view::set_visible(form1::Command_exit, false);
     view::set_visible(form1::Frame_impostazioni, true);
     set_visible_all({&form1::frame_engine, &form1::Frame_Lambda, &form1::Frame_diagnosi}, false);
-    monitor::show_tank_ends();
+    link::show_tank_ends();
     // The fifth slider keeps what it shows: only the four thresholds are told here.
     view::place_value(form1::Slider1[0], mirrors.tank_threshold_1);
     view::place_value(form1::Slider1[1], mirrors.tank_threshold_2);
@@ -108,41 +109,6 @@ void hide_service_controls() {
 }
 
 } // namespace
-
-void bring_back_engine_panel() {
-    state.settings_panel_open = false;
-    form1::Timer3.off();
-    view::set_enabled(form1::Command5, true);
-    if (!form1::Timer_stato_sistema.is_on()) {
-        monitor::start_polling();
-        wait_ms(500);
-    }
-    view::set_visible(form1::Command_exit, true);
-    view::set_visible(form1::frame_engine, true);
-    set_visible_all({&form1::Frame_impostazioni, &form1::Frame_Lambda, &form1::Frame_diagnosi},
-                    false);
-}
-
-void begin_field_edit(Widget& field) {
-    view::set_edit_marker(field, true);
-    view::set_back(field, view::light_red);
-    view::set_text(field, "");
-}
-
-void end_field_edit(Widget& field) {
-    view::set_edit_marker(field, false);
-    view::set_back(field, view::white);
-}
-
-void show_busy_on_buttons() {
-    view::set_pointer(form1::Command_engine, Pointer::hourglass);
-    view::set_pointer(form1::Command_impostazioni, Pointer::hourglass);
-}
-
-void show_normal_on_buttons() {
-    view::set_pointer(form1::Command_engine, Pointer::custom);
-    view::set_pointer(form1::Command_impostazioni, Pointer::custom);
-}
 
 void ShowHtmlHelp(const std::string& file, const std::string& topic) {
     // The pages of each language lie in a folder named by its code.

@@ -9,7 +9,7 @@
 
 namespace zol::view {
 
-class ScreenlessScreen : public Screen {
+class HeadlessScreen : public Screen {
   public:
     // The next box must hold `text` (a part is enough) and is answered so, `after_ms` later.
     void answer_message(std::string text, Answer answer, int after_ms = 0);

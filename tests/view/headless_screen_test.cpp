@@ -1,5 +1,5 @@
 // The screen that nobody sits at: it answers as scripted, and complains of all else.
-#include "view/screenless/screenless_screen.h"
+#include "view/headless/headless_screen.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@ using testing::IsEmpty;
 using view::Answer;
 using view::Buttons;
 
-TEST(ScreenlessScreen, AQuestionThatNobodyExpectedIsAComplaintAndAnsweredLikeAClosedBox) {
-    view::ScreenlessScreen screen;
+TEST(HeadlessScreen, AQuestionThatNobodyExpectedIsAComplaintAndAnsweredLikeAClosedBox) {
+    view::HeadlessScreen screen;
     EXPECT_EQ(screen.message_box({"Reset all?", "", Buttons::yes_no}), Answer::no);
     EXPECT_EQ(screen.message_box({"Done", ""}), Answer::ok);
     EXPECT_EQ(screen.input_box("Which one?", ""), "");
@@ -23,16 +23,16 @@ TEST(ScreenlessScreen, AQuestionThatNobodyExpectedIsAComplaintAndAnsweredLikeACl
                                                  HasSubstr("Which one?"), HasSubstr("colour")));
 }
 
-TEST(ScreenlessScreen, AnAnswerToAnotherQuestionStaysAndIsAComplaintToo) {
-    view::ScreenlessScreen screen;
+TEST(HeadlessScreen, AnAnswerToAnotherQuestionStaysAndIsAComplaintToo) {
+    view::HeadlessScreen screen;
     screen.answer_message("Save?", Answer::yes);
     EXPECT_EQ(screen.message_box({"Reset all?", "", Buttons::yes_no}), Answer::no);
     EXPECT_EQ(screen.input_box("Save?", ""), "") << "of another kind";
     EXPECT_THAT(screen.complaints(), testing::Contains(HasSubstr("the answer to: Save?")));
 }
 
-TEST(ScreenlessScreen, WhatIsShownIsKeptForWhoWantsToLook) {
-    view::ScreenlessScreen screen;
+TEST(HeadlessScreen, WhatIsShownIsKeptForWhoWantsToLook) {
+    view::HeadlessScreen screen;
     screen.show_manual("zol.chm", "index.htm");
     EXPECT_THAT(screen.manuals, ElementsAre("zol.chm index.htm"));
     EXPECT_THAT(screen.complaints(), IsEmpty());

@@ -1,15 +1,14 @@
-#include "monitor/tank_display.h"
+#include "link/tank_display.h"
 
 #include "app/numbers.h"
 #include "link/parameter_mirrors.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 
-namespace zol::monitor {
+namespace zol::link {
 namespace {
 
 using app::number_text;
-using link::mirrors;
 
 std::string percent(double value) { return number_text(value) + "%"; }
 
@@ -51,4 +50,4 @@ void show_tank_type(double type) {
         view::set_list_index(form1::Combo_tank_level, static_cast<int>(type));
 }
 
-} // namespace zol::monitor
+} // namespace zol::link

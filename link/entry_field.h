@@ -5,7 +5,7 @@
 #include "view/timers.h"
 #include "view/widget.h"
 
-namespace zol::app {
+namespace zol::link {
 
 // One field, and what its own panel does around the steps that all fields share. Where two panels
 // differ they are meant to.
@@ -31,4 +31,4 @@ void send_entry(const EntryField& entry);
 // Ties click and Enter to the field.
 void connect_entry_field(const EntryField& entry);
 
-} // namespace zol::app
+} // namespace zol::link

@@ -1,4 +1,4 @@
-// Ties every handler of the house to its widget or timer.
+// Ties every handler to its widget or timer.
 #pragma once
 
 namespace zol::app {

@@ -1,4 +1,4 @@
-#include "view/screenless/virtual_time.h"
+#include "view/headless/virtual_time.h"
 
 #include <algorithm>
 #include <utility>

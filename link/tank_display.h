@@ -1,7 +1,7 @@
-// What the tank panel shows of the mirrors; setting the tank up is tank_level's.
+// What the tank panel shows of the mirrors; setting the tank up is monitor/tank_level's.
 #pragma once
 
-namespace zol::monitor {
+namespace zol::link {
 
 // The two end voltages in their fields and at the ends of the millivolt scale.
 void show_tank_ends();
@@ -14,4 +14,4 @@ void show_tank_thresholds(bool second_below);
 // then writes the type.
 void show_tank_type(double type);
 
-} // namespace zol::monitor
+} // namespace zol::link

@@ -1,11 +1,12 @@
-#include "app/startup.h"
+#include "app/program/startup.h"
 
 #include "app/app_state.h"
 #include "app/application_folder.h"
-#include "app/captions.h"
+#include "app/program/language.h"
 #include "app/settings_file.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
+#include "link/program_end.h"
 #include "view/timers.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
@@ -58,7 +59,7 @@ void main_window_loads() {
 // Whatever closes the main window, the process ends here, with a telegram under way left to end
 // and nothing sent after it.
 void main_window_closes() {
-    begin_program_end(closing_ms);
+    link::begin_program_end(link::closing_ms);
     state.no_reread = true;
     state.poll_enabled = false;
     view::set_enabled(form1::Command_exit, false);
@@ -89,13 +90,6 @@ void exit_clicked() {
 }
 
 } // namespace
-
-void begin_program_end(int ms) {
-    state.program_ends = true;
-    view::end_program_within(ms, [] {
-        if (link::port_is_open()) link::close_port();
-    });
-}
 
 void sub_main() {
     state.panel_colour = view::rgb(192, 192, 0);
