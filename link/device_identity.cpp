@@ -60,7 +60,12 @@ std::string device_identity(dev_t device) {
     const auto folder = fs::canonical(machine_state.root / "sys/dev/char" / number, error);
     if (const auto identity = error ? std::string() : usb_identity(folder); !identity.empty())
         return identity;
-    return is_pseudo_terminal(device) ? "pseudo-terminal" : number;
+    return is_pseudo_terminal(device) ? pseudo_terminal : number;
+}
+
+std::string file_mark(const struct stat& file) {
+    return std::to_string(file.st_ino) + " " + std::to_string(file.st_ctim.tv_sec) + " " +
+           std::to_string(file.st_ctim.tv_nsec);
 }
 
 bool has_serial_number(const std::string& identity) {
@@ -69,8 +74,9 @@ bool has_serial_number(const std::string& identity) {
 
 bool is_terminal_of_a_session(dev_t device) {
     if (device == 0) return false; // no device; processes without a terminal name this number
-    // /dev/tty, fixed by the kernel: the terminal of the session that asks.
-    if (device == makedev(5, 0)) return true;
+    // /dev/tty, /dev/console and /dev/ptmx, and /dev/tty0, fixed by the kernel: other names of a
+    // terminal, or of none.
+    if ((major(device) == 5 && minor(device) <= 2) || device == makedev(4, 0)) return true;
     std::error_code error;
     fs::directory_iterator process(machine_state.root / "proc", error);
     for (; !error && process != fs::directory_iterator(); process.increment(error)) {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 namespace zol::link {
@@ -19,6 +20,11 @@ inline MachineState machine_state;
 // the adapter, and two adapters of one model without a serial number count as the same. All
 // pseudo-terminals are equal: nothing tells one from the next. Any other device is its number.
 std::string device_identity(dev_t device);
+
+inline constexpr const char* pseudo_terminal = "pseudo-terminal"; // the identity of each of them
+
+// Another one once the file has been made again, also under its old name and number.
+std::string file_mark(const struct stat& file);
 
 // Whether the identity is that of one single adapter, and not of each one of its model.
 bool has_serial_number(const std::string& identity);

@@ -11,6 +11,7 @@ namespace zol::link {
 struct FoundDevice {
     std::filesystem::path path; // empty while the number has not been opened
     std::string identity;       // as link/device_identity.h tells it
+    std::string link, node;     // the marks of the path itself and of what it leads to
 };
 inline std::array<FoundDevice, 8> found_devices; // of port numbers 1 to 8
 

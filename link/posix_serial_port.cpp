@@ -29,6 +29,13 @@ bool set_9600_n_8_1(int descriptor, termios line) {
     return ::tcsetattr(descriptor, TCSANOW, &line) == 0;
 }
 
+// A pseudo-terminal that is made again under the number of one that has gone is another device,
+// unless its link was made again too: whoever serves it then meant it to be the port.
+bool is_same(const FoundDevice& found, const FoundDevice& now) {
+    if (found.identity != now.identity) return false;
+    return now.identity != pseudo_terminal || found.link != now.link || found.node == now.node;
+}
+
 } // namespace
 
 PosixSerialPort::~PosixSerialPort() { close(); }
@@ -66,10 +73,14 @@ std::optional<std::string> PosixSerialPort::attach(bool chosen) {
     const bool back = !chosen && !found.path.empty();
     if (back) device = place_of_found(port_number_);
     // Judged before it is opened: opening alone would raise the modem lines of another device.
-    struct stat there {};
-    if (::stat(device.c_str(), &there) != 0) return failure(device, errno);
-    const std::string identity = device_identity(there.st_rdev);
-    if (back && identity != found.identity) return failure(device, ENODEV);
+    struct stat there {
+    }, link{};
+    if (::stat(device.c_str(), &there) != 0 || ::lstat(device.c_str(), &link) != 0)
+        return failure(device, errno);
+    if (!S_ISCHR(there.st_mode)) return failure(device, ENOTTY);
+    const FoundDevice now{device, device_identity(there.st_rdev), file_mark(link),
+                          file_mark(there)};
+    if (back && !is_same(found, now)) return failure(device, ENODEV);
     if (is_terminal_of_a_session(there.st_rdev))
         return "COM" + std::to_string(port_number_) + " (" + with_target(device) +
                "): " + app::helper_word("terminal of a session");
@@ -77,7 +88,7 @@ std::optional<std::string> PosixSerialPort::attach(bool chosen) {
         detach();
         return error;
     }
-    found = {device, identity};
+    found = now;
     return std::nullopt;
 }
 

@@ -93,7 +93,9 @@ TEST_F(DeviceIdentity, AProcessWithoutATerminalHasNoDevice) {
 }
 
 TEST_F(DeviceIdentity, OwnTerminalBelongsToASession) {
-    EXPECT_TRUE(is_terminal_of_a_session(makedev(5, 0))) << "/dev/tty";
+    for (const dev_t name : {makedev(5, 0), makedev(5, 1), makedev(5, 2), makedev(4, 0)})
+        EXPECT_TRUE(is_terminal_of_a_session(name)) << major(name) << ":" << minor(name);
+    EXPECT_FALSE(is_terminal_of_a_session(makedev(4, 64))) << "/dev/ttyS0";
 }
 
 TEST_F(DeviceIdentity, AnUnreadableProcessTableNamesNoTerminal) {

@@ -4,10 +4,12 @@
 #include "tests/link/serial_cable.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <termios.h>
+#include <thread>
 
 namespace zol::link {
 namespace {
@@ -85,6 +87,21 @@ TEST_F(Reattach, AnAdapterUnderAnotherUsualNameIsTaken) {
     std::filesystem::remove(machine.root / "dev/ttyUSB0");
     replace_link(machine.root / "dev/ttyUSB1", second.device);
     expect_taken(second);
+}
+
+// As after a kill of the simulated unit, which leaves its link.
+TEST_F(Reattach, AReusedNumberBehindAnOldLinkIsLeftAlone) {
+    Cable first;
+    const auto device = first.device;
+    lead_com1_to(device);
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(20)); // a tick of the kernel's clock of files
+    open_and_pull(first);
+    Cable second;
+    ASSERT_EQ(second.device, device) << "the kernel gives the lowest free number";
+    expect_left_alone(second);
+    lead_com1_to(second.device);
+    expect_reopened(second);
 }
 
 TEST_F(Reattach, AModelWithoutSerialNumberIsNotSearchedFor) {
