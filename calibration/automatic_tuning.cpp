@@ -125,11 +125,11 @@ std::optional<double> corrected_gain() {
 Round correct_lean() {
     const auto gain = corrected_gain();
     if (gain && *gain >= highest_gain) {
-        view::set_value(form1::Slider_ktar, highest_gain);
+        view::set_value_and_run_handler(form1::Slider_ktar, highest_gain);
         say("-- AUTO MAGRA ALZ. PRESS... --");
         return Round::over;
     }
-    if (gain) view::set_value(form1::Slider_ktar, *gain);
+    if (gain) view::set_value_and_run_handler(form1::Slider_ktar, *gain);
     say("-- L - REPEAT WAIT TUNING   --");
     return Round::again;
 }
@@ -138,10 +138,10 @@ Round correct_rich() {
     const auto gain = corrected_gain();
     if (gain && *gain <= lowest_tuned_gain) {
         say("-- AUTO RICCA DIMIN. PRESS. --");
-        view::set_value(form1::Slider_ktar, lowest_tuned_gain);
+        view::set_value_and_run_handler(form1::Slider_ktar, lowest_tuned_gain);
         return Round::over;
     }
-    if (gain) view::set_value(form1::Slider_ktar, *gain);
+    if (gain) view::set_value_and_run_handler(form1::Slider_ktar, *gain);
     say("-- R - REPEAT WAIT TUNING   --");
     return Round::again;
 }

@@ -156,12 +156,13 @@ void fill_fields() {
 template <std::size_t N>
 void select_held(const Choice* const (&choices)[N]) {
     for (const Choice* choice : choices)
-        if (choice->mirror == choice->value) view::select(choice->option);
+        if (choice->mirror == choice->value) view::select_and_run_handler(choice->option);
 }
 
 void show_choices() {
     select_held(start_choices);
-    view::select(mirrors.auto_changeover == 1 ? Option_comm_auto_yes : Option_comm_auto_no);
+    view::select_and_run_handler(mirrors.auto_changeover == 1 ? Option_comm_auto_yes
+                                                              : Option_comm_auto_no);
     if (mirrors.auto_changeover == 0) view::set_enabled(Slider2, false);
     for (int position = 1; position <= 3; ++position)
         if (mirrors.low_pressure_delay == delays_ms[position - 1])

@@ -56,7 +56,7 @@ void write_both_gains() {
     mirrors.ktar_high = coupled_high_gain();
     // A power slider that moves writes the gain itself, inside the assignment, and lets the polling
     // go on beside the rest of this.
-    view::set_value(form1::Slider_power, mirrors.ktar_high);
+    view::set_value_and_run_handler(form1::Slider_power, mirrors.ktar_high);
     show_tip(form1::Slider_power);
     send_parameter(par::ktar_high, mirrors.ktar_high);
     wait_ms(link::send_settle_ms);
@@ -118,7 +118,7 @@ void temperature_correction_changed() {
 
 // At the end of the scale the slider rejects the step and keeps what it has.
 void step_low_gain(double step) {
-    view::set_value(form1::Slider_ktar, view::value(form1::Slider_ktar) + step);
+    view::set_value_and_run_handler(form1::Slider_ktar, view::value(form1::Slider_ktar) + step);
     refresh_ktar_tip();
     state.ui_loading = false;
     give_main_window_focus();

@@ -103,7 +103,7 @@ void modular_clicked(Widget& option, double on, const char* caption) {
     if (state.ui_loading) return;
     show_busy(option);
     if (mirrors.modular_changeover == 1 - on) {
-        view::select(option);
+        view::select_and_run_handler(option);
         view::set_text(option, caption);
         link::write_parameter(par::modular_changeover, on);
         mirrors.modular_changeover = on;

@@ -27,7 +27,7 @@ void step_slider(Widget& slider, double step, void (*refresh_tip)()) {
     const double limit = step > 0 ? slider.look.max : slider.look.min;
     const double moved = view::value(slider) + step;
     const bool inside = step > 0 ? moved < limit : moved > limit;
-    view::set_value(slider, inside ? moved : limit);
+    view::set_value_and_run_handler(slider, inside ? moved : limit);
     if (inside && refresh_tip) refresh_tip();
     view::set_focus(form1::Text2);
 }

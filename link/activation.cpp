@@ -46,25 +46,27 @@ void features_by_family() {
 // What the base words show, in the order of their positions.
 void show_base_words() {
     show_gains();
-    if (mirrors.fuel_type == 1) view::select(form1::Option_gpl);
-    if (mirrors.fuel_type == 0) view::select(form1::Option_metano);
+    if (mirrors.fuel_type == 1) view::select_and_run_handler(form1::Option_gpl);
+    if (mirrors.fuel_type == 0) view::select_and_run_handler(form1::Option_metano);
     view::set_text(form1::text_temp_comm, number_text(mirrors.changeover_temperature));
     show_tank_ends();
     show_tank_thresholds(true);
-    view::select(mirrors.pressure_sensor == 1 ? form1::Option_press_yes : form1::Option_press_no);
-    view::set_value(form1::Slider3, std::min(mirrors.temperature_correction, 10.0));
+    view::select_and_run_handler(mirrors.pressure_sensor == 1 ? form1::Option_press_yes
+                                                              : form1::Option_press_no);
+    view::set_value_and_run_handler(form1::Slider3, std::min(mirrors.temperature_correction, 10.0));
     view::set_text(form1::Label_attenuazione, "- " + number_text(mirrors.attenuation));
-    view::set_value(form1::Slider_attenuazione, mirrors.attenuation);
+    view::set_value_and_run_handler(form1::Slider_attenuazione, mirrors.attenuation);
     view::set_text(form1::Text_time_comm, number_text(mirrors.changeover_time));
     take_tank_type();
 }
 
 void show_lambda_words() {
-    view::select(mirrors.lambda_control == 1 ? form1::Option_abi_controllo_lambda
-                                             : form1::Option_disa_controllo_lambda);
+    view::select_and_run_handler(mirrors.lambda_control == 1 ? form1::Option_abi_controllo_lambda
+                                                             : form1::Option_disa_controllo_lambda);
     view::set_text(form1::Text_lambda_open_loop, number_text(mirrors.lambda_open_loop_max));
     view::set_text(form1::Text_lambda_closed_loop, number_text(mirrors.lambda_closed_loop_max));
-    view::select(mirrors.lambda_direction == 1 ? form1::lambda_dir : form1::lambda_inv);
+    view::select_and_run_handler(mirrors.lambda_direction == 1 ? form1::lambda_dir
+                                                               : form1::lambda_inv);
     select_lambda_kind();
 }
 

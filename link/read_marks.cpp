@@ -22,7 +22,7 @@ const std::array<view::Widget*, 10> protocols = {
     &form1::mnuJ1850pwm};
 
 void show_gain(view::Widget& slider, double gain) {
-    view::set_value(slider, gain);
+    view::set_value_and_run_handler(slider, gain);
     if (gain >= slider.look.min) view::set_selection_length(slider, gain - slider.look.min);
 }
 
@@ -80,14 +80,14 @@ void take_tank_type() {
 }
 
 void select_lambda_kind() {
-    if (mirrors.lambda_input_kind == 0) view::select(form1::Option_tens);
-    if (mirrors.lambda_input_kind == 1) view::select(form1::Option_corr);
+    if (mirrors.lambda_input_kind == 0) view::select_and_run_handler(form1::Option_tens);
+    if (mirrors.lambda_input_kind == 1) view::select_and_run_handler(form1::Option_corr);
 }
 
 void show_modular_pair() {
     view::set_visible(form1::Frame2, true);
-    view::select(mirrors.modular_changeover == 0 ? form1::Opt_modulare_no
-                                                 : form1::Opt_modulare_yes);
+    view::select_and_run_handler(mirrors.modular_changeover == 0 ? form1::Opt_modulare_no
+                                                                 : form1::Opt_modulare_yes);
 }
 
 std::string year_text_of_image() {

@@ -45,7 +45,7 @@ void show_tank_thresholds(bool second_below) {
 
 void show_tank_type(double type) {
     if (type == 99)
-        view::select(form1::Check1);
+        view::select_and_run_handler(form1::Check1);
     else
         view::set_list_index(form1::Combo_tank_level, static_cast<int>(type));
 }

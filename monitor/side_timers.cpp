@@ -76,9 +76,9 @@ void restart_polling() {
 void show_fuel() {
     if (mirrors.fuel_type == 1) {
         app::set_message(form1::Label_carburante, app::messages::lpg);
-        view::select(form1::Option_gpl);
+        view::select_and_run_handler(form1::Option_gpl);
     } else if (mirrors.fuel_type == 0) {
-        view::select(form1::Option_metano);
+        view::select_and_run_handler(form1::Option_metano);
         app::set_message(form1::Label_carburante, app::messages::methane);
     }
 }
@@ -88,7 +88,7 @@ void show_temperature_correction() {
     // From 11 to 20 the slider shows more than it offers the operator.
     view::set_range(form1::Slider3, form1::Slider3.design.min,
                     std::max(form1::Slider3.design.max, shown));
-    view::set_value(form1::Slider3, shown);
+    view::set_value_and_run_handler(form1::Slider3, shown);
 }
 
 // Fills the main window, once, from what the connection dialog has read.
@@ -101,8 +101,9 @@ void fill_after_dialog() {
     view::set_text(form1::text_temp_comm, number_text(mirrors.changeover_temperature));
     link::show_tank_ends();
     link::show_tank_thresholds(false);
-    view::select(mirrors.pressure_sensor == 1 ? form1::Option_press_yes : form1::Option_press_no);
-    view::set_value(form1::Slider_attenuazione, mirrors.attenuation);
+    view::select_and_run_handler(mirrors.pressure_sensor == 1 ? form1::Option_press_yes
+                                                              : form1::Option_press_no);
+    view::set_value_and_run_handler(form1::Slider_attenuazione, mirrors.attenuation);
     view::set_text(form1::Label_attenuazione, number_text(mirrors.attenuation));
     show_temperature_correction();
     view::set_text(form1::Text_time_comm, number_text(mirrors.changeover_time));

@@ -50,11 +50,11 @@ bool click(Widget& w) {
     if (!act) return false;
     if (takes_focus(w)) set_focus(w);
     if (w.kind == Kind::check_box) {
-        select(w, !selected(w)); // runs the handler
+        select_and_run_handler(w, !selected(w));
         return true;
     }
     if (w.kind == Kind::option_button && !selected(w)) {
-        select(w);
+        select_and_run_handler(w);
         return true;
     }
     run(w.on.click);

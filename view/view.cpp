@@ -111,7 +111,7 @@ void set_font(Widget& w, double points, bool bold) {
     assign(w, &Look::font_bold, bold, Aspect::font);
 }
 
-bool set_value(Widget& w, double value) {
+bool set_value_and_run_handler(Widget& w, double value) {
     if (value < w.look.min || value > w.look.max) return false;
     if (assign(w, &Look::value, value, Aspect::value) && w.changes_on_assignment) run(w.on.change);
     return true;
@@ -137,7 +137,7 @@ void place_selected(Widget& option) {
     assign(option, &Look::value, 1.0, Aspect::value);
 }
 
-void select(Widget& w, bool on) {
+void select_and_run_handler(Widget& w, bool on) {
     if (selected(w) == on) return;
     if (w.kind == Kind::option_button && on)
         place_selected(w);

@@ -37,16 +37,17 @@ void set_font(Widget& w, double points, bool bold);
 
 // Values. A slider value outside its range, and a list index outside the list, is rejected: the
 // widget keeps what it has and false comes back.
-bool set_value(Widget& slider_or_bar, double value);
-// The same, but runs no handler: for the filling of a window by the program itself.
-bool place_value(Widget& slider, double value);
-void set_range(Widget& slider, double min, double max);
+//
+// The two that run a handler can send frames and take seconds, because the handler does.
+// A slider that is marked so in its table runs its change handler, if the value really changes.
+bool set_value_and_run_handler(Widget& slider, double value);
 // Switches an option button on (and the others of its parent off) or sets a check box; a change to
 // on, and any change of a check box, runs the click handler before the call returns.
-void select(Widget& option_or_check, bool on = true);
-// Switches an option button on (and the others of its parent off) without running its handler: for
-// the filling of a panel by the program itself.
+void select_and_run_handler(Widget& option_or_check, bool on = true);
+// The same for a slider or a bar, and for an option button, without any handler.
+bool place_value(Widget& slider_or_bar, double value);
 void place_selected(Widget& option);
+void set_range(Widget& slider_or_bar, double min, double max);
 void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing selected
 // One tip for each item; they go with the items.
 void set_item_tips(Widget& combo, const std::vector<std::string>& tips);

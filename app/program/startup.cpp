@@ -32,11 +32,11 @@ void splash_activated() {
 // A running bar, with no relation to real progress.
 void splash_bar_ticks() {
     view::Widget& bar = frm_splash::ProgressBar1;
-    view::set_value(bar, view::value(bar) > 90 ? 0 : view::value(bar) + 5);
+    view::place_value(bar, view::value(bar) > 90 ? 0 : view::value(bar) + 5);
 }
 
 void splash_closes() {
-    view::set_value(frm_splash::ProgressBar1, 100);
+    view::place_value(frm_splash::ProgressBar1, 100);
     frm_splash::Timer_progress.off();
 }
 

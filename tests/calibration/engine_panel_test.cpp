@@ -43,7 +43,7 @@ TEST_F(Attenuation, NothingIsWrittenWhileTheProgramFillsItsWidgets) {
     start_during_a_poll();
     inside_program([] {
         state.ui_loading = true;
-        view::set_value(Slider_attenuazione, 90);
+        view::set_value_and_run_handler(Slider_attenuazione, 90);
     });
     EXPECT_TRUE(view::enabled(Slider_attenuazione));
     run_for(1000);
@@ -90,7 +90,7 @@ TEST_F(TemperatureCorrection, IsWrittenAtOnceWithNoWaitBeforeIt) {
 TEST_F(TemperatureCorrection, DoesNotTouchThePolling) {
     start_between_polls();
     inside_program([] {
-        view::set_value(Slider3, 5);
+        view::set_value_and_run_handler(Slider3, 5);
         EXPECT_TRUE(state.poll_enabled);
     });
     run_for(1000);
@@ -102,7 +102,7 @@ TEST_F(TemperatureCorrection, WritesAlsoWhileTheProgramFillsItsWidgets) {
     start_during_a_poll();
     inside_program([] {
         state.ui_loading = true;
-        view::set_value(Slider3, 6);
+        view::set_value_and_run_handler(Slider3, 6);
     });
     run_for(500);
     EXPECT_THAT(writes(), ElementsAre(Write(52, 6)));

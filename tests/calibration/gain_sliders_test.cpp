@@ -209,10 +209,10 @@ TEST_F(GainSliders, WhileTheProgramFillsItsWidgetsTheGainsWriteNothing) {
         state.ui_loading = true;
         view::set_pointer(Form1, Pointer::hourglass);
         view::set_focus(Text2);
-        view::set_value(Slider_power, 1300);
+        view::set_value_and_run_handler(Slider_power, 1300);
         EXPECT_EQ(view::focus(), &Text2);
         EXPECT_EQ(pointer(), Pointer::hourglass);
-        view::set_value(Slider_ktar, 1300);
+        view::set_value_and_run_handler(Slider_ktar, 1300);
     });
     // The lower gain's handler gives focus and pointer all the same.
     EXPECT_EQ(view::focus(), &Form1);

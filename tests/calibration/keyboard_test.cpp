@@ -22,7 +22,7 @@ class Keyboard : public CalibrationBench {
     double after_key(view::Widget& slider, double from, int key) {
         inside_program([&] {
             state.ui_loading = true;
-            view::set_value(slider, from);
+            view::set_value_and_run_handler(slider, from);
         });
         operator_presses(Form1, key);
         EXPECT_EQ(view::focus(), &Text2);
@@ -88,7 +88,7 @@ TEST_F(Keyboard, ATipIsRefreshedBehindAStepInsideTheScaleOnly) {
     };
     inside_program([] {
         state.ui_loading = true;
-        view::set_value(Slider_ktar, 1300);
+        view::set_value_and_run_handler(Slider_ktar, 1300);
     });
     EXPECT_EQ(tips_after(Slider_power, 1300, page_up), "old 309");
     EXPECT_EQ(tips_after(Slider_power, 1300, page_down), "old 289");

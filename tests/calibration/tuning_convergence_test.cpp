@@ -23,7 +23,7 @@ class TuningConverges : public CalibrationBench, public testing::WithParamInterf
     TuningConverges() : CalibrationBench(GetParam()) {}
 
     Outcome tune_from(int gain) {
-        inside_program([gain] { view::set_value(form1::Slider_ktar, gain); });
+        inside_program([gain] { view::set_value_and_run_handler(form1::Slider_ktar, gain); });
         run_for(5000);
         begin_notes();
         screen.answer_message("Automatic Tuning System", view::Answer::yes);

@@ -8,8 +8,10 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
 
@@ -87,6 +89,18 @@ TEST_F(TerminalSettings, TheTerminalOfASessionIsRefused) {
     EXPECT_FALSE(port.write(Bytes{80}));
     expect_no_bytes(cable);
     expect_same(settings_of(cable), before);
+}
+
+// Whoever waits at a pipe would take the opening for a visit.
+TEST_F(TerminalSettings, APipeIsNotEvenOpened) {
+    const auto pipe = folder / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    lead_com1_to(pipe);
+    EXPECT_THAT(open_com1().value_or(""), HasSubstr(std::strerror(ENOTTY)));
+    pollfd watched{reader, POLLIN, 0};
+    EXPECT_EQ(::poll(&watched, 1, 0), 0) << "a writer was there";
+    ::close(reader);
 }
 
 TEST_F(TerminalSettings, ATerminalBehindAStaleLinkIsLeftAlone) {

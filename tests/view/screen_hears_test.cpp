@@ -64,7 +64,8 @@ TEST_F(ScreenHears, OfEachAssignmentThePartThatItChanges) {
                 ElementsAre(Aspect::edit_marker));
     EXPECT_THAT(of(slider, [&] { view::set_selection_length(slider, 9); }),
                 ElementsAre(Aspect::range));
-    EXPECT_THAT(of(slider, [&] { view::set_value(slider, 12); }), ElementsAre(Aspect::value));
+    EXPECT_THAT(of(slider, [&] { view::set_value_and_run_handler(slider, 12); }),
+                ElementsAre(Aspect::value));
     EXPECT_THAT(of(slider, [&] { view::place_value(slider, 13); }), ElementsAre(Aspect::value));
     EXPECT_THAT(of(slider, [&] { view::set_range(slider, 20, 30); }),
                 ElementsAre(Aspect::range, Aspect::range, Aspect::value));
@@ -92,7 +93,8 @@ TEST_F(ScreenHears, OfBothOptionsWhenOneTakesThePlaceOfTheOther) {
     EXPECT_THAT(of(other, [&] { view::place_selected(other); }), ElementsAre(Aspect::value));
     EXPECT_EQ(other.look.value, 1);
     EXPECT_EQ(form1::Option_gpl.look.value, 0);
-    EXPECT_THAT(of(form1::Check1, [] { view::select(form1::Check1); }), ElementsAre(Aspect::value));
+    EXPECT_THAT(of(form1::Check1, [] { view::select_and_run_handler(form1::Check1); }),
+                ElementsAre(Aspect::value));
 }
 
 TEST_F(ScreenHears, OfAListOfItemsAndOfTheOneThatIsChosen) {

@@ -45,11 +45,11 @@ class Rules : public Bench {
 
 TEST_F(Rules, ASliderRejectsAValueOutsideItsRangeAndKeepsWhatItHad) {
     form1::Slider_ktar.on.change = says("change");
-    EXPECT_TRUE(view::set_value(form1::Slider_ktar, 1001));
-    EXPECT_TRUE(view::set_value(form1::Slider_ktar, 1800));
+    EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider_ktar, 1001));
+    EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider_ktar, 1800));
     events.clear();
     for (const double outside : {1000.0, 1800.5, 1801.0, -1.0}) {
-        EXPECT_FALSE(view::set_value(form1::Slider_ktar, outside));
+        EXPECT_FALSE(view::set_value_and_run_handler(form1::Slider_ktar, outside));
         EXPECT_FALSE(view::place_value(form1::Slider_ktar, outside));
     }
     EXPECT_EQ(view::value(form1::Slider_ktar), 1800);
@@ -63,22 +63,22 @@ TEST_F(Rules, OnlyTheMarkedSlidersRunTheirHandlerAndOnlyWhenTheValueChanges) {
         slider->on.change = says(slider->name);
         events.clear();
         const double other = slider->look.value + 1;
-        EXPECT_TRUE(view::set_value(*slider, other));
-        EXPECT_TRUE(view::set_value(*slider, other));
+        EXPECT_TRUE(view::set_value_and_run_handler(*slider, other));
+        EXPECT_TRUE(view::set_value_and_run_handler(*slider, other));
         EXPECT_THAT(events, ElementsAre(slider->name));
         EXPECT_TRUE(view::place_value(*slider, other - 1));
         EXPECT_EQ(events.size(), 1U);
     }
     events.clear();
     form1::Slider1[2].on.change = says("tank");
-    EXPECT_TRUE(view::set_value(form1::Slider1[2], 12));
+    EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider1[2], 12));
     EXPECT_THAT(events, IsEmpty());
     EXPECT_TRUE(form3::Slider2.changes_on_assignment);
 }
 
 TEST_F(Rules, ARangeTakesTheValueAlong) {
     view::set_range(form1::Slider3, 0, 20);
-    EXPECT_TRUE(view::set_value(form1::Slider3, 15));
+    EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider3, 15));
     view::set_range(form1::Slider3, 0, 10);
     EXPECT_EQ(view::value(form1::Slider3), 10);
 }
@@ -86,12 +86,12 @@ TEST_F(Rules, ARangeTakesTheValueAlong) {
 TEST_F(Rules, AnOptionThatIsSwitchedOnRunsItsClickAndSwitchesItsNeighboursOff) {
     form1::Option_gpl.on.click = says("gpl");
     form1::Option_metano.on.click = says("metano");
-    view::select(form1::Option_gpl);
-    view::select(form1::Option_gpl); // on already
-    view::select(form1::Option_metano);
+    view::select_and_run_handler(form1::Option_gpl);
+    view::select_and_run_handler(form1::Option_gpl); // on already
+    view::select_and_run_handler(form1::Option_metano);
     EXPECT_THAT(events, ElementsAre("gpl", "metano"));
     EXPECT_FALSE(view::selected(form1::Option_gpl));
-    view::select(form1::Option_metano, false); // off is no click
+    view::select_and_run_handler(form1::Option_metano, false); // off is no click
     EXPECT_EQ(events.size(), 2U);
     view::place_selected(form1::Option_gpl);
     EXPECT_TRUE(view::selected(form1::Option_gpl));
@@ -99,17 +99,17 @@ TEST_F(Rules, AnOptionThatIsSwitchedOnRunsItsClickAndSwitchesItsNeighboursOff) {
 }
 
 TEST_F(Rules, OptionsOfAnotherFrameStayOn) {
-    view::select(form1::Option_press_yes);
-    view::select(form1::Option_gpl);
-    view::select(form1::lambda_dir);
+    view::select_and_run_handler(form1::Option_press_yes);
+    view::select_and_run_handler(form1::Option_gpl);
+    view::select_and_run_handler(form1::lambda_dir);
     EXPECT_TRUE(view::selected(form1::Option_press_yes));
     EXPECT_TRUE(view::selected(form1::Option_gpl));
 }
 
 TEST_F(Rules, AnOptionThatIsSwitchedOffIsOff) {
-    view::select(form1::Option_gpl);
+    view::select_and_run_handler(form1::Option_gpl);
     form1::Option_gpl.on.click = says("gpl");
-    view::select(form1::Option_gpl, false);
+    view::select_and_run_handler(form1::Option_gpl, false);
     EXPECT_FALSE(view::selected(form1::Option_gpl));
     EXPECT_FALSE(view::selected(form1::Option_metano));
     EXPECT_THAT(events, IsEmpty());
@@ -117,9 +117,9 @@ TEST_F(Rules, AnOptionThatIsSwitchedOffIsOff) {
 
 TEST_F(Rules, ACheckBoxRunsItsClickForAnyChange) {
     form1::Check1.on.click = says("check");
-    view::select(form1::Check1);
-    view::select(form1::Check1);
-    view::select(form1::Check1, false);
+    view::select_and_run_handler(form1::Check1);
+    view::select_and_run_handler(form1::Check1);
+    view::select_and_run_handler(form1::Check1, false);
     EXPECT_THAT(events, ElementsAre("check", "check"));
 }
 

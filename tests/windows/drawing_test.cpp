@@ -101,12 +101,12 @@ TEST_F(Drawing, ALampThatGoesOffAndOnInOneTickIsNotPaintedAgain) {
 
 TEST_F(Drawing, WhatIsSetToWhatItIsAlreadyIsNotPaintedAgain) {
     set_text(Label1, "850");
-    set_value(ProgressBar1, 20);
+    set_value_and_run_handler(ProgressBar1, 20);
     settle();
     PaintWatch label(face(Label1)), bar(face(ProgressBar1));
     set_text(Label1, "850");
     set_fore(Label1, Label1.look.fore);
-    set_value(ProgressBar1, 20);
+    set_value_and_run_handler(ProgressBar1, 20);
     settle();
     EXPECT_EQ(label.count, 0);
     EXPECT_EQ(bar.count, 0);

@@ -40,8 +40,8 @@ class MirrorCheck : public QtBench {
         set_list_index(Combo1, 1);
         set_text(Text_notes, "one\ntwo");
         set_selection_length(Slider_flat, 12);
-        set_value(ProgressBar1, 40);
-        select(Option_a);
+        set_value_and_run_handler(ProgressBar1, 40);
+        select_and_run_handler(Option_a);
         set_focus(Text1);
         settle();
     }

@@ -112,7 +112,7 @@ TEST_F(Mouse, AClickOnTheOptionThatIsOnRunsItsHandlerAndLeavesItOn) {
 
 TEST_F(Mouse, ACheckBoxFollowsItsModelEvenWhenTheHandlerTakesTheChoiceBack) {
     Check1.on.click = [] {
-        if (selected(Check1)) select(Check1, false);
+        if (selected(Check1)) select_and_run_handler(Check1, false);
     };
     click(face(Check1));
     EXPECT_FALSE(selected(Check1));
@@ -213,7 +213,7 @@ TEST_F(Mouse, DragBeyondTheScaleStopsAtItsEnd) {
 
 TEST_F(Mouse, AHandlerMaySpringTheSliderBack) {
     Slider_flat.on.change = [] {
-        if (value(Slider_flat) > 60) set_value(Slider_flat, 60);
+        if (value(Slider_flat) > 60) set_value_and_run_handler(Slider_flat, 60);
     };
     start_drag(face(Slider_flat), 90);
     end_drag(face(Slider_flat));
@@ -224,9 +224,9 @@ TEST_F(Mouse, AHandlerMaySpringTheSliderBack) {
 TEST_F(Mouse, AValueFromCodeIsShownAndRunsWhatItsTableSays) {
     note(Slider_flat);
     note(Slider_eager);
-    set_value(Slider_flat, 70);
-    set_value(Slider_eager, 1300);
-    EXPECT_FALSE(set_value(Slider_flat, 101));
+    set_value_and_run_handler(Slider_flat, 70);
+    set_value_and_run_handler(Slider_eager, 1300);
+    EXPECT_FALSE(set_value_and_run_handler(Slider_flat, 101));
     settle();
     EXPECT_THAT(acts, ElementsAre("Slider_eager at 1300"));
     EXPECT_EQ(face<QSlider>(Slider_flat).value(), 70);
