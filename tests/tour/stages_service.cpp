@@ -23,9 +23,10 @@ void look_at_boxes(Hands& hands, UnitProcess& unit) {
     hands.until([&] { return hands.shown("Form2"); });
     hands.close("Form2");
     hands.until([&] { return !hands.shown("Form2"); });
-    hands.see("closed by its frame it leaves the values standing", !values_flow(hands, unit, 1500));
+    hands.see("closed by its frame it lets the values flow", values_flow(hands, unit));
+    Hands::rest(1500); // the values of before are shown again
     hands.click("Command31");
-    hands.see("until the reading is asked for", values_flow(hands, unit));
+    hands.see("the button for it keeps the reading going", values_flow(hands, unit));
     hands.menu({"mnu_Schermo", "mnu_color_testo"});
     hands.until([&] { return hands.box_on_view(); });
     hands.picture("colours");
