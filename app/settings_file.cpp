@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view section_name = "General";
 constexpr std::size_t longest_value = 255; // a buffer of 256 characters with its end mark
-// Room for thousands of lines of the fitter's own. Each key is looked for from the first line.
+// Enough for thousands of lines that the fitter adds. Each key is looked up from the first line.
 constexpr std::size_t largest_settings = std::size_t{1} << 20;
 
 bool same_name(std::string_view a, std::string_view b) {

@@ -38,7 +38,7 @@ bool is_pseudo_terminal(dev_t device) {
     return major(device) >= first && major(device) <= last;
 }
 
-// The field behind state, parent, group and session, and those come behind the name in parentheses,
+// The field after state, parent, group and session, which follow the name in parentheses,
 // which may hold blanks and parentheses of its own. The kernel packs 12 bits of the major number
 // between the low 8 and the high 12 bits of the minor one. 0 is none.
 dev_t controlling_terminal(const std::string& stat) {

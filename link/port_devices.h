@@ -27,7 +27,7 @@ std::filesystem::path device_of_port(int port_number);
 // number. Any other device is where it was found.
 std::filesystem::path place_of_found(int port_number);
 
-// The path, and where a link leads behind an arrow: "ports/com1 -> /dev/ttyUSB0".
+// The path and, for a link, an arrow and its target: "ports/com1 -> /dev/ttyUSB0".
 std::string with_target(const std::filesystem::path& device);
 
 // "COM1: /dev/ttyUSB0 (not there)", with the link's target. Whether the device is there is asked at

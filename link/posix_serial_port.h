@@ -13,7 +13,7 @@ namespace zol::link {
 
 // Behind a port number stands what link/port_devices.h says. An adapter that is pulled while the
 // port is open makes every write and read fail; once it is back under its name, the next write
-// finds it again, with no need to open the port anew. Another device in its place is not taken and
+// finds it again, with no need to reopen the port. Another device in its place is not taken and
 // gets no byte: the port goes on failing as if the adapter were out. The terminal of a session is
 // never taken. A device gets its settings back when it is let go.
 class PosixSerialPort : public SerialPort {

@@ -3,7 +3,7 @@
 
 namespace zol::monitor {
 
-// With the polling: where that has to be started anew, it gets 500 ms before the panel comes.
+// With the polling: if it has to be restarted, it gets 500 ms before the panel is shown.
 void bring_back_engine_panel();
 
 } // namespace zol::monitor

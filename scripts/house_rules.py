@@ -45,7 +45,7 @@ KNOW_THE_TOOLKIT = {"view/qt", "app/program", "tests"}
 RESET = "tests/support/program_state.cpp"
 WITH_STATE = set(MAY_INCLUDE) - {"view/qt", "simulator"}
 # At the outer level, where namespaces do not indent: a variable that can change. A reference cannot
-# be bound anew, and the windows are made of what view::reset() puts back.
+# be rebound, and the windows consist of what view::reset() resets.
 NO_VARIABLE = re.compile(r"(?:inline )?(?:const|constexpr)\b|using |namespace |struct |class |enum |template|static_assert|extern |return ")
 VARIABLE = re.compile(r"(?:(?:inline|static|thread_local) )*(?P<type>[\w:]+(?: (?:int|long|short|char|double))*(?:<.*>)?(?: ?\*)?(?: ?const)?) ?\b(?P<name>\w+)(?: ?[={\[].*|;.*)$")
 OF_THE_WINDOWS = re.compile(r"(?:view::)?(?:Widget|WidgetArray|Timer)$")
@@ -71,7 +71,7 @@ def includes(path, lines):
 
 
 def bare_numbers(path, lines):
-    """Parameters, messages and waits that stand as a number where they have a name. A call may take
+    """Parameters, messages and waits that are written as a number although they have a name. A call may take
     several lines."""
     if module_of(path) not in LOGIC:
         return
@@ -93,7 +93,7 @@ def variables(lines):
 
 
 def state(path, lines, reset):
-    """What a test that begins anew would find as another one left it."""
+    """State that a new test would find as an earlier test left it."""
     if module_of(path) not in WITH_STATE:
         return
     for number, name, line in variables(lines):

@@ -43,7 +43,7 @@ struct Screen {
     virtual ScreenSize size() = 0;
 };
 
-// What the view knows beside the looks of its widgets.
+// The state of the view other than the looks of its widgets.
 struct ViewState {
     Screen* screen = nullptr;
     std::vector<Widget*> shown; // the active window is the last

@@ -53,8 +53,8 @@ void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing
 void set_item_tips(Widget& combo, const std::vector<std::string>& tips);
 bool set_list_index(Widget& combo, int index); // runs no handler; -1 selects none
 
-// Whether the operator can come at it: its window is on view, and neither it nor what it stands in
-// is hidden or disabled.
+// Whether the operator can use it: its window is shown, and neither it nor any of its parents is
+// hidden or disabled.
 bool reachable(const Widget& widget);
 
 // Focus. An invisible or disabled control refuses it, and nothing changes. A window as the argument

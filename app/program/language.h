@@ -1,4 +1,4 @@
-// The choice of the language, which fills all captions anew.
+// The choice of the language, which sets all captions again.
 #pragma once
 
 #include <string>

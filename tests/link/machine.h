@@ -1,4 +1,4 @@
-// A machine of the test's own: pseudo-terminals behind the names of its serial devices, and what
+// A fake machine: pseudo-terminals under the names of its serial devices, and what
 // its system says about them.
 #pragma once
 

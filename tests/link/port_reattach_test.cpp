@@ -94,8 +94,8 @@ TEST_F(Reattach, AReusedNumberBehindAnOldLinkIsLeftAlone) {
     Cable first;
     const auto device = first.device;
     lead_com1_to(device);
-    std::this_thread::sleep_for(
-        std::chrono::milliseconds(20)); // a tick of the kernel's clock of files
+    // The kernel's clock for file times advances every few milliseconds.
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
     open_and_pull(first);
     Cable second;
     ASSERT_EQ(second.device, device) << "the kernel gives the lowest free number";
@@ -209,7 +209,7 @@ TEST_F(Reattach, ALinkThatGoesIsNotReplacedByAnAdapter) {
     expect_left_alone(car);
 }
 
-// A practice unit may stand behind the usual name as well.
+// A practice unit may have the usual name as well.
 TEST_F(Reattach, ALinkThatGoesIsNotReplacedByAUnit) {
     Cable unit, other;
     lead_usual_device_to(other);

@@ -26,7 +26,7 @@ Numbers numbers_in(const std::string& text, const std::string& before) {
     return numbers;
 }
 
-// The last line repeats the number of the one before it and stands for the next one.
+// The last line repeats the number of the line before it, although it holds the next parameter.
 Numbers in_the_file() {
     Numbers numbers = numbers_in(maintenance::dump_text(link::Reply(link::Bytes(120, 0))), "Par ");
     numbers.insert(153);

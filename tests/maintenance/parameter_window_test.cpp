@@ -13,6 +13,7 @@ class ParameterWindow : public Bench {
         operator_clicks(form1::barra1);
         run_for(10);
     }
+    void expect_polling_goes_on_after(const std::function<void()>& leave);
 };
 
 TEST_F(ParameterWindow, ShowsSixParametersOnDarkRed) {
@@ -65,7 +66,7 @@ TEST_F(ParameterWindow, StopsThePollingWhileItIsOpen) {
     EXPECT_TRUE(view::enabled(form1::Form1));
 }
 
-TEST_F(ParameterWindow, ExitClosesItAndThePollingGoesOn) {
+void ParameterWindow::expect_polling_goes_on_after(const std::function<void()>& leave) {
     start_connected();
     app::state.no_reread = true; // the window came up by the connection dialog
     fitter_opens();
@@ -73,7 +74,7 @@ TEST_F(ParameterWindow, ExitClosesItAndThePollingGoesOn) {
     forget_wire();
     app::state.ui_loading = true;
     const auto clicked = now_ms();
-    operator_clicks(form2::cmd_exit);
+    leave();
     EXPECT_FALSE(form2::Form2.shown);
     run_for(99);
     EXPECT_TRUE(app::state.ui_loading);
@@ -90,6 +91,14 @@ TEST_F(ParameterWindow, ExitClosesItAndThePollingGoesOn) {
     EXPECT_EQ(port->sent[0].at_ms - clicked, 100 + 50);
 }
 
+TEST_F(ParameterWindow, ExitClosesItAndThePollingGoesOn) {
+    expect_polling_goes_on_after([this] { operator_clicks(form2::cmd_exit); });
+}
+
+TEST_F(ParameterWindow, ClosedByItsFrameDoesWhatExitDoes) {
+    expect_polling_goes_on_after([this] { operator_closes(form2::Form2); });
+}
+
 // On a closed port no poll comes between.
 TEST_F(ParameterWindow, TheKeyboardGoesToText2AHundredMillisecondsBehindThePolling) {
     start_connected();
@@ -102,29 +111,6 @@ TEST_F(ParameterWindow, TheKeyboardGoesToText2AHundredMillisecondsBehindThePolli
     EXPECT_NE(view::focus(), &form1::Text2);
     run_for(1);
     EXPECT_EQ(view::focus(), &form1::Text2);
-}
-
-TEST_F(ParameterWindow, ClosedByItsFrameDoesWhatExitDoes) {
-    start_connected();
-    app::state.no_reread = true;
-    fitter_opens();
-    run_for(1000);
-    forget_wire();
-    app::state.ui_loading = true;
-    const auto closed = now_ms();
-    operator_closes(form2::Form2);
-    EXPECT_FALSE(form2::Form2.shown);
-    run_for(99);
-    EXPECT_TRUE(app::state.ui_loading);
-    EXPECT_FALSE(app::state.poll_enabled);
-    run_for(1);
-    EXPECT_FALSE(app::state.ui_loading);
-    EXPECT_TRUE(app::state.poll_enabled);
-    run_for(1000);
-    EXPECT_EQ(view::focus(), &form1::Text2);
-    ASSERT_FALSE(port->sent.empty());
-    EXPECT_EQ(port->sent[0].frame, Send(3));
-    EXPECT_EQ(port->sent[0].at_ms - closed, 100 + 50);
 }
 
 } // namespace

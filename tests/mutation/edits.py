@@ -132,7 +132,7 @@ def edits_of(root, path, enums):
 
 def all_edits(root):
     """Every edit there is, by file. Not of link/parameter_catalogue.inc: its test compares each number
-    and text with other tables, and every edit would build most of the program anew."""
+    and text with other tables, and every edit would rebuild most of the program."""
     enums = enumerators(root)
     files = [path for folder in FOLDERS for path in sorted((root / folder).glob("*.cpp"))]
     files = [path for path in files if path.name not in START_EXECUTABLES]

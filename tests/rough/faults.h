@@ -48,7 +48,7 @@ void in_the_connection_dialog(Hands& hands, UnitProcess& unit);
 void with_the_port_taken(Hands& hands, UnitProcess& unit);
 void taken_while_the_adapter_was_out(Hands& hands, UnitProcess& unit);
 
-// --- other_car.cpp: another unit behind the device that the port number usually has
+// --- other_car.cpp: another unit at the usual device of the port number
 // The unit of that car, for the visit that has one.
 inline std::optional<UnitProcess> other_car;
 // Starts it on a machine of the visit's own below `out`.

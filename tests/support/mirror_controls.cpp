@@ -50,7 +50,7 @@ Roles roles_of(Kind kind) {
 
 QColor qcolor(Colour colour) { return QColor(colour % 256, colour / 256 % 256, colour / 65536); }
 
-// Without a ground of its own a control shows the one that it stands on; what draws a ground of its
+// Without a ground of its own a control shows that of its parent; what draws a ground of its
 // own kind has the toolkit's.
 QColor ground_of(const Widget& widget, const QWidget& face) {
     if (widget.look.back != view::system_colour) return qcolor(widget.look.back);

@@ -100,7 +100,7 @@ def plain(text):
 
 
 def fixed_captions():
-    """Every text that stands literally in the program's sources, without the catalogue, which no screen
+    """Every literal text in the program's sources, without the catalogue, which no screen
     shows."""
     captions = set()
     rooms = ["view/windows", "app", "link", "monitor", "calibration", "diagnostics", "maintenance"]

@@ -17,7 +17,7 @@ constexpr QSize largest_picture(4096, 4096); // the pictures are 680 wide
 constexpr qsizetype longest_text = 200;      // of the window; a title has some 40 characters
 constexpr qsizetype most_pages = 200;        // 17 ship
 
-// The file itself, behind all links; empty if it is none of the manual's.
+// The file itself, with all links resolved; empty if it is not one of the manual's.
 QString real_manual_file(const QString& folder, const QString& path) {
     const QFileInfo file(QFileInfo(path).canonicalFilePath());
     const bool good = file.filePath().startsWith(folder + "/") && file.isFile() &&

@@ -8,7 +8,7 @@ namespace zol::view::qt {
 
 // For buttons, frames, menus and labels that lead to a field: no character is a key to press.
 QString plain_caption(const QString& text);
-// For the titles of windows: nothing stands for a mark of unsaved changes.
+// For the titles of windows: no characters are taken for the mark of unsaved changes.
 QString plain_title(const QString& text);
 // For tips: one that looks like markup is given as markup that shows its characters. Markup could
 // name a file, which would be opened.
