@@ -96,7 +96,10 @@ TEST_F(ParameterWindow, ExitClosesItAndThePollingGoesOn) {
 }
 
 TEST_F(ParameterWindow, ClosedByItsFrameDoesWhatExitDoes) {
-    expect_polling_goes_on_after([this] { operator_closes(form2::Form2); });
+    expect_polling_goes_on_after([this] {
+        inside_program([] { view::set_focus(form2::cmd_exit); }); // as Tab does
+        operator_closes(form2::Form2);
+    });
 }
 
 // On a closed port no poll comes between.
