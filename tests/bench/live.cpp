@@ -8,7 +8,7 @@
 #include "link/parameter_mirrors.h"
 #include "link/posix_serial_port.h"
 #include "tests/bench/rows.h"
-#include "tests/tour/unit_process.h"
+#include "tests/process/tour/unit_process.h"
 #include "view/operator.h"
 #include "view/qt/qt_view.h"
 #include "view/screen.h"

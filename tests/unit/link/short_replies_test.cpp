@@ -1,0 +1,212 @@
+// Replies that end too early, of any length, or repeat the wrong command: nothing crashes, what did
+// not arrive keeps what it was, and a wrong echo is asked for again.
+#include "link/first_read.h"
+
+#include "tests/unit/link/crafted_unit.h"
+#include "tests/unit/link/image_words.h"
+#include "view/timers.h"
+
+#include <algorithm>
+
+namespace zol::tests {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+
+constexpr double untouched = -7;
+
+class ShortImages : public CraftedBench {
+  protected:
+    void forget_mirrors() {
+        for (const Word& word : every_word)
+            link::mirrors.*word.mirror = untouched;
+    }
+    // Each word of `words` is taken if it lies wholly within `length` bytes.
+    void expect_words_within(std::size_t length, const Words& words) {
+        for (const Word& word : words) {
+            const bool arrived = static_cast<std::size_t>(word.position) + 1 <= length;
+            EXPECT_EQ(link::mirrors.*word.mirror, arrived ? word_at(word.position) : untouched)
+                << "position " << word.position << ", image of " << length << " bytes";
+        }
+    }
+    // The main window anew: it reads the unit again.
+    void read_again() {
+        forget_wire();
+        inside_program([] {
+            view::hide(form1::Form1);
+            view::show(form1::Form1);
+        });
+        run_for(6000);
+    }
+    // The dialog's read by itself, with no dialog around it.
+    void start_bare() {
+        port->open();
+        time.start([] {
+            for (;;)
+                view::pump();
+        });
+    }
+    void read_bare(int tries) {
+        forget_wire();
+        inside_program(link::read_for_dialog);
+        run_for(1600 + tries * 1800);
+    }
+    auto images_asked_for() const { return std::ranges::count(frames(), Send(1)); }
+};
+
+TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasOnActivation) {
+    crafted.family = 4;
+    crafted.version = 7;
+    crafted.revision = 30;
+    const Bytes whole = crafted.image;
+    read_on_activation();
+    for (std::size_t length = 5; length <= 191; ++length) {
+        crafted.image.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        forget_mirrors();
+        read_again();
+        EXPECT_EQ(images_asked_for(), 1) << length;
+        expect_words_within(
+            length, joined({words_on_both_roads, cut_off_words, latency_word, activation_words,
+                            eobd_words, lambda_words_2_to_4, extended_words_2_to_4}));
+    }
+}
+
+TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasByTheDialog) {
+    crafted.family = 1;
+    crafted.version = 7;
+    const Bytes whole = crafted.image;
+    start_bare();
+    for (std::size_t length = 5; length <= 155; ++length) {
+        crafted.image.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        forget_mirrors();
+        read_bare(1);
+        expect_words_within(length, joined({words_on_both_roads, latency_word, cut_off_words,
+                                            lambda_words_1, kind_word, extended_words_1}));
+    }
+}
+
+TEST_F(ShortImages, AnImageOfAnyLengthIsTakenOnceIfItsEchoIsRight) {
+    start_bare();
+    for (std::size_t length = 0; length <= 300; ++length) {
+        crafted.image.resize(length);
+        if (length >= 5) crafted.image[4] = 1;
+        app::state.ui_loading = false;
+        read_bare(3);
+        EXPECT_EQ(images_asked_for(), length >= 5 ? 1 : 3) << length;
+        EXPECT_EQ(app::state.ui_loading, length >= 5) << length;
+    }
+}
+
+TEST_F(ShortImages, AnImageOfAnyLengthWithAWrongEchoIsAskedForThreeTimesAndNotTaken) {
+    start_bare();
+    forget_mirrors();
+    for (std::size_t length = 0; length <= 300; ++length) {
+        crafted.image.resize(length);
+        if (length >= 5) crafted.image[4] = 3;
+        read_bare(3);
+        EXPECT_EQ(images_asked_for(), 3) << length;
+    }
+    expect_words_within(0, every_word);
+    EXPECT_FALSE(app::state.ui_loading);
+}
+
+TEST_F(ShortImages, AWrongEchoAtActivationRepeatsVersionAndImageForEver) {
+    crafted.image[4] = 7;
+    start_program();
+    run_for(1200 + 100 * 3200);
+    const auto sent = frames();
+    ASSERT_EQ(sent.size(), 202U);
+    EXPECT_EQ(sent[0], Send(6));
+    for (std::size_t i = 1; i < sent.size(); ++i)
+        EXPECT_EQ(sent[i], Send(i % 2 == 1 ? 7 : 1)) << i;
+    EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
+    EXPECT_TRUE(app::state.ui_loading);
+    // The unit comes to its senses, and so does the tool.
+    crafted.image[4] = 1;
+    run_for(10000);
+    EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
+    EXPECT_FALSE(app::state.ui_loading);
+}
+
+class ShortVersions : public CraftedBench {};
+
+TEST_F(ShortVersions, AWrongEchoAtActivationIsAskedForAgainForEver) {
+    crafted.instead = [](int command) -> std::optional<Bytes> {
+        if (command == 7) return Bytes{80, 67, 0, 12, 6, 0, 4, 0, 6, 0, 71, 0};
+        return std::nullopt;
+    };
+    start_program();
+    run_for(1200 + 100 * 1600);
+    auto sent = frames();
+    ASSERT_EQ(sent.size(), 102U);
+    sent.erase(sent.begin());
+    EXPECT_THAT(sent, Each(Send(7)));
+    EXPECT_EQ(app::state.firmware_text, "");
+}
+
+// The version is read by itself here, so that each length takes one exchange.
+class VersionOfAnyLength : public CraftedBench {
+  protected:
+    VersionOfAnyLength() {
+        port->open();
+        time.start([] {
+            for (;;)
+                view::pump();
+        });
+    }
+    bool read(const Bytes& reply) {
+        crafted.instead = [&reply](int) { return reply; };
+        bool taken = false;
+        inside_program([&taken] { taken = link::read_version(); });
+        run_for(1600);
+        return taken;
+    }
+};
+
+TEST_F(VersionOfAnyLength, TakesWhatArrivedAndKeepsTheRest) {
+    for (std::size_t length = 0; length <= 300; ++length) {
+        app::state.ecu_family = 90;
+        app::state.ecu_version = 91;
+        app::state.ecu_revision = 92;
+        app::state.firmware_text = "before";
+        Bytes reply = {80, 67, 0, 12, 7, 0, 4, 0, 6, 0, 71};
+        reply.resize(length);
+        EXPECT_EQ(read(reply), length >= 5) << length;
+        EXPECT_EQ(app::state.ecu_family, length >= 7 ? 4 : 90) << length;
+        EXPECT_EQ(app::state.ecu_version, length >= 9 ? 6 : 91) << length;
+        EXPECT_EQ(app::state.ecu_revision, length >= 11 ? 71 : 92) << length;
+        const std::string text = length < 5    ? "before"
+                                 : length < 7  ? ""
+                                 : length < 9  ? "4"
+                                 : length < 11 ? "4.6"
+                                               : "4.6.71";
+        EXPECT_EQ(app::state.firmware_text, text) << length;
+    }
+}
+
+TEST_F(VersionOfAnyLength, AWrongEchoChangesNothingWhateverTheLength) {
+    for (std::size_t length = 0; length <= 300; ++length) {
+        app::state.firmware_text = "before";
+        app::state.ecu_family = 90;
+        EXPECT_FALSE(read(Bytes(length, 1))) << length;
+        EXPECT_EQ(app::state.firmware_text, "before") << length;
+        EXPECT_EQ(app::state.ecu_family, 90) << length;
+    }
+}
+
+TEST_F(ShortImages, AnAnswerOfAnyLengthToThePresenceTestIsAnAnswer) {
+    read_on_activation();
+    for (std::size_t length = 1; length <= 300; ++length) {
+        crafted.instead = [length](int command) -> std::optional<Bytes> {
+            if (command == 6) return Bytes(length, length % 2 ? 6 : 0);
+            return std::nullopt;
+        };
+        read_again();
+        EXPECT_EQ(images_asked_for(), 1) << length;
+        EXPECT_FALSE(centralina_attiva::Centralina_Attiva.loaded) << length;
+    }
+}
+
+} // namespace
+} // namespace zol::tests

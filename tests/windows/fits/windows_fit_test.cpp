@@ -1,0 +1,189 @@
+// Nothing is cut, covered or out of reach, whatever the screen and the language.
+#include "tests/windows/fits/fit_bench.h"
+
+#include "app/app_state.h"
+#include "app/message_catalogue.h"
+#include "view/windows/acquisizione.h"
+#include "view/windows/centralina_attiva.h"
+#include "view/windows/form1.h"
+#include "view/windows/form2.h"
+#include "view/windows/form3.h"
+#include "view/windows/form_power.h"
+#include "view/windows/frm_splash.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+
+namespace zol::view {
+namespace {
+
+class EveryWindowFits : public FitBench {
+  protected:
+    // Everything that can come out, comes out, and of the panels this one.
+    void show_panel(const Widget& panel) {
+        for (Widget* w : form1::Form1.controls)
+            set_visible(*w, true);
+        for (Widget* other : {&form1::frame_engine, &form1::Frame_impostazioni,
+                              &form1::Frame_Lambda, &form1::Frame_diagnosi})
+            set_visible(*other, other == &panel);
+        settle();
+    }
+
+    // Scrolled to, each entry is whole, on as many lines as it takes.
+    void expect_contents_whole(QListWidget& contents) {
+        ASSERT_GT(contents.count(), 10);
+        for (int row = 0; row < contents.count(); ++row) {
+            const QListWidgetItem* item = contents.item(row);
+            const QRect place = contents.visualItemRect(item);
+            const QRect text = contents.fontMetrics().boundingRect(
+                QRect(0, 0, place.width() - 6, 0), Qt::TextWordWrap, item->text());
+            EXPECT_LE(text.width(), place.width()) << item->text().toStdString();
+            EXPECT_LE(text.height(), place.height()) << item->text().toStdString();
+            EXPECT_LE(place.width(), contents.viewport()->width()) << item->text().toStdString();
+        }
+    }
+
+    void expect_each_panel_fits() {
+        for (Widget* panel : {&form1::frame_engine, &form1::Frame_impostazioni,
+                              &form1::Frame_Lambda, &form1::Frame_diagnosi}) {
+            show_panel(*panel);
+            expect_all(form1::Form1);
+        }
+    }
+};
+
+TEST_P(EveryWindowFits, TheMainWindowWithEachOfItsPanels) {
+    open(form1::Form1);
+    expect_each_panel_fits();
+}
+
+TEST_P(EveryWindowFits, TheMainWindowMaximised) {
+    open(form1::Form1);
+    set_window_state(form1::Form1, WindowState::maximised);
+    settle();
+    expect_each_panel_fits();
+}
+
+// Back from maximised, then narrow, low, and as small as it lets him.
+TEST_P(EveryWindowFits, TheMainWindowAtWhatSizeTheOperatorGivesIt) {
+    open(form1::Form1);
+    set_window_state(form1::Form1, WindowState::maximised);
+    settle();
+    set_window_state(form1::Form1, WindowState::normal);
+    settle();
+    QWidget& window = top(form1::Form1);
+    const QSize given = window.size();
+    for (const QSize size : {given, QSize(given.width() * 7 / 10, given.height()),
+                             QSize(given.width(), given.height() * 7 / 10), QSize(1, 1)}) {
+        window.resize(size);
+        settle();
+        expect_each_panel_fits();
+    }
+}
+
+TEST_P(EveryWindowFits, TheSplashWindow) {
+    open(frm_splash::frmSplash);
+    expect_all(frm_splash::frmSplash);
+}
+
+TEST_P(EveryWindowFits, TheConnectionDialog) {
+    open(centralina_attiva::Centralina_Attiva);
+    expect_all(centralina_attiva::Centralina_Attiva);
+}
+
+TEST_P(EveryWindowFits, TheParameterWindow) {
+    open(form2::Form2);
+    expect_all(form2::Form2);
+}
+
+TEST_P(EveryWindowFits, TheChangeoverWindow) {
+    app::state.ecu_version = 7, app::state.ecu_revision = 71; // all of its frames
+    open(form3::Form3);
+    expect_all(form3::Form3);
+}
+
+TEST_P(EveryWindowFits, ThePowerDialog) {
+    open(form_power::Form_power);
+    expect_all(form_power::Form_power);
+}
+
+TEST_P(EveryWindowFits, TheAcquisitionWindow) {
+    open(acquisizione::acquisizione);
+    expect_all(acquisizione::acquisizione);
+}
+
+// A list is as wide as its longest entry, also where its field is not.
+TEST_P(EveryWindowFits, TheOpenList) {
+    open(form1::Form1);
+    show_panel(form1::Frame_impostazioni);
+    auto& combo = static_cast<QComboBox&>(face(form1::Combo_tank_level));
+    combo.showPopup();
+    settle();
+    auto* entries = combo.view();
+    EXPECT_TRUE(entries->screen()->geometry().contains(entries->window()->frameGeometry()));
+    QString all;
+    for (int i = 0; i < combo.count(); ++i)
+        all += combo.itemText(i) + ' ';
+    expect_drawn_whole(*entries->viewport(), all, "the open list");
+    combo.hidePopup();
+}
+
+TEST_P(EveryWindowFits, TheManual) {
+    const std::string language = GetParam() == std::string("xx") ? "de" : GetParam();
+    show_manual(ZOL_SOURCE_DIR "/zol.chm", language + "/index.htm");
+    settle();
+    QWidget* manual = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->objectName() == "Manual") manual = top;
+    ASSERT_TRUE(manual);
+    expect_window_on_screen(*manual);
+    EXPECT_GE(manual->width(), manual->screen()->availableSize().width() * 0.74);
+    const auto parts = manual->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QWidget* part : parts) {
+        if (!part->isVisible()) continue;
+        EXPECT_TRUE(manual->rect().contains(part->geometry())) << part->objectName().toStdString();
+    }
+    auto* back = manual->findChild<QPushButton*>("Back");
+    expect_drawn_whole(*back, back->text(), "the manual's button");
+    expect_contents_whole(*manual->findChild<QListWidget*>("Contents"));
+    screen.close_manual();
+}
+
+// The longest questions that the program asks.
+TEST_P(EveryWindowFits, ItsBoxes) {
+    app::state.current_language = GetParam();
+    int judged = 0;
+    QTimer eyes;
+    QObject::connect(&eyes, &QTimer::timeout, [&] {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            auto* box = qobject_cast<QMessageBox*>(top);
+            if (!box || !box->isVisible()) continue;
+            ++judged;
+            expect_window_on_screen(*box);
+            auto* words = box->findChild<QLabel*>("qt_msgbox_label");
+            expect_drawn_whole(*words, words->text(), "a box's text");
+            box->close();
+        }
+    });
+    eyes.start(1);
+    for (const int key : {1252, 1254, 1255})
+        message_box({.text = app::message(key).value_or("") + (key == 1255 ? "65535" : ""),
+                     .title = "Forced START",
+                     .buttons = Buttons::yes_no,
+                     .icon = Icon::question});
+    EXPECT_EQ(judged, 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(InLanguage, EveryWindowFits,
+                         testing::Values("it", "uk", "pl", "fr", "de", "xx"),
+                         [](const auto& of) { return std::string(of.param); });
+
+} // namespace
+} // namespace zol::view
