@@ -10,7 +10,8 @@ namespace {
 
 int& acts_running = view_state.acts_running;
 
-// An act from its start to its end. The end of the program unwinds the acts that are running.
+// Counts an act while it runs. The destructor also runs when the end of the program unwinds the
+// stack.
 class Act {
   public:
     explicit Act(const Widget& widget) : begun_(reachable(widget) && acts_running < deepest_acts) {
@@ -73,8 +74,8 @@ bool drag_on(Widget& slider, double value) {
     if (!act) return false;
     set_focus(slider);
     const double before = slider.look.value;
-    // The program may show a value beyond the scale, which stretches the range; the operator moves
-    // the handle to a value of the scale alone.
+    // The program may show a value outside the designed range, which extends the range. The
+    // operator can only choose a value inside it.
     if (value != before)
         place_value(slider, std::clamp(value, slider.design.min, slider.design.max));
     if (slider.look.value != before) run(slider.on.scroll);
@@ -84,7 +85,7 @@ bool drag_on(Widget& slider, double value) {
 bool end_drag(Widget& slider, double before) {
     const Act act(slider);
     if (!act) {
-        // A value that no handler has written must not stay on the screen.
+        // No handler has written this value to the unit, so it must not stay on the screen.
         if (reachable(slider)) place_value(slider, before);
         return false;
     }

@@ -1,41 +1,50 @@
-// The operator's acts, as a screen reports them. An act returns false and does nothing if its
-// widget is hidden or disabled, itself or by its frame, menu or window, or if too many acts are
-// running.
+// Delivers the operator's acts (clicks, keys, drags ...) to the widgets' handlers. The toolkit
+// calls these functions for real input, tests call them directly.
+//
+// Each function returns true after the handler has run. It returns false and does nothing if the
+// widget is hidden or disabled, itself or through its frame, menu or window, or if too many acts
+// are running.
 #pragma once
 
 #include "view/widget.h"
 
 namespace zol::view::operator_acts {
 
-// A handler pumps while it waits, so the next act runs inside it. This many acts may run inside
-// each other; any more are dropped, or a flood of keys would use up the stack: an act takes
-// about 1.2 KiB of its 8 MiB (measured without optimisation). The limit is far lower, because each
-// act still has its writes to send when the flood ends, about a second's worth, and as high as a
-// key held for one second repeats. Closing a window does not count: a closing runs once, however
-// often it is asked.
+// A handler pumps events while it waits, so the next act runs inside it. At most this many acts may
+// be nested; further ones are dropped, because a flood of keys would otherwise exhaust the stack.
+// An act takes about 1.2 KiB of the 8 MiB stack (measured without optimisation). The limit is far
+// lower than the stack allows because each nested act still sends its writes after the flood, for
+// about a second each; it is as high as the number of repeats of a key held for one second. Closing
+// a window does not count: a window closes once, however often it is asked to.
 constexpr int deepest_acts = 30;
 
-// Whether the keyboard can come to it: also to a label that answers to a click, which leaves the
-// focus where it is.
+// Whether the Tab key reaches the widget. True also for a label with a click handler.
 bool takes_focus_by_tab(const Widget& widget);
 
-bool click(Widget& widget); // button, option, check box, label, menu item; a text box is entered
+// Button, option, check box, label, menu item or text box. Gives the focus to a control that takes
+// it.
+bool click(Widget& widget);
 bool double_click(Widget& widget);
-// A slider while it is dragged: its value and `scroll`, no `change` yet.
+// A slider while it is being dragged: sets its value and runs `scroll`, but not `change`. The value
+// is limited to the slider's designed range.
 bool drag_on(Widget& slider, double value);
-// A whole drag, its end, or a key or wheel step: `scroll`, then `change`, if the value is another
-// than `before` (the value when the drag began), then `click` in any case.
-bool drag_to(Widget& slider, double value);
+// The end of a drag, and a whole drag or a key or wheel step. Runs `change` if the value differs
+// from `before` (the value when the drag began), then always `click`. `drag_to` runs `scroll`
+// first.
 bool end_drag(Widget& slider, double before);
-bool choose(Widget& combo, int index); // runs the click handler, also for the item already shown
+bool drag_to(Widget& slider, double value);
+// Selects an item from 0 and runs the click handler, also if the item was selected already. False
+// if the list has no such item.
+bool choose(Widget& combo, int index);
+// Replaces the text of a text box. Runs no handler.
 bool type(Widget& text_box, const std::string& whole_text);
-// A key goes to the window's handler first, then to the focused control's.
+// Runs the window's key handler first, then that of the focused control.
 bool key(Widget& window, int code, int shift);
-bool focus(Widget& control); // by Tab, which also finds labels that answer to a click
-bool open(Widget& list);     // a menu or a combo box shows its list
-bool close(Widget& window);  // by its frame
+bool focus(Widget& control); // by Tab; see takes_focus_by_tab
+bool open(Widget& list);     // a menu or a combo box, before its list is shown
+bool close(Widget& window);  // by its title bar
 
-constexpr int enter = 13;
+constexpr int enter = 13;                               // key code
 constexpr int shift_key = 1, ctrl_key = 2, alt_key = 4; // bits of a shift state
 
 } // namespace zol::view::operator_acts

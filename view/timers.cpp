@@ -8,13 +8,13 @@
 namespace zol::view {
 
 struct Scheduler {
-    // All there are, in the order of the window tables. They register before main.
+    // All timers of the program, in the order of the window tables. They register before main().
     static std::vector<Timer*>& timers() {
         static std::vector<Timer*> all;
         return all;
     }
 
-    // The timer that falls due first, of those whose tick is not on the stack.
+    // The timer that is due first, except those whose tick is still running.
     static Timer* first_due() {
         Timer* first = nullptr;
         for (Timer* t : timers())
@@ -24,13 +24,13 @@ struct Scheduler {
         return first;
     }
 
-    // `on` and `set_interval` count from here.
     static void arm(Timer& t) { t.due_us_ = now_us() + t.interval_ms_ * std::int64_t{1000}; }
 
     static void fire(Timer& t) {
-        // Counted from now, not from when it was due: a late tick brings no second one after it.
+        // The next interval starts now and not at the due time, so that a late tick is not followed
+        // by another at once.
         arm(t);
-        // The mark goes when the tick is over, also when the end of the program unwinds it.
+        // A destructor clears the flag, because the end of the program may unwind the tick.
         struct Ticking {
             Timer& timer;
             explicit Ticking(Timer& it) : timer(it) { timer.ticking_ = true; }
@@ -115,12 +115,12 @@ void pump_until(std::int64_t until_us) {
     }
     Timer* timer = Scheduler::first_due();
     const bool due = timer && Scheduler::due_us(*timer) <= now_us();
-    // A timer that is always due must not shut the operator out: they take turns.
-    if (due && !std::exchange(s.worlds_turn, true)) {
+    // After a timer the pump idles once, so that a timer that is always due cannot block input.
+    if (due && !std::exchange(s.idles_next, true)) {
         Scheduler::fire(*timer);
         return;
     }
-    s.worlds_turn = false;
+    s.idles_next = false;
     s.platform->idle(due ? now_us() : std::min(until_us, next_due_us()));
 }
 

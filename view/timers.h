@@ -1,8 +1,10 @@
-// Named timers, and the one pump that every wait stands on.
+// Named timers, and the one event pump on which every wait runs.
 //
-// One due timer per turn, in order of due time, then look again; between two timers the world has
-// its say. A timer whose tick is on the stack does not fire; its tick waits, and ticks do not pile
-// up. Real and virtual time differ only in the Platform: how they tell the time and how they idle.
+// Guarantees: a turn of the pump fires at most one timer, the one that has been due longest. A
+// timer whose tick is still running does not fire again, and missed ticks are not made up for. A
+// timer that is always due cannot keep input and serial bytes from being processed, because the
+// pump idles between two timers. Real time and virtual time differ only in their Platform, that is
+// in how they read the clock and how they idle.
 #pragma once
 
 #include <cstdint>
@@ -17,15 +19,15 @@ struct Widget;
 // A timer of a window. Off, or on with an interval; an interval of 0 never falls due.
 class Timer {
   public:
-    // `window` owns it: unloading the window switches it off.
+    // `window` owns the timer: unloading the window switches it off.
     Timer(Widget& window, std::string name, int interval_ms, bool on_at_load = false);
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
-    void on();  // counts from now; nothing changes if it is on already
-    void off(); // a tick that runs goes on to its end
+    void on();  // the interval starts now; no effect if the timer is on already
+    void off(); // a running tick is not interrupted
     bool is_on() const { return on_; }
-    void set_interval(int ms); // counts anew from now
+    void set_interval(int ms); // if the timer is on, the new interval starts now
     int interval_ms() const { return interval_ms_; }
 
     const std::string name;
@@ -42,15 +44,15 @@ class Timer {
     std::int64_t due_us_ = 0;
 };
 
-// The world beneath the scheduler.
+// What the scheduler needs from its environment.
 struct Platform {
     virtual ~Platform() = default;
-    virtual std::int64_t now_us() = 0;
-    // Lets the world go on: operator, line, screen. Returns at `until_us` at the latest, earlier
-    // once anything has happened. Called with `forever` when no timer is on.
+    virtual std::int64_t now_us() = 0; // of a clock that never goes back
+    // Processes input, serial bytes and painting. Returns at `until_us` at the latest, and earlier
+    // as soon as something has happened. Called with `forever` when no timer is on.
     static constexpr std::int64_t forever = INT64_MAX;
     virtual void idle(std::int64_t until_us) = 0;
-    // Ends the program from inside any number of nested waits; no handler runs on.
+    // Ends the program from inside any number of nested waits. No handler runs after this call.
     [[noreturn]] virtual void end_program() = 0;
 };
 
@@ -58,39 +60,44 @@ struct SchedulerState {
     Platform* platform = nullptr;
     std::deque<std::function<void()>> posted;
     std::int64_t ends_at_us = Platform::forever;
-    std::function<void()> last_work; // of the program, at its end
+    std::function<void()> last_work; // run just before the program ends
     int wait_depth = 0;
-    bool worlds_turn = false; // the last turn was a timer's
+    bool idles_next = false; // the last turn fired a timer
 };
 inline SchedulerState scheduler_state;
 
+// Sets the platform, which must outlive the program. Must be called before the pump runs or the
+// time is read.
 void use_platform(Platform& platform);
 Platform& platform();
 std::int64_t now_us();
 [[noreturn]] void end_program();
 
-// Ends the program `ms` from now, whatever handlers, waits and boxes run then, or earlier where an
-// earlier call says so. `last_work` runs just before.
+// Ends the program `ms` from now, whichever handlers, waits and boxes are running then. An earlier
+// call that set an earlier end stays in force. `last_work` runs just before the end.
 void end_program_within(int ms, std::function<void()> last_work);
 
-// One turn: what was posted, else the due timer, else idling until one may be due.
+// One turn: runs the first posted work; else fires the timer that is due; else idles until a timer
+// may be due.
 void pump();
-// The same, but idles no longer than `until_us`.
+// The same, but idles until `until_us` at the latest.
 void pump_until(std::int64_t until_us);
-// Runs `work` in the next turn of the pump, ahead of the timers.
+// Runs `work` in the next turn of the pump, before any timer fires.
 void post(std::function<void()> work);
-// When the next timer falls due, Platform::forever if none is on.
+// When the pump has something to do next: now if work is posted, else when the next timer is due;
+// Platform::forever if no timer is on.
 std::int64_t next_due_us();
-// Sets `timer` to `ms`, switches it on and pumps until it is off. A nested wait on the same timer
-// sets a new interval: the outer one then ends with it, earlier or later than it was meant to.
+// Waits: sets `timer` to `ms`, switches it on and pumps until it is off. A nested wait on the same
+// timer sets a new interval, so the outer wait ends together with the nested one, earlier or later
+// than it would have alone.
 void wait_on(Timer& timer, int ms);
-// How many waits are on the stack.
+// How many waits are running, nested in each other.
 int wait_depth();
 
-// The window's timers as designed: at load, and off at unload.
+// Gives the window's timers their designed state, and switches them off.
 void load_timers(Widget& window);
 void unload_timers(Widget& window);
-// Every timer off and as designed; nothing posted. For tests.
+// Switches every timer off, restores its designed interval and drops posted work. For tests.
 void reset_timers();
 
 } // namespace zol::view

@@ -12,7 +12,7 @@ namespace {
 
 ViewState& the_view = view_state;
 
-// Changes one member of a look and tells the screen, if it really changes.
+// Changes one member of a look and reports it to the screen, if the value differs.
 template <typename T>
 bool assign(Widget& w, T Look::*member, const T& value, Aspect aspect) {
     if (w.look.*member == value) return false;
@@ -21,7 +21,7 @@ bool assign(Widget& w, T Look::*member, const T& value, Aspect aspect) {
     return true;
 }
 
-// What can no longer be reached gives the focus to its window.
+// A control that the operator can no longer use gives the focus to its window.
 void drop_lost_focus(const Widget& w) {
     if (!the_view.focus || the_view.focus->window != w.window) return;
     if (!reachable(*the_view.focus)) the_view.focus = w.window;
@@ -29,7 +29,7 @@ void drop_lost_focus(const Widget& w) {
 
 Widget* active_window() { return the_view.shown.empty() ? nullptr : the_view.shown.back(); }
 
-// Activation reaches a window in the next turn of the pump, once, if it is still the active one.
+// The window is activated in the next turn of the pump, once, if it is still the active one.
 void post_activation(Widget& window) {
     if (window.activation_due) return;
     window.activation_due = true;

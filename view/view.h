@@ -1,8 +1,9 @@
-// What the logic asks of the screen. Every change of a widget goes through here.
+// The functions with which the logic reads and changes widgets, windows and boxes. Every change of
+// a widget goes through here.
 //
-// Assignments follow the widget's own rules: a slider rejects a value outside its range; sliders
-// marked so in their table, option buttons and check boxes run their handlers inside an assignment
-// that changes them; a label runs its change handler when its text really changes.
+// Assigning follows these rules: a slider rejects a value outside its range. A slider that its
+// table marks so, an option button and a check box run their handler inside the assignment that
+// changes them. A label runs its change handler when its text really changes.
 #pragma once
 
 #include "view/widget.h"
@@ -35,50 +36,56 @@ void set_selection_length(Widget& slider, double length);
 void set_place(Widget& w, const Place& place);
 void set_font(Widget& w, double points, bool bold);
 
-// Values. A slider value outside its range, and a list index outside the list, is rejected: the
-// widget keeps what it has and false comes back.
+// Values. A value outside the slider's range and an index outside the list are rejected: the widget
+// keeps its value and the call returns false.
 //
-// The two that run a handler can send frames and take seconds, because the handler does.
-// A slider that is marked so in its table runs its change handler, if the value really changes.
+// The two functions that run a handler can take seconds, because a handler may send frames and
+// wait.
+
+// Sets a slider. Runs its change handler if the value changes and the slider's table says so
+// (Widget::changes_on_assignment).
 bool set_value_and_run_handler(Widget& slider, double value);
-// Switches an option button on (and the others of its parent off) or sets a check box; a change to
-// on, and any change of a check box, runs the click handler before the call returns.
+// Switches an option button on, and the others of its parent off, or sets a check box. Runs the
+// click handler before it returns, if an option button is switched on or the check box changes.
 void select_and_run_handler(Widget& option_or_check, bool on = true);
-// The same for a slider or a bar, and for an option button, without any handler.
+// The same for a slider or progress bar and for an option button, but run no handler.
 bool place_value(Widget& slider_or_bar, double value);
 void place_selected(Widget& option);
+// Also limits the value to the new range.
 void set_range(Widget& slider_or_bar, double min, double max);
 void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing selected
-// One tip for each item; they go with the items.
+// One tip for each item. set_items() removes them.
 void set_item_tips(Widget& combo, const std::vector<std::string>& tips);
 bool set_list_index(Widget& combo, int index); // runs no handler; -1 selects none
 
-// Whether the operator can use it: its window is shown, and neither it nor any of its parents is
-// hidden or disabled.
+// Whether the operator can use the widget: its window is shown, and neither the widget nor any of
+// its parents is hidden or disabled.
 bool reachable(const Widget& widget);
 
-// Focus. An invisible or disabled control refuses it, and nothing changes. A window as the argument
-// takes the focus away from its controls.
+// Focus. A hidden or disabled control is not given the focus; the call then has no effect. A window
+// as the argument takes the focus away from its controls.
 void set_focus(Widget& control_or_window);
-const Widget* focus();
+const Widget* focus(); // null if no control or window has it
 
-// Drawing, in the surface's twips.
+// Drawing, in twips of the surface before scaling.
 void draw_line(Widget& picture, double x1, double y1, double x2, double y2, Colour colour);
 void fill_rectangle(Widget& picture, double x1, double y1, double x2, double y2, Colour colour);
 void clear_drawing(Widget& picture);
 
-// Windows. Loading puts the window's widgets and timers back to their design and runs its load
-// handler; unloading runs the closing and unload handlers and hides it. Activation is delivered by
-// the pump: after a window has been shown first, and after another window of the program gave way.
+// Windows. Loading gives the window's widgets and timers their designed state and runs the load
+// handler; it has no effect on a loaded window. Unloading runs the closing and unload handlers and
+// hides the window. The pump delivers a window's activation after it was shown, and after another
+// window of the program, which was active, was hidden or unloaded.
 void load(Widget& window);
 void show(Widget& window);
 void hide(Widget& window);
 void unload(Widget& window);
-// Shows the window and pumps until it is gone.
+// Shows the window and pumps until it is hidden or unloaded.
 void show_modal(Widget& window);
 void set_window_state(Widget& window, WindowState state);
 
-// Boxes. Timers and the line go on beneath them.
+// Boxes. Each call returns when the operator has closed the box. Timers, serial line and handlers
+// run meanwhile.
 enum class Buttons { ok, yes_no };
 enum class Icon { none, information, question, exclamation };
 enum class Answer { ok, yes, no };
@@ -88,11 +95,11 @@ struct MessageBox {
     Buttons buttons = Buttons::ok;
     Icon icon = Icon::none;
 };
-Answer message_box(const MessageBox& box); // closed by its frame: ok, or no
+Answer message_box(const MessageBox& box); // closed by its title bar: ok, or no
 std::string input_box(const std::string& prompt, const std::string& title); // cancelled: empty
 Colour colour_box(Colour start);                                            // cancelled: `start`
 
-// Opens the manual at `topic`; nothing happens where it cannot be shown.
+// Opens the manual at `topic`. Has no effect if the manual cannot be shown.
 void show_manual(const std::string& file, const std::string& topic);
 
 // The screen's size in twips.
@@ -101,7 +108,8 @@ struct ScreenSize {
 };
 ScreenSize screen_size();
 
-// Every widget of every window back to its design, no window loaded, no focus. Handlers stay.
+// Gives every widget its designed look, unloads every window without running handlers, and takes
+// the focus away. Handlers stay connected. For tests.
 void reset();
 
 } // namespace zol::view

@@ -1,7 +1,8 @@
-// What a widget is: a name, a kind, and the look that logic sets and the screen shows.
+// What a widget is: a name, a kind, and a look that the logic sets and the screen shows.
 //
-// The windows (view/windows/) are tables of these. Logic changes a widget only through the free
-// functions of view.h, so that the rules of assignment hold and the screen hears of each change.
+// The windows (view/windows/) are tables of widgets. The logic changes a widget only through
+// view.h, so that the rules of assignment hold and the screen is notified of each change. Nothing
+// here depends on a toolkit.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +18,7 @@ namespace zol::view {
 enum class Kind {
     window,
     menu,      // opens a list: a top-level menu or a submenu
-    menu_item, // acts or shows a mark
+    menu_item, // runs a handler or shows a tick
     separator,
     label,
     command_button,
@@ -28,13 +29,13 @@ enum class Kind {
     frame,
     slider,
     progress_bar,
-    shape,   // a lamp: a filled circle in its background colour
+    shape,   // a lamp: a circle filled with its background colour
     picture, // a drawing surface
     movie,   // decoration, drawn by the toolkit
 };
 
-// What a window's frame takes of its height, in twips: a title bar; or, for the one with menus,
-// also their bar and the foot of the screen.
+// How much of a window's height its decoration takes, in twips: the title bar; or, for the window
+// with menus, title bar, menu bar and the unused strip at the bottom of the screen.
 constexpr double frame_without_menu = 405, frame_and_foot_with_menu = 990;
 
 // A colour with red in the low byte: r + 256 g + 65536 b.
@@ -44,10 +45,10 @@ constexpr Colour red = 255;
 constexpr Colour green = 65280;
 constexpr Colour yellow = 65535;
 constexpr Colour dark_red = 64;
-constexpr Colour light_red = 8421631; // an entry field that waits for its number
+constexpr Colour light_red = 8421631; // an entry field in which a number is being typed
 constexpr Colour white = 16777215;
 constexpr Colour black = 0;
-// The toolkit's own colour for this kind of widget.
+// The toolkit's default colour for this kind of widget.
 constexpr Colour system_colour = -1;
 
 enum class Pointer { normal = 0, hourglass = 11, custom = 99 };
@@ -60,8 +61,8 @@ struct Place {
     bool operator==(const Place&) const = default;
 };
 
-// One stroke on a drawing surface, in its twips, as of before scaling: a line from one point to
-// the other or a filled rectangle with the two as opposite corners.
+// One stroke on a drawing surface, in twips before scaling: a line between two points, or a filled
+// rectangle with the two points as opposite corners.
 struct Stroke {
     enum class Shape { line, filled_rectangle } shape;
     double x1, y1, x2, y2;
@@ -69,7 +70,7 @@ struct Stroke {
     bool operator==(const Stroke&) const = default;
 };
 
-// Everything about a widget that can change. Members that a kind does not use keep their defaults.
+// Everything about a widget that can change. Members that a kind does not use keep their default.
 struct Look {
     std::string text; // caption, content of a text box, title of a window
     std::string tip;
@@ -78,7 +79,7 @@ struct Look {
     double value = 0; // slider, progress bar; option button and check box: 0 or 1
     double min = 0, max = 100;
     int small_change = 1, large_change = 1, tick_every = 0;
-    double selection_length = 0; // slider: the marked stretch from its lower end
+    double selection_length = 0; // slider: length of the highlighted range from its lower end
     bool vertical = false;
     std::vector<std::string> items;     // combo box
     std::vector<std::string> item_tips; // combo box: one for each item, or none at all
@@ -87,7 +88,7 @@ struct Look {
     bool enabled = true;
     bool checked = false; // menu item
     bool tab_stop = true;
-    bool edit_marker = false; // text box: cleared and waiting for a number
+    bool edit_marker = false; // text box: cleared, a number is being typed
     Pointer pointer = Pointer::normal;
     Place place;
     double font_size = 8.25; // points
@@ -96,20 +97,20 @@ struct Look {
     Align align = Align::left;
     WindowState state = WindowState::normal;
     std::string tag;             // window
-    std::vector<Stroke> strokes; // drawing surface; a frame has them behind its controls
+    std::vector<Stroke> strokes; // drawing surface; on a frame they are drawn under its controls
 };
 
-// The operator's acts and the widget's own events, each a handler of the logic. An empty one is an
-// event that nobody listens to.
+// Handlers of the operator's acts and of the widget's own events. An empty one means that the event
+// is ignored.
 struct Handlers {
-    std::function<void()> click; // button, option, check box, label, menu item, field entered,
-                                 // slider let go
+    std::function<void()> click; // button, option, check box, label, menu item, text box; slider:
+                                 // the end of a drag
     std::function<void()> double_click; // label
     std::function<void()> change;       // slider value, label text, combo selection
     std::function<void()> scroll;       // slider while it is moved by the operator
     std::function<void()> got_focus;
-    std::function<void()> opens; // menu, combo box: the operator has opened its list
-    std::function<void(int code, int shift)> key; // windows see each key before the focused control
+    std::function<void()> opens;                  // menu, combo box: the list is about to be shown
+    std::function<void(int code, int shift)> key; // a window's runs before the focused control's
     std::function<void()> load, activate, deactivate, closing, unload; // windows
 };
 
@@ -117,17 +118,17 @@ inline void run(const std::function<void()>& handler) {
     if (handler) handler();
 }
 
-// What a control tells those who do not see or do not know it, in the operator's language. It is no
-// part of the look: a window that is loaded anew keeps it.
+// What assistive tools announce for a control, and its tip, in the operator's language. It is not
+// part of the look, so loading a window keeps it.
 struct Help {
-    std::string name; // spoken in place of the caption, with its unit; empty: the caption itself
-    std::string text; // what the control does; its tip where it has none of its own
+    std::string name; // accessible name, with the unit; empty: the caption is the name
+    std::string text; // what the control does; shown as its tip if `look.tip` is empty
     bool operator==(const Help&) const = default;
 };
 
 struct Widget;
 
-// A widget as a window's table defines it. The setters chain, so that a table row is one
+// A widget as a window's table defines it. The setters return the design, so that a row is one
 // expression.
 struct Design {
     std::string_view name;
@@ -136,7 +137,7 @@ struct Design {
     Look look;
     int index = -1;                     // place in a control array, -1 outside one
     bool changes_on_assignment = false; // slider: an assignment from code runs its change handler
-    const Widget* panel = nullptr;      // button: the panel that it brings on view
+    const Widget* panel = nullptr;      // button: the panel that it shows
 
     Design& font(double points, bool bold = false) {
         look.font_size = points, look.font_bold = bold;
@@ -221,11 +222,11 @@ struct Widget {
     Widget(const Widget&) = delete;
     Widget& operator=(const Widget&) = delete;
 
-    const std::string name; // the system's name, without an index
+    const std::string name; // without an index
     const int index;        // -1 outside a control array
     const Kind kind;
     Widget* const parent;
-    Widget* const window; // itself for a window
+    Widget* const window; // a window's own is itself
     const bool changes_on_assignment;
     const Widget* const panel;
     const Look design;
@@ -238,15 +239,15 @@ struct Widget {
     bool shown = false;
     bool activation_due = false;
     bool unloading = false;
-    std::vector<Widget*> controls; // in the order of the window's table; menus apart
+    std::vector<Widget*> controls; // in the order of the window's table, without menus
     std::vector<Widget*> menus;    // the whole menu tree, in order
 };
 
-// A control array: its elements are called up by index, and an index may be missing.
+// A control array: its elements are accessed by index. Indices may be missing.
 class WidgetArray {
   public:
-    // Builds one widget for each index from `first` to `last` with `design(index)`; the index
-    // `missing` has none; -1 for a whole range.
+    // Builds one widget with `design(index)` for each index from `first` to `last`, except for the
+    // index `missing`; -1 leaves none out.
     WidgetArray(int first, int last, int missing, const std::function<Design(int)>& design);
 
     Widget& operator[](int index); // the index must exist
@@ -257,7 +258,7 @@ class WidgetArray {
     std::deque<Widget> items_;
 };
 
-// "Slider1(2)" inside a control array, else the plain name.
+// The name with the index of a control array, such as "Slider1(2)"; else the plain name.
 std::string full_name(const Widget& widget);
 
 // Every window of the program, in no particular order.

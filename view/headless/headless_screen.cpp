@@ -34,7 +34,7 @@ std::optional<HeadlessScreen::Script> HeadlessScreen::next_answer(Box box,
     }
     Script script = std::move(scripts_.front());
     scripts_.pop_front();
-    // A box is no wait of the program's: the clock runs on beneath it, and nothing else ends it.
+    // A box is not a wait of the program: no timer ends it, only its own time.
     const std::int64_t answered_us = now_us() + script.after_ms * std::int64_t{1000};
     while (now_us() < answered_us)
         pump_until(answered_us);

@@ -1,5 +1,6 @@
-// A screen with nobody in front of it. It shows nothing, records what it was asked for, and demands
-// a scripted answer for every box: an unexpected question and an unused answer are both complaints.
+// A screen for tests without a display. It shows nothing, records each call, and answers boxes from
+// a script: every box needs a scripted answer. An unexpected box and an unused answer are both
+// reported as complaints.
 #pragma once
 
 #include "view/screen.h"
@@ -11,12 +12,13 @@ namespace zol::view {
 
 class HeadlessScreen : public Screen {
   public:
-    // The next box must hold `text` (a part is enough) and is answered so, `after_ms` later.
+    // Scripts the answer to the next box, whose text must contain `text`; the answer is given
+    // `after_ms` after the box was opened. Boxes are answered in the order of these calls.
     void answer_message(std::string text, Answer answer, int after_ms = 0);
     void answer_input(std::string prompt, std::string entry, int after_ms = 0);
     void answer_colour(Colour colour, int after_ms = 0);
 
-    // Unexpected questions so far, and answers that nobody asked for.
+    // Boxes so far that had no scripted answer, and scripted answers that were not used.
     std::vector<std::string> complaints() const;
 
     std::vector<MessageBox> message_boxes;
@@ -25,9 +27,9 @@ class HeadlessScreen : public Screen {
     };
     std::vector<InputBox> input_boxes;
     std::vector<Colour> colour_boxes; // the colours that they opened with
-    std::vector<std::string> manuals; // file and topic, joined by a blank
+    std::vector<std::string> manuals; // file and topic of each call, with a blank between them
     ScreenSize screen{10125, 9000};
-    // Called for each change, for those who follow one.
+    // Called for each change of a widget, if set.
     std::function<void(Widget&, Aspect)> on_changed;
     std::uint64_t changes = 0;
 
@@ -52,7 +54,8 @@ class HeadlessScreen : public Screen {
         Colour colour;
         int after_ms;
     };
-    // The scripted answer to this box, after its time; nothing if another or none was expected.
+    // Waits and returns the scripted answer to this box. Nothing, and a complaint, if another box
+    // or none was expected.
     std::optional<Script> next_answer(Box box, const std::string& text);
 
     std::deque<Script> scripts_;

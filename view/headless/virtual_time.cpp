@@ -57,7 +57,8 @@ void VirtualTime::idle(std::int64_t until_us) {
     }
     now_us_ = target_us_;
     hand_back();
-    // The act may wait in its turn: then this idling ends with it, and the pump looks again.
+    // The work may have waited itself and moved the clock, so this call ends and the pump looks
+    // again.
     if (work_) std::exchange(work_, nullptr)();
 }
 

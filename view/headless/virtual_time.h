@@ -1,9 +1,9 @@
-// Virtual time: the clock jumps to the next event, so that a 30-second sequence takes a
-// millisecond, and a run is a pure function of its inputs.
+// A clock for tests: it jumps to the next event, so a sequence of 30 seconds takes a millisecond,
+// and a run depends on nothing but its inputs.
 //
-// The program runs on a thread of its own and the test on another, strictly in turns: only one of
-// them runs at any moment. So a test is an operator with a flow of his own, also while a handler of
-// the program sits in an endless loop of waits.
+// The program runs on one thread and the test on another, and only one of them runs at any moment.
+// So a test can go on with the next act while a handler of the program is still waiting, even in an
+// endless loop.
 #pragma once
 
 #include "view/timers.h"
@@ -18,14 +18,16 @@ class VirtualTime : public Platform {
   public:
     ~VirtualTime() override { finish(); }
 
-    // Starts `program` on its thread and lets it run until it wants time to pass.
+    // Starts `program` on its own thread and returns when it first waits.
     void start(std::function<void()> program);
-    // Lets time pass. Comes back with the clock exactly there, or earlier if the program ended.
+    // Lets time pass. Returns with the clock advanced by exactly this time, or earlier if the
+    // program has ended.
     void run_for_us(std::int64_t us);
     void run_for(std::int64_t ms) { run_for_us(ms * 1000); }
-    // Runs `work` inside the program, wherever it waits, and comes back when time is to pass.
+    // Runs `work` on the program's thread, inside whichever wait is running there, and returns when
+    // the program waits again.
     void act(std::function<void()> work);
-    // Unwinds the program; no handler runs on. The clock stands from then on.
+    // Unwinds the program; no handler runs after this. The clock does not advance any more.
     void finish();
     bool ended() const { return ended_; }
 
@@ -36,7 +38,7 @@ class VirtualTime : public Platform {
   private:
     struct Unwind {}; // thrown through the program's handlers, caught at the top of its thread
 
-    void resume(); // hands over to the program, and waits until it hands back
+    void resume(); // lets the program run, and waits until it hands control back
     void hand_back();
 
     std::int64_t now_us_ = 0;

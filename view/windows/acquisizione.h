@@ -1,4 +1,4 @@
-// The acquisition of the injection time.
+// The window that acquires the injection time. Handlers: diagnostics/acquisition_window.cpp.
 #pragma once
 
 #include "view/timers.h"

@@ -1,4 +1,4 @@
-// The connection dialog.
+// The connection dialog. Handlers: link/connection_dialog.cpp.
 #pragma once
 
 #include "view/widget.h"

@@ -1,7 +1,8 @@
-// The rows of the main window, in the order of its collection of controls and of the tab key.
+// The rows of the main window. Their order is the order of the control collection and of the Tab
+// key.
 //
-// Everything stays within 8010 twips of height: that is what scaling fits between the menu bar and
-// the foot of the screen.
+// All controls lie within 8010 twips of height: scaling fits that height between the menu bar and
+// the bottom of the screen.
 #include "view/windows/form1.h"
 
 #include "view/windows/style.h"
@@ -12,24 +13,26 @@ using namespace zol::windows;
 
 namespace {
 
-// 41 lamps in one row, closed up where index 33 is missing. They overlap by a fifth of their width.
+// 41 lamps in one row, without a gap for the missing index 33. Each overlaps the next by a fifth of
+// its width.
 Design lamp(int index) {
     const double place_in_row = index < 33 ? index : index - 1;
     return control(Kind::shape, "led_rpm", Form1, {120 + 120 * place_in_row, 120, 150, 150})
         .colours(view::green);
 }
 
-// The tank gauge reads from bottom to top.
+// The tank gauge: row 0 is the bottom row.
 constexpr double gauge_row_height = 420;
 constexpr double gauge_row_top(int row) { return 840 + gauge_row_height * (4 - row); }
 constexpr Place gauge_lower_bound(int row) { return {120, gauge_row_top(row), 600, 240}; }
 constexpr Place gauge_upper_bound(int row) { return {3240, gauge_row_top(row), 540, 240}; }
-// A voltage belongs to the border between two rows: 0 is the foot of the gauge, 5 its head.
+// A voltage belongs to the border between two rows. Border 0 is the bottom of the gauge, border 5
+// its top.
 constexpr Place gauge_voltage(int border) {
     return {4290, gauge_row_top(border) + gauge_row_height - 180, 510, 240};
 }
 
-// The scale that the voltages stand on, from the foot to the head of the gauge.
+// The scale beside the voltages, from the bottom to the top of the gauge.
 std::vector<view::Stroke> gauge_scale() {
     constexpr Colour scale_grey = rgb(110, 117, 124);
     constexpr double line_left = 4140, mark_right = 4260;
@@ -64,7 +67,7 @@ Design gain_slider(std::string_view name, Place place) {
         .runs_change_on_assignment();
 }
 
-// An option whose pointer is the buttons' own.
+// An option button with the custom pointer of the command buttons.
 Design pointed_option(std::string_view name, Widget& parent, Place place, std::string text) {
     return option(name, parent, place, std::move(text)).pointer(Pointer::custom);
 }
@@ -297,7 +300,7 @@ Widget Label33{caption("Label33", Frame_diagnosi, {4200, 300, 5580, 300}, "Descr
                    .font(10, true)};
 Widget Text_note_error{entry("Text_note_error", Frame_diagnosi, {4200, 660, 5580, 3360})};
 
-// Foot of the window.
+// Bottom of the window.
 Widget lbl_tuning{control(Kind::label, "lbl_tuning", Form1, {120, 7200, 4800, 360})
                       .colours(straw, ink)
                       .font(12, true)

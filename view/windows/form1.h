@@ -1,4 +1,4 @@
-// The main window. Each control bears the system's name; its row stands in form1.cpp.
+// The main window. The rows of its controls are in form1.cpp, those of its menus in form1_menu.inc.
 #pragma once
 
 #include "view/timers.h"
@@ -9,10 +9,10 @@ namespace zol::form1 {
 
 extern view::Widget Form1;
 
-// Engine speed bar: indices 0 to 41 without 33.
+// Engine speed bar: indices 0 to 41, without 33.
 extern view::WidgetArray led_rpm;
 
-// Live values, on view with every panel; each title stands above its value.
+// Live values, visible with every panel. Title first, then value.
 extern view::Widget lbl_rpm, Label_rpm;
 extern view::Widget lbl_tinj, Label_tinj;
 extern view::Widget lbl_press, LabeL_pressure;
@@ -20,16 +20,16 @@ extern view::Widget lbl_temp, Label_temp;
 extern view::Widget lbl_lambda, Label_lambda;
 extern view::Widget Label22, label_liv2; // tank sensor
 extern view::Widget Picture1;            // lambda trace
-extern view::Widget Shape2;              // heartbeat of the telegrams
+extern view::Widget Shape2;              // changes colour with each telegram
 extern view::Widget Label_carburante;    // fuel state
 extern view::Widget Label20;             // battery
 
-// Panel buttons.
+// Buttons that show a panel or a window, and the exit button.
 extern view::Widget Command_engine, Command_impostazioni, Command_lambda, Command_diagnosi;
 extern view::Widget Command5, Command_exit;
 extern view::Widget ShockwaveFlash1;
 
-// Engine panel, and in it the calibration of the gas gains.
+// Engine panel: calibration of the gas gains.
 extern view::Widget frame_engine, frame_TARATURA;
 extern view::Widget Label45, Label27, Command8, Command7, Slider_ktar;
 extern view::Widget Label46, Label44, Slider_power;
@@ -76,12 +76,12 @@ extern view::Widget Label21, lbl_num_errori, Label23;
 extern view::Widget lbl_par_1, lbl_par_2, lbl_par_3, lbl_par_4, lbl_par_5, lbl_par_6;
 extern view::Widget Label33, Text_note_error;
 
-// Foot of the window: tuning run, service controls, time on gas and last check.
+// Bottom of the window: automatic tuning, service controls, service line.
 extern view::Widget lbl_tuning;
 extern view::Widget Command1, Command2, Command_hyperterminal, Command_scarico, Label_sfondo;
-extern view::Widget lbl_min, lbl_ore; // its heading, time on gas and last check
+extern view::Widget lbl_min, lbl_ore; // heading; time on gas and last check
 
-// Where the keyboard focus is parked.
+// Controls of one pixel that hold the keyboard focus while no visible control needs it.
 extern view::Widget Text2, cmd_focus;
 
 extern view::Timer Timer_stato_sistema, Timer_chiusura_stato, Timer1, Timer2, Timer3, Timer4;

@@ -1,4 +1,4 @@
-// The menus of the main window, in the order in which they stand there.
+// The menus of the main window, in their order on the screen.
 #pragma once
 
 #include "view/widget.h"

@@ -1,4 +1,4 @@
-// The information window with six parameters.
+// The information window with six parameters. Handlers: maintenance/parameter_window.cpp.
 #pragma once
 
 #include "view/widget.h"

@@ -8,7 +8,7 @@ using namespace zol::windows;
 
 namespace {
 
-// The option lines of a frame, from the top.
+// The places of a frame's option buttons, from the top.
 constexpr Place option_line(int line) { return {180, 300.0 + 360 * line, 2400, 300}; }
 
 } // namespace
@@ -26,8 +26,8 @@ Widget Label38{caption("Label38", Form3, {4440, 810, 2760, 300}, "PRESS. COMM")}
 Widget Text_press_comm{entry("Text_press_comm", Form3, {7260, 780, 1200, 360})};
 Widget Label39{caption("Label39", Form3, {8520, 810, 840, 300}, "mBAR")};
 
-// The delay on low pressure: position 1, at the top, is the shortest. Its words stand level with
-// the slider's end marks, half a handle within its ends.
+// The delay on low pressure: position 1, at the top, is the shortest. The captions are level with
+// the slider's end marks, half a handle inside its ends.
 Widget Frame_comm_aut{
     group("Frame_comm_aut", Form3, {4260, 1380, 5220, 2400}, "Commutazione Automatica")};
 Widget Option_comm_auto_yes{option("Option_comm_auto_yes", Frame_comm_aut, option_line(0), "yes")};

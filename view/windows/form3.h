@@ -1,4 +1,4 @@
-// Changeover and cut-off settings.
+// The changeover and cut-off settings. Handlers: calibration/changeover_window.cpp.
 #pragma once
 
 #include "view/timers.h"

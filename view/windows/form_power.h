@@ -1,4 +1,4 @@
-// Power adjustment dialog.
+// The power adjustment dialog. Handlers: calibration/power_dialog.cpp.
 #pragma once
 
 #include "view/widget.h"

@@ -1,4 +1,4 @@
-// The look that the window tables share: one palette, and one row for each kind of part.
+// The look that all window tables share: the palette, and one function for each kind of row.
 #pragma once
 
 #include "view/widget.h"
@@ -20,37 +20,36 @@ using view::Widget;
 using view::WidgetArray;
 using view::window;
 
-constexpr Colour paper =
-    rgb(229, 233, 237); // ground of the windows, and the default one of the toolkit
+constexpr Colour paper = rgb(229, 233, 237); // background of the windows, the toolkit's default too
 constexpr Colour ink = view::black;
-constexpr Colour cream = rgb(255, 243, 214); // figures on a dark field
-constexpr Colour chalk = rgb(250, 251, 252); // ground of a quiet reading
+constexpr Colour cream = rgb(255, 243, 214); // text on a dark background
+constexpr Colour chalk = rgb(250, 251, 252); // background of small values
 constexpr Colour steel = rgb(192, 192, 192); // command buttons
 constexpr Colour claret = rgb(154, 0, 0);    // connection dialog and parameter window
 constexpr Colour slate = rgb(18, 22, 26);    // drawing surface
 constexpr Colour straw = rgb(255, 236, 160); // the status line of the tuning run
 constexpr Colour graphite = rgb(79, 89, 81); // service records
-constexpr Colour field = view::dark_red;     // ground of the live values
+constexpr Colour field = view::dark_red;     // background of the live values
 
-// A quiet text on the window's ground.
+// A plain text on the window's background.
 inline Design caption(std::string_view name, Widget& parent, Place place, std::string text) {
     return control(Kind::label, name, parent, place, std::move(text)).colours(paper, ink);
 }
 
-// The title of a live value; it stands directly above it, so that the two make one tile.
+// The title of a live value. It is placed directly above the value, without a gap.
 inline Design title(std::string_view name, Widget& parent, Place place, std::string text) {
     return control(Kind::label, name, parent, place, std::move(text))
         .colours(field, cream)
         .aligned(Align::centre);
 }
 
-// A live value to be read from afar.
+// A live value in large type, readable from a distance.
 inline Design figure(std::string_view name, Widget& parent, Place place, std::string text,
                      double points) {
     return title(name, parent, place, std::move(text)).font(points, true);
 }
 
-// A value that is read from close by.
+// A value in small type.
 inline Design reading(std::string_view name, Widget& parent, Place place, std::string text,
                       double points = 10) {
     return control(Kind::label, name, parent, place, std::move(text))
