@@ -14,7 +14,7 @@ std::filesystem::path& the_folder = folder_state.path;
 std::filesystem::path find_application_folder(const std::filesystem::path& program,
                                               const std::filesystem::path& started_as) {
     std::error_code error;
-    // A bare name was found along the search path, and tells of no folder.
+    // A name without a folder was found through PATH and does not name a folder.
     if (started_as.has_parent_path() && std::filesystem::is_symlink(started_as, error) &&
         std::filesystem::is_directory(started_as.parent_path() / "language", error)) {
         const auto folder = std::filesystem::absolute(started_as, error).parent_path();

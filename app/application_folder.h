@@ -1,4 +1,5 @@
-// The folder that holds the program, its settings, language files, log and ports.
+// The application folder: it holds the settings, language files, log and ports, and in most cases
+// the program.
 #pragma once
 
 #include <filesystem>
@@ -6,10 +7,10 @@
 
 namespace zol::app {
 
-// Where the program that lies at `program` finds its folder when it was started by the name
-// `started_as`. Started through a link that stands beside a "language" folder, it is the link's: so
-// each user of an installed copy has a folder, and all share the program. Otherwise it is the one
-// that the program lies in.
+// The application folder of the program file `program` that was started by the name `started_as`.
+// If `started_as` is a symbolic link in a folder that also holds a folder "language", it is that
+// folder: each user of an installed copy has one, and all share the program. Otherwise it is the
+// folder of the program file.
 std::filesystem::path find_application_folder(const std::filesystem::path& program,
                                               const std::filesystem::path& started_as);
 
@@ -18,11 +19,11 @@ struct FolderState {
 };
 inline FolderState folder_state;
 
-// Set once by the entry, before anything else runs.
+// Called once by main(), before anything else runs.
 void use_application_folder(const std::filesystem::path& folder);
 
-// A file of the folder by the system's own name for it, which begins with a backslash and parts
-// folders with backslashes: "\\log\\setting.txt".
+// The path of a file in the folder. `name` begins with a backslash and separates folders with
+// backslashes: "\\log\\setting.txt".
 std::filesystem::path application_file(std::string_view name);
 
 } // namespace zol::app

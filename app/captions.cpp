@@ -56,7 +56,7 @@ const Caption control_captions[] = {
     {form1::mnu_reset_time_ongas, messages::reset_time_on_gas},
 };
 
-// These take no message. Their words come from the file of the helper texts.
+// Controls without a message number: their captions are in the file of the helper texts.
 view::Widget* const own_captions[] = {
     &form1::Label22,
     &form1::Label24,
@@ -72,7 +72,7 @@ view::Widget* const own_captions[] = {
     &centralina_attiva::Label1,
 };
 
-// In the list's order, which is that of the presets.
+// In the order of the list, which is the order of the presets.
 constexpr std::array tank_messages = {messages::tank_toroidal,    messages::tank_cylinder,
                                       messages::tank_0_to_90_ohm, messages::tank_methane,
                                       messages::tank_hall,        messages::tank_resistive};
@@ -100,7 +100,8 @@ void fill_tank_list() {
     for (const int key : tank_messages)
         if (auto text = message(key)) items.push_back(std::move(*text));
     view::set_items(form1::Combo_tank_level, std::move(items));
-    view::set_list_index(form1::Combo_tank_level, state.tank_type); // 99 is rejected: none selected
+    // The list rejects 99, free values, and then has nothing selected.
+    view::set_list_index(form1::Combo_tank_level, state.tank_type);
 }
 
 } // namespace zol::app

@@ -1,19 +1,20 @@
-// Which control takes which message.
+// Which control shows which message as its caption.
 #pragma once
 
 namespace zol::app {
 
-// The panels' own captions: buttons, frames, the tank reading.
+// Sets the captions of panels: buttons, frames and the present tank level.
 void apply_panel_captions();
-// Options, labels, buttons and menus; refills the tank list and selects its entry again.
+// Sets the captions of options, labels, buttons and menus, refills the tank list and selects its
+// entry again.
 void apply_control_captions();
 
-// The captions without a message number, in the language of the helper texts. A window that is
-// loaded has the words of its table again, so its load asks for them.
+// Sets the captions that have no message number, from the helper texts (app/helper_texts.h).
+// Loading a window resets its captions, so load handlers call this.
 void apply_own_captions();
 
-// Fills the tank list with its six messages and selects `tank_type`; none for free values. Runs no
-// handler: filling the list must not rewrite the tank's set-up.
+// Fills the tank list with its six messages and selects `tank_type`, or nothing for free values.
+// Runs no handler, because filling the list must not write parameters.
 void fill_tank_list();
 
 } // namespace zol::app

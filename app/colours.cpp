@@ -13,6 +13,7 @@
 namespace zol::app {
 namespace {
 
+// These labels take the panel colour as their background.
 constexpr std::string_view panel_coloured[] = {
     "Label24",
     "Label46",
@@ -62,8 +63,7 @@ constexpr std::string_view panel_coloured[] = {
     "Label31",
 };
 
-// What the dialog colours at once. The list is shorter than the one of activation: the rest
-// follows at the next start.
+// The dialog colours these labels at once. The labels of the second list follow at the next start.
 constexpr std::string_view text_coloured_by_dialog[] = {
     "LabeL_pressure", "Label27", "Label_tinj",   "Label_temp", "Label_rpm",
     "lbl_lambda",     "lbl_rpm", "lbl_press",    "lbl_tinj",   "lbl_temp",
@@ -111,13 +111,13 @@ void colour_all_controls() {
         case view::Kind::command_button: view::set_back(*control, view::rgb(192, 192, 192)); break;
         case view::Kind::option_button:
         case view::Kind::frame:
-        case view::Kind::check_box: // there is the one, Check1
+        case view::Kind::check_box: // only Check1
             view::set_back(*control, state.panel_colour);
             break;
         default: break;
         }
     }
-    // The list above has it in the panel's colour; the dark ground wins.
+    // Label20 is also in the list above; its dark background takes precedence.
     view::set_back(form1::Label20, view::dark_red);
 }
 

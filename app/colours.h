@@ -1,5 +1,4 @@
-// Which controls of the main window take which colour: at its activation, and from the text colour
-// dialog.
+// The colours of the main window's controls: set at its activation and by the text colour dialog.
 #pragma once
 
 #include "view/widget.h"
@@ -8,13 +7,14 @@
 
 namespace zol::app {
 
-// The dark red ground of the values that came with the EOBD link.
+// Gives the labels of diagnosis data and battery their dark red background.
 void colour_dark_labels();
-// The stored text colour; nothing while none, or no colour, is stored.
+// The stored text colour. Nothing if none, or a text that is not a colour, is stored.
 std::optional<view::Colour> text_colour();
-// Every control of the main window, once, at its first activation.
+// Colours every control of the main window. Called at its first activation only.
 void colour_all_controls();
-// Asks for the text colour, shows it at once on the shorter of the two lists, and stores it.
+// Asks for the text colour, gives it to the labels of the dialog's list at once, and stores it. A
+// few more labels take it at the next start.
 void choose_text_colour();
 
 } // namespace zol::app

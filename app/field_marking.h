@@ -1,13 +1,13 @@
-// The mark of an entry field that waits for its number.
+// The edit mark of a numeric entry field: it shows that a number is being typed.
 #pragma once
 
 #include "view/widget.h"
 
 namespace zol::app {
 
-// Marks a field as waiting for its number: red ground, empty text.
+// Marks the field: red background, empty text.
 void begin_field_edit(view::Widget& field);
-// Takes the mark off again, after Enter was handled.
+// Removes the mark: white background. The text stays.
 void end_field_edit(view::Widget& field);
 
 } // namespace zol::app

@@ -18,8 +18,8 @@ using Entry = HelperTextsState::Entry;
 HelperTextsState::Texts& texts = helper_texts_state.texts;
 auto& parameters = helper_texts_state.parameters;
 
-// The part of `line` before `mark`, which is taken from it along with the mark; all of it if there
-// is none.
+// Removes the part of `line` up to and including `mark`, and returns it without the mark. All of
+// `line` if it has no mark.
 std::string_view cut(std::string_view& line, char mark) {
     const auto end = std::min(line.find(mark), line.size());
     const std::string_view part = trim(line.substr(0, end));
@@ -27,15 +27,15 @@ std::string_view cut(std::string_view& line, char mark) {
     return part;
 }
 
-void take_control(Section& section, std::string_view names, std::string_view said) {
+void take_control(Section& section, std::string_view names, std::string_view help) {
     Entry entry;
-    if (said.find('|') != std::string_view::npos) entry.name = cut(said, '|');
-    entry.text = said;
+    if (help.find('|') != std::string_view::npos) entry.name = cut(help, '|');
+    entry.text = help;
     while (!names.empty()) {
         const std::string_view name = cut(names, ',');
         if (entry.owner.empty()) entry.owner = name;
         section[name] = entry;
-        entry.name = {}; // captions and units speak for themselves
+        entry.name = {}; // the accessible name of a caption or unit is its own text
     }
 }
 

@@ -1,12 +1,13 @@
-// What each control says of itself: a name to be spoken, a line on what it does with its unit, and
-// the parameters of the control unit behind it. In the operator's language. With them come the few
-// captions that have no message number (app/captions.h shows them).
+// Texts that explain each control in the operator's language: an accessible name, a tip, and the
+// parameters that the control writes or shows. Also the few captions and words that have no message
+// number.
 //
-// The texts stand in "\language\tips_<language>.ini", one section for each window, one line for
-// each control: "names = spoken name | text", or "names = text" where the caption is the name.
-// Further names behind a comma are those of its captions and units, which share the text and keep
-// their own words. An element of an array goes by its own name, else by the array's, with its
-// number from 1 in the place of "{n}". A text goes on for 2000 bytes at most.
+// The texts are in "\language\tips_<language>.ini", one section for each window and one line for
+// each control: "names = accessible name | text", or "names = text" if the caption is the name. The
+// first of the names is the control; further names, separated by commas, are those of its captions
+// and units, which share the text but keep their own captions. An element of a control array uses
+// the line of its own name, else that of the array; "{n}" in the text is replaced by its number,
+// counted from 1. A text is cut after 2000 bytes.
 #pragma once
 
 #include "view/widget.h"
@@ -22,10 +23,10 @@
 namespace zol::app {
 
 struct HelperTextsState {
-    // All of these are parts of the file's content: many controls may share a text.
+    // The views point into `content`, so that many controls can share a text.
     struct Entry {
         std::string_view name, text;
-        std::string_view owner; // the control whose parameters the text names
+        std::string_view owner; // the control whose parameters are listed after the text
     };
     using Section = std::map<std::string_view, Entry>; // by control
     struct Texts {
@@ -33,27 +34,27 @@ struct HelperTextsState {
         std::map<std::string_view, Section> windows;
         std::map<std::string_view, std::string_view> captions, words;
     };
-    Texts texts;                                                // of the language's file
-    std::map<const view::Widget*, std::vector<int>> parameters; // as noted
+    Texts texts;                                                // of the present language
+    std::map<const view::Widget*, std::vector<int>> parameters; // see note_parameters
 };
 inline HelperTextsState helper_texts_state;
 
-// Said where a control's handler is tied: the parameters that the control writes or shows. Its text
-// names them.
+// Notes the parameters that the control writes or shows; its tip lists them. Call this where the
+// control's handler is connected.
 void note_parameters(const view::Widget& control, std::initializer_list<int> numbers);
-// In the order in which they were noted.
+// The noted parameters, in the order in which they were noted.
 std::span<const int> parameters_of(const view::Widget& control);
 
-// Gives every control of every window its texts in the present language, from that language's file
-// or, where it cannot be read, the English one. A control that the file lacks has none.
+// Gives every control of every window its texts in the present language. If that language's file
+// cannot be read, the English one is used. A control without a line has no text.
 void apply_helper_texts();
 
-// The caption of a control that takes no numbered message: the line "window.control = caption" of
-// the section "captions" of the same file. Nothing where there is none.
+// The caption of a control that has no message number: the line "window.control = caption" in the
+// section "captions" of the same file. Nothing if there is no such line.
 std::optional<std::string> own_caption(const view::Widget& control);
 
-// A word of the section "words" of the same file, for texts that are put together at run time. The
-// key itself where there is none.
+// A word from the section "words" of the same file, for texts that are composed at run time. If
+// there is none, the key itself.
 std::string helper_word(const std::string& key);
 
 } // namespace zol::app

@@ -9,9 +9,10 @@
 namespace zol::app {
 namespace {
 
-// What follows the first line that holds the header alone; nothing if there is none. A window looks
-// for dozens of headers when it loads, so lines without this one are not taken one by one.
-std::optional<std::string_view> behind_header(std::string_view content, std::string_view header) {
+// The text after the first line that holds nothing but the header; nothing if there is none. A
+// window looks up dozens of headers when it loads, so the search skips to the lines that contain
+// the header.
+std::optional<std::string_view> after_header(std::string_view content, std::string_view header) {
     auto at = content.find(header);
     while (at != std::string_view::npos) {
         std::string_view rest = content.substr(content.rfind('\n', at) + 1);
@@ -28,7 +29,7 @@ constexpr const char* missing_message = "manca codice messaggio relativo file IN
 std::optional<std::string> message_in(std::string_view content, int key) {
     content = without_mark(content);
     if (content.empty()) return "";
-    auto rest = behind_header(content, "[" + std::to_string(key) + "]");
+    auto rest = after_header(content, "[" + std::to_string(key) + "]");
     if (!rest) return missing_message;
     const auto text = take_line(*rest);
     if (!text) return std::nullopt;
@@ -47,7 +48,7 @@ void set_message(view::Widget& control, int key, const std::string& suffix) {
 }
 
 std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code) {
-    auto rest = behind_header(without_mark(content), "[" + code + "]");
+    auto rest = after_header(without_mark(content), "[" + code + "]");
     if (!rest) return "";
     const auto description = take_line(*rest);
     if (!description) return std::nullopt;

@@ -1,7 +1,9 @@
-// Every text that changes with the language: numbered messages in one plain file per language, and
-// the texts of the EOBD trouble codes in another. No table in memory: each lookup reads its file
-// from the first line, so a corrected file takes effect at once. A file of more than 4 mebibytes
-// counts as one that cannot be read, and a text goes on for 2000 bytes at most.
+// The texts that change with the language: numbered messages in one plain file per language, and
+// the texts of the EOBD trouble codes in another.
+//
+// Each lookup reads its file from the first line, so a corrected file takes effect at once. A file
+// of more than 4 MiB is treated as unreadable, and a text is cut after 2000 bytes. No call reports
+// a failure to the operator.
 #pragma once
 
 #include "view/widget.h"
@@ -12,7 +14,7 @@
 
 namespace zol::app {
 
-// The numbers of the messages, under what each of them says.
+// The message numbers, named after what the messages say.
 namespace messages {
 
 constexpr int save = 1035;
@@ -63,21 +65,22 @@ constexpr int clear_faults = 1276;
 
 } // namespace messages
 
-// The text behind the line "[key]" of "\language\Mivra_<language>.ini", not trimmed. A number that
-// the file lacks gives a literal that says so, in Italian for every language; an empty file gives
-// an empty text. Nothing if the file cannot be read or the header is its very last line.
+// The text in the line after "[key]" in "\language\Mivra_<language>.ini", not trimmed. A missing
+// number gives a fixed Italian text that says so; an empty file gives an empty text. Nothing if the
+// file cannot be read or "[key]" is its last line.
 std::optional<std::string> message(int key);
-// The same in the content of such a file.
+// The same for the content of such a file.
 std::optional<std::string> message_in(std::string_view content, int key);
 
-// Puts the message and `suffix` into the control's text, which keeps what it has if there is none.
+// Sets the control's text to the message followed by `suffix`. If there is no message, the control
+// keeps its text.
 void set_message(view::Widget& control, int key, const std::string& suffix = "");
 
-// The short description of a trouble code, from the language's own file or, where that does not
-// exist, the English one. Puts the long note into Text_note_error first. Empty if the code has no
-// entry; nothing if there is no file to read.
+// The short description of a trouble code, from the language's file or, if that does not exist, the
+// English one. Also puts the long note into Text_note_error. Empty if the code has no entry;
+// nothing if no file can be read.
 std::optional<std::string> trouble_code_text(const std::string& code);
-// The same in the content of such a file, the note included.
+// The same for the content of such a file.
 std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code);
 
 } // namespace zol::app

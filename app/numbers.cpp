@@ -32,22 +32,22 @@ double val(std::string_view text) {
     double value = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     if (error == std::errc::result_out_of_range) {
-        // Too large if a digit stands before the point, too small if none does.
+        // Too large if there is a digit other than 0 before the point, else too small.
         const auto first = number.find_first_not_of('0');
         const bool large = first != std::string::npos && is_digit(number[first]);
         value = large ? std::numeric_limits<double>::max() : 0;
     }
-    return negative ? 0 - value : value; // a zero has no sign
+    return negative ? 0 - value : value; // no negative zero
 }
 
 std::string number_text(double number) {
-    // 15 places are what a number keeps through a calculation: 5 x 0.78 is 3.9, not
+    // A number keeps 15 digits through a calculation: 5 x 0.78 is shown as 3.9, not
     // 3.9000000000000004.
     char buffer[400];
     auto end =
         std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::scientific, 14)
             .ptr;
-    double rounded = number; // also where the largest number would be rounded to beyond it
+    double rounded = number; // kept if rounding would exceed the largest double
     std::from_chars(buffer, end, rounded);
     if (rounded == 0) return "0"; // also for the negative zero
     end = std::to_chars(buffer, buffer + sizeof buffer, rounded, std::chars_format::fixed).ptr;

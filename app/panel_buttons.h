@@ -1,9 +1,9 @@
-// The two panel buttons that show when the injector menu is at work.
+// The pointer of the two panel buttons while the injector menu writes parameters.
 #pragma once
 
 namespace zol::app {
 
-// Hourglass, and back to their own pointer.
+// Shows the hourglass, or the buttons' own pointer again.
 void show_busy_on_buttons();
 void show_normal_on_buttons();
 

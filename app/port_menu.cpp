@@ -25,8 +25,8 @@ void connect_port_menu() {
         items[i]->on.click = [i] {
             for (std::size_t other = 0; other < 7; ++other)
                 view::set_checked(*items[other], other == i);
-            // Stores the menu's number by the lists' rule: COM3 becomes 4, COM7 becomes 8. The
-            // open port stays as it is until the next start.
+            // write_port() expects a list position, so COM3 stores 4 and COM7 stores 8. The open
+            // port does not change until the next start.
             write_port(static_cast<double>(i + 1));
         };
 }

@@ -8,7 +8,7 @@ namespace zol::app {
 // The item of a port number from 1 to 8; null for any other number.
 view::Widget* port_menu_item(double port_number);
 
-// Lets the items COM1 to COM7 store their number; COM8 has no handler, which is meant.
+// Makes the items COM1 to COM7 store their number. COM8 has no handler, on purpose.
 void connect_port_menu();
 
 } // namespace zol::app

@@ -15,8 +15,8 @@ namespace zol::app {
 namespace {
 
 constexpr std::string_view section_name = "General";
-constexpr std::size_t longest_value = 255; // a buffer of 256 characters with its end mark
-// Enough for thousands of lines that the fitter adds. Each key is looked up from the first line.
+constexpr std::size_t longest_value = 255; // a buffer of 256 characters with its terminator
+// Enough for thousands of lines added by hand. Each lookup reads from the first line.
 constexpr std::size_t largest_settings = std::size_t{1} << 20;
 
 bool same_name(std::string_view a, std::string_view b) {
@@ -35,14 +35,15 @@ std::optional<std::string_view> header_of(std::string_view line) {
     return trim(text.substr(1, text.find(']') - 1));
 }
 
-// In bytes from the start of the file. A line has its end with it.
+// Offsets in bytes from the start of the file. A line includes its line end.
 struct Spot {
-    std::size_t section_end = 0; // behind the section's last line that is not empty
+    std::size_t section_end = 0; // after the section's last line that is not empty
     bool section_found = false;
-    std::size_t key_line = 0, key_line_size = 0; // a size of 0 where there is no such key
+    std::size_t key_line = 0, key_line_size = 0; // size 0: no such key
 };
 
-// Where the key stands, and where it would be added. The first section of the name counts.
+// Where the key is, and where it would be added. If the section occurs more than once, the first
+// one counts.
 Spot find_key(std::string_view content, std::string_view key) {
     Spot spot;
     bool inside = false;
@@ -79,7 +80,8 @@ bool is_utf16(std::string_view content) { // by its byte-order mark
     return content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF");
 }
 
-// The settings file, unless its text is in an encoding that is not read here.
+// The content of the settings file. Nothing if it cannot be read or is in UTF-16, which is not
+// supported.
 std::optional<std::string> read_settings() {
     auto content = read_file(application_file("\\setting.ini"), largest_settings);
     if (content && is_utf16(*content)) content.reset();
@@ -123,10 +125,10 @@ void write_setting(std::string_view key, std::string_view value) {
     const auto file = application_file("\\setting.ini");
     const auto content = read_settings();
     std::error_code error;
-    // What cannot be read must not be lost.
+    // A file that exists but cannot be read must not be overwritten.
     if (!content && std::filesystem::exists(file, error)) return;
     const std::string changed = with_setting(content.value_or(""), key, value);
-    // Nor may it become what can no longer be read.
+    // Nor may it grow beyond what can be read again.
     if (changed.size() <= largest_settings) replace_file(file, changed);
 }
 

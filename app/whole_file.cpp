@@ -25,16 +25,17 @@ std::optional<std::string> read_all(int descriptor, std::size_t expected) {
         const ssize_t got = ::read(descriptor, content.data() + filled, content.size() - filled);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return std::nullopt;
-        if (got == 0) break; // it has become shorter meanwhile
+        if (got == 0) break; // the file has become shorter
         filled += static_cast<std::size_t>(got);
     }
     content.resize(filled);
     return content;
 }
 
-// The file at the end of the links, which need not exist; nothing if they lead round in a circle.
-std::optional<std::filesystem::path> behind_links(std::filesystem::path file) {
-    constexpr int most_links = 40; // as many as the system follows
+// The file that the symbolic links lead to, which need not exist. Nothing if there are too many
+// links or a cycle.
+std::optional<std::filesystem::path> follow_links(std::filesystem::path file) {
+    constexpr int most_links = 40; // the kernel's limit
     std::error_code error;
     for (int links = 0; links <= most_links; ++links) {
         if (!std::filesystem::is_symlink(file, error)) return file;
@@ -50,10 +51,10 @@ struct Temporary {
     std::string name;
 };
 
-// A new and empty file beside this one. Nothing is written into what has the name already, which
-// may be a pipe or another name of somebody's file: a kill's remains are removed. What cannot be
-// removed, as a folder, keeps its name, and the next one is tried. One program writes in a folder,
-// so the names need not be unguessable.
+// Creates a new, empty file in the same folder. A file that already has the name is removed and
+// never written to: it may be a pipe or a hard link to another file. What cannot be removed, such
+// as a folder, stays, and the next name is tried. Only one program writes in a folder, so the names
+// may be predictable.
 Temporary make_temporary(const std::filesystem::path& file, mode_t mode) {
     constexpr int last_number = 9;
     for (int number = 1; number <= last_number; ++number) {
@@ -68,7 +69,7 @@ Temporary make_temporary(const std::filesystem::path& file, mode_t mode) {
     return {};
 }
 
-// The rename is on the disk only when its folder is.
+// A rename is only durable after its folder was flushed.
 void flush_folder(const std::filesystem::path& folder) {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return;
@@ -76,7 +77,7 @@ void flush_folder(const std::filesystem::path& folder) {
     ::close(descriptor);
 }
 
-// How many bytes the well-formed UTF-8 character at the front has, 0 if none stands there.
+// The length in bytes of the UTF-8 character at the front; 0 if it is malformed.
 std::size_t utf8_length(std::string_view text) {
     const auto lead = static_cast<unsigned char>(text.front());
     const std::size_t length = lead < 0x80   ? 1
@@ -104,9 +105,9 @@ bool is_utf8(std::string_view text) {
 
 std::optional<std::string> read_file(const std::filesystem::path& file, std::size_t largest) {
     std::error_code error;
-    // Opening a device can do something to it.
+    // Opening a device may have effects on it.
     if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
-    // Not blocking, should a pipe have taken the name since.
+    // Non-blocking, in case a pipe has taken the name since the check.
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0) return std::nullopt;
     std::optional<std::string> content;
@@ -119,18 +120,18 @@ std::optional<std::string> read_file(const std::filesystem::path& file, std::siz
 }
 
 bool replace_file(const std::filesystem::path& named, std::string_view content) {
-    const auto file = behind_links(named);
+    const auto file = follow_links(named);
     if (!file) return false;
     struct stat old {};
     mode_t mode = 0644;
     if (::stat(file->c_str(), &old) == 0) {
-        // The mark counts for every user, the superuser included.
+        // The read-only mark holds for every user, including root.
         if (!S_ISREG(old.st_mode) || (old.st_mode & 0222) == 0) return false;
         mode = old.st_mode & 0777;
     }
     const auto [descriptor, temporary] = make_temporary(*file, mode);
     if (descriptor < 0) return false;
-    ::fchmod(descriptor, mode); // some file systems have no modes to set, and need none
+    ::fchmod(descriptor, mode); // may fail on file systems without modes, which is harmless
     bool good = write_all(descriptor, content) && ::fsync(descriptor) == 0;
     good = ::close(descriptor) == 0 && good;
     good = good && ::rename(temporary.c_str(), file->c_str()) == 0;
@@ -158,9 +159,9 @@ std::string as_utf8(std::string_view text) {
 
 std::string_view shortened(std::string_view text) {
     if (text.size() <= longest_line) return text;
-    constexpr std::size_t most_behind_the_first = 3; // bytes of a character
+    constexpr std::size_t most_continuation_bytes = 3; // of a character
     std::size_t end = longest_line;
-    while (end > longest_line - most_behind_the_first &&
+    while (end > longest_line - most_continuation_bytes &&
            (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
         --end;
     return text.substr(0, end);

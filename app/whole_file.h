@@ -1,4 +1,4 @@
-// Files that are replaced whole or not at all, and text lines of any origin.
+// Reading files, replacing them atomically, and splitting text of any origin into lines.
 #pragma once
 
 #include <filesystem>
@@ -8,38 +8,38 @@
 
 namespace zol::app {
 
-// Seven times the longest text that ships, which is a file of trouble codes, and little enough to
-// be searched for each caption of a window in turn.
+// Seven times the largest file that ships (the trouble codes), and small enough to be searched for
+// each caption of a window.
 constexpr std::size_t largest_text = std::size_t{4} << 20;
-// A text of a file goes on for so many bytes at most: four times the longest that ships. More
-// cannot be read in any control, and setting the type of a million letters would stop the program.
+// The longest text taken from a file, in bytes: four times the longest that ships. No control can
+// show more, and painting a million characters would block the program.
 constexpr std::size_t longest_line = 2000;
 
-// Everything in the file; nothing if it cannot be read, is no regular file, which is then not even
-// opened, or has more than `largest` bytes.
+// The content of the file. Nothing if it cannot be read, has more than `largest` bytes or is not a
+// regular file; such a file is not even opened.
 std::optional<std::string> read_file(const std::filesystem::path& file,
                                      std::size_t largest = largest_text);
 
-// Replaces the file by way of a temporary file beside it, flushed before it takes the name: a kill
-// at any moment leaves the old file or the new one. A symbolic link stays, and the file that it
-// leads to is replaced, or made where there is none yet. False, and nothing changed, if it cannot
-// be done, the file is marked read-only or is no regular file.
+// Replaces the file: writes a temporary file in the same folder, flushes it and renames it. A kill
+// at any moment leaves either the old or the new content. A symbolic link stays, and its target is
+// replaced or created. False, with nothing changed, if that fails, the file is marked read-only or
+// is not a regular file.
 bool replace_file(const std::filesystem::path& file, std::string_view content);
 
-// The text as UTF-8. One that is not valid UTF-8 is taken for Latin-1, byte by byte.
+// The text as UTF-8. A text that is not valid UTF-8 is taken as Latin-1.
 std::string as_utf8(std::string_view text);
 
-// The first `longest_line` bytes of a longer text, or up to three fewer, so that no character is
-// cut in two.
+// The text, cut to `longest_line` bytes or up to three fewer, so that no character is cut in two.
 std::string_view shortened(std::string_view text);
 
-// Without the blanks around it.
+// Without leading and trailing blanks, tabs and carriage returns.
 std::string_view trim(std::string_view text);
 
-// Without the byte-order mark that it may begin with.
+// Without a leading UTF-8 byte-order mark.
 std::string_view without_mark(std::string_view text);
 
-// The first line without its end, which is taken from `rest`; nothing at its end.
+// Removes the first line from `rest` and returns it without its line end. Nothing if `rest` is
+// empty.
 std::optional<std::string_view> take_line(std::string_view& rest);
 
 } // namespace zol::app

@@ -8,12 +8,13 @@ namespace {
 
 using view::frame_without_menu;
 constexpr double frame_with_menu = 690;
-// What title bar, menu and the foot of the screen leave unusable.
+// Height that controls cannot use: title bar, menu bar and a strip at the bottom of the screen, in
+// twips.
 constexpr double unusable_without_menu = 705, unusable_with_menu = view::frame_and_foot_with_menu;
-constexpr double least_font_size = 4.5;
-// A list box sizes itself from its font: so many twips a point, and a border.
+constexpr double least_font_size = 4.5; // points
+// A combo box derives its height from its font: so many twips a point, plus a border.
 constexpr double list_twips_per_point = 28, list_border_twips = 84;
-// Turns a picture's own units into twips.
+// Converts a picture's units into twips.
 constexpr double picture_twips = 0.572;
 
 void multiply(const Resizable& control, Property property, double factor) {
@@ -26,7 +27,8 @@ void enlarge(const Resizable& control) {
     multiply(control, Property::height, scale_factors.height);
     multiply(control, Property::font_size, scale_factors.height);
     if (!height) return;
-    // The font comes after the size, so that this sees how the control answered to its height.
+    // The font is scaled after the height, so that this check sees how the control reacted to its
+    // height.
     const double wanted_height = *height * scale_factors.height;
     const auto reached = control.get(Property::height);
     if (reached && *reached < wanted_height * 0.9)
@@ -39,7 +41,7 @@ void shrink(const Resizable& control) {
     if (size) {
         const double wanted_size = *size * scale_factors.height;
         control.set(Property::font_size, wanted_size);
-        // A font of fixed sizes gives way to one that can be any size.
+        // A font that exists in fixed sizes only is replaced by one that can have any size.
         const auto reached = control.get(Property::font_size);
         if (reached && *reached > wanted_size * 1.1) {
             control.set_font_name("Arial");
@@ -59,7 +61,7 @@ void scale_control(const Resizable& control) {
     multiply(control, Property::left, scale_factors.width);
     multiply(control, Property::top, scale_factors.height);
     multiply(control, Property::border_width, scale_factors.width);
-    // Exactly 1 takes the shrinking road: its fonts still follow the height.
+    // A width factor of exactly 1 also uses shrink(): its fonts still follow the height.
     if (scale_factors.width > 1)
         enlarge(control);
     else
@@ -120,8 +122,8 @@ Resizable resizable(view::Widget& widget) {
     return {.type_name = widget.kind == view::Kind::picture ? "PictureBox" : "",
             .get = [&widget](Property property) { return read(widget, property); },
             .set = [&widget](Property property, double value) { write(widget, property, value); },
-            .set_font_name = [](const std::string&) {}, // every font here can be any size
-            .stretch_picture = nullptr}; // the trace's surface scales its strokes with itself
+            .set_font_name = [](const std::string&) {}, // every font here can have any size
+            .stretch_picture = nullptr};                // a drawing surface scales its own strokes
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Refits a window that was drawn for a screen of 675 by 600 pixels to the screen it finds.
+// Scales a window that was designed for a screen of 675 by 600 pixels to the present screen.
 #pragma once
 
 #include "view/widget.h"
@@ -10,7 +10,7 @@
 
 namespace zol::app {
 
-// What the engine may find on a control. Positions and sizes are twips, sizes of type points.
+// A property that a control may have. Positions and sizes are in twips, font sizes in points.
 enum class Property {
     left,
     top,
@@ -25,38 +25,39 @@ enum class Property {
     y2
 };
 
-// A control as the engine sees it. A property that it lacks reads as nothing, and writing it does
-// nothing; a property that it refuses reads after the write as it was before. So an error in one
-// step never stops the pass.
+// A control as the scaling sees it. `get` returns nothing for a property that the control lacks,
+// and `set` of it has no effect; a control may also refuse a value, and then `get` returns the old
+// one. So an error in one step does not stop the scaling.
 struct Resizable {
-    std::string type_name; // "Line" has end points, "PictureBox" a picture
+    std::string type_name; // "Line" has end points, "PictureBox" has a picture
     std::function<std::optional<double>(Property)> get;
     std::function<void(Property, double)> set;
     std::function<void(const std::string&)> set_font_name;
-    // A picture to be stretched to so many twips; empty where there is none.
+    // Stretches the control's picture by these factors; empty if it has none.
     std::function<void(double width_factor, double height_factor)> stretch_picture;
 };
 
 struct ScalableWindow {
     std::string& tag;
-    double frame_height; // what title bar and menu take of the window's height
+    double frame_height; // height of title bar and menu bar, twips
     Resizable window;
-    std::vector<Resizable> controls; // in the order of the window's collection
+    std::vector<Resizable> controls; // in the order of the window's table
 };
 
-// The factors of the last call that scaled a window. 1 before the first.
+// The factors of the last window that was scaled; 1 before the first.
 struct ScaleFactors {
     double width = 1, height = 1;
 };
 inline ScaleFactors scale_factors;
 
 constexpr double design_width = 10125, design_height = 9000; // 675 x 15, 600 x 15
+// The tag of a window that has been scaled: it is not scaled again.
 constexpr const char* already_scaled = "ResizeON";
 
-// The arithmetic. A screen of exactly the design size leaves window and tag untouched.
+// Scales the window. On a screen of exactly the design size, window and tag stay as they are.
 void scale_window(ScalableWindow& window, double screen_width, double screen_height);
 
-// The same for a window of the program, on the screen in use.
+// Scales a window of the program to the screen in use.
 void Module_Resize(view::Widget& window);
 
 } // namespace zol::app

@@ -1,5 +1,5 @@
-// A box with a sentence, for the launcher: what it has to say would be lost when a desktop started
-// it. The sentence is the one argument.
+// Shows a message box with the one argument as its text. The launcher uses it for its errors,
+// because its terminal output would be lost when it is started from a desktop.
 #include "view/qt/application.h"
 
 #include <QApplication>

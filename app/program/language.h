@@ -7,7 +7,8 @@ namespace zol::app {
 
 // Ticks the language's menu item, stores the choice and refills all captions.
 void set_language(const std::string& code);
-// Takes the stored language, if it is one of the five.
+// Uses the stored language if it is one of the five; otherwise no language is selected. Sets the
+// helper texts.
 void load_language();
 void connect_language_menu();
 

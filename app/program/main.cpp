@@ -1,4 +1,4 @@
-// The one place that picks the real sides: the screen, the clock and the serial port.
+// The entry of the program: the only place that chooses the real screen, clock and serial port.
 #include "app/application_folder.h"
 #include "app/program/startup.h"
 #include "app/program/wiring.h"

@@ -49,7 +49,7 @@ void settings_clicked() {
     view::set_visible(form1::Frame_impostazioni, true);
     set_visible_all({&form1::frame_engine, &form1::Frame_Lambda, &form1::Frame_diagnosi}, false);
     link::show_tank_ends();
-    // The fifth slider keeps what it shows: only the four thresholds are told here.
+    // Only the four thresholds are set here; the fifth slider keeps its value.
     view::place_value(form1::Slider1[0], mirrors.tank_threshold_1);
     view::place_value(form1::Slider1[1], mirrors.tank_threshold_2);
     view::place_value(form1::Slider1[2], mirrors.tank_threshold_3);
@@ -61,7 +61,8 @@ void settings_clicked() {
     state.ui_loading = false;
 }
 
-// From the mirrors, and without a word to the unit: the dialog's road leaves the panel unfilled.
+// Fills the panel from the mirrors and sends nothing. Needed because the dialog path of the first
+// read does not fill this panel.
 void show_lambda_settings() {
     view::set_text(form1::Text_lambda_open_loop, number_text(mirrors.lambda_open_loop_max));
     view::set_text(form1::Text_lambda_closed_loop, number_text(mirrors.lambda_closed_loop_max));
@@ -98,7 +99,7 @@ void show_service_controls() {
     view::set_focus(form1::Text2);
 }
 
-// Hides more than the other brings out: what is hidden besides came out by other ways.
+// Hides more controls than show_service_controls() shows; other handlers show the rest.
 void hide_service_controls() {
     set_visible_all({&form1::Label_sfondo, &form1::Label_ct, &form1::Label_ktar,
                      &form1::Label_pressione_taratura, &form1::lbl_ct, &form1::lbl_ktar,
@@ -111,7 +112,7 @@ void hide_service_controls() {
 } // namespace
 
 void ShowHtmlHelp(const std::string& file, const std::string& topic) {
-    // The pages of each language lie in a folder named by its code.
+    // Each language's pages are in a folder named by its code.
     const std::string& language = state.current_language;
     view::show_manual(file, language.empty() ? topic : language + "/" + topic);
 }

@@ -1,12 +1,12 @@
-// The main window's frame: the buttons that switch panels, the service controls and the menu
-// entries that open windows.
+// The main window: the buttons that switch panels, the service controls, and the menu items that
+// open windows. It does not connect the controls inside the panels.
 #pragma once
 
 #include <string>
 
 namespace zol::app {
 
-// Opens the manual at a topic; nothing happens where it cannot be shown.
+// Opens the manual at a topic, in the present language. Has no effect if it cannot be shown.
 void ShowHtmlHelp(const std::string& file, const std::string& topic);
 
 void connect_main_window();

@@ -29,7 +29,7 @@ void splash_activated() {
     view::set_window_state(form1::Form1, view::WindowState::minimised);
 }
 
-// A running bar, with no relation to real progress.
+// The bar runs continuously and does not show real progress.
 void splash_bar_ticks() {
     view::Widget& bar = frm_splash::ProgressBar1;
     view::place_value(bar, view::value(bar) > 90 ? 0 : view::value(bar) + 5);
@@ -56,8 +56,8 @@ void main_window_loads() {
         view::set_visible(*hidden, false);
 }
 
-// Whatever closes the main window, the process ends here, with a telegram under way left to end
-// and nothing sent after it.
+// Runs for every way of closing the main window. It does not return: the process ends here, after a
+// telegram under way has ended.
 void main_window_closes() {
     link::begin_program_end(link::closing_ms);
     state.no_reread = true;
@@ -69,13 +69,14 @@ void main_window_closes() {
     form1::Timer_chiusura_stato.on();
     form1::Timer6.off();
     form1::Timer3.off();
-    // Not a wait of the line's own timer: a handler that begins meanwhile may wait for longer, or
-    // ask without limit.
+    // wait_ms() would not do: a handler that begins meanwhile could prolong the wait, or repeat a
+    // request without limit.
     for (;;)
         view::pump();
 }
 
-// False where another process has the lock. What cannot be opened or locked stops nobody.
+// False if another process holds the lock. If the file cannot be opened or locked, the start is not
+// prevented.
 bool lock(const std::filesystem::path& file, int flags) {
     const int descriptor = ::open(file.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
     if (descriptor < 0) return true;
@@ -102,8 +103,8 @@ void sub_main() {
 }
 
 bool claim_application_folder() {
-    // Both, always: a network disk locks no folder, and a folder that may only be read takes no
-    // lock file. So whoever may write excludes whoever may not, and the other way round.
+    // Both locks are needed: a network disk does not lock folders, and a read-only folder cannot
+    // have a lock file. With both, a user who may write and one who may not exclude each other.
     return lock(application_file("\\.running"), O_RDWR | O_CREAT | O_NOFOLLOW) &&
            lock(application_file("\\"), O_RDONLY | O_DIRECTORY);
 }

@@ -1,14 +1,14 @@
-// From the entry to the main window on its way, and the main window's closing.
+// Start-up, up to the first activation of the main window, and shutdown.
 #pragma once
 
 namespace zol::app {
 
-// The entry of the logic: sets the start values and shows the splash window. The pump does the
-// rest. The handlers must be connected before.
+// Sets the start values and shows the splash window. Everything else follows from the pump. The
+// handlers must be connected before.
 void sub_main();
 
-// True if this is the only instance for the application folder; the lock lasts as long as the
-// process. A folder that cannot hold a lock file has no second instance either.
+// Locks the application folder for the life of the process. False if another process has locked it.
+// A folder that cannot be locked does not prevent the start.
 bool claim_application_folder();
 
 void connect_startup();

@@ -1,4 +1,5 @@
-// Ties every handler to its widget or timer.
+// Connects every handler of every module to its widget or timer. Call once, before the first window
+// is loaded.
 #pragma once
 
 namespace zol::app {
