@@ -55,7 +55,7 @@ link::EntryField entry(Widget& field, int parameter, double& mirror, int settle_
             .parameter = parameter,
             .mirror = mirror,
             .settle_ms = settle_ms,
-            .clock = Timer2,
+            .wait_timer = Timer2,
             .before = open_closed_port,
             .as_sent = as_sent};
 }
@@ -139,7 +139,7 @@ const link::EntryField speed_from_slider = {
     .parameter = par::changeover_rpm,
     .mirror = mirrors.changeover_rpm,
     .settle_ms = 400,
-    .clock = Timer2,
+    .wait_timer = Timer2,
     .before = open_closed_port,
     .freed = &Text_press_comm,
 };

@@ -117,13 +117,13 @@ const link::EntryField entries[] = {
      .parameter = par::changeover_temperature,
      .mirror = mirrors.changeover_temperature,
      .settle_ms = 200,
-     .clock = form1::Timer2,
+     .wait_timer = form1::Timer2,
      .done = park_focus},
     {.field = form1::Text_time_comm,
      .parameter = par::changeover_time,
      .mirror = mirrors.changeover_time,
      .settle_ms = 200,
-     .clock = form1::Timer2,
+     .wait_timer = form1::Timer2,
      .done = park_focus},
 };
 

@@ -93,7 +93,7 @@ const link::EntryField closed_loop_field = {
     .parameter = par::lambda_closed_loop_max,
     .mirror = mirrors.lambda_closed_loop_max,
     .settle_ms = 200,
-    .clock = form1::Timer2,
+    .wait_timer = form1::Timer2,
     .before =
         [] {
             form1::Timer2.off(); // ends whatever wait is pending
@@ -107,7 +107,7 @@ const link::EntryField open_loop_field = {
     .parameter = par::lambda_open_loop_max,
     .mirror = mirrors.lambda_open_loop_max,
     .settle_ms = 200,
-    .clock = form1::Timer2,
+    .wait_timer = form1::Timer2,
     .before = [] { hold_reads(200); },
     .done = field_done,
 };

@@ -26,7 +26,7 @@ using app::number_text;
 using app::state;
 using view::Pointer;
 
-// "Any byte at all" is an answer. A port that fails is as good as a silent unit.
+// Any byte counts as an answer. A port that fails counts as a silent unit.
 bool unit_present() {
     wait_ms(500);
     if (!send_command(Command::presence)) return false;
@@ -43,7 +43,7 @@ void features_by_family() {
     view::set_text(form1::Label35, "1");
 }
 
-// What the base words show, in the order of their positions.
+// Shows the base words, in the order of their positions.
 void show_base_words() {
     show_gains();
     if (mirrors.fuel_type == 1) view::select_and_run_handler(form1::Option_gpl);
@@ -95,7 +95,7 @@ void take_image(const Reply& image) {
     show_base_words();
     if (state.ecu_family == 1 || state.ecu_family == 3) {
         take_words(image, WordGroup::lambda, &Positions::family_1);
-        mirrors.lambda_input_kind = 0; // whatever the image says
+        mirrors.lambda_input_kind = 0; // the image's value is not used
         show_lambda_words();
     } else {
         take_words(image, WordGroup::eobd);
@@ -112,7 +112,7 @@ void take_image(const Reply& image) {
     }
 }
 
-// Version and image, from the start again as long as one of them comes back wrong.
+// Reads version and image. If the image reply is wrong, it starts again with the version.
 void read_unit() {
     for (;;) {
         state.ui_loading = true;
@@ -127,7 +127,7 @@ void read_unit() {
     }
 }
 
-void go_to_work() {
+void start_operation() {
     state.poll_enabled = true;
     app::fill_tank_list();
     wait_ms(400);
@@ -144,7 +144,8 @@ void colours_and_captions() {
     view::set_tab_stop(form1::Slider_attenuazione, false);
     view::set_tab_stop(form1::Slider_ktar, false);
     state.text_colour = app::read_text_colour();
-    // Once in a run: a colour chosen in the dialog reaches the longer list only at the next start.
+    // Once in a run. So a colour chosen in the text colour dialog reaches the longer list of labels
+    // only at the next start.
     if (state.controls_coloured) return;
     state.controls_coloured = true;
     app::colour_dark_labels();
@@ -167,11 +168,11 @@ void main_window_activated() {
             view::set_pointer(form1::Form1, Pointer::hourglass);
             view::set_visible(form1::Frame2, false);
             read_unit();
-            go_to_work();
+            start_operation();
         } else {
             state.poll_enabled = false;
             form1::Timer_stato_sistema.off();
-            // Modal: what follows runs when the dialog has gone.
+            // Modal: the code after this call runs when the dialog has closed.
             view::show_modal(centralina_attiva::Centralina_Attiva);
         }
     }

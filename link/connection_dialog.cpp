@@ -27,7 +27,8 @@ using view::Pointer;
 
 const std::vector<std::string> ports = {"COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"};
 
-// The menu's marks by list entry: from the fourth on one behind, and COM3 is left alone.
+// The menu item that each list entry ticks. From the fourth entry on it is one number too low; COM3
+// is never ticked.
 const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::com2, &form1::com4,
                                                          &form1::com4, &form1::com5, &form1::com6,
                                                          &form1::com7, &form1::com8};
@@ -60,7 +61,8 @@ void set_test_pointers(Pointer pointer) {
     view::set_pointer(Command_test, pointer);
 }
 
-// One pass of the port test. Any byte is an answer; a port that fails has none.
+// One pass of the port test. Any byte counts as an answer; a port that fails counts as a silent
+// unit.
 bool unit_answers() {
     set_test_pointers(Pointer::normal);
     if (port_is_open()) close_port();
@@ -76,13 +78,13 @@ void test_clicked() {
     view::set_text(Label2, "");
     view::set_back(Label2, windows::paper);
     bool good = unit_answers();
-    if (good) good = unit_answers(); // one answer may be an echo of what went before
+    if (good) good = unit_answers(); // one answer may belong to an earlier request
     if (good) {
         view::set_enabled(Command_ok, true);
         view::set_back(Label2, view::green);
         view::set_text(Label2, "- OK TEST ESEGUITO -");
     } else {
-        // A good test before this one keeps its word: Command_ok stays as it was.
+        // Command_ok stays enabled if an earlier test was good.
         view::set_back(Label2, view::red);
         view::set_text(Label2, "- TEST FALLITO -");
     }
@@ -107,8 +109,8 @@ void ok_clicked() {
     view::set_visible(form1::Frame2, false);
     const int entry = Combo1.look.list_index;
     app::write_port(entry + 1);
-    // The list's position, not the port's number: the port that the test left open is in use until
-    // the next start, and that one reads the file.
+    // This is the list position and not the port number. It does no harm: the port that the test
+    // opened stays in use until the next start, which reads the file.
     state.com_port_number = entry + 1;
     tick_port_menu(entry);
     read_for_dialog();

@@ -18,8 +18,9 @@ std::string whole_text(const fs::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// Up from the device's folder to that of the USB adapter, the first one with a vendor. The number
-// of the port and of the interface tell the ports of one adapter apart. Empty for any other device.
+// Searches upwards from the device's folder to that of the USB adapter, which is the first one with
+// a vendor. Port and interface number tell the ports of one adapter apart. Empty if the device is
+// not on USB.
 std::string usb_identity(fs::path folder) {
     std::string identity = "usb";
     for (; folder.has_relative_path(); folder = folder.parent_path()) {
@@ -38,9 +39,10 @@ bool is_pseudo_terminal(dev_t device) {
     return major(device) >= first && major(device) <= last;
 }
 
-// The field after state, parent, group and session, which follow the name in parentheses,
-// which may hold blanks and parentheses of its own. The kernel packs 12 bits of the major number
-// between the low 8 and the high 12 bits of the minor one. 0 is none.
+// The controlling terminal in a line of /proc/<process>/stat; 0 for none. It is the field after
+// state, parent, group and session. These follow the program's name in parentheses, which may
+// itself hold blanks and parentheses. The kernel packs the 12 bits of the major number between the
+// low 8 and the high 12 bits of the minor number.
 dev_t controlling_terminal(const std::string& stat) {
     const auto name_end = stat.rfind(')');
     if (name_end == std::string::npos) return 0;
@@ -73,9 +75,9 @@ bool has_serial_number(const std::string& identity) {
 }
 
 bool is_terminal_of_a_session(dev_t device) {
-    if (device == 0) return false; // no device; processes without a terminal name this number
-    // /dev/tty, /dev/console and /dev/ptmx, and /dev/tty0, fixed by the kernel: other names of a
-    // terminal, or of none.
+    if (device == 0) return false; // processes without a terminal report this number
+    // /dev/tty, /dev/console, /dev/ptmx and /dev/tty0, fixed by the kernel: aliases of another
+    // terminal.
     if ((major(device) == 5 && minor(device) <= 2) || device == makedev(4, 0)) return true;
     std::error_code error;
     fs::directory_iterator process(machine_state.root / "proc", error);

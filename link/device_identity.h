@@ -1,5 +1,5 @@
-// What tells one serial device from another, and a device that is free from one that somebody types
-// at, as the system's own files show it.
+// Tells one serial device from another, and a free device from the terminal of a login session.
+// Reads the system's /sys, /proc and /dev; opens no device.
 #pragma once
 
 #include <filesystem>
@@ -9,28 +9,30 @@
 
 namespace zol::link {
 
-// The folder that holds the machine's dev, sys and proc. Tests have a machine of their own.
+// The folder that holds dev, sys and proc. Tests set it to a folder of their own.
 struct MachineState {
     std::filesystem::path root = "/";
 };
 inline MachineState machine_state;
 
-// Equal for the same device, also after it was out and has come back under another device number:
-// a port of a USB adapter has the adapter's vendor, product and serial number and its own place on
-// the adapter, and two adapters of one model without a serial number count as the same. All
-// pseudo-terminals are equal: nothing tells one from the next. Any other device is its number.
+// A text that is equal for the same device, also after it was unplugged and has got another device
+// number. A port of a USB adapter is identified by the adapter's vendor, product and serial number
+// and by the port's position on the adapter; two adapters of one model without serial numbers are
+// equal. All pseudo-terminals are equal, because nothing tells them apart. Any other device is
+// identified by its device number.
 std::string device_identity(dev_t device);
 
-inline constexpr const char* pseudo_terminal = "pseudo-terminal"; // the identity of each of them
+inline constexpr const char* pseudo_terminal =
+    "pseudo-terminal"; // the identity of every pseudo-terminal
 
-// Another one once the file has been made again, also under its old name and number.
+// A text that changes when the file is created again, even under its old name and inode number.
 std::string file_mark(const struct stat& file);
 
-// Whether the identity is that of one single adapter, and not of each one of its model.
+// Whether the identity belongs to one single adapter, and not to every adapter of its model.
 bool has_serial_number(const std::string& identity);
 
-// Whether a session has the device as its controlling terminal: a terminal window, a login on a
-// console.
+// Whether the device is the controlling terminal of a session, such as a terminal window or a
+// console login.
 bool is_terminal_of_a_session(dev_t device);
 
 } // namespace zol::link

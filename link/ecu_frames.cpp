@@ -12,10 +12,10 @@ namespace {
 
 constexpr std::uint8_t head_p = 80, head_c = 67;
 
-// No frame leaves once the program's end has begun, whichever handler still runs.
+// Nothing is sent after the program's end has begun, whichever handler is still running.
 bool send(const Bytes& frame) { return !app::state.program_ends && serial_port().write(frame); }
 
-// The two bytes of a word, if the number has them.
+// The two bytes of the rounded number. Nothing if it is outside 0 to 65535.
 std::optional<std::pair<std::uint8_t, std::uint8_t>> word_bytes(double number) {
     const double rounded = app::round_half_even(number);
     if (!(rounded >= 0 && rounded <= 65535)) return std::nullopt;

@@ -1,5 +1,8 @@
-// The two request frames and the reply conventions of the control unit, and the exchanges that the
-// whole tool is made of: send, wait a fixed time, take what has arrived.
+// The request frames and replies of the control unit, and the exchanges with it: send, wait a fixed
+// time, take what has arrived.
+//
+// Requests and replies have no checksum and no sequence number; only the waits keep a reply and its
+// request together. A write has no reply. Nothing here retries.
 #pragma once
 
 #include "link/serial_port.h"
@@ -9,7 +12,7 @@
 
 namespace zol::link {
 
-// Command codes of the 5-byte frames. No others exist.
+// Command codes. The unit has no others.
 enum class Command : std::uint8_t {
     read_image = 1,
     write_parameter = 2, // only in the 9-byte frame
@@ -25,15 +28,16 @@ enum class Command : std::uint8_t {
     to_gas = 22,
 };
 
-// 80, 67, 0, 5, code: "P", "C", the frame's length as a word, the command.
+// 80, 67, 0, 5, code: "P", "C", the frame's length as a word, the command code.
 Bytes command_frame(Command command);
 
-// 80, 67, 0, 9, 2, number, value: both as words, high byte first, after rounding to the nearest
-// integer with ties to even. Nothing if one of them is outside 0 to 65535: it has no byte form.
+// 80, 67, 0, 9, 2, number, value. Number and value are words, high byte first, rounded to the
+// nearest integer with ties to even. Nothing if one of them is then outside 0 to 65535.
 std::optional<Bytes> write_frame(double number, double value);
 
-// One read of the port: whatever had arrived by then. Positions count from 1; bytes 1 to 4 are the
-// frame head that nobody looks at, byte 5 repeats the command, data begins at 6.
+// A reply: everything that had arrived at the time of one read. Positions count from 1. Bytes 1 to
+// 4 are the frame head, which is not checked; byte 5 repeats the command (the echo); the data begin
+// at 6.
 class Reply {
   public:
     Reply() = default;
@@ -41,9 +45,9 @@ class Reply {
 
     std::size_t length() const { return bytes_.size(); }
     bool empty() const { return bytes_.empty(); }
-    // Nothing behind the end of what arrived.
+    // Nothing if the reply is shorter.
     std::optional<int> byte(std::size_t position) const;
-    // The bytes at `position` and after it, high byte first.
+    // The word at `position` and `position` + 1, high byte first. Nothing if the reply is shorter.
     std::optional<int> word(std::size_t position) const;
     bool echoes(Command command) const { return byte(5) == static_cast<int>(command); }
 
@@ -51,35 +55,39 @@ class Reply {
     Bytes bytes_;
 };
 
-// A field behind the end of a reply gives no value: the destination keeps what it holds.
+// Copies a field into its destination. A field that the reply does not have leaves the destination
+// unchanged.
 template <typename T>
 void take(const std::optional<int>& field, T& destination) {
     if (field) destination = static_cast<T>(*field);
 }
 
-// Sends the frame and nothing more. False if the port cannot take it. This and the two below send
-// nothing once `program_ends` is set.
+// Sends the frame and does not wait. False if the port is closed or fails. This function and the
+// next two send nothing once `program_ends` is set.
 bool send_command(Command command);
-// Sends the frame with no wait behind it, for handlers with a wait of their own. False if there is
-// no frame for these values or the port cannot take it.
+// Sends the frame and does not wait: for handlers that wait themselves. False also if number or
+// value has no frame.
 bool send_parameter(double number, double value);
-// Sends the frame, then waits 300 ms. A value that has no frame fails at once, with no wait.
+// Sends the frame, then waits 300 ms, also if the port fails. If number or value has no frame,
+// returns false at once.
 bool write_parameter(double number, double value);
-// Takes every byte now in the receive buffer; empty also on a fault of the port.
+// Takes every byte from the receive buffer. Empty if nothing has arrived or the port fails.
 Reply read_reply();
 
-// Sets number and line settings and opens the port; it does not close it first. Nothing on
-// success, else the system's text for why not.
+// Sets number and line settings and opens the port, which must be closed. Nothing on success, else
+// the system's error text.
 std::optional<std::string> open_port(double port_number);
 void close_port();
 bool port_is_open();
 
-// The wait of the whole program: the main window's one-shot timer, pumping events until it is off.
+// The wait that all modules use: the main window's one-shot timer, pumping events until it is off.
+// Nested waits share the timer, see view/timers.h.
 void wait_ms(int milliseconds);
 
-// Once the polling is stopped, a telegram under way ends within this time; the line is then free.
+// After polling was stopped, the reply to a pending request arrives within this time; the line is
+// then free.
 constexpr int telegram_end_ms = 400;
-// What the unit is given to take a write or a command, where its handler has no time of its own.
+// The time given to the unit after a write or a command, where the handler has no time of its own.
 constexpr int send_settle_ms = 400;
 
 } // namespace zol::link

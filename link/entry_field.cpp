@@ -19,7 +19,7 @@ void send_entry(const EntryField& entry) {
     view::run(entry.taken);
     app::end_field_edit(entry.field);
     send_parameter(entry.parameter, entry.mirror);
-    view::wait_on(entry.clock, entry.settle_ms);
+    view::wait_on(entry.wait_timer, entry.settle_ms);
     view::run(entry.written);
     view::set_enabled(entry.freed ? *entry.freed : entry.field, true);
     view::set_pointer(window, view::Pointer::normal);

@@ -1,5 +1,5 @@
 // The numeric entry fields of the main window and of the changeover window. A click marks and
-// clears the field, Enter sends its number to the unit, any other key does nothing.
+// clears the field, Enter writes its number to the unit, any other key has no effect.
 #pragma once
 
 #include "view/timers.h"
@@ -7,28 +7,28 @@
 
 namespace zol::link {
 
-// One field, and what its own panel does around the steps that all fields share. Where two panels
-// differ they are meant to.
+// One field, and the steps that its panel adds to those which all fields share. The differences
+// between the panels are intended.
 struct EntryField {
     view::Widget& field;
-    int parameter;                             // that takes the number
-    double& mirror;                            // takes it too, before the write
-    int settle_ms;                             // behind the write
-    view::Timer& clock;                        // of the field's window: its waits stand on it
-    void (*before)() = nullptr;                // ahead of all else
-    double (*as_sent)(double typed) = nullptr; // the number in the parameter's unit; null: as typed
-    void (*taken)() = nullptr;                 // the mirror has the number, the mark is still on
-    void (*written)() = nullptr;               // the wait is over, the field still locked
-    void (*done)() = nullptr;                  // field and pointer are back
-    view::Widget* freed = nullptr;             // enabled at the end; null: the field itself
+    int parameter;                             // to which the number is written
+    double& mirror;                            // set before the write
+    int settle_ms;                             // wait after the write
+    view::Timer& wait_timer;                   // of the field's window: the wait uses it
+    void (*before)() = nullptr;                // runs first
+    double (*as_sent)(double typed) = nullptr; // converts to the parameter's unit; null: as typed
+    void (*taken)() = nullptr;     // runs when the mirror is set, before the mark is removed
+    void (*written)() = nullptr;   // runs after the wait, while the field is disabled
+    void (*done)() = nullptr;      // runs last
+    view::Widget* freed = nullptr; // enabled at the end; null: the field itself
 };
 
-// What Enter does: locks the field under the hourglass, reads its text leniently (no number is 0),
-// takes the mark off, writes, waits, and frees it again. A number outside 0 to 65535 has no frame
-// and is not sent; a fault of the port is skipped; the waits run all the same.
+// What Enter does: disables the field and shows the hourglass, reads the text leniently (no number
+// is 0), removes the mark, writes, waits, and enables the field again. A number outside 0 to 65535
+// is not sent, and a port that fails is ignored; the wait runs in any case.
 void send_entry(const EntryField& entry);
 
-// Ties click and Enter to the field.
+// Connects the field's click and key handlers and notes its parameter for the tips.
 void connect_entry_field(const EntryField& entry);
 
 } // namespace zol::link

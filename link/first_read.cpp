@@ -68,7 +68,7 @@ bool read_version() {
     wait_ms(1600);
     const Reply reply = read_reply();
     if (!reply.echoes(Command::version)) return false;
-    // A number that did not arrive leaves the one before it standing, and no text.
+    // A number that did not arrive keeps its old value and is left out of the text.
     state.firmware_text.clear();
     const auto family = reply.byte(7), version = reply.byte(9), revision = reply.byte(11);
     take(family, state.ecu_family);

@@ -7,7 +7,7 @@ void take_words(const Reply& image, WordGroup group, Layout layout) {
         if (each.group == group) take_word(image, each, layout);
 }
 
-// A reply has no position 0: a parameter without a position keeps what its mirror holds.
+// A reply has no position 0, so a parameter without a position leaves its mirror unchanged.
 void take_word(const Reply& image, const Parameter& word, Layout layout) {
     take(image.word(word.positions.*layout), mirrors.*word.mirror);
 }

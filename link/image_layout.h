@@ -1,6 +1,5 @@
-// Takes parameters out of the image, the reply to command 1, into their mirrors. Where a layout of
-// the image has them is in the catalogue; which groups of words are taken is up to the two paths of
-// the first read.
+// Copies parameters from the image (the reply to command 1) into their mirrors. The catalogue has
+// their positions in each layout; the two paths of the first read decide which groups they take.
 #pragma once
 
 #include "link/ecu_frames.h"
@@ -11,8 +10,8 @@ namespace zol::link {
 // A layout is a column of the catalogue, such as &Positions::family_1.
 using Layout = std::size_t Positions::*;
 
-// Takes each word of the group that the reply holds into its mirror; the others keep what they
-// have. Base words, those of activation and of the cut-off have the same position in every layout.
+// Copies each word of the group into its mirror. A word that the reply does not have leaves its
+// mirror unchanged. Base, activation and cut-off words have the same position in every layout.
 void take_words(const Reply& image, WordGroup group, Layout layout = &Positions::eobd);
 
 // The same for one parameter.

@@ -1,5 +1,5 @@
-// The gas injectors of the menu: what a choice writes, what the tool then holds as the opening
-// value, and which opening value marks the item on which occasion.
+// The gas injectors of the menu: what a choice writes, what the mirror of the opening value holds
+// afterwards, and which opening values tick the menu item (the injector marks).
 #pragma once
 
 #include "view/windows/form1.h"
@@ -9,7 +9,7 @@
 
 namespace zol::link {
 
-// The opening values that mark an item. The third item has one of its own at activation.
+// The opening values that tick an item. MIVRA has a different one at activation.
 struct OpeningMarks {
     double at_activation;
     double by_dialog_or_menu; // the dialog path of the first read, and a choice in the menu
@@ -17,14 +17,14 @@ struct OpeningMarks {
 
 struct InjectorType {
     view::Widget& item;
-    double time_constant;
+    double time_constant; // the three values that are written, in this order
     double constant;
     double opening;
     int wait_after_write_ms;
-    // What the mirror of the opening holds after the choice, if that is not what it held before.
-    // The value written is not taken: the marks follow at the next read of the unit.
+    // The mirror of the opening after the choice; nothing: it keeps its value. It differs from the
+    // written value, so the ticks follow at the next read of the unit.
     std::optional<double> held_opening;
-    std::optional<OpeningMarks> marks; // none: never marked, and the choice shows no work
+    std::optional<OpeningMarks> marks; // none: never ticked, and no hourglass
 };
 
 std::span<const InjectorType> injector_types();

@@ -1,4 +1,4 @@
-// What must hold between the rows of the catalogue. Nothing of it is left at run time.
+// Checks at compile time that the rows of the catalogue are consistent.
 #include "link/parameter_catalogue.h"
 
 namespace zol::link {
@@ -26,7 +26,7 @@ consteval bool words_that_are_read_have_mirrors() {
     return true;
 }
 
-// A caller that takes such a group names no layout.
+// Callers that take one of these groups give no layout.
 consteval bool common_words_have_one_position() {
     for (const Parameter& row : parameter_catalogue) {
         const bool common = row.group == WordGroup::base || row.group == WordGroup::activation ||

@@ -1,9 +1,9 @@
-// The one table of the control unit's parameters: what each number means, its unit, its factory
-// value, where the image holds it and which mirror it fills. The rows are in
-// link/parameter_catalogue.inc.
+// The parameter catalogue: the only table of the control unit's parameters. It holds each
+// parameter's number, meaning, unit, factory value, positions in the image, and mirror. The rows
+// are in link/parameter_catalogue.inc.
 //
-// A handler names a parameter by its identifier, `par::changeover_rpm`. A value is a plain integer
-// as on the wire. Nothing here is read from the unit, and no value is checked against its row.
+// Code names a parameter by its identifier, such as `par::changeover_rpm`. Values are integers as
+// on the wire. The catalogue does not change at run time, and values are not checked against it.
 #pragma once
 
 #include "link/parameter_mirrors.h"
@@ -13,7 +13,7 @@
 
 namespace zol::link {
 
-// The numbers under their identifiers.
+// The parameter numbers.
 namespace par {
 
 #define PARAMETER(number, identifier, ...) inline constexpr int identifier = number;
@@ -22,21 +22,21 @@ namespace par {
 
 } // namespace par
 
-// The words of the image that the first read takes together. Which groups it takes depends on its
-// path and on the firmware.
+// Groups of words that the first read takes together. Its path and the firmware decide which groups
+// it takes.
 enum class WordGroup {
     unread,
     base,       // every family, both paths
-    activation, // every family, activation path; the dialog path under its own conditions, if at
-                // all
+    activation, // every family, activation path; the dialog path reads these only under its own
+                // conditions, if at all
     cut_off,    // every family, activation path; the dialog path with the extended words
     lambda,
     eobd,
     extended, // only in newer firmware
 };
 
-// Where each layout of the image has the parameter: the 1-based position of its high byte, or 0.
-// The EOBD layout is that of family 0, and of every family that has none of its own.
+// The 1-based position of the parameter's high byte in each layout of the image; 0 if the layout
+// does not have it. Family 0 and every family without its own layout use the EOBD layout.
 struct Positions {
     std::size_t eobd, family_1, families_2_to_4;
 };
@@ -45,11 +45,11 @@ struct Parameter {
     int number;
     const char* identifier;
     const char* meaning;
-    const char* unit; // and scale, or the values that it can have; "-" for none
+    const char* unit; // and scale, or the possible values; "-" for none
     std::optional<int> factory_value;
     WordGroup group;
     Positions positions;
-    double ParameterMirrors::*mirror; // null: the tool keeps no copy
+    double ParameterMirrors::*mirror; // null: no mirror
 };
 
 namespace catalogue_columns {
@@ -68,10 +68,10 @@ inline constexpr Parameter rows[] = {
 
 } // namespace catalogue_columns
 
-// In the order of their numbers, without the correction cells.
+// All rows in the order of their numbers, without the correction cells.
 inline constexpr auto& parameter_catalogue = catalogue_columns::rows;
 
-// The row of an identifier. A number that has no row does not compile.
+// The row of a parameter. A number without a row does not compile.
 consteval const Parameter& parameter(int number) {
     for (const Parameter& row : parameter_catalogue)
         if (row.number == number) return row;

@@ -1,8 +1,9 @@
-// What the tool last read from, or sent to, the control unit. Writes are never acknowledged: the
-// mirror is the only record, and the next image read is the only correction.
+// The mirrors: the tool's copies of the parameters, as last read from or written to the control
+// unit. Writes are never acknowledged, so a lost write leaves a wrong mirror until the next image
+// read.
 //
-// All are plain numbers as on the wire; a fraction stands here only where the operator typed one.
-// What each is, and in which unit, is in link/parameter_catalogue.inc.
+// Values are numbers as on the wire; only a number that the operator typed can have a fraction.
+// Meaning and unit of each are in link/parameter_catalogue.inc. All are 0 before the first read.
 #pragma once
 
 #include <string>
@@ -56,7 +57,7 @@ struct ParameterMirrors {
     double reference_inj_threshold = 0;
     double reference_ktar = 0;
     double tank_sensor_par = 0;
-    double eobd_direction = 0; // 1 inverse here, 257 on the wire
+    double eobd_direction = 0; // inverse is 1 here but 257 on the wire
     double eobd_protocol = 0;
     double fuel_offset = 0;
     double injector_constant = 0;

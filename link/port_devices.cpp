@@ -40,7 +40,7 @@ std::filesystem::path device_of_port(int port_number) {
     const auto index = static_cast<std::size_t>(port_number - 1);
     const auto link = link_of_port(port_number);
     std::error_code error;
-    // A link whose device is gone still names the port's device.
+    // A link whose target is gone still counts.
     if (std::filesystem::symlink_status(link, error).type() !=
             std::filesystem::file_type::not_found ||
         found_devices[index].path == link)

@@ -1,4 +1,4 @@
-// Which device of a Linux machine stands behind a port number.
+// Which device of the Linux machine belongs to a port number.
 #pragma once
 
 #include <array>
@@ -7,31 +7,31 @@
 
 namespace zol::link {
 
-// What was found when a port number was opened. Written by the serial port alone.
+// The device that was opened for a port number. Only the serial port writes it.
 struct FoundDevice {
-    std::filesystem::path path; // empty while the number has not been opened
-    std::string identity;       // as link/device_identity.h tells it
-    std::string link, node;     // the marks of the path itself and of what it leads to
+    std::filesystem::path path; // empty: the number was never opened
+    std::string identity;       // see device_identity()
+    std::string link, node;     // file_mark() of the path itself and of its target
 };
 inline std::array<FoundDevice, 8> found_devices; // of port numbers 1 to 8
 
-// What `ports/com<n>` in the application folder points to, where that exists; else 1 and 2 are
-// /dev/ttyUSB0 and 1, 3 and 4 /dev/ttyACM0 and 1, 5 to 8 /dev/ttyS0 to 3. A fitter with one USB
-// adapter thus finds it at COM1. A number that was opened through its link stays with the link for
-// the rest of the run: the adapter in the usual device's place may belong to another car. Empty for
-// any other number.
+// The path of the device: `ports/com<n>` in the application folder if that link exists; else
+// /dev/ttyUSB0 and 1 for ports 1 and 2, /dev/ttyACM0 and 1 for 3 and 4, /dev/ttyS0 to 3 for 5 to 8.
+// So a fitter with one USB adapter finds it at COM1. A number that was opened through its link uses
+// the link for the rest of the run, because the adapter at the usual path may belong to another
+// car. Empty for a number outside 1 to 8.
 std::filesystem::path device_of_port(int port_number);
 
-// Where the device that was found for a port number is now. A USB adapter that is pulled while the
-// port is open comes back as another ttyUSB: it is looked for among the usual devices by its serial
-// number. Any other device is where it was found.
+// The present path of the device that was opened for a port number. A USB adapter that is pulled
+// while the port is open comes back under another ttyUSB name; it is searched for among the usual
+// devices by its serial number. Any other device is at the path where it was opened.
 std::filesystem::path place_of_found(int port_number);
 
-// The path and, for a link, an arrow and its target: "ports/com1 -> /dev/ttyUSB0".
+// The path; for a symbolic link also its target: "ports/com1 -> /dev/ttyUSB0".
 std::string with_target(const std::filesystem::path& device);
 
-// "COM1: /dev/ttyUSB0 (not there)", with the link's target. Whether the device is there is asked at
-// this moment, and said in the operator's language.
+// The tip of a port, in the operator's language: "COM1: /dev/ttyUSB0 (not there)", with a link's
+// target. Checks at each call whether the device exists.
 std::string port_tip(int port_number);
 
 } // namespace zol::link

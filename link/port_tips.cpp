@@ -13,7 +13,7 @@
 namespace zol::link {
 namespace {
 
-// The entry's own number, as its caption says it; what the entry does follows in its help.
+// The item's own number, as in its caption. The help text follows, if there is one.
 void refresh_menu() {
     for (int number = 1; view::Widget* item = app::port_menu_item(number); ++number) {
         const std::string& help = item->help.text;
@@ -21,7 +21,8 @@ void refresh_menu() {
     }
 }
 
-// Each entry names its device; the list, which shows one entry only, names them all.
+// Each entry's tip shows its device. The list's own tip shows all of them, because the closed list
+// shows one entry only.
 void refresh_list() {
     view::Widget& list = centralina_attiva::Combo1;
     std::vector<std::string> tips;

@@ -1,6 +1,6 @@
-// Which device stands behind each port number, told where the fitter chooses one: in the port menu
-// and in the list of the connection dialog. What is plugged in may change at any time, so both are
-// told anew whenever they open.
+// Tips that show which device belongs to each port number: in the port menu and in the list of the
+// connection dialog. Devices can be plugged in at any time, so the tips are set again whenever menu
+// or list opens.
 #pragma once
 
 namespace zol::link {

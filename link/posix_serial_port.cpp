@@ -15,10 +15,10 @@
 namespace zol::link {
 namespace {
 
-// The one setting that the control unit knows: raw bytes both ways, no flow control.
+// The only settings of the control unit: raw bytes both ways, no flow control.
 bool set_9600_n_8_1(int descriptor, termios line) {
     ::cfmakeraw(&line);
-    // What another program may have left on and cfmakeraw leaves alone: among it flow control.
+    // cfmakeraw leaves some flags as another program has set them, among them flow control.
     line.c_iflag = 0;
     ::cfsetispeed(&line, B9600);
     ::cfsetospeed(&line, B9600);
@@ -29,8 +29,8 @@ bool set_9600_n_8_1(int descriptor, termios line) {
     return ::tcsetattr(descriptor, TCSANOW, &line) == 0;
 }
 
-// A pseudo-terminal that is made again under the number of one that has gone is another device,
-// unless its link was made again too: whoever serves it then meant it to be the port.
+// A pseudo-terminal that is created again under the number of an earlier one is another device,
+// unless its link was created again too: the program that serves it then intends it to be the port.
 bool is_same(const FoundDevice& found, const FoundDevice& now) {
     if (found.identity != now.identity) return false;
     return now.identity != pseudo_terminal || found.link != now.link || found.node == now.node;
@@ -41,7 +41,7 @@ bool is_same(const FoundDevice& found, const FoundDevice& now) {
 PosixSerialPort::~PosixSerialPort() { close(); }
 
 void PosixSerialPort::set_number(int port_number) {
-    if (open_) return; // an open port stays with its device
+    if (open_) return; // an open port keeps its device
     port_number_ = port_number;
     chosen_ = true;
 }
@@ -72,7 +72,8 @@ std::optional<std::string> PosixSerialPort::attach(bool chosen) {
     FoundDevice& found = found_devices[static_cast<std::size_t>(port_number_ - 1)];
     const bool back = !chosen && !found.path.empty();
     if (back) device = place_of_found(port_number_);
-    // Judged before it is opened: opening alone would raise the modem lines of another device.
+    // Checked before it is opened, because opening alone would raise the modem lines of another
+    // device.
     struct stat there {
     }, link{};
     if (::stat(device.c_str(), &there) != 0 || ::lstat(device.c_str(), &link) != 0)
@@ -94,11 +95,11 @@ std::optional<std::string> PosixSerialPort::attach(bool chosen) {
 
 std::optional<std::string> PosixSerialPort::take_device(const std::filesystem::path& device,
                                                         dev_t number) {
-    // Not blocking: neither a modem line that is down nor a full buffer may hold the program up.
+    // Non-blocking: neither an inactive modem line nor a full buffer may block the program.
     descriptor_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor_ < 0 || !::isatty(descriptor_)) return failure(device, errno);
     struct stat opened {};
-    // Its name may have gone to another device in between.
+    // The name may belong to another device since the check.
     if (::fstat(descriptor_, &opened) != 0 || opened.st_rdev != number)
         return failure(device, ENODEV);
     if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) return failure(device, EBUSY);
@@ -111,13 +112,13 @@ std::optional<std::string> PosixSerialPort::take_device(const std::filesystem::p
 
 void PosixSerialPort::detach() {
     if (descriptor_ < 0) return;
-    // A device that was refused, because another program uses it, is left as it is.
+    // A device that another program uses was not changed, so it is not restored.
     if (settings_before_) {
-        // Bytes that a dead line never takes would hold the close up.
+        // Otherwise close() would wait for bytes that a dead line never takes.
         ::tcflush(descriptor_, TCOFLUSH);
-        // At once and without asking whether it worked: the device may be gone. Hanging up stays
-        // off: the read of the faults closes the port for 300 ms, and an adapter that is powered by
-        // the modem lines must not lose them.
+        // TCSANOW, and the result is ignored, because the device may be gone. HUPCL stays off: the
+        // fault read closes the port for 300 ms, and an adapter that is powered by the modem lines
+        // must not lose them.
         settings_before_->c_cflag &= ~static_cast<tcflag_t>(HUPCL);
         ::tcsetattr(descriptor_, TCSANOW, &*settings_before_);
     }
@@ -127,13 +128,14 @@ void PosixSerialPort::detach() {
 }
 
 bool PosixSerialPort::write(std::span<const std::uint8_t> bytes) {
-    // The adapter was pulled earlier: it may be back by now.
+    // A pulled adapter may be back by now.
     if (!open_ || (descriptor_ < 0 && attach(false))) return false;
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
-        // A full buffer is a line that takes nothing: a frame is a few bytes. With any other fault
-        // the device is gone, and holding on to it would keep its name from it when it comes back.
+        // A full buffer means that the line takes nothing, since a frame is only a few bytes. After
+        // any other error the device is gone; it is closed, because an open descriptor would
+        // prevent it from getting its name back.
         if (written <= 0) {
             if (written < 0 && errno != EAGAIN) detach();
             return false;
@@ -147,7 +149,8 @@ std::optional<Bytes> PosixSerialPort::read_all() {
     if (descriptor_ < 0) return std::nullopt;
     Bytes all;
     std::uint8_t block[4096];
-    // A device that sends without end must not hold the program: what is left waits for the next.
+    // A device that sends continuously must not block the program. The rest is left for the next
+    // call.
     constexpr std::size_t most_at_once = 65536;
     while (all.size() < most_at_once) {
         const ssize_t got = ::read(descriptor_, block, sizeof block);

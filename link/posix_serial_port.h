@@ -1,4 +1,4 @@
-// The serial port of a Linux machine.
+// The serial port of a Linux machine, with termios.
 #pragma once
 
 #include "link/serial_port.h"
@@ -11,11 +11,11 @@
 
 namespace zol::link {
 
-// Behind a port number stands what link/port_devices.h says. An adapter that is pulled while the
-// port is open makes every write and read fail; once it is back under its name, the next write
-// finds it again, with no need to reopen the port. Another device in its place is not taken and
-// gets no byte: the port goes on failing as if the adapter were out. The terminal of a session is
-// never taken. A device gets its settings back when it is let go.
+// link/port_devices.h gives the device of a port number. If an adapter is pulled while the port is
+// open, writes and reads fail until it is back under its name; the next write then uses it again,
+// without reopening the port. A different device in its place is not opened and gets no byte. The
+// controlling terminal of a session is never opened. A device gets its original line settings back
+// when it is closed.
 class PosixSerialPort : public SerialPort {
   public:
     PosixSerialPort() = default;
@@ -32,20 +32,20 @@ class PosixSerialPort : public SerialPort {
     std::optional<Bytes> read_all() override;
 
   private:
-    // "COM1 (/dev/ttyUSB0): " and the system's text.
+    // An error text: "COM1 (/dev/ttyUSB0): " and the system's text.
     std::string failure(const std::filesystem::path& device, int error) const;
-    // Opens the device; nothing on success, else why not. Without a choice, the device that was
-    // found before.
+    // Opens the device. Nothing on success, else the error text. If `chosen` is false, only the
+    // device that was opened before is accepted.
     std::optional<std::string> attach(bool chosen);
     std::optional<std::string> take_device(const std::filesystem::path& device, dev_t number);
     void detach();
 
     int port_number_ = 0;
-    bool chosen_ = false; // since the last open()
+    bool chosen_ = false; // set_number() was called since the last open()
     std::string settings_;
     bool open_ = false;
-    int descriptor_ = -1;                    // -1 also while an open port's device is gone
-    std::optional<termios> settings_before_; // of the device at hand, once they are known
+    int descriptor_ = -1;                    // -1 also while the device of an open port is gone
+    std::optional<termios> settings_before_; // of the open device, once they were read
 };
 
 } // namespace zol::link

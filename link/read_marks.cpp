@@ -14,7 +14,7 @@ namespace {
 
 using app::number_text;
 
-// In the order of the protocol codes from 1 on.
+// In the order of the protocol codes, from 1.
 const std::array<view::Widget*, 10> protocols = {
     &form1::mnu_search,         &form1::mnu_KWP2000_fast,   &form1::mnu_KWP2000_slow,
     &form1::mnu_iso9141,        &form1::mnuCAN250KStandard, &form1::mnuCAN250KExtended,
@@ -91,8 +91,8 @@ void show_modular_pair() {
 }
 
 std::string year_text_of_image() {
-    // The question meant to part the years asks whether (0 < year) < 10: that always holds, so the
-    // texts for later years are never taken.
+    // The condition meant to distinguish the years tests whether (0 < year) < 10, which is always
+    // true. So the texts for later years are never used.
     return "200" + number_text(mirrors.last_check_year);
 }
 

@@ -1,5 +1,5 @@
-// The marks and lines that follow from the words of an image, alike on both roads of the first
-// read.
+// Menu ticks, options and labels derived from the parameter image, the same on both paths of the
+// first read.
 #pragma once
 
 #include "link/injector_types.h"
@@ -8,33 +8,34 @@
 
 namespace zol::link {
 
-// Both gains on their sliders, each marked from the slider's lower end up to its value.
+// Shows both gains on their sliders, highlighted from the slider's lower end to the value.
 void show_gains();
-// The menus and buttons of a unit without the car's diagnosis (family 1), and of one that has it.
-// Which of the other families are offered it, and the lambda panel beside it, differs by road.
+// Shows the menus and buttons of a unit without access to the car's diagnosis (family 1), and of a
+// unit that has it. The two paths call these for different families and with different values of
+// `lambda_too`.
 void offer_lambda_only();
 void offer_diagnosis(bool lambda_too);
-// The direction pair: 1 marks "Inverse", any other value "Normal".
+// Ticks "Inverse" if the mirror holds 1, else "Normal".
 void tick_eobd_direction();
-// The protocol's own item of eleven codes, 0 and 1 both "Search..."; an unknown code changes
-// nothing.
+// Ticks the item of the protocol code, 0 to 10; 0 and 1 both tick "Search...". An unknown code
+// changes nothing.
 void tick_eobd_protocol();
-// The debug pair: 1 marks "Yes", any other value "No".
+// Ticks "Yes" if the mirror holds 1, else "No".
 void tick_debug_pair();
-// The item of the injector whose opening value the unit has, of the values for this occasion
-// (link/injector_types.h), such as &OpeningMarks::at_activation. Another value marks none.
+// Ticks the injector whose opening value the mirror holds; `occasion` chooses the set of values,
+// such as &OpeningMarks::at_activation. Any other value ticks none.
 void tick_injector(double OpeningMarks::*occasion);
-// The type of the tank's sender, if it is a preset; 99 ticks the box of free values, whose handler
-// takes it from there.
+// Shows the type of the tank sender and stores it if it is a preset. 99 ticks the box of free
+// values, whose handler stores it.
 void take_tank_type();
-// Voltage or current.
+// Selects voltage or current.
 void select_lambda_kind();
-// The modular pair, and its frame on view.
+// Shows the frame of the modular changeover and selects its option.
 void show_modular_pair();
-// "200" and the two digits of the year, whatever the year: one of 12 reads "20012".
+// "200" followed by the year's number, whatever it is: 12 gives "20012".
 std::string year_text_of_image();
-// Time on gas and last check, from the mirrors, with `middle` between minutes and day and `end`
-// behind the year text; both lines on view and the car menu enabled.
+// Shows time on gas and last check from the mirrors, with `middle` between minutes and day and
+// `end` after the year. Also shows the line's heading and enables the car menu.
 void show_service_line(const char* middle, const char* end);
 constexpr const char* service_line_middle = " min    - Date Last Check : ";
 

@@ -26,13 +26,13 @@ void show_tank_ends() {
 void show_tank_thresholds(bool second_below) {
     const double t1 = mirrors.tank_threshold_1, t2 = mirrors.tank_threshold_2;
     const double t3 = mirrors.tank_threshold_3, t4 = mirrors.tank_threshold_4;
-    // The sliders first: a label that changes works out its millivolts from its slider.
+    // The sliders are set first, because a changed label computes its millivolts from its slider.
     view::place_value(form1::Slider1[0], t1);
     view::place_value(form1::Slider1[1], second_below ? t2 - 1 : t2);
     view::place_value(form1::Slider1[2], t3);
     view::place_value(form1::Slider1[3], t4);
     view::place_value(form1::Slider1[4], t4);
-    // In the unit the first threshold is the top of its band, the others the bottom of the next.
+    // The first threshold is the top of its band, each other one the bottom of the next band.
     view::set_text(form1::Label8, percent(t1 + 1));
     view::set_text(form1::Label_led0, percent(t1));
     view::set_text(form1::Label9, percent(t2));

@@ -1,17 +1,19 @@
-// What the tank panel shows of the mirrors; setting the tank up is monitor/tank_level's.
+// Shows the tank parameters from the mirrors. monitor/tank_level.h changes them.
 #pragma once
 
 namespace zol::link {
 
-// The two end voltages in their fields and at the ends of the millivolt scale.
+// Shows the voltages of the empty and the full tank in their fields and at the ends of the
+// millivolt scale.
 void show_tank_ends();
 
-// The thresholds on sliders and labels after the unit was read. The second slider stands one below
-// its threshold after the first activation and on it after the connection dialog: `second_below`.
+// Shows the thresholds on sliders and labels after the unit was read. `second_below` sets the
+// second slider one below its threshold, as the activation path does; the dialog path sets it to
+// the threshold.
 void show_tank_thresholds(bool second_below);
 
-// A sender's type: its preset in the list, or, for 99, the box of free values ticked, whose handler
-// then writes the type.
+// Selects the preset of a sender type in the list. 99 ticks the box of free values, whose handler
+// writes the type to the unit.
 void show_tank_type(double type);
 
 } // namespace zol::link
