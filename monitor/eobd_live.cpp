@@ -17,7 +17,7 @@ using app::state;
 constexpr int no_data = 255;
 constexpr int reply_ms = 100;
 
-// Trims are sent with an offset of 128, 0.78 percent a step.
+// A trim byte has an offset of 128; one step is 0.78 percent.
 std::string trim_text(int byte) { return app::number_text((byte - 128) * 0.78) + " % "; }
 
 void show_loop_state(int loop_state) {
@@ -41,26 +41,27 @@ void show_live_data(const link::Reply& reply) {
     show_loop_state(*reply.byte(6));
 }
 
-// The count is a total over the run: after four such telegrams a single one shows the text.
+// The count is a total over the whole run, so after four such replies a single one shows the text.
 void count_lost(const link::Reply& reply) {
     state.lost_counter += 1;
     if (reply.byte(6) == no_data && state.lost_counter >= 4)
         view::set_text(form1::Label1, "LOST CONNECTION");
 }
 
-// The lambda panel and the acquisition read the status themselves, whole telegrams in one read.
+// The lambda panel and the acquisition window request status telegrams themselves.
 bool another_reads_the_status() {
     return form1::Timer3.is_on() || acquisizione::Timer_tinj.is_on();
 }
 
-// Both kinds of read side by side would take each other's answers without end. For as long as this
-// one may still be answered the others wait. After that it asks once in `patience_ms` only: not
-// never, because it may have begun inside a wait of the other reader and hold that one up.
+// Both kinds of read use one receive buffer, so each would take the other's replies without end.
+// While the unit may still answer this request, the other readers wait (`eobd_read_under_way`).
+// After that this function asks only once in `repeat_timeout_ms`. It must not stop asking, because
+// it may have begun inside a wait of the other reader, which cannot continue before this returns.
 bool read_until_shown() {
     for (int repeated_ms = 0;; repeated_ms += reply_ms) {
-        if (repeated_ms >= patience_ms) {
+        if (repeated_ms >= repeat_timeout_ms) {
             state.eobd_read_under_way = false;
-            if (another_reads_the_status()) link::wait_ms(patience_ms);
+            if (another_reads_the_status()) link::wait_ms(repeat_timeout_ms);
         }
         link::send_command(link::Command::eobd_live);
         link::wait_ms(reply_ms);

@@ -1,12 +1,12 @@
-// The live data of the car's diagnosis line, the 12-byte reply to command 16.
+// The live data of the car's diagnosis, the 12-byte reply to command 16.
 #pragma once
 
 namespace zol::monitor {
 
-// Asks until a reply of 12 bytes comes, and shows it. False after one of 8 bytes: the status
-// telegram is to be asked for again. A unit that answers neither is asked without limit. After a
-// second without an answer, and while the lambda panel or the acquisition reads, it is asked only
-// once a second.
+// Requests the live data until a reply of 12 bytes arrives, and shows it. False after a reply of 8
+// bytes, which means that the status telegram must be requested again. A unit that sends neither is
+// asked without limit: every 100 ms; after a second without a usable reply, while the lambda panel
+// or the acquisition window reads the status, only once a second.
 bool read_eobd_live();
 
 } // namespace zol::monitor

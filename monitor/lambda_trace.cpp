@@ -11,9 +11,9 @@ namespace {
 
 using app::state;
 
-constexpr double silent_sensor = 20;
+constexpr double silent_sensor = 20; // and below
 constexpr double engine_panel_centre = 400;
-// In the window's twips as drawn.
+// In twips before scaling.
 constexpr double bar_width = 60, bar_pitch = 100;
 
 void show_sample() {
@@ -23,7 +23,7 @@ void show_sample() {
     view::set_text(form1::label_lambda_2, text);
 }
 
-// One bar; false when the sweep had reached the edge and the chart was cleared instead.
+// Draws one bar. False if the chart was full: then it is cleared instead.
 bool draw_bar(double centre, double scale) {
     view::Widget& chart = form1::Picture1;
     const double width = chart.design.place.width, mid = chart.design.place.height / 2;

@@ -1,19 +1,21 @@
-// The lambda signal: its number, and a scrolling bar chart around a centre line. Two panels draw
-// on the one chart; the sweep goes on where the other left it.
+// The lambda signal: its value, and a bar chart around a centre line. The engine panel and the
+// lambda panel draw on the same chart, and each continues where the other stopped.
 #pragma once
 
 #include "link/ecu_frames.h"
 
 namespace zol::monitor {
 
-// One bar of `state.lambda_sample` around 400, unless the sensor is silent (20 or less).
+// Shows `state.lambda_sample` and draws it as one bar around 400. Draws nothing if the sensor is
+// silent (20 or less).
 void trace_on_engine_panel();
 
-// Draws the sample around the closed-loop value, scaled by Label35. The sample is the telegram's,
-// unless the one in hand is above five times the last one drawn: then that one is drawn again.
+// Takes the sample from the telegram, shows it and draws it around the closed-loop limit, scaled by
+// Label35. If the previous sample is more than five times the last one drawn, the last one drawn is
+// used instead of the telegram's.
 void trace_on_lambda_panel(const link::Reply& telegram);
 
-// The scale buttons, 0 to 4.
+// Connects the buttons that change the scale, 0 to 4.
 void connect_lambda_trace();
 
 } // namespace zol::monitor

@@ -1,9 +1,9 @@
-// The engine panel in place of the others.
+// Shows the engine panel in place of the other panels.
 #pragma once
 
 namespace zol::monitor {
 
-// With the polling: if it has to be restarted, it gets 500 ms before the panel is shown.
+// Also restarts polling if it is stopped, and then waits 500 ms before it shows the panel.
 void bring_back_engine_panel();
 
 } // namespace zol::monitor

@@ -19,9 +19,9 @@ using link::Reply;
 
 constexpr int cycle_ms = 300;
 
-// Asks, and takes what the request before this one brought: the wait gives the present request its
-// time to be answered. Has no limit, and looks at neither flag nor port: with a silent unit the
-// program stays here, pumping, until a telegram comes.
+// Requests a telegram and returns the reply to the previous request; the wait gives the present
+// request its time. Repeats without limit and checks neither `poll_enabled` nor the port: if the
+// unit is silent, this function keeps pumping until a telegram arrives.
 Reply next_reply() {
     for (;;) {
         link::send_command(Command::status);
@@ -37,8 +37,8 @@ void poll_once() {
     for (;;) {
         const Reply reply = next_reply();
         if (reply.length() >= shortest_telegram) show_telegram(reply);
-        // The read of the live data empties the buffer in which the tuning's sampler looks for its
-        // telegrams: it would find none, for ever.
+        // Reading live data empties the receive buffer, so the tuning would never find the
+        // telegrams that it requests.
         const bool has_eobd =
             (state.ecu_family == 2 || state.ecu_family == 4) && !state.tuning_measures;
         if (!has_eobd || read_eobd_live()) return;
@@ -57,7 +57,7 @@ void poll_ticks() {
     give_tab_stops();
 }
 
-// The delayed stop: the telegram under way ends first.
+// The delayed stop lets the telegram under way end.
 void delayed_stop_ticks() {
     stop_polling();
     form1::Timer_chiusura_stato.off();

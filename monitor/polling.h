@@ -1,19 +1,24 @@
-// The polling loop: one timer whose tick switches itself off, asks for the status telegram, shows
-// the last one, and switches itself on again.
+// The polling loop: a timer whose tick (a poll pass) switches the timer off, requests the status
+// telegram, shows the previous one, and switches the timer on again. A pass never overlaps another
+// one, but handlers run inside its waits.
+//
+// To use the line, a handler stops polling, waits until the telegram under way has ended, sends,
+// waits, and starts polling again or leaves that to the watchdog (monitor/side_timers.h).
 #pragma once
 
 namespace zol::monitor {
 
-// Allows the polling and switches its timer on; and the reverse, at once.
+// Sets `poll_enabled` and switches the timer on; clears the flag and switches it off, at once.
 void start_polling();
 void stop_polling();
-// Stops it and lets a telegram under way end: what most handlers do before they send.
+// Stops polling and waits until a telegram under way has ended.
 void stop_polling_and_wait();
 
-// The timer as poll_enabled says: the end of a read that had switched it off for itself.
+// Switches the timer on or off as `poll_enabled` requires. For reads that switched it off for their
+// own duration.
 void rearm_polling();
 
-// Gives Slider_attenuazione and Slider_ktar the tab stop that activation takes from them.
+// Gives Slider_attenuazione and Slider_ktar their tab stop back, which activation removes.
 void give_tab_stops();
 
 void connect_polling();

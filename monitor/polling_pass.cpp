@@ -19,7 +19,7 @@ void post_waiting() {
 
 PollingPass::PollingPass() { repeated_ms = 0; }
 
-// Also when the end of the program unwinds the pass.
+// Runs also when the end of the program unwinds the pass.
 PollingPass::~PollingPass() {
     repeated_ms.reset();
     post_waiting();
@@ -28,13 +28,13 @@ PollingPass::~PollingPass() {
 void request_is_repeated(int ms) {
     if (!repeated_ms) return;
     *repeated_ms += ms;
-    if (*repeated_ms >= patience_ms) post_waiting();
+    if (*repeated_ms >= repeat_timeout_ms) post_waiting();
 }
 
 bool pass_is_under_way() { return repeated_ms.has_value(); }
 
 void after_the_pass(std::function<void()> work) {
-    if (repeated_ms && *repeated_ms < patience_ms)
+    if (repeated_ms && *repeated_ms < repeat_timeout_ms)
         waiting.push_back(std::move(work));
     else
         work();

@@ -1,9 +1,8 @@
-// One pass of the polling loop, and those who wait for its end.
+// The poll pass under way, and the work that waits for its end.
 //
-// A pass repeats its requests until the unit answers them. A handler that runs inside it holds it
-// up to its own end, and the live values with it: what takes long and needs them waits here until
-// the pass is over. It does not wait for ever: a pass that has repeated itself for `patience_ms` is
-// not about to end.
+// A pass repeats its requests until the unit answers. A handler that runs inside a pass delays the
+// pass, and the live values with it. So work that takes long and needs live values waits until the
+// pass is over, but at most until the pass has repeated its requests for `repeat_timeout_ms`.
 #pragma once
 
 #include <functional>
@@ -12,17 +11,18 @@
 
 namespace zol::monitor {
 
-// How long a request is repeated before whoever waits for its answer goes on without it. A unit
-// answers within 100 ms; a second forgives some lost or damaged replies and is short to a fitter.
-constexpr int patience_ms = 1000;
+// How long work waits for a pass that repeats its requests. A unit answers within 100 ms (20 to 60
+// ms latency and the bytes); a second allows for several lost or damaged replies and is short for
+// the operator.
+constexpr int repeat_timeout_ms = 1000;
 
 struct PollingPassState {
-    std::optional<int> repeated_ms; // by the pass under way
+    std::optional<int> repeated_ms; // of the pass under way; nothing: no pass
     std::vector<std::function<void()>> waiting;
 };
 inline PollingPassState polling_pass_state;
 
-// A pass lasts as long as this object.
+// Marks a pass: it lasts as long as this object.
 class PollingPass {
   public:
     PollingPass();
@@ -31,17 +31,18 @@ class PollingPass {
     PollingPass& operator=(const PollingPass&) = delete;
 };
 
-// The pass under way got no answer to a request that it has waited `ms` for, and repeats it.
+// Called by a pass that has waited `ms` for a reply in vain and repeats its request.
 void request_is_repeated(int ms);
 
-// True also in a handler that runs inside the pass and holds it up.
+// True also in a handler that runs inside the pass.
 bool pass_is_under_way();
 
-// Runs `work` when no pass is under way, or as soon as the present one is over or has repeated
-// itself for `patience_ms`.
+// Runs `work` at once if no pass is under way or the pass has repeated its requests for
+// `repeat_timeout_ms`; else as soon as one of the two holds.
 void after_the_pass(std::function<void()> work);
 
-// Runs `work` when the pass under way, which repeats itself, does so once more or is over.
+// Runs `work` as soon as the pass under way, which is repeating its requests, repeats once more or
+// ends.
 void after_the_next_repeat(std::function<void()> work);
 
 } // namespace zol::monitor

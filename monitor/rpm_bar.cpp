@@ -14,7 +14,8 @@ using view::Colour;
 
 constexpr int last_green = 27, last_yellow = 37;
 
-// What lighting the bar up to `count` gives a lamp; nothing if it leaves the lamp alone.
+// The colour that a lamp takes when the bar is lit up to `count`; nothing if the lamp does not
+// change.
 std::optional<Colour> lit_colour(int lamp, int count, Colour colour) {
     if (colour == view::green) return lamp <= count ? std::optional(view::green) : std::nullopt;
     if (colour != view::yellow && colour != view::red) return std::nullopt;
@@ -23,9 +24,9 @@ std::optional<Colour> lit_colour(int lamp, int count, Colour colour) {
     return lamp <= count ? std::optional(colour) : std::nullopt;
 }
 
-// The lamp that a speed lights the bar up to, -1 for none: 1 from 400 rpm, and one more each 50 rpm
-// to 1550. No speed gives 24: its stretch from 1250 lies inside the steps of 50. The last three
-// lie behind the end of the bar.
+// The lamp up to which a speed lights the bar; -1 for none. From 400 rpm it is 1, plus 1 for each
+// further 50 rpm up to 1550. No speed gives 24. The last three values are beyond the end of the
+// bar.
 int lamp_count(double rpm) {
     if (rpm <= 0) return -1;
     if (rpm < 400) return 0;

@@ -27,14 +27,15 @@ using app::state;
 using link::mirrors;
 
 constexpr view::Colour button_grey = view::rgb(192, 192, 192);
-// The value of PAR_5 in a unit whose injection time was never acquired.
+// PAR_5 of a unit whose injection time was never acquired.
 constexpr double tinj_not_acquired = 2502;
 
-// The lambda panel's own read: no wait, the timer's period stands for it.
+// The lambda panel's status read. It does not wait: its reply is read 100 ms later, by the next
+// tick.
 void lambda_panel_reads() {
     form1::Timer_stato_sistema.off();
-    // A pass that the panel's opening caught in its diagnosis read goes first, as long as the unit
-    // may still answer it: each would take the other's answers for as long as the panel is open.
+    // A poll pass may be reading live data since before the panel was opened. It goes first while
+    // the unit may still answer, because each read would take the other's replies.
     if (link::port_is_open() && !state.eobd_read_under_way) {
         link::send_command(link::Command::status);
         const link::Reply telegram = link::read_reply();
@@ -49,7 +50,7 @@ void lambda_panel_reads() {
     give_tab_stops();
 }
 
-// Blinks whether it is visible or not; without a text colour there is nothing to blink with.
+// Blinks even while the line is hidden, and only if there is a text colour.
 void tuning_line_blinks() {
     const auto colour = app::text_colour();
     if (!colour) return;
@@ -68,7 +69,7 @@ void guard_and_remind() {
     remind(form1::lbl_ore, mirrors.last_check_day == 0, form1::Form1.look.back);
 }
 
-// The watchdog. Once started, at the end of the connection dialog, nothing stops it.
+// The watchdog. It is started at the end of the connection dialog and never stopped.
 void restart_polling() {
     if (!state.settings_panel_open && !form1::Timer_stato_sistema.is_on()) start_polling();
 }
@@ -85,13 +86,13 @@ void show_fuel() {
 
 void show_temperature_correction() {
     const double shown = mirrors.temperature_correction > 20 ? 10 : mirrors.temperature_correction;
-    // From 11 to 20 the slider shows more than it offers the operator.
+    // Values from 11 to 20 are shown, although the operator can only choose up to 10.
     view::set_range(form1::Slider3, form1::Slider3.design.min,
                     std::max(form1::Slider3.design.max, shown));
     view::set_value_and_run_handler(form1::Slider3, shown);
 }
 
-// Fills the main window, once, from what the connection dialog has read.
+// Fills the main window once with what the dialog path has read.
 void fill_after_dialog() {
     state.ui_loading = true;
     app::fill_tank_list();

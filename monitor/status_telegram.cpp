@@ -21,7 +21,7 @@ void show_word(const link::Reply& telegram, std::size_t position, view::Widget& 
     if (const auto word = telegram.word(position)) view::set_text(label, std::to_string(*word));
 }
 
-// Flips on each good telegram.
+// Changes the colour of Shape2 with each telegram.
 void beat() {
     const bool at_rest = form1::Shape2.look.back == state.panel_colour;
     view::set_back(form1::Shape2, at_rest ? view::dark_red : state.panel_colour);
@@ -36,8 +36,8 @@ void show_battery(const link::Reply& telegram) {
     }
 }
 
-// "Changeover" stands for every state that has no text of its own. The label is set once, so that
-// it is painted anew only when the state changes.
+// A state without a text of its own is shown as "Changeover". The label is set only once, so that
+// it is painted again only when the state changes.
 void show_fuel_state(const link::Reply& telegram) {
     const auto fuel_state = telegram.word(At::fuel_state);
     auto text = message(app::messages::changeover);

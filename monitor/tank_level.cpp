@@ -31,7 +31,7 @@ struct Preset {
     double thresholds[4]; // percent
 };
 
-// In the list's order. The last two senders run downward.
+// In the order of the list. The voltage of the last two senders falls as the tank fills.
 constexpr std::array<Preset, 6> presets = {{
     {3900, 4200, {3, 15, 35, 70}},
     {3900, 4200, {3, 30, 50, 75}},
@@ -41,10 +41,10 @@ constexpr std::array<Preset, 6> presets = {{
     {4000, 600, {6, 14, 49, 79}},
 }};
 
-constexpr int free_values = 99; // the sender's type when no preset holds
+constexpr int free_values = 99; // sender type without a preset
 
-// A row that can be accepted, from the bottom of the gauge: its upper bound, the lower bound of the
-// row above it, the voltage of the border between the two, and the threshold it stands for.
+// A row whose slider sets a threshold, from the bottom of the gauge: the label of its upper bound,
+// that of the next row's lower bound, that of the voltage between the two, and the threshold.
 struct Row {
     Widget& upper_bound;
     Widget& next_lower_bound;
@@ -65,7 +65,7 @@ const std::array<Row, 4> rows = {{
 }};
 
 double slider(int row) { return view::value(Slider1[row]); }
-// A value that the slider has no room for leaves it where it is.
+// A value outside the slider's range is rejected.
 void place(int row, double value) { view::place_value(Slider1[row], value); }
 
 void label_row(int index) {
@@ -90,8 +90,9 @@ void bottom_row_moved() {
     }
 }
 
-// Rows 1 and 2 stand between two others: pushed up they spring back and nothing is written, pushed
-// down they are lifted above the row below, and that is written though the labels stay.
+// Rows 1 and 2. A slider moved up to the row above goes back below it, and nothing is written. A
+// slider moved down to the row below goes back above it, and that is written, but its labels do not
+// change.
 void middle_row_moved(int index) {
     if (slider(index) < slider(index + 1)) {
         if (slider(index) > slider(index - 1))
@@ -113,7 +114,7 @@ void upper_row_moved() {
     place(4, slider(3));
 }
 
-// The top row only drags the one below along; the unit hears of it when that one is moved next.
+// The top row only moves the row below it. That row's threshold is written when it is moved itself.
 void top_row_moved() {
     if (slider(4) > slider(3)) {
         const std::string bound = number_text(slider(4)) + "%";
@@ -138,9 +139,10 @@ void on_tank_slider(int index) {
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 
-// Sends the thresholds anew after a change of the end voltages, by raising each slider by one and
-// handling it as if moved. Rows that are raised before they are handled thus end one higher: that
-// is how the unit gets them.
+// Sends all thresholds after a change of the end voltages. Each of five steps raises one slider by
+// one and handles one slider as if it had been moved. Sliders are handled from the bottom up; the
+// direction is the order in which they are raised. One that is raised before it is handled ends one
+// higher, and the unit gets that value.
 enum class Nudge { downward, upward };
 
 void nudge(Nudge direction) {
@@ -199,7 +201,7 @@ void sender_chosen() {
     view::set_pointer(form1::Combo_tank_level, Pointer::normal);
 }
 
-// Heeds no filling of the window: a box that the program itself ticks writes too.
+// Does not check `ui_loading`: the type is written also if the program ticks the box.
 void free_values_clicked() {
     const int type = view::selected(form1::Check1) ? free_values : 0;
     state.tank_type = type;
@@ -231,7 +233,7 @@ const link::EntryField empty_field = {
     .done = park_focus,
 };
 
-// An end voltage sends the thresholds along.
+// The presets and the end voltages also write the thresholds.
 void note_all_parameters() {
     using app::note_parameters;
     note_parameters(form1::Combo_tank_level,
