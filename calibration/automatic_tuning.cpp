@@ -23,17 +23,18 @@ using link::wait_ms;
 using At = monitor::TelegramPosition;
 
 constexpr double warm_enough_c = 50.0;
-// Added to the mean on gas: the target lies below the petrol time by at least this much ...
+// Added to the mean on gas: the target is below the petrol time by at least this much,
 constexpr double gas_margin = 150.0;
-// ... and by less than this much more.
+// and by less than this much more.
 constexpr double window_width = 300.0;
 constexpr double highest_gain = 1800;
-// The run stops above the slider's own 1001: a gain that low calls for less gas pressure.
+// The run stops before the slider's minimum of 1001: a lower gain means that the gas pressure is
+// too high.
 constexpr double lowest_tuned_gain = 1100;
 
 enum class Round { again, over };
 
-void say(const char* caption) { view::set_text(form1::lbl_tuning, caption); }
+void show_status(const char* caption) { view::set_text(form1::lbl_tuning, caption); }
 
 // --- Measuring
 
@@ -55,11 +56,13 @@ void show_fuel_state(const link::Reply& telegram) {
     }
 }
 
-// Reads what the request before this one brought, and shares that with the polling loop: a turn
-// that finds too little repeats, for as long as it takes.
+// Requests a telegram and returns the reply to the previous request. It shares the receive buffer
+// with the polling loop, so a reply that is too short is discarded and the request repeated,
+// without limit.
 link::Reply next_telegram() {
     for (;;) {
-        // In each turn: a run inside this one's waits has cleared it at its end.
+        // Set in each turn, because a tuning that ran inside this one's waits has cleared it at its
+        // end.
         state.tuning_measures = true;
         link::send_command(link::Command::status);
         view::set_text(form1::Label_sfondo, "1");
@@ -114,8 +117,8 @@ void measure_both_fuels() {
 
 // --- Correcting
 
-// The gain by the ratio of gas to petrol; nothing for an engine that stands: no petrol time, no
-// ratio, and the gain stays as it is.
+// The present gain times the ratio of gas to petrol time. Nothing if the petrol time is 0, that is
+// if the engine does not run.
 std::optional<double> corrected_gain() {
     if (tuning.tinj_petrol_avg == 0) return std::nullopt;
     const double ratio = tuning.tinj_gas_adjusted / tuning.tinj_petrol_avg;
@@ -126,28 +129,28 @@ Round correct_lean() {
     const auto gain = corrected_gain();
     if (gain && *gain >= highest_gain) {
         view::set_value_and_run_handler(form1::Slider_ktar, highest_gain);
-        say("-- AUTO MAGRA ALZ. PRESS... --");
+        show_status("-- AUTO MAGRA ALZ. PRESS... --");
         return Round::over;
     }
     if (gain) view::set_value_and_run_handler(form1::Slider_ktar, *gain);
-    say("-- L - REPEAT WAIT TUNING   --");
+    show_status("-- L - REPEAT WAIT TUNING   --");
     return Round::again;
 }
 
 Round correct_rich() {
     const auto gain = corrected_gain();
     if (gain && *gain <= lowest_tuned_gain) {
-        say("-- AUTO RICCA DIMIN. PRESS. --");
+        show_status("-- AUTO RICCA DIMIN. PRESS. --");
         view::set_value_and_run_handler(form1::Slider_ktar, lowest_tuned_gain);
         return Round::over;
     }
     if (gain) view::set_value_and_run_handler(form1::Slider_ktar, *gain);
-    say("-- R - REPEAT WAIT TUNING   --");
+    show_status("-- R - REPEAT WAIT TUNING   --");
     return Round::again;
 }
 
 void finish() {
-    say("-- FINISH --");
+    show_status("-- FINISH --");
     wait_ms(2000);
     view::set_visible(form1::lbl_tuning, false);
     view::message_box({"AUTO READY TO GO!!!", ""});
@@ -158,7 +161,7 @@ Round decide() {
     const double lower_edge = petrol - window_width;
     if (gas > petrol) return correct_lean();
     if (gas < lower_edge) return correct_rich();
-    // On the very edges the run ends without a word.
+    // Exactly at an edge the run ends without a message.
     if (lower_edge < gas && gas < petrol) finish();
     return Round::over;
 }
@@ -171,15 +174,15 @@ bool operator_agrees() {
                               view::Icon::information}) == view::Answer::yes;
 }
 
-// What cannot be read counts as 0.
+// A text that is not a number counts as 0.
 bool engine_is_warm() { return val(view::text(form1::Label_temp)) >= warm_enough_c; }
 
-void say_it_is_cold() { say("-- WAIT TEMPERATURE... --"); }
+void show_waiting_for_temperature() { show_status("-- WAIT TEMPERATURE... --"); }
 
-// The polling loop keeps the temperature fresh.
+// The polling loop updates the temperature meanwhile.
 void wait_for_warm_engine() {
     while (!engine_is_warm()) {
-        say_it_is_cold();
+        show_waiting_for_temperature();
         wait_ms(2000);
     }
 }
@@ -199,11 +202,11 @@ void run() {
     end();
 }
 
-// Inside a pass of the polling loop, which it would hold up, the gate does not wait: the engine
-// would never be seen to grow warm. It looks again each time that the pass asks.
+// Inside a poll pass this must not wait for a warm engine: the wait would delay the pass, and the
+// temperature would never be updated. It checks again each time that the pass repeats its requests.
 void begin() {
     if (engine_is_warm() || !monitor::pass_is_under_way()) return run();
-    say_it_is_cold();
+    show_waiting_for_temperature();
     monitor::after_the_next_repeat(begin);
 }
 
@@ -213,7 +216,7 @@ void tune_automatically() {
     if (!operator_agrees()) return end();
     state.tuning_mode = 1;
     view::set_visible(form1::lbl_tuning, true);
-    say("-- WAIT TUNING... --");
+    show_status("-- WAIT TUNING... --");
     monitor::after_the_pass(begin);
 }
 

@@ -31,11 +31,11 @@ using view::Pointer;
 using view::Widget;
 namespace par = link::par;
 
-// The window's own wait.
+// Waits on the window's own timer.
 void wait_ms(int ms) { view::wait_on(Timer2, ms); }
 
-// With the number and settings that the port has: an entry of the connection dialog may have left
-// another number behind than the one in use.
+// Opens the port with the number that it already has: the connection dialog may have stored another
+// number than the one in use.
 void open_closed_port() {
     if (!link::port_is_open()) link::serial_port().open();
 }
@@ -43,8 +43,8 @@ void open_closed_port() {
 double tens_rounded(double number) { return app::round_half_even(number / 10) * 10; }
 double whole_tens(double typed) { return std::trunc(app::round_half_even(typed) / 10); }
 
-// The floor of this field stands in hundreds where its number stands in units: 99 becomes 100
-// hundreds, and 100 becomes 1.
+// The minimum is given in hundreds, the input in units: 99 becomes 100 hundreds, and 100 becomes 1
+// hundred.
 double whole_hundreds(double typed) {
     return typed < 100 ? 100 : std::trunc(app::round_half_even(typed) / 100);
 }
@@ -98,7 +98,7 @@ void write(int parameter, double& mirror, double value, int settle_ms) {
     wait_ms(settle_ms);
 }
 
-// Two choices bring a second parameter to 0, and wait as long behind that one.
+// Two choices also set a second parameter to 0, and then wait for the same time again.
 struct SecondWrite {
     int parameter;
     double& mirror;
@@ -121,7 +121,7 @@ void choose_automatic(const Choice& choice, bool on) {
     choose(choice);
 }
 
-// The delays on low pressure, in ms, by position.
+// The delays on low pressure in ms, by slider position from 1.
 constexpr double delays_ms[] = {50, 500, 2000};
 
 void delay_moved() {
@@ -132,8 +132,8 @@ void delay_moved() {
     view::set_pointer(Form3, Pointer::normal);
 }
 
-// Enter on the slider takes the changeover speed from its field once more, and frees the pressure's
-// field instead of that one, which stays locked.
+// Enter on the slider writes the changeover speed from its field again. At the end it enables the
+// pressure field instead of the speed field, which stays disabled.
 const link::EntryField speed_from_slider = {
     .field = Text_rpm,
     .parameter = par::changeover_rpm,
@@ -152,7 +152,7 @@ void fill_fields() {
     view::set_text(Text_press_comm, number_text(mirrors.changeover_pressure));
 }
 
-// A value that none of the choices stands for selects none.
+// Selects the option that has the mirror's value, if there is one.
 template <std::size_t N>
 void select_held(const Choice* const (&choices)[N]) {
     for (const Choice* choice : choices)
@@ -170,7 +170,7 @@ void show_choices() {
     select_held(cut_off_choices);
 }
 
-// The window of the injection time is loaded with this one, unseen, and stays so.
+// Loads the acquisition window without showing it. It stays loaded.
 void load_acquisition() {
     view::load(acquisizione::acquisizione);
     if (const auto colour = app::text_colour()) {
@@ -193,7 +193,7 @@ void finish_load() {
 }
 
 void window_loads() {
-    state.poll_enabled = true; // the lock: what the filling selects writes nothing
+    state.poll_enabled = true; // the lock: options selected below write nothing
     app::Module_Resize(Form3);
     fill_fields();
     show_choices();
@@ -246,7 +246,7 @@ void connect_changeover_window() {
     Form3.on.load = window_loads;
     Form3.on.activate = [] { state.ui_loading = true; };
     Form3.on.deactivate = window_left;
-    // However it goes, it gives the main window back.
+    // Runs for every way of closing the window.
     Form3.on.closing = [] { view::set_enabled(form1::Form1, true); };
     Timer2.tick = [] { Timer2.off(); };
     connect_choices();

@@ -1,9 +1,9 @@
 // The window of the changeover and cut-off settings: when the unit changes over to gas, and when it
-// cuts gas or petrol off. Each control writes at once; its one button closes it and cancels
+// cuts off gas or petrol. Each control writes at once; the one button closes the window and undoes
 // nothing.
 //
-// While it is open the main window is disabled and the polling is off, and the polling flag serves
-// it as a lock: as long as that is true its options do nothing.
+// While the window is open the main window is disabled and polling is off. The window uses
+// `poll_enabled` as a lock: while it is true, the options write nothing.
 #pragma once
 
 namespace zol::calibration {

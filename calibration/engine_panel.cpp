@@ -24,10 +24,10 @@ using view::Pointer;
 using view::Widget;
 namespace par = link::par;
 
-// How far the gain at high load follows below the one at low load.
+// By how much the gain at high load is below the one at low load, in thousandths.
 constexpr double coupling_on_lpg = 200, coupling_on_methane = 300;
 
-// The keys of the main window work while no control of it holds the focus.
+// The main window's keyboard shortcuts need a focus that is on no control.
 void give_main_window_focus() { view::set_focus(form1::Form1); }
 
 void show_tip(Widget& gain_slider) {
@@ -39,7 +39,7 @@ double coupled_high_gain() {
     return std::max(mirrors.ktar_low - distance, form1::Slider_power.design.min);
 }
 
-// Tells the unit at which pressure the gas was calibrated: the one on view now.
+// Writes the present gas pressure, as shown, as the pressure at calibration.
 void capture_calibration_pressure() {
     mirrors.calibration_pressure = app::val(view::text(form1::LabeL_pressure));
     send_parameter(par::calibration_pressure, mirrors.calibration_pressure);
@@ -54,8 +54,8 @@ void write_both_gains() {
     send_parameter(par::ktar_low, mirrors.ktar_low);
     wait_ms(link::send_settle_ms);
     mirrors.ktar_high = coupled_high_gain();
-    // A power slider that moves writes the gain itself, inside the assignment, and lets the polling
-    // go on beside the rest of this.
+    // If the power slider's value changes, its handler writes the gain inside this assignment and
+    // starts polling, which then runs during the rest of this function.
     view::set_value_and_run_handler(form1::Slider_power, mirrors.ktar_high);
     show_tip(form1::Slider_power);
     send_parameter(par::ktar_high, mirrors.ktar_high);
@@ -87,7 +87,7 @@ void power_changed() {
     give_main_window_focus();
 }
 
-// Leaves the polling to the watchdog.
+// The watchdog restarts polling.
 void attenuation_changed() {
     if (state.ui_loading) return;
     view::set_pointer(form1::Form1, Pointer::hourglass);
@@ -103,10 +103,10 @@ void attenuation_changed() {
     give_main_window_focus();
 }
 
-// Writes also while the program fills its widgets, and beside the polling.
+// Writes even while the program fills its widgets, and does not stop polling.
 void temperature_correction_changed() {
     Widget& slider = form1::Slider3;
-    // A value of the unit beyond the scale has stretched the range.
+    // A value from the unit beyond the designed range has extended it.
     if (view::value(slider) <= slider.design.max)
         view::set_range(slider, slider.design.min, slider.design.max);
     view::set_pointer(form1::Form1, Pointer::hourglass);
@@ -116,7 +116,7 @@ void temperature_correction_changed() {
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 
-// At the end of the scale the slider rejects the step and keeps what it has.
+// At the end of its range the slider rejects the step and keeps its value.
 void step_low_gain(double step) {
     view::set_value_and_run_handler(form1::Slider_ktar, view::value(form1::Slider_ktar) + step);
     refresh_ktar_tip();
@@ -124,7 +124,7 @@ void step_low_gain(double step) {
     give_main_window_focus();
 }
 
-// The multiplier divides the rpm signal: less of it shows more rpm.
+// The multiplier divides the rpm signal: a lower multiplier shows a higher speed.
 struct RpmButton {
     Widget& pressed;
     Widget& other;
@@ -139,13 +139,13 @@ void begin_rpm_step(const RpmButton& button) {
     view::set_enabled(button.other, false);
     monitor::stop_polling();
     wait_ms(button.wait_before_ms);
-    if (form1::Timer_stato_sistema.is_on()) { // the watchdog was faster
+    if (form1::Timer_stato_sistema.is_on()) { // the watchdog has restarted it meanwhile
         monitor::stop_polling();
         wait_ms(500);
     }
 }
 
-// The polling stays forbidden: the timer's next tick ends it, and the watchdog really restarts it.
+// `poll_enabled` is still false, so the next tick stops polling; the watchdog restarts it.
 void end_rpm_step(const RpmButton& button) {
     send_parameter(par::rpm_multiplier, mirrors.rpm_multiplier);
     wait_ms(button.wait_after_ms);
@@ -159,7 +159,7 @@ void end_rpm_step(const RpmButton& button) {
 void show_more_rpm() {
     const RpmButton button{form1::Command_rpm_piu, form1::Command_rpm_meno, 200, 600};
     begin_rpm_step(button);
-    // Below 5 the value goes up again: from 2 the next one is 5.
+    // The value does not go below 5: from 2 the next one is 5.
     const double less = mirrors.rpm_multiplier - 5;
     mirrors.rpm_multiplier = less > 0 ? less : 5;
     end_rpm_step(button);

@@ -31,14 +31,14 @@ void show_busy(Widget& option) {
     view::set_pointer(option, Pointer::hourglass);
 }
 
-// What a choice of fuel sets besides the fuel itself. The two choices are not mirror images: what
-// one of them sets and the other does not, stays.
+// The parameters that a choice of fuel writes. The two choices write different ones; what only one
+// choice writes keeps its value.
 struct FuelWrite {
     int parameter;
     double& mirror;
-    double held; // by the tool
-    double sent; // to the unit
-    std::array<int, 2> settle_ms;
+    double held;                  // value of the mirror
+    double sent;                  // value written to the unit
+    std::array<int, 2> settle_ms; // waits after the write; 0: none
 };
 
 const FuelWrite methane_writes[] = {
@@ -51,7 +51,7 @@ const FuelWrite methane_writes[] = {
 
 const FuelWrite lpg_writes[] = {
     {par::fuel_type, mirrors.fuel_type, 1, 1, {200, 300}},
-    // The unit gets another pressure than the screen shows until the next reading.
+    // The pressure written differs from the one that is shown until the next read of the unit.
     {par::calibration_pressure, mirrors.calibration_pressure, 1200, 1600, {200}},
     {par::fuel_offset, mirrors.fuel_offset, 100, 100, {500, 200}},
     {par::reference_inj_threshold, mirrors.reference_inj_threshold, 0, 0, {500, 300}},
@@ -98,7 +98,8 @@ void pressure_sensor_clicked(Widget& option, double fitted) {
     view::set_pointer(option, Pointer::custom);
 }
 
-// Acts only on a change from the opposite choice: a unit with any other value is left alone.
+// Writes only a change from the opposite value. If the unit has any other value, nothing is
+// written.
 void modular_clicked(Widget& option, double on, const char* caption) {
     if (state.ui_loading) return;
     show_busy(option);

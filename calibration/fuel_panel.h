@@ -1,5 +1,5 @@
-// The settings panel's decisions of a conversion: fuel, pressure sensor, temperature and time of
-// the changeover, modular changeover.
+// The settings panel: fuel, pressure sensor, temperature and time of the changeover, and modular
+// changeover.
 #pragma once
 
 namespace zol::calibration {

@@ -25,13 +25,13 @@ namespace par = link::par;
 
 struct CarType {
     Widget& item;
-    double time_constant; // over what the injector entry wrote there
+    double time_constant; // replaces the one that the injector choice wrote
 };
 
 constexpr CarType car_types[] = {
     {form1::type_a, 20000}, {form1::type_b, 5000}, {form1::type_c, 1500}};
 
-// A value that belongs to no mark moves none.
+// Moves the tick if the opening value belongs to an item; any other value changes nothing.
 void show_marks() {
     for (const InjectorType& type : link::injector_types())
         if (type.marks && mirrors.injector_opening == type.marks->by_dialog_or_menu)
@@ -43,7 +43,7 @@ void begin_writing() {
     monitor::stop_polling_and_wait();
 }
 
-// The polling stays forbidden: the timer's next tick ends it, and the watchdog really restarts it.
+// `poll_enabled` is still false, so the next tick stops polling; the watchdog restarts it.
 void end_writing() {
     view::set_pointer(form1::Form1, Pointer::normal);
     form1::Timer_stato_sistema.on();

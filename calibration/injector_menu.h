@@ -1,4 +1,4 @@
-// The menus that name the hardware: the gas injectors, and the type of the car's injection.
+// The menus that choose the gas injectors and the type of the car's injection.
 #pragma once
 
 namespace zol::calibration {

@@ -42,11 +42,11 @@ void toggle_changeover() {
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 
-bool operator_says_yes(const std::string& text, const std::string& title) {
+bool operator_confirms(const std::string& text, const std::string& title) {
     return view::message_box({text, title, view::Buttons::yes_no}) == view::Answer::yes;
 }
 
-// Leaves the polling to the watchdog.
+// The watchdog restarts polling.
 void write_setting(double number, double value) {
     view::set_pointer(form1::Form1, Pointer::hourglass);
     monitor::stop_polling_and_wait();
@@ -55,9 +55,9 @@ void write_setting(double number, double value) {
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 
-// No is an answer too: it switches the forced start off.
+// The answer no also writes: it switches the forced start off.
 void set_forced_start() {
-    const bool forced = operator_says_yes(
+    const bool forced = operator_confirms(
         app::message(app::messages::forced_start_question).value_or(""), "Forced START");
     write_setting(par::forced_start_mode, forced ? 1 : 0);
 }
@@ -66,7 +66,7 @@ void capture_changeover_speed() {
     const double rpm = app::val(view::text(form1::Label_rpm));
     const std::string question =
         app::message(app::messages::changeover_speed_question).value_or("") + app::number_text(rpm);
-    if (operator_says_yes(question, "RPM SWITCH")) write_setting(par::changeover_rpm, rpm);
+    if (operator_confirms(question, "RPM SWITCH")) write_setting(par::changeover_rpm, rpm);
 }
 
 struct Shortcut {
@@ -92,8 +92,8 @@ struct SliderKey {
     void (*refresh_tip)(); // null for none
 };
 
-// Up lowers the attenuation: its slider has its lowest value at the top. The tip that Up refreshes
-// is that of another slider, which does no harm.
+// Up lowers the attenuation, because its slider has its lowest value at the top. Up also refreshes
+// the tip of Slider_ktar, which has no effect.
 constexpr SliderKey slider_keys[] = {
     {33, form1::Slider_power, 10, refresh_power_tip},       // Page Up
     {34, form1::Slider_power, -10, refresh_power_tip},      // Page Down
@@ -103,7 +103,7 @@ constexpr SliderKey slider_keys[] = {
     {40, form1::Slider_attenuazione, 5, nullptr},           // Down
 };
 
-// A key during a wait comes here afresh: nothing guards against it.
+// Keys are also handled during the waits of an earlier key's handler.
 void key_pressed(int code, int shift) {
     for (const Shortcut& shortcut : shortcuts)
         if (shortcut.code == code && shortcut.shift == shift) return shortcut.action();

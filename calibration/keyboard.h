@@ -1,5 +1,6 @@
-// The fitter's shortcuts: seven plain keys for the changeover and the calibration sliders, and four
-// with Ctrl for what no menu offers. The main window sees each key before the focused control.
+// The keyboard shortcuts of the main window: seven plain keys for the changeover and the
+// calibration sliders, and four keys with Ctrl for functions that no menu offers. The main window
+// handles each key before the focused control does.
 #pragma once
 
 namespace zol::calibration {

@@ -55,7 +55,7 @@ void control_clicked(double on) {
     resume_reads();
 }
 
-// Both limits to the range of the kind of sensor.
+// Sets both limits to the range of the chosen kind of sensor.
 void reset_limits(double limit, int settle_ms) {
     const std::string shown = app::number_text(limit);
     view::set_text(form1::Text_lambda_closed_loop, shown);
@@ -73,7 +73,7 @@ void voltage_clicked() {
     resume_reads();
 }
 
-// Slower than the other, and the hourglass comes only before the last write.
+// Waits longer than voltage_clicked(), and shows the hourglass only before the last write.
 void current_clicked() {
     if (state.ui_loading) return;
     hold_reads(500);
@@ -96,7 +96,7 @@ const link::EntryField closed_loop_field = {
     .wait_timer = form1::Timer2,
     .before =
         [] {
-            form1::Timer2.off(); // ends whatever wait is pending
+            form1::Timer2.off(); // ends a wait that is running
             hold_reads(200);
         },
     .done = field_done,

@@ -1,5 +1,6 @@
-// The lambda panel's settings: kind and direction of the sensor, lambda control, and the two
-// limits. Its live read shares the line, so each write holds it off.
+// The settings of the lambda panel: kind and direction of the sensor, lambda control, and the two
+// limits. Each write stops the panel's live read (Timer3) while it runs, because both use the same
+// line.
 #pragma once
 
 namespace zol::calibration {

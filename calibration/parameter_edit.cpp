@@ -18,18 +18,18 @@ double ask(const std::string& prompt) {
     return app::val(view::input_box(prompt, "Modifica Parametro"));
 }
 
-constexpr int not_a_parameter = 4000; // a number of the tool's own, never sent
+constexpr int not_a_parameter = 4000; // used by the tool only, never sent
 
-// A write that fails is not waited for.
+// Writes and waits. If the write fails, returns false at once.
 bool write(double number, double value) {
     if (!link::send_parameter(number, value)) return false;
     link::wait_ms(300);
     return true;
 }
 
-// What fails ends the rest of the writing.
+// If a write fails, the rest is not written.
 void write_edited(double number, double value) {
-    // A coil signal that counts upwards needs a long filter, which must be there first.
+    // A rising coil signal needs a long filter, which must be set first.
     if (number == par::coil_signal_direction && value == 1) {
         if (!write(par::coil_signal_filter, 4000)) return;
         link::wait_ms(link::send_settle_ms);

@@ -1,10 +1,10 @@
-// The edit of any parameter of the unit by its number, for those who know what they do.
+// Writes any parameter of the unit by its number. For service engineers; nothing is checked.
 #pragma once
 
 namespace zol::calibration {
 
-// Asks for number and value and writes them, with no test of either; 4000 is a number of the
-// tool's own and is not sent. Leaves the polling to the watchdog.
+// Asks for number and value and writes them. 4000 is not a parameter of the unit and is not sent.
+// The watchdog restarts polling.
 void edit_parameter_by_number();
 
 } // namespace zol::calibration

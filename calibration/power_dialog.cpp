@@ -29,7 +29,7 @@ constexpr PowerOption options[] = {
     {form_power::Option_meno_15, -15}, {form_power::Option_meno_25, -25},
 };
 
-// Downwards it ends where the slider does; upwards there is no limit, though the slider has one.
+// Downwards the gain is limited to the slider's minimum; upwards it is not limited.
 void percent_chosen(double percent) {
     mirrors.ktar_high = mirrors.ktar_low + mirrors.ktar_low * percent / 100;
     if (percent < 0)
@@ -39,7 +39,8 @@ void percent_chosen(double percent) {
 void ok_clicked() {
     view::set_pointer(form_power::Form_power, Pointer::hourglass);
     monitor::stop_polling();
-    // The gain goes out as the number and its parameter as the value: this way round on the wire.
+    // The gain is sent as the parameter number and the number as the value. This exchange is
+    // intended.
     link::write_parameter(mirrors.ktar_high, link::par::ktar_high);
     wait_ms(link::send_settle_ms);
     view::set_pointer(form_power::Form_power, Pointer::normal);
@@ -57,7 +58,8 @@ void cancel_clicked() {
     view::set_focus(form1::Text2);
 }
 
-// By its frame: CANCEL has enabled the main window before and does the rest itself.
+// Acts only if the dialog was closed by its title bar: CANCEL has enabled the main window before
+// and does the rest itself.
 void dialog_closes() {
     if (view::enabled(form1::Form1)) return;
     view::set_enabled(form1::Form1, true);
