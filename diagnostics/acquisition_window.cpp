@@ -53,7 +53,8 @@ void window_loads() {
 void window_activated() {
     if (was_activated) return;
     was_activated = true;
-    // The changeover window loads this one unseen; the main window has had its word since then.
+    // The changeover window loads this window without showing it; the main window may have been
+    // re-enabled since.
     view::set_enabled(form1::Form1, false);
     monitor::stop_polling();
     view::set_text(Label2, "saved:  " + number_text(mirrors.tinj_upper));
@@ -61,21 +62,23 @@ void window_activated() {
     view::set_back(Label3, state.panel_colour);
     view::set_back(Label4, state.panel_colour);
     wait_ms(link::telegram_end_ms);
-    // Closed meanwhile: its timers stay off, also if the changeover window has loaded it anew.
+    // The window was closed meanwhile: its timers must stay off, even if the changeover window has
+    // loaded it again.
     if (!the_window.shown) return;
     acquiring = true;
     Timer_tinj.on();
 }
 
-// Runs for every way of closing. The frame's own leaves no other handler to let the fitter back
-// into the main window.
+// Runs for every way of closing. Closing by the title bar runs no other handler, so this one
+// enables the main window.
 void window_unloads() {
     monitor::stop_polling();
     state.settings_panel_open = false;
     view::set_enabled(form1::Form1, true);
 }
 
-// Once, shortly after the opening: for a poll that was under way then and came back.
+// Runs once, shortly after the window was opened: a poll pass that was under way then may have
+// restarted the timer.
 void polling_guard_ticks() {
     if (form1::Timer_stato_sistema.is_on()) monitor::stop_polling();
     Timer1.off();
@@ -88,7 +91,7 @@ void take_injection_time(const link::Reply& telegram) {
                    std::to_string(*telegram.word(monitor::TelegramPosition::injection_time)));
 }
 
-// The window may be closed in either wait; then nobody is left to be shown anything.
+// The window may be closed during either wait; then nothing is shown.
 void injection_time_ticks() {
     form1::Timer_stato_sistema.off();
     Timer_ricerca_max.on();
@@ -96,8 +99,8 @@ void injection_time_ticks() {
         Timer_tinj.off();
         return;
     }
-    // Of a pass that the opening caught half-way. It goes first, as long as the unit may still
-    // answer it: each would take the other's answers for as long as the window is open.
+    // A poll pass may be reading live data since before the window was opened. It goes first while
+    // the unit may still answer, because each read would take the other's replies.
     if (state.eobd_read_under_way) return;
     wait_ms(200);
     if (!link::port_is_open() || !the_window.shown) return;
@@ -124,7 +127,7 @@ void enable_buttons(bool enabled) {
         view::set_enabled(*button, enabled);
 }
 
-// What is negative has no frame, not even where it would round to 0; its wait stays.
+// A negative value is not sent, even if it would be rounded to 0; the wait stays.
 void send_then_wait(int number, double value, int pause_ms) {
     if (value >= 0) link::send_parameter(number, value);
     wait_ms(pause_ms);
@@ -168,7 +171,8 @@ void save_clicked() {
     view::set_focus(form1::Text2);
 }
 
-// The unloading stops the polling that was started just before; the engine panel starts it again.
+// Unloading the window stops the polling that was started just before it; showing the engine panel
+// starts it again.
 void close_clicked() {
     view::set_pointer(Command_chiudi, Pointer::hourglass);
     Timer1.off();

@@ -1,12 +1,13 @@
-// The acquisition of the injection time: the window follows the petrol injection time while the
-// fitter runs the engine up, keeps the highest, and makes three calibration points of it on saving.
+// The acquisition window: it shows the petrol injection time while the fitter revs the engine,
+// keeps the maximum, and on saving computes three calibration points from it. While it is open the
+// main window is disabled and polling is off.
 #pragma once
 
 namespace zol::diagnostics {
 
 struct AcquisitionState {
-    bool acquiring = false;     // the run flag
-    bool was_activated = false; // since it was loaded
+    bool acquiring = false;     // the timer reads the injection time
+    bool was_activated = false; // since the window was loaded
 };
 inline AcquisitionState acquisition_state;
 

@@ -15,10 +15,11 @@ using link::wait_ms;
 namespace par = link::par;
 
 constexpr int search = 1;
-// Inverse is 1 in both bytes of the value, while the mirror holds 1.
+// Inverse is sent as 1 in both bytes of the value; the mirror holds 1.
 constexpr int inverse_on_the_wire = 257;
 
-// The polling goes on: the frame falls between its requests. The marks wait for the next image.
+// Polling is not stopped: the frame is sent between its requests. The ticks are set by the next
+// image read.
 void search_clicked() {
     wait_ms(200);
     mirrors.eobd_protocol = search;

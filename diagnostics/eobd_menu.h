@@ -1,5 +1,6 @@
-// The diagnosis menu: the search for the car's protocol, and which way the correction by its fuel
-// trims acts. The nine protocols themselves only show what the unit reports.
+// The diagnosis menu: it starts the search for the car's protocol and sets the direction of the
+// correction by fuel trims. The items of the nine protocols only show what the unit reports; they
+// have no handlers.
 #pragma once
 
 namespace zol::diagnostics {

@@ -23,7 +23,7 @@ namespace par = link::par;
 const std::array<view::Widget*, 6> fault_labels = {&form1::lbl_par_1, &form1::lbl_par_2,
                                                    &form1::lbl_par_3, &form1::lbl_par_4,
                                                    &form1::lbl_par_5, &form1::lbl_par_6};
-// Where the reply holds the first fault, two bytes each, and behind the six of them their number.
+// 1-based positions in the reply: six faults of two bytes each, then their number.
 constexpr std::size_t first_fault_position = 6;
 constexpr std::size_t fault_count_position = 18;
 
@@ -40,8 +40,8 @@ void panel_clicked() {
     wait_ms(600);
 }
 
-// Asks until the answer is one, on a port that is opened anew each time: what a late answer has
-// left in the buffer goes with the closing.
+// Requests the faults until a correct reply arrives, without limit. The port is closed and opened
+// before each request, which discards late bytes of an earlier reply.
 Reply faults_of_unit() {
     for (;;) {
         link::close_port();
@@ -54,7 +54,7 @@ Reply faults_of_unit() {
     }
 }
 
-// A fault is kept as two decimal pairs; only the number of faults is a binary word.
+// A fault is stored as two bytes, hundreds and the rest; the number of faults is a binary word.
 void show_faults(const Reply& reply) {
     for (std::size_t i = 0; i < fault_labels.size(); ++i) {
         const auto hundreds = reply.byte(first_fault_position + 2 * i);
@@ -94,7 +94,7 @@ void clear_clicked() {
     set_pointers(form1::Command10, Pointer::custom, Pointer::normal);
 }
 
-// The lookup puts the long note into the box first; the short description is what stays there.
+// The lookup first puts the long note into the box; the short description then replaces it.
 void explain(const view::Widget& label) {
     if (const auto description = app::trouble_code_text(view::text(label)))
         view::set_text(form1::Text_note_error, *description);

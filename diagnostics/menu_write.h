@@ -1,12 +1,12 @@
-// What stands before and behind the writes of a diagnosis menu item.
+// The common start and end of a write by an item of the diagnosis menu.
 #pragma once
 
 namespace zol::diagnostics {
 
-// Hourglass, the keyboard away from the attenuation slider, the polling stopped, 400 ms for the
-// telegram under way.
+// Shows the hourglass, takes tab stop and focus away from the attenuation slider, stops polling and
+// waits until a telegram under way has ended.
 void begin_menu_write();
-// The normal pointer, the slider's tab stop, the keyboard to Text2. The polling stays stopped.
+// Restores the pointer and the slider's tab stop and gives Text2 the focus. Polling stays stopped.
 void end_menu_write();
 
 } // namespace zol::diagnostics

@@ -15,7 +15,8 @@ namespace {
 using link::wait_ms;
 namespace par = link::par;
 
-// The unit goes over to its terminal or download mode; then the port is free for whoever wants it.
+// Switches the unit to terminal or download mode and closes the port, so that another program can
+// open it. The main window never reads the unit again in this run.
 void hand_over(link::Command command) {
     app::state.no_reread = true;
     monitor::stop_polling();
@@ -25,7 +26,7 @@ void hand_over(link::Command command) {
     link::close_port();
 }
 
-// One choice for two switches: the faults clear themselves while debugging.
+// One choice sets two parameters: in debug mode the unit also clears its faults by itself.
 void choose_debug(int value) {
     begin_menu_write();
     link::write_parameter(par::fault_clearing, value);

@@ -1,4 +1,4 @@
-// The hand-over of the line to another program, and the unit's debug switches.
+// The buttons that hand the serial line over to another program, and the unit's debug switch.
 #pragma once
 
 namespace zol::diagnostics {

@@ -28,9 +28,8 @@ struct Default {
     Store store;
 };
 
-// In the order of writing. Four values go into the one mirror of the reference threshold, which
-// thus holds the last of them when all is done, whatever the unit holds. Some mirrors keep what
-// they have.
+// In the order of writing. Four values are stored in the mirror of the reference threshold, which
+// in the end holds the last of them, whatever the unit holds. Some mirrors are not changed.
 constexpr Default defaults[] = {
     {parameter(par::low_pressure_delay), own_mirror},
     {parameter(par::calibration_temperature), own_mirror},
@@ -99,8 +98,9 @@ std::vector<int> correction_cells() {
     return cells;
 }
 
-// A language without the question still gets one, by the menu's own word: nothing is reset unasked.
-bool fitter_says_yes() {
+// A language without this message uses the menu item's caption as the question, so that nothing is
+// reset without one.
+bool operator_confirms() {
     const auto question = app::message(app::messages::reset_question);
     return view::message_box({.text = question.value_or(view::text(form1::mnu_reset_centralina)),
                               .title = "",
@@ -108,7 +108,7 @@ bool fitter_says_yes() {
                               .icon = view::Icon::question}) == view::Answer::yes;
 }
 
-// Asks until the unit says that it resets itself.
+// Repeats the reset command until the unit confirms it.
 void reset_unit() {
     for (;;) {
         wait_ms(link::telegram_end_ms);
@@ -136,10 +136,10 @@ void reset_control_unit() {
     const std::vector<int> cells = correction_cells();
     view::set_pointer(form1::Form1, Pointer::hourglass);
     monitor::stop_polling();
-    if (fitter_says_yes()) {
+    if (operator_confirms()) {
         view::set_pointer(form1::Form1, Pointer::hourglass);
         reset_unit();
-        // The unit starts anew in this time.
+        // The unit restarts in this time.
         wait_ms(1200);
         wait_ms(1800);
         view::set_pointer(form1::Form1, Pointer::hourglass);

@@ -1,14 +1,15 @@
-// The factory reset: the unit's own reset command, and the tool's default calibration on top of it,
-// one parameter at a time. It takes 22 seconds with a unit whose first answer is taken, 3 more when
-// a telegram of the polling stands before it, and goes on asking a unit that does not answer.
+// The factory reset: sends the unit's reset command and then writes the default calibration, one
+// parameter at a time. It takes 22 seconds if the first reply is accepted, and 3 seconds more if a
+// telegram of the polling arrives before that reply. Without a reply it repeats the command without
+// limit.
 #pragma once
 
 namespace zol::maintenance {
 
-// The whole sequence, from the question to the final box. Leaves the polling stopped.
+// Runs the whole reset, from the question to the final box. Polling stays stopped.
 void reset_control_unit();
 
-// The unit's own reset alone, with nothing read and no defaults written. Leaves the polling
+// Sends only the unit's reset command; reads no reply and writes no defaults. Polling stays
 // stopped.
 void send_reset_only();
 

@@ -24,8 +24,8 @@ struct Line {
     const char* label;
 };
 
-// In the order of the words. Letters and blanks are what readers of old files know; \xE0 is the a
-// grave of one-byte text.
+// In the order of the words. The labels must not change, blanks included: other programs read these
+// files. \xE0 is a with grave accent in Latin-1.
 constexpr Line lines[] = {
     {parameter(par::rpm_multiplier), "   moltiplicatore giri (x1/10) "},
     {parameter(par::ktar_low), " KT inferiore (x1/1000) "},
@@ -81,8 +81,8 @@ constexpr Line lines[] = {
      "    Cancellazione ERRORI EOBD AUTOM. (0 NON ATTIVA - 1 ATTIVA)"},
 };
 
-// Two digits have one width. The last line repeats the number of the one before it: readers of old
-// files know it so.
+// Numbers of one digit get a blank more. The last line repeats the number of the line before it, as
+// in all existing files.
 std::string prefix(const Parameter& named) {
     const int number = named.number == par::fault_clearing ? par::ktar_low_copy : named.number;
     return "Par " + std::to_string(number) + (number < 10 ? "  = " : " = ");

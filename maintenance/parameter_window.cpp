@@ -53,8 +53,8 @@ void window_loads() {
                            app::number_text(line.shown(mirrors.*line.parameter.mirror)));
 }
 
-// Whichever way the window was closed.
-void give_the_line_back() {
+// Runs for every way of closing the window.
+void restart_polling() {
     wait_ms(100);
     app::state.ui_loading = false;
     monitor::start_polling();
@@ -66,7 +66,7 @@ void give_the_line_back() {
 
 void connect_parameter_window() {
     Form2.on.load = window_loads;
-    Form2.on.unload = [] { view::post(give_the_line_back); };
+    Form2.on.unload = [] { view::post(restart_polling); };
     cmd_exit.on.click = [] { view::unload(Form2); };
     for (const Line& line : lines)
         app::note_parameters(line.label, {line.parameter.number});

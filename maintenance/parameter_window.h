@@ -1,4 +1,5 @@
-// The information window with six parameters, from their mirrors.
+// The information window with six parameters, shown from their mirrors. Nothing is read from the
+// unit.
 #pragma once
 
 namespace zol::maintenance {

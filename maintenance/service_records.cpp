@@ -32,8 +32,8 @@ void write_record(int number, int value) {
     wait_ms(200);
 }
 
-// The line in its new words. The timer comes back on, but not the permission to poll: its tick ends
-// at once until somebody else gives it.
+// Shows the service line again. The timer is switched on but `poll_enabled` stays false, so its
+// tick stops at once until other code sets the flag.
 void end_reset() {
     link::show_service_line(link::service_line_middle, "  ");
     view::set_pointer(form1::Form1, Pointer::normal);

@@ -1,5 +1,5 @@
-// The service records that the unit keeps, the time on gas and the date of the last check, and the
-// two software versions.
+// The service records in the unit (time on gas, date of the last check) and the box with the two
+// software versions.
 #pragma once
 
 #include <functional>
@@ -9,12 +9,12 @@ namespace zol::maintenance {
 struct Date {
     int day = 0;   // 1 to 31
     int month = 0; // 1 to 12
-    int year = 0;  // all its digits
+    int year = 0;  // four digits
 };
 
-// Today by the computer's clock, in its time zone.
+// Today's date by the computer's clock and time zone.
 Date local_date();
-// What the check's date is taken from.
+// Where the date of the last check comes from. Tests replace it.
 struct CalendarState {
     std::function<Date()> today = local_date;
 };
