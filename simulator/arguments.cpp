@@ -7,7 +7,7 @@
 namespace sim {
 namespace {
 
-// "2.7.71".
+// For example "2.7.71". Like the functions below, returns an empty text or what is wrong.
 std::string read_firmware(std::string_view value, Options& options) {
     const auto first = value.find('.');
     const auto second = first == std::string_view::npos ? first : value.find('.', first + 1);
@@ -22,16 +22,16 @@ std::string read_firmware(std::string_view value, Options& options) {
             return {};
         }
     }
-    return "takes a family from 0 to 4, a version and a revision from 0 to 255, as in 2.7.71";
+    return "takes a family from 0 to 4, a version and a revision from 0 to 255, such as 2.7.71";
 }
 
-// "drop=0.01,echo=on".
+// For example "drop=0.01,echo=on".
 std::string read_line_switches(std::string_view value, BadLineOptions& options) {
     while (!value.empty()) {
         const auto comma = value.find(',');
         const std::string_view one = value.substr(0, comma);
         const auto equals = one.find('=');
-        if (equals == std::string_view::npos) return "takes switches as in drop=0.01,echo=on";
+        if (equals == std::string_view::npos) return "takes switches, such as drop=0.01,echo=on";
         const std::string wrong =
             set_switch(options, one.substr(0, equals), one.substr(equals + 1));
         if (!wrong.empty()) return "is wrong: " + wrong;
@@ -86,7 +86,7 @@ constexpr std::array<Bare, 6> bare = {
      {"--version", [](Arguments& a) { a.version = true; }},
      {"-V", [](Arguments& a) { a.version = true; }}}};
 
-constexpr std::string_view see_help = "; control-unit --help lists them all";
+constexpr std::string_view see_help = "; see control-unit --help";
 
 } // namespace
 
@@ -111,22 +111,21 @@ std::optional<Arguments> read_arguments(std::span<const char* const> words, std:
             else if (i + 1 < words.size())
                 value = words[++i];
             else {
-                wrong =
-                    std::string(name) + " needs a value behind it" + std::string(see_help) + ".";
+                wrong = std::string(name) + " needs a value" + std::string(see_help) + ".";
                 return std::nullopt;
             }
             const std::string fault = one.read(value, arguments);
             if (fault.empty()) continue;
-            wrong = std::string(name) + " " + fault + "; it got " + quoted(value) + ".";
+            wrong = std::string(name) + " " + fault + ", but got " + quoted(value) + ".";
             return std::nullopt;
         }
         if (known) continue;
-        wrong = "There is no argument " + quoted(word) + std::string(see_help) + ".";
+        wrong = "Unknown argument " + quoted(word) + std::string(see_help) + ".";
         return std::nullopt;
     }
     if (!arguments.device.empty() && !arguments.link.empty()) {
         wrong =
-            "--link names a pseudo-terminal and does not go with --device; leave one of them out.";
+            "--link is for a pseudo-terminal and cannot be used with --device; remove one of them.";
         return std::nullopt;
     }
     return arguments;

@@ -1,4 +1,4 @@
-// The program's arguments.
+// The command-line arguments of control-unit, and its help text.
 #pragma once
 
 #include "simulator/bad_line.h"
@@ -23,8 +23,8 @@ struct Arguments {
     bool version = false;
 };
 
-// Reads what stands behind the program's name. On a wrong argument nothing, and `wrong` gets a
-// sentence that names it and says what is right.
+// Reads the arguments after the program's name. If one is wrong, returns nothing and sets `wrong`
+// to a sentence that names the argument and says what is accepted.
 std::optional<Arguments> read_arguments(std::span<const char* const> words, std::string& wrong);
 
 std::string help_text();

@@ -23,7 +23,7 @@ constexpr std::array<Chance, 9> chances = {{{"drop", &BadLineOptions::drop},
                                             {"join", &BadLineOptions::join},
                                             {"unplug", &BadLineOptions::unplug}}};
 
-// The longest time of a chance, in ms.
+// The longest time of a probability switch, in ms.
 struct Longest {
     std::string_view name;
     std::string_view of;
@@ -41,8 +41,8 @@ constexpr std::array<Flag, 4> flags = {{{"silence", &BadLineOptions::silence},
                                         {"babble", &BadLineOptions::babble},
                                         {"denied", &BadLineOptions::denied}}};
 
-// Bytes for a reader that has gone away are not kept for ever.
-constexpr std::size_t most_coming = 65536;
+// Limits the bytes that are kept for a tool that does not read.
+constexpr std::size_t most_pending = 65536;
 
 } // namespace
 
@@ -55,21 +55,21 @@ void BadLine::set_options(const BadLineOptions& options) {
     options_ = options;
 }
 
-void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Way& way,
+void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Direction& direction,
                    std::vector<std::uint8_t>& out) {
     if (plugged(now_us) && chance_.chance(options_.unplug)) {
         out_until_us_ = now_us + 1000LL * chance_.between(1, std::max(1, options_.unplug_ms));
-        const auto on_its_way = [&](const Coming& held) { return held.at_us > now_us; };
-        coming_.erase(std::find_if(coming_.begin(), coming_.end(), on_its_way), coming_.end());
+        const auto on_its_way = [&](const Pending& held) { return held.at_us > now_us; };
+        pending_.erase(std::find_if(pending_.begin(), pending_.end(), on_its_way), pending_.end());
     }
     if (!plugged(now_us)) {
         ++damaged_;
         return;
     }
-    if (now_us - way.last_us > pause_us) way.cutting = false;
-    way.last_us = now_us;
-    way.cutting = way.cutting || chance_.chance(options_.truncate);
-    if (way.cutting || chance_.chance(options_.drop)) {
+    if (now_us - direction.last_us > pause_us) direction.cutting = false;
+    direction.last_us = now_us;
+    direction.cutting = direction.cutting || chance_.chance(options_.truncate);
+    if (direction.cutting || chance_.chance(options_.drop)) {
         ++damaged_;
         return;
     }
@@ -88,18 +88,18 @@ void BadLine::pass(std::uint8_t byte, std::int64_t now_us, Way& way,
     }
 }
 
-// The next answer begins: what `join` has held for it comes with its first byte.
-void BadLine::let_go(std::int64_t at_us) {
-    if (at_us - last_came_us_ <= pause_us || at_us >= joined_until_us_) return;
-    for (Coming& held : coming_)
+// When the next answer begins, the bytes held by `join` are released together with its first byte.
+void BadLine::release_joined(std::int64_t at_us) {
+    if (at_us - last_arrival_us_ <= pause_us || at_us >= joined_until_us_) return;
+    for (Pending& held : pending_)
         if (held.at_us == joined_until_us_) held.at_us = at_us;
     joined_until_us_ = INT64_MIN;
 }
 
-void BadLine::come(std::uint8_t byte, std::int64_t at_us) {
-    let_go(at_us);
-    last_came_us_ = at_us;
-    if (coming_.size() >= most_coming) return;
+void BadLine::enqueue(std::uint8_t byte, std::int64_t at_us) {
+    release_joined(at_us);
+    last_arrival_us_ = at_us;
+    if (pending_.size() >= most_pending) return;
     if (chance_.chance(options_.delay)) {
         ++damaged_;
         at_us += 1000LL * chance_.between(1, std::max(1, options_.delay_ms));
@@ -112,32 +112,32 @@ void BadLine::come(std::uint8_t byte, std::int64_t at_us) {
         ++damaged_;
         at_us = joined_until_us_ = at_us + join_us;
     }
-    // A queue: whatever is held up holds up what is behind it.
-    coming_.push_back({at_us, byte});
+    // take() only looks at the front of the queue, so a delayed byte also delays the ones after it.
+    pending_.push_back({at_us, byte});
 }
 
 void BadLine::receive(std::span<const std::uint8_t> bytes, std::int64_t now_us) {
-    fetch(now_us);
+    collect(now_us);
     std::vector<std::uint8_t> passed;
     for (const std::uint8_t byte : bytes)
-        pass(byte, now_us, forth_, passed);
+        pass(byte, now_us, to_unit_, passed);
     if (options_.echo && plugged(now_us))
         for (const std::uint8_t byte : bytes)
-            come(byte, now_us);
+            enqueue(byte, now_us);
     inner_.receive(passed, now_us);
 }
 
 void BadLine::babble(std::int64_t at_us) {
     if (plugged(at_us)) {
-        come(static_cast<std::uint8_t>(chance_.next() >> 8), at_us);
+        enqueue(static_cast<std::uint8_t>(chance_.next() >> 8), at_us);
         ++damaged_;
     }
     babble_at_us_ = at_us + chance_.between(least_babble_us, most_babble_us);
 }
 
-void BadLine::fetch(std::int64_t now_us) {
-    // Each byte at its own time, however seldom this is called, so that a run does not hang on how
-    // often somebody looks.
+void BadLine::collect(std::int64_t now_us) {
+    // Each byte is processed at its own time, so a run does not depend on how often this function
+    // is called.
     std::vector<std::uint8_t> passed;
     while (true) {
         const auto inner_at = inner_.next_byte_at_us();
@@ -151,19 +151,20 @@ void BadLine::fetch(std::int64_t now_us) {
         if (!inner_at || *inner_at > now_us) break;
         passed.clear();
         for (const std::uint8_t byte : inner_.take(*inner_at))
-            pass(byte, *inner_at, back_, passed);
+            pass(byte, *inner_at, to_tool_, passed);
         for (const std::uint8_t byte : passed)
-            if (!options_.silence) come(byte, *inner_at);
+            if (!options_.silence) enqueue(byte, *inner_at);
     }
 }
 
 std::vector<std::uint8_t> BadLine::take(std::int64_t now_us) {
-    fetch(now_us);
-    std::vector<std::uint8_t> out = inner_.take(now_us); // nothing is left there; its time goes on
+    collect(now_us);
+    std::vector<std::uint8_t> out =
+        inner_.take(now_us); // returns nothing after collect(), but lets the unit's time advance
     out.clear();
-    while (!coming_.empty() && coming_.front().at_us <= now_us) {
-        out.push_back(coming_.front().byte);
-        coming_.pop_front();
+    while (!pending_.empty() && pending_.front().at_us <= now_us) {
+        out.push_back(pending_.front().byte);
+        pending_.pop_front();
     }
     return out;
 }
@@ -173,7 +174,7 @@ std::optional<std::int64_t> BadLine::next_byte_at_us() const {
     const auto sooner = [&next](std::int64_t at_us) {
         next = std::min(next.value_or(at_us), at_us);
     };
-    if (!coming_.empty()) sooner(coming_.front().at_us);
+    if (!pending_.empty()) sooner(pending_.front().at_us);
     if (babble_at_us_) sooner(*babble_at_us_);
     return next;
 }
@@ -182,7 +183,7 @@ std::string set_switch(BadLineOptions& options, std::string_view name, std::stri
     for (const Chance& chance : chances) {
         if (chance.name != name) continue;
         const auto number = number_in(value, 0.0, 1.0);
-        if (!number) return std::string(name) + " takes a chance from 0 to 1, such as 0.01";
+        if (!number) return std::string(name) + " takes a probability from 0 to 1, such as 0.01";
         options.*chance.value = *number;
         return {};
     }

@@ -12,7 +12,7 @@ namespace {
 
 struct Call {
     ControlUnit& unit;
-    std::vector<std::string_view> words; // behind the command's own
+    std::vector<std::string_view> words; // after the command's name
     std::int64_t now_us;
 
     std::size_t count() const { return words.size(); }
@@ -26,7 +26,7 @@ struct Call {
     }
 };
 
-// What is shown; nothing if the words do not fit the command, which then has changed nothing.
+// The text to show. Nothing if the values do not fit the command; then nothing was changed.
 using Answer = std::optional<std::string>;
 
 Answer set_number(const Call& call, double& goal, double low, double high) {
@@ -43,7 +43,7 @@ Answer set_count(const Call& call, int& goal, int low, int high) {
     return "";
 }
 
-// A number, or "auto" to leave it to the car again.
+// A number, or "auto", with which the car sets the value itself again.
 Answer set_or_auto(const Call& call, std::optional<double>& goal, double low, double high) {
     double value = 0;
     if (call.count() == 1 && call.is(0, "auto")) {
@@ -109,7 +109,7 @@ Answer fault(const Call& call) {
     if (call.count() != 2 || !call.is(0, "add") || !number) return std::nullopt;
     return add_fault(call.unit.memory(), *number)
                ? ""
-               : "The store has this fault already, or all its six places are taken.";
+               : "This fault is stored already, or all six places are taken.";
 }
 
 Answer protocol(const Call& call) {
@@ -171,7 +171,7 @@ Answer help(const Call& call) {
 
 struct Command {
     std::string_view name;
-    std::string_view usage;  // a correct line
+    std::string_view usage;  // an example
     std::string_view effect; // what it does, and the range of its number
     Answer (*run)(const Call&);
 };
@@ -179,54 +179,55 @@ struct Command {
 constexpr Command commands[] = {
     {"help", "help", "shows this list", help},
     {"state", "state", "shows car, gas side and unit", state},
-    {"memory", "memory 3", "shows all parameters, one (0 to 255), or sets one: memory 3 1250",
+    {"memory", "memory 3", "shows all parameters or one (0 to 255), or sets one: memory 3 1250",
      memory},
-    {"throttle", "throttle 40", "presses the pedal, 0 to 100 percent",
+    {"throttle", "throttle 40", "sets the accelerator pedal, 0 to 100 percent",
      [](const Call& c) { return set_number(c, c.unit.engine().throttle_set, 0, 100); }},
-    {"coolant", "coolant 85", "sets the water's temperature, -30 to 130 degrees",
+    {"coolant", "coolant 85", "sets the water temperature, -30 to 130 degrees",
      [](const Call& c) { return set_number(c, c.unit.engine().coolant_c, -30, 130); }},
-    {"ambient", "ambient 15", "sets the temperature of the air, -30 to 50 degrees",
+    {"ambient", "ambient 15", "sets the air temperature, -30 to 50 degrees",
      [](const Call& c) { return set_number(c, c.unit.engine().ambient_c, -30, 50); }},
     {"engine", "engine off", "stops or starts the engine, on or off", engine},
-    {"gas", "gas on", "the switch on the dashboard, on or off", gas},
+    {"gas", "gas on", "operates the changeover switch, on or off", gas},
     {"tank", "tank 30", "fills or empties the tank, 0 to 100 percent",
      [](const Call& c) { return set_number(c, c.unit.gas().tank_percent, 0, 100); }},
-    {"sender", "sender 2", "fits another tank sender, 0 to 5",
+    {"sender", "sender 2", "sets the type of the tank sender, 0 to 5",
      [](const Call& c) { return set_count(c, c.unit.gas().sender, 0, 5); }},
-    {"pressure", "pressure 1200", "turns the regulator, 0 to 4000 mbar, or auto",
+    {"pressure", "pressure 1200", "sets the regulator's pressure, 0 to 4000 mbar, or auto",
      [](const Call& c) { return set_or_auto(c, c.unit.gas().regulator_mbar, 0, 4000); }},
     {"mixture", "mixture 80", "makes the gas leaner or richer, 30 to 300 percent", mixture},
-    {"battery", "battery 12.6", "fixes the battery's voltage, 0 to 20 volts, or auto",
+    {"battery", "battery 12.6", "sets the battery voltage, 0 to 20 volts, or auto",
      [](const Call& c) { return set_or_auto(c, c.unit.engine().battery_fixed_v, 0, 20); }},
-    {"lambda", "lambda silent", "the lambda probe, silent or normal",
+    {"lambda", "lambda silent", "sets the lambda probe, silent or normal",
      [](const Call& c) {
          return set_switch(c, c.unit.engine().lambda_silent, "silent", "normal");
      }},
     {"fault", "fault add 301", "shows, adds (1 to 9999) or clears faults: fault clear", fault},
-    {"protocol", "protocol 4", "what the car's diagnosis speaks, 2 to 10", protocol},
-    {"diagnosis", "diagnosis off", "the unit's cable to the car's diagnosis, on or off",
+    {"protocol", "protocol 4", "sets the protocol of the car's diagnosis, 2 to 10", protocol},
+    {"diagnosis", "diagnosis off", "connects the unit to the car's diagnosis, on or off",
      [](const Call& c) { return set_switch(c, c.unit.diagnosis().cable); }},
-    {"silence", "silence on", "answers nothing while on",
+    {"silence", "silence on", "stops all answers, on or off",
      [](const Call& c) { return set_switch(c, c.unit.quirks().silence); }},
-    {"echo", "echo on", "brings back every byte sent while on",
+    {"echo", "echo on", "returns every byte that the tool sends, on or off",
      [](const Call& c) { return set_switch(c, c.unit.quirks().echo); }},
-    {"acknowledge", "acknowledge on", "answers writes too while on",
+    {"acknowledge", "acknowledge on", "answers writes too, on or off",
      [](const Call& c) { return set_switch(c, c.unit.quirks().acknowledge); }},
-    {"garble", "garble 5", "changes bytes in so many answers to come, 0 to 1000000",
+    {"garble", "garble 5", "changes bytes in the next answers, 0 to 1000000 of them",
      [](const Call& c) { return set_count(c, c.unit.quirks().garble, 0, 1000000); }},
-    {"late", "late 300", "answers so much later, 0 to 60000 ms",
+    {"late", "late 300", "delays every answer, 0 to 60000 ms",
      [](const Call& c) { return set_count(c, c.unit.quirks().late_ms, 0, 60000); }},
     {"length", "length 20", "cuts or fills the next answer, 0 to 1000 bytes",
      [](const Call& c) { return set_next(c, c.unit.quirks().length, 1000); }},
-    {"wrong-echo", "wrong-echo 9", "puts another command in the next answer, 0 to 255",
+    {"wrong-echo", "wrong-echo 9", "sets the echo (byte 5) of the next answer, 0 to 255",
      [](const Call& c) { return set_next(c, c.unit.quirks().wrong_echo, 255); }},
-    {"telegram", "telegram 27", "status with (29) or without battery (27 bytes)", telegram},
-    {"reset-answer", "reset-answer 5", "length of the answer to the factory reset, 1 to 20 bytes",
+    {"telegram", "telegram 27", "sets the length of the status: 29 bytes, or 27 without battery",
+     telegram},
+    {"reset-answer", "reset-answer 5", "sets the length of the answer to command 5, 1 to 20 bytes",
      [](const Call& c) { return set_count(c, c.unit.quirks().reset_length, 1, 20); }},
-    {"unplug", "unplug", "pulls the cable", unplug},
-    {"plug", "plug", "puts the cable back", plug},
-    {"restart", "restart", "takes the unit's supply away for a moment", restart},
-    {"log", "log on", "shows requests and answers as they go over the wire, on or off", log},
+    {"unplug", "unplug", "disconnects the serial cable", unplug},
+    {"plug", "plug", "connects the serial cable", plug},
+    {"restart", "restart", "interrupts the unit's power supply briefly", restart},
+    {"log", "log on", "shows requests and answers, on or off", log},
 };
 
 } // namespace
@@ -251,7 +252,7 @@ std::string run_command(ControlUnit& unit, std::string_view line, std::int64_t n
         words.erase(words.begin());
         if (auto answer = command.run({unit, std::move(words), now_us})) return *std::move(answer);
         return "Error: " + std::string(name) +
-               " does not take that. Type, for example: " + std::string(command.usage) + " (" +
+               ": wrong or missing value. Type, for example: " + std::string(command.usage) + " (" +
                std::string(command.effect) + ").";
     }
     return "Error: there is no command " + quoted(name) + ". Type help for the list.";

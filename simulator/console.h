@@ -1,4 +1,4 @@
-// The commands that are typed at the simulated car.
+// The commands that control the simulated car and unit, as typed on standard input.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +9,12 @@ namespace sim {
 
 class ControlUnit;
 
-// Carries out one line. Returns what is to be shown, without a line end behind it; for a line that
-// is not understood a sentence that begins with "Error: " and says what to type instead. An empty
-// line and one that begins with # do nothing and show nothing.
+// Runs one command line. Returns the text to show, without a line end. For a wrong command this is
+// a sentence that begins with "Error: " and says what to type; nothing was changed then. An empty
+// line and a line that begins with # do nothing.
 std::string run_command(ControlUnit& unit, std::string_view line, std::int64_t now_us);
 
-// All commands, one a line, with what they do.
+// All commands with their effects, one per line.
 std::string command_help();
 
 } // namespace sim

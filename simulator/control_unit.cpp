@@ -19,7 +19,7 @@ ControlUnit::ControlUnit(const Options& options)
 
 void ControlUnit::begin(std::int64_t now_us) {
     if (began_us_) return;
-    began_us_ = car_us_ = now_us;
+    began_us_ = simulated_us_ = now_us;
 }
 
 double ControlUnit::seconds(std::int64_t now_us) const {
@@ -29,17 +29,17 @@ double ControlUnit::seconds(std::int64_t now_us) const {
 void ControlUnit::advance(std::int64_t now_us) {
     begin(now_us);
     constexpr auto step_us = static_cast<std::int64_t>(step_s * 1e6);
-    while (car_us_ + step_us <= now_us) {
-        car_us_ += step_us;
+    while (simulated_us_ + step_us <= now_us) {
+        simulated_us_ += step_us;
         step();
     }
-    if (mode_ == Mode::restarting && now_us >= deaf_until_us_) mode_ = Mode::normal;
+    if (mode_ == Mode::restarting && now_us >= restarting_until_us_) mode_ = Mode::normal;
 }
 
 void ControlUnit::step() {
     engine_.step(car_chance_, gas_.mixture);
     gas_.step(engine_, memory_, car_chance_);
-    if (mode_ == Mode::restarting && car_us_ < deaf_until_us_) {
+    if (mode_ == Mode::restarting && simulated_us_ < restarting_until_us_) {
         gas_.power_up();
         diagnosis_.power_up();
     } else {
@@ -56,7 +56,7 @@ void ControlUnit::receive(std::span<const std::uint8_t> bytes, std::int64_t now_
     for (const std::uint8_t byte : bytes) {
         switch (mode_) {
         case Mode::normal:
-            if (const auto frame = reader_.push(byte, now_us)) obey(*frame);
+            if (const auto frame = reader_.push(byte, now_us)) execute(*frame);
             break;
         case Mode::restarting: break;
         case Mode::terminal: shown += terminal_byte(byte, now_us); break;
@@ -79,7 +79,7 @@ std::optional<std::int64_t> ControlUnit::next_byte_at_us() const {
     return transmitter_.next_byte_at_us();
 }
 
-void ControlUnit::obey(const Frame& frame) {
+void ControlUnit::execute(const Frame& frame) {
     const std::int64_t now = frame.at_us;
     if (log_on_ && sink_) note(now, "tool", describe_request(frame));
     if (received_.size() >= most_received) received_.pop_front();
@@ -106,7 +106,7 @@ void ControlUnit::obey(const Frame& frame) {
         break;
     case 15: answer(fault_answer(memory_), now); break;
     case 16:
-        // With no live data at all a unit with diagnosis says so in 8 bytes.
+        // A unit with diagnosis but without live data answers with 8 bytes.
         if (live)
             answer(live_answer(engine_, diagnosis_.link(engine_, memory_)), now);
         else if (options_.family != 1)
@@ -137,7 +137,7 @@ void ControlUnit::factory_reset(std::int64_t now_us) {
     const std::int64_t answered_us = answer(std::move(bytes), now_us);
     memory_.restore_factory_values();
     mode_ = Mode::restarting;
-    deaf_until_us_ = std::max(answered_us, now_us) + restart_us;
+    restarting_until_us_ = std::max(answered_us, now_us) + restart_us;
 }
 
 void ControlUnit::restart(std::int64_t now_us) {
@@ -145,7 +145,7 @@ void ControlUnit::restart(std::int64_t now_us) {
     transmitter_.clear();
     reader_.clear();
     mode_ = Mode::restarting;
-    deaf_until_us_ = now_us + restart_us;
+    restarting_until_us_ = now_us + restart_us;
 }
 
 void ControlUnit::plug(bool in) {

@@ -18,7 +18,7 @@ std::string because(const std::string& what, const std::string& remedy) {
     return what + ": " + std::strerror(errno) + "; " + remedy + ".";
 }
 
-// Bytes as they are, 9600 baud, 8 data bits, no parity, 1 stop bit, no flow control.
+// Sets raw bytes, 9600 baud, 8 data bits, no parity, 1 stop bit, no flow control.
 bool make_raw(int fd) {
     termios settings{};
     if (tcgetattr(fd, &settings) != 0) return false;
@@ -64,8 +64,8 @@ std::string Device::open_port(const std::string& path) {
     fd_ = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (fd_ < 0)
         return because(path + " cannot be opened",
-                       errno == EACCES ? "become a member of the group that owns it (dialout)"
-                                       : "name a serial port that is there, such as /dev/ttyUSB0");
+                       errno == EACCES ? "add yourself to the group that owns it (dialout)"
+                                       : "name an existing serial port, such as /dev/ttyUSB0");
     if (!make_raw(fd_)) {
         std::string sentence = because(path + " cannot be set to 9600 baud",
                                        "name a serial port, such as /dev/ttyUSB0");
@@ -102,7 +102,7 @@ std::vector<std::uint8_t> Device::read(bool& lost) {
             continue;
         }
         if (got < 0 && errno == EINTR) continue;
-        // A port with nothing to read says 0 or "again"; anything else is its end.
+        // Without input, read() returns 0 or EAGAIN; any other error means that the device is gone.
         lost = got < 0 && errno != EAGAIN && errno != EWOULDBLOCK;
         break;
     }
@@ -118,7 +118,7 @@ void Device::write(std::span<const std::uint8_t> bytes) {
     }
 }
 
-void Device::somebody_came_or_went() {
+void Device::discard_unread() {
     std::array<char, 4096> events{};
     while (watch_fd_ >= 0 && ::read(watch_fd_, events.data(), events.size()) > 0) {}
     if (slave_fd_ >= 0) tcflush(slave_fd_, TCIFLUSH);

@@ -1,4 +1,5 @@
-// The serial device that the unit sits on: a pseudo-terminal of its own, or a port of the machine.
+// The serial device on which the unit answers: a pseudo-terminal that it creates, or a serial port
+// of the machine.
 #pragma once
 
 #include <cstdint>
@@ -15,35 +16,37 @@ class Device {
     Device& operator=(const Device&) = delete;
     ~Device() { close(); }
 
-    // Each returns an empty text, or a sentence with the system's own reason and the remedy. The
-    // device must be closed before.
+    // Each returns an empty text, or a sentence with the system's error and what to do. The device
+    // must be closed.
     std::string open_pseudo_terminal();
     std::string open_port(const std::string& path);
-    // Whoever holds the other end finds it hung up.
+    // The tool at the other end gets a hang-up.
     void close();
 
-    // Takes from everybody the permission to open the pseudo-terminal, or gives it back; one who
-    // has it open keeps it, and root is not stopped. A real port is left alone.
+    // Removes the permission to open the pseudo-terminal, or restores it. It does not affect a tool
+    // that has it open, nor root, nor a real port.
     void deny(bool denied);
 
     bool is_open() const { return fd_ >= 0; }
-    // To wait on for input; -1 if it is closed.
+    // Descriptor to poll for input; -1 if the device is closed.
     int fd() const { return fd_; }
-    // Becomes readable when somebody opens or closes the pseudo-terminal; -1 if there is none.
+    // Descriptor that becomes readable when the pseudo-terminal is opened or closed; -1 if there is
+    // none.
     int watch_fd() const { return watch_fd_; }
-    // What the tool opens.
+    // The path that the tool opens.
     const std::string& path() const { return path_; }
 
-    // All bytes that have come in; `lost` if the device is gone.
+    // All bytes received. Sets `lost` if the device was removed.
     std::vector<std::uint8_t> read(bool& lost);
-    // What does not fit at once is dropped, as on a line that nobody reads.
+    // Bytes that do not fit into the buffer are dropped, as on a line that nobody reads.
     void write(std::span<const std::uint8_t> bytes);
-    // On a real port a closed end keeps nothing: throws away what nobody has read.
-    void somebody_came_or_went();
+    // Call when `watch_fd` is readable: drops bytes that the tool has not read, as a real port does
+    // when it is closed.
+    void discard_unread();
 
   private:
     int fd_ = -1;
-    int slave_fd_ = -1; // held, so that the terminal stays as it is between two visits
+    int slave_fd_ = -1; // kept open, so that the settings stay between two openings
     int watch_fd_ = -1;
     std::string path_;
     bool denied_ = false;

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int slots = 6;
 
-// Counts how long something lasts; true in the step in which it has lasted long enough.
+// Measures how long a condition holds. True in the one step in which it has lasted long enough.
 bool lasted(bool holds, double& time_s, double enough_s) {
     const double before = time_s;
     time_s = holds ? time_s + step_s : 0;

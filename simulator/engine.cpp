@@ -10,11 +10,11 @@ constexpr double thermostat_c = 88;
 constexpr double idle_rpm = 850;
 constexpr double idle_injection_us = 3200;
 constexpr double trim_limit = 0.25;
-// The probe must be hot and the water tepid before the loop is closed.
+// The loop is closed only after the probe is hot and the water warm.
 constexpr double probe_hot_s = 25;
 constexpr double closed_loop_c = 35;
 
-// The share of the way to its goal that a quantity with this lag goes in one step.
+// The fraction of the distance to its goal that a value with this lag covers in one step.
 constexpr double share(double lag_s) { return step_s / (lag_s + step_s); }
 
 void follow(double& value, double goal, double lag_s) { value += (goal - value) * share(lag_s); }
@@ -74,7 +74,8 @@ void Engine::step_injection(Random& random, double mixture) {
         follow(trim, 0, 0.5);
         return;
     }
-    // Nothing is injected while the car pushes the engine; below this speed it must catch itself.
+    // In overrun nothing is injected above this speed; below it the engine must keep itself
+    // running.
     const bool overrun = throttle < 1 && throttle_set < 1 && rpm > 1700;
     follow(load, overrun ? 12 : 26 + 0.62 * throttle, 0.15);
     if (std::abs(throttle_rate) > 15) transient_left_s_ = 0.8;
@@ -85,7 +86,7 @@ void Engine::step_injection(Random& random, double mixture) {
                                    : Loop::closed;
     if (loop == Loop::closed) {
         follow(trim, std::clamp(1 / std::max(mixture, 0.1) - 1, -trim_limit, trim_limit), 0.5);
-        // What lasts is learnt, so that the quick trim is free again.
+        // A lasting trim is learnt slowly, so that the fast trim can return to 0.
         follow(long_trim, std::clamp(trim, -0.2, 0.2), 45);
         swing_phase_ += step_s / 1.37;
         if (swing_phase_ >= 1) swing_phase_ -= 1;

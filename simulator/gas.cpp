@@ -7,7 +7,7 @@
 namespace sim {
 namespace {
 
-constexpr double air_mbar = 1013; // what flows goes by the absolute pressure
+constexpr double air_mbar = 1013; // added because the flow depends on the absolute pressure
 constexpr double lpg_mbar = 1400;
 constexpr double methane_mbar = 1200;
 
@@ -34,26 +34,27 @@ void Gas::start(bool warm) {
 
 void Gas::power_up() {
     fuel = Fuel::petrol;
-    by_hand_ = declined_ = false;
+    gas_requested_ = petrol_requested_ = false;
     ready_s_ = low_pressure_s_ = recovered_s_ = lambda_trim_ = 0;
 }
 
 void Gas::ask_for_gas() {
-    by_hand_ = true;
-    declined_ = false;
+    gas_requested_ = true;
+    petrol_requested_ = false;
     if (fuel != Fuel::gas) fuel = Fuel::waiting;
 }
 
 void Gas::ask_for_petrol() {
-    by_hand_ = false;
-    declined_ = true;
+    gas_requested_ = false;
+    petrol_requested_ = true;
     fuel = Fuel::petrol;
 }
 
 std::uint16_t Gas::measured_rpm(const Engine& engine, const Memory& memory) const {
     double rpm = engine.rpm;
-    // A pulse comes every half turn. The filter swallows every other one once it is longer than
-    // their distance; with the edge turned round, only a long filter keeps the ringing out.
+    // One pulse comes every half turn. A filter longer than the distance of two pulses suppresses
+    // every other one. With the rising edge, only a long filter suppresses the ringing, which
+    // doubles the pulses.
     const double filter_us = memory[par::coil_filter];
     if (rpm > 1 && filter_us > 30e6 / rpm) rpm /= 2;
     if (memory[par::coil_upwards] == 1 && filter_us < 4000) rpm *= 2;
@@ -71,8 +72,8 @@ std::uint16_t Gas::shown_injection(const Engine& engine, const Memory& memory) c
     if (overrun && fuel == Fuel::gas && memory[par::gas_cut_off] == 7 &&
         measured_rpm(engine, memory) > memory[par::cut_off_rpm])
         return memory[par::cut_off_inj_time];
-    // The timer counts in ticks of 8 us, and one us more with the injectors cut out on gas. A mean
-    // over readings on petrol and one on gas thus never agree to the last digit.
+    // The unit measures in ticks of 8 us. On gas the result is 1 us longer, so a mean over readings
+    // on petrol and one on gas never agree in the last digit.
     const auto ticks = std::lround(engine.injection_us / 8);
     return static_cast<std::uint16_t>(8 * ticks + (fuel == Fuel::gas && ticks > 0 ? 1 : 0));
 }
@@ -111,7 +112,7 @@ int Gas::stage(const Engine& engine, const Memory& memory) const {
 }
 
 bool Gas::pressure_ok(const Memory& memory, double margin_mbar) const {
-    // Without a sensor the unit has to take the pressure on trust.
+    // Without a sensor the unit assumes that the pressure is sufficient.
     if (memory[par::pressure_sensor] != 1) return true;
     return pressure_mbar >= memory[par::changeover_pressure] + margin_mbar;
 }
@@ -122,7 +123,7 @@ bool Gas::may_change_over(const Engine& engine, const Memory& memory) const {
     if (forced == 1) return true;
     if (engine.coolant_c < memory[par::changeover_temperature]) return false;
     if (engine.running_s < memory[par::changeover_time]) return false;
-    if (by_hand_) return true;
+    if (gas_requested_) return true;
     if (measured_rpm(engine, memory) < memory[par::changeover_rpm]) return false;
     return forced != 3 || rpm_rate_ > 150;
 }
@@ -139,7 +140,7 @@ void Gas::step(const Engine& engine, Memory& memory, Random& random) {
 }
 
 void Gas::step_pressure(const Engine& engine, const Memory& memory, Random& random) {
-    // Full flow is the longest injection at the highest speed.
+    // 1 is the longest injection at the highest speed.
     const double flow = share * engine.injection_us * engine.rpm / (7700.0 * 6350.0);
     tank_percent = std::clamp(tank_percent - flow * 0.011 * step_s, 0.0, 100.0);
     const double closed = regulator_mbar.value_or(nominal_mbar(memory));
@@ -151,8 +152,8 @@ void Gas::step_fuel(const Engine& engine, const Memory& memory) {
     const double delay_s = memory[par::low_pressure_delay] / 1000.0;
     const bool by_itself = memory[par::automatic] == 1 || memory[par::forced_start] == 1;
     if (!engine.running && fuel == Fuel::gas) fuel = Fuel::petrol;
-    if (fuel == Fuel::petrol && by_itself && !declined_) fuel = Fuel::waiting;
-    if (fuel == Fuel::waiting && !by_itself && !by_hand_) fuel = Fuel::petrol;
+    if (fuel == Fuel::petrol && by_itself && !petrol_requested_) fuel = Fuel::waiting;
+    if (fuel == Fuel::waiting && !by_itself && !gas_requested_) fuel = Fuel::petrol;
     const bool low = !pressure_ok(memory, 0);
     if (fuel == Fuel::waiting) {
         ready_s_ = may_change_over(engine, memory) ? ready_s_ + step_s : 0;
@@ -166,7 +167,7 @@ void Gas::step_fuel(const Engine& engine, const Memory& memory) {
         low_pressure_s_ = low ? low_pressure_s_ + step_s : 0;
         if (low_pressure_s_ > delay_s) fuel = Fuel::no_pressure;
     } else if (fuel == Fuel::no_pressure) {
-        // The valve is tried again once the pressure has stood well for a while.
+        // Tries gas again after the pressure has been sufficient for 3 s.
         recovered_s_ = pressure_ok(memory, 50) ? recovered_s_ + step_s : 0;
         if (recovered_s_ > 3) {
             recovered_s_ = low_pressure_s_ = 0;
@@ -189,9 +190,9 @@ void Gas::step_share(const Engine& engine, const Memory& memory) {
 }
 
 double Gas::opening_factor(const Engine& engine, const Memory& memory) const {
-    // One step of gain is worth a little more than a thousandth of the opening: a correction in
-    // proportion thus goes a little too far, and a correction in steps comes to rest from either
-    // side. These are the gains at which gas and petrol agree, in a car as built.
+    // One step of gain changes the opening by a little more than a thousandth. So a proportional
+    // correction overshoots slightly, and a correction in steps settles from either side. lpg_gain
+    // and methane_gain are the gains at which gas and petrol agree in a nominal car.
     constexpr double no_opening_gain = 400, lpg_gain = 1360, methane_gain = 1370;
     double factor =
         (gain - no_opening_gain) / ((lpg(memory) ? lpg_gain : methane_gain) - no_opening_gain);
@@ -201,7 +202,8 @@ double Gas::opening_factor(const Engine& engine, const Memory& memory) const {
     factor *= std::clamp(1 + memory[par::temperature_correction] / 1000.0 *
                                  (gas_c - memory[par::calibration_temperature]),
                          0.7, 1.4);
-    // Throttle movements: the factory's 20 tenths are right, less is lean and more is rich.
+    // Throttle movements: the factory value of 20 tenths is right; less makes the mixture lean,
+    // more makes it rich.
     factor *= 1 + std::clamp(engine.throttle_rate / 200, -1.0, 1.0) *
                       std::clamp((memory[par::delta_corrector] - 20) / 10.0, -2.0, 13.0) * 0.03;
     if (linked_to_car) {
@@ -210,7 +212,7 @@ double Gas::opening_factor(const Engine& engine, const Memory& memory) const {
         const double offset = std::clamp((memory[par::fuel_offset] - 100) / 100.0, -0.3, 0.3);
         factor *= 1 + towards * part * (engine.trim - offset);
     }
-    // The injectors: what latency and constants add to an opening of the present length.
+    // Latency and constants of the injectors add to the opening time.
     const double added_us =
         0.5 * (memory[par::injector_latency] - 800) + 1.0 * (memory[par::injector_constant] - 60) +
         0.003 * (memory[par::injector_time] - 8000) + 0.05 * (memory[par::injector_opening] - 2000);
@@ -280,11 +282,16 @@ std::string_view fuel_name(Gas::Fuel fuel) {
 }
 
 std::string_view stage_name(int stage) {
-    constexpr std::array<std::string_view, 10> names = {"engine off",       "petrol",
-                                                        "waits for warmth", "waits for time",
-                                                        "waits for speed",  "waits for pressure",
-                                                        "changes over",     "on gas",
-                                                        "in cut-off",       "no pressure"};
+    constexpr std::array<std::string_view, 10> names = {"engine off",
+                                                        "petrol",
+                                                        "waiting for temperature",
+                                                        "waiting for time",
+                                                        "waiting for speed",
+                                                        "waiting for pressure",
+                                                        "changing over",
+                                                        "on gas",
+                                                        "in cut-off",
+                                                        "no pressure"};
     return stage >= 0 && stage < 10 ? names[static_cast<std::size_t>(stage)] : "";
 }
 

@@ -1,5 +1,5 @@
-// The gas side: tank, regulator and valve, the changeover from petrol, and what the unit's
-// parameters make of the mixture.
+// The gas side of the car: tank, regulator and valve, the changeover from petrol, and the effect of
+// the unit's parameters on the mixture.
 #pragma once
 
 #include "simulator/engine.h"
@@ -15,44 +15,46 @@ struct Gas {
     // The fuel state as the unit reports it.
     enum class Fuel : std::uint16_t { petrol = 0, gas = 1, waiting = 2, no_pressure = 5 };
 
-    // What stands behind the controls.
+    // Inputs, set by commands.
     double tank_percent = 70;
-    int sender = 0;                       // which sender the tank has, 0 to 5
-    std::optional<double> regulator_mbar; // instead of 1400 on LPG, 1200 on methane
-    double richness = 1;                  // of the gas itself and its pipes; 1 is as built
-    bool linked_to_car = false;           // the car's diagnosis gives its trims
+    int sender = 0;                       // type of the tank sender, 0 to 5
+    std::optional<double> regulator_mbar; // in place of 1400 on LPG, 1200 on methane
+    double richness = 1;                  // factor of the gas quality; 1 is nominal
+    bool linked_to_car = false;           // the unit uses the trims of the car's diagnosis
 
-    // What follows from it.
+    // Results of the simulation.
     Fuel fuel = Fuel::petrol;
-    double share = 0; // of the cylinders on gas, 0 to 1
+    double share = 0; // share of the cylinders on gas, 0 to 1
     double pressure_mbar = 0;
     double gas_c = 15;
     double gain = 0;        // thousandths, at the present injection time
-    double mixture = 1;     // fuel delivered over fuel wanted, before any trim
-    double gas_time_us = 0; // opening of the gas injectors
+    double mixture = 1;     // ratio of fuel delivered to fuel needed, without the trim
+    double gas_time_us = 0; // opening time of the gas injectors
     bool cut_off = false;   // gas cut in overrun
 
-    // Regulator and gas as warm or as cold as the engine.
+    // Starts with regulator and gas as warm or cold as the engine.
     void start(bool warm);
-    // The unit begins: nobody has asked for anything, and the valve is shut.
+    // The unit starts: no request of the operator is pending, and the valve is closed.
     void power_up();
-    // Asked for by the operator: waits for warmth, time and pressure, but for no speed.
+    // Requests of the operator. A request for gas waits for temperature, time and pressure, but for
+    // no engine speed.
     void ask_for_gas();
     void ask_for_petrol();
-    // Counts the time on gas in `memory`.
+    // Also counts the time on gas in `memory`.
     void step(const Engine& engine, Memory& memory, Random& random);
 
     std::uint16_t measured_rpm(const Engine& engine, const Memory& memory) const;
     std::uint16_t shown_pressure(const Memory& memory) const; // 0 with no sensor fitted
-    // As measured; in overrun on gas the made-up time, if the cut-off goes by injection time.
+    // As measured. In overrun on gas with cut-off by injection time, the fixed time of that
+    // setting.
     std::uint16_t shown_injection(const Engine& engine, const Memory& memory) const;
     std::uint16_t sender_mv() const;
-    // The level as the unit makes it out from the sender and its end points, 0 to 100.
+    // The level that the unit computes from the sender and its end points, 0 to 100.
     double level_percent(const Memory& memory) const;
-    // The band of the gauge, 0 reserve to 4 full: how many thresholds the level is above.
+    // The band of the gauge, 0 reserve to 4 full: the number of thresholds below the level.
     int gauge_band(const Memory& memory) const;
-    // What the unit is busy with: 0 engine off, 1 petrol, 2 waits for warmth, 3 for time, 4 for
-    // speed, 5 for pressure, 6 changes over, 7 on gas, 8 in cut-off, 9 no pressure.
+    // The unit's state: 0 engine off, 1 petrol, 2 waiting for temperature, 3 for time, 4 for speed,
+    // 5 for pressure, 6 changing over, 7 on gas, 8 in cut-off, 9 no pressure.
     int stage(const Engine& engine, const Memory& memory) const;
 
   private:
@@ -67,8 +69,8 @@ struct Gas {
     double flow_factor(const Memory& memory) const;
     void count_time(Memory& memory);
 
-    bool by_hand_ = false;
-    bool declined_ = false; // the operator wants petrol until asked again
+    bool gas_requested_ = false;
+    bool petrol_requested_ = false; // the operator chose petrol; no automatic changeover
     double rpm_before_ = 0;
     double rpm_rate_ = 0;
     double ready_s_ = 0;

@@ -4,7 +4,7 @@ namespace sim {
 namespace {
 
 constexpr std::string_view text = R"(NAME
-    control-unit - a simulated gas-injection control unit with a car behind it
+    control-unit - a simulated gas-injection control unit with a car
 
 SYNOPSIS
     control-unit [--link PATH | --device PATH] [--firmware F.V.R] [--warm]
@@ -14,77 +14,87 @@ SYNOPSIS
 
 DESCRIPTION
     Behaves on a serial line as a control unit in a car does, so that the
-    service tool can be tried and learnt with no car. It opens a pseudo-terminal
-    and prints its path; a tool opens that path as its serial port. Bytes go at
-    the pace of 9600 baud, and an answer begins 20 to 60 ms behind its request.
+    service tool can be tried and learnt without a car. It opens a
+    pseudo-terminal and prints its path; a tool opens that path as its serial
+    port. Bytes are sent at 9600 baud, and an answer begins 20 to 60 ms after
+    its request.
 
-    Behind the unit an engine runs: it starts cold and warms up, goes over to
-    gas when the unit's parameters allow it, asks for more injection time when
-    the gas is lean and for less when it is rich, empties its tank and stores
-    faults. Commands typed on standard input steer it, for example:
+    The unit has a simulated car: the engine starts cold and warms up, changes
+    over to gas when the unit's parameters allow it, requests more injection
+    time when the gas is lean and less when it is rich, empties the tank and
+    causes faults. Commands on standard input control it, for example:
 
         throttle 40     coolant 85      gas on          fault add 301
         tank 30         pressure 900    mixture 80      lambda silent
         silence on      garble 5        late 300        unplug
         state           memory 3        log on          help
 
-    Standard input may end; the unit then stays on the line.
+    When standard input ends, the unit goes on running.
 
 OPTIONS
     --link PATH
-        Makes a symbolic link to the pseudo-terminal and removes it at the end.
-        A link left behind by a unit that was killed is replaced. Anything else
-        at PATH, such as a link to a real adapter or to a pseudo-terminal in
-        use, is refused and stays as it is.
+        Creates a symbolic link to the pseudo-terminal and removes it at the
+        end. The link of a unit that was killed is replaced. Anything else at
+        PATH, such as a link to a real adapter or to a pseudo-terminal in use,
+        is an error and is not changed.
     --device PATH
         Uses this serial port at 9600 baud, 8 data bits, no parity, 1 stop bit,
-        in place of a pseudo-terminal.
+        instead of a pseudo-terminal.
     --firmware F.V.R
         Family 0 to 4, version and revision, each 0 to 255. Family 0 has the
-        car's diagnosis, 1 a lambda probe, 2 to 4 have both. Without it: 0.2.71.
+        car's diagnosis, 1 a lambda probe, 2 to 4 have both. Default: 0.2.71.
     --warm
-        The engine has been running for half an hour. Without it, a cold start.
+        Starts with an engine that has run for half an hour. Default: cold.
     --seed N
-        Fixes all chance: the latencies, the engine's unrest and the bad line.
-        Without it: 1. The same seed and the same requests give the same run.
+        Seed of everything random: latencies, engine and bad line. The same
+        seed and the same requests give the same run. Default: 1.
     --protocol N
-        What the car's diagnosis speaks, 2 to 10. Without it: 7.
+        Protocol of the car's diagnosis, 2 to 10. Default: 7.
     --line SWITCHES
-        A bad line, as in drop=0.01,echo=on. drop, double, flip, insert,
-        truncate, delay, split, join and unplug take a chance for each byte from
-        0 to 1: lost, twice, a bit changed, a foreign byte ahead, lost with all
-        behind it, late, a pause ahead, held for the next answer, the cable out.
-        delay-ms and unplug-ms are the longest times. silence, echo, babble and
-        denied are on or off; denied takes away the permission to open the
-        pseudo-terminal, which root does not need. seed N gives the line a seed
-        of its own. The command "line" changes them later.
+        Faults of the line, such as drop=0.01,echo=on. These take a probability
+        for each byte, 0 to 1:
+            drop       the byte is lost
+            double     it arrives twice
+            flip       one bit is changed
+            insert     a random byte arrives before it
+            truncate   it and what follows are lost, up to a pause
+            delay      it is late, by up to delay-ms
+            split      a pause is inserted before it
+            join       it is held until the next answer
+            unplug     the cable is disconnected, for up to unplug-ms
+        silence (nothing arrives), echo (what is sent comes back), babble
+        (random bytes arrive) and denied take on or off. denied removes the
+        permission to open the pseudo-terminal, which does not stop root.
+        seed=N gives the line a seed of its own. The command "line" changes
+        all of these later.
     --scenario FILE
-        Types the commands of FILE at their times. A line is a time in seconds
-        after the start and a command, as in "12.5 throttle 40"; # begins a
+        Runs the commands of FILE at their times. A line is a time in seconds
+        after the start and a command, such as "12.5 throttle 40"; # begins a
         comment.
     --log FILE
-        Writes requests and answers to FILE, in words and with their times.
+        Writes requests and answers to FILE, as text and with their times.
         FILE may be a FIFO, whose reader may come later. A log that cannot be
-        written is reported on standard error and does not hold up the unit.
-        Without it the command "log on" shows them on standard output.
+        written is reported on standard error and does not delay the unit.
+        Without this option the command "log on" shows them on standard output.
     --exit-on-eof
         Ends when standard input ends.
     --help, --version
         Print this text, or the version, and end.
 
 EXIT STATUS
-    0 after quit, an interrupt or a termination signal; 1 if the port, the link
-    or the log cannot be opened; 2 for wrong arguments or a wrong scenario.
+    0   after quit, an interrupt or a termination signal
+    1   the port, the link or the log cannot be opened
+    2   wrong arguments or a wrong scenario
 
 FILES
-    PATH of --link is the one file that is left changed, and only while the
-    program runs.
+    The link exists only while the program runs. The log is the only file that
+    the program leaves.
 
 EXAMPLES
-    Start it as port 1 of a tool that looks into the folder "ports", in an
-    application folder that is used only for practice:
+    As port 1 of a tool with the folder "ports", in an application folder that
+    is used only for practice:
         control-unit --link ~/practice/zol-injection/ports/com1
-    A drive from a file, on a bad line, written down:
+    A drive from a file on a bad line, with a log:
         control-unit --warm --scenario drive.txt --line drop=0.01 --log wire.txt
 )";
 

@@ -6,7 +6,7 @@
 namespace sim {
 namespace {
 
-// Every family begins with these, at bytes 6 to 78.
+// The common part of every family, at bytes 6 to 78.
 constexpr std::array<std::uint8_t, 37> base_words = {
     1,   3,   4,   5,   6,   10,  15,  30,  31,  32,  // from byte 6
     33,  34,  35,  50,  51,  52,  60,  61,  101, 102, // from byte 26
@@ -14,12 +14,12 @@ constexpr std::array<std::uint8_t, 37> base_words = {
     124, 125, 126, 127, 128, 129, 130,                // from byte 66
 };
 
-// The car's diagnosis, at bytes 80 to 106.
+// The words of the car's diagnosis, at bytes 80 to 106.
 constexpr std::array<std::uint8_t, 14> diagnosis_words = {
     140, 141, 142, 143, 144, 145, 146, 147, 148, 149, 150, 151, 152, 153,
 };
 
-// What family 1 has in their place and behind, at bytes 80 to 154.
+// The words of family 1 in place of the diagnosis, at bytes 80 to 154.
 constexpr std::array<std::uint8_t, 38> lambda_words = {
     7,   14, 19, 45, 54, 55, 201, 215, 11,  74, // from byte 80
     75,  76, 77, 16, 20, 36, 12,  78,  200, 22, // from byte 100
@@ -27,8 +27,9 @@ constexpr std::array<std::uint8_t, 38> lambda_words = {
     81,  82, 83, 84, 47, 21, 85,  53,           // from byte 140
 };
 
-// What the long layout has behind the diagnosis, at bytes 108 to 190. Some words stand twice: once
-// more where family 1 has them, as far as the place is free, for readers that look there.
+// The words of the long layout after the diagnosis, at bytes 108 to 190. Some words occur twice: a
+// second time where family 1 has them, as far as that position is free, for tools that read them
+// there.
 constexpr std::array<std::uint8_t, 42> long_words = {
     7,  36, 12, 14,  200, 22, 202, 23, 11,  27,  // from byte 108
     28, 29, 39, 16,  41,  36, 12,  19, 201, 200, // from byte 128

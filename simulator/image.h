@@ -1,4 +1,4 @@
-// Which parameter stands where in the image that a unit hands out.
+// The position of each parameter in the image that a unit sends.
 #pragma once
 
 #include <cstdint>
@@ -6,9 +6,9 @@
 
 namespace sim {
 
-// The parameters in the order in which the image of `family` (0 to 4) lists them, the first one at
-// byte 6 of the reply. Family 0 knows the car's diagnosis, family 1 a lambda sensor, families 2, 3
-// and 4 both, in one long layout. Another family gives the layout of family 0.
+// The parameter numbers in the order of the image of `family` (0 to 4); the first one is at byte 6
+// of the answer. Family 0 has the car's diagnosis, family 1 a lambda sensor, families 2, 3 and 4
+// have both in one long layout. Any other family gives the layout of family 0.
 std::span<const std::uint8_t> image_layout(int family);
 
 } // namespace sim

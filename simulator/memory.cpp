@@ -9,8 +9,8 @@ struct Entry {
     std::string_view meaning;
 };
 
-// The unit as it comes out of its box. The injection points are those of a unit that has not yet
-// seen the car's longest injection time; the 48 correction cells, all 100, stand below the table.
+// The factory values. The injection points are those of a unit whose injection time was never
+// acquired. The 48 correction cells, all 100, are not in the table.
 constexpr Entry entries[] = {
     {1, 10, "divider of the rpm signal, tenths"},
     {3, 1200, "lower gain, thousandths"},

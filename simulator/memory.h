@@ -1,4 +1,4 @@
-// The unit's memory: 256 numbered words, and the values that it leaves the factory with.
+// The unit's memory: 256 numbered words and their factory values.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 
 namespace sim {
 
-// The parameters whose meaning the unit acts on.
+// The parameters that the simulation uses.
 namespace par {
 inline constexpr int rpm_multiplier = 1; // tenths; the measured speed is divided by it
 inline constexpr int gain_low = 3;       // thousandths, at inj_time_low
@@ -28,7 +28,7 @@ inline constexpr int minutes_on_gas = 28;
 inline constexpr int check_day = 29;
 inline constexpr int tank_empty_mv = 30;
 inline constexpr int tank_full_mv = 31;
-inline constexpr int tank_threshold = 32; // and the three behind it, percent
+inline constexpr int tank_threshold = 32; // and the next three, percent
 inline constexpr int lambda_closed_loop = 36;
 inline constexpr int check_month = 39;
 inline constexpr int check_year = 40;
@@ -51,7 +51,7 @@ inline constexpr int cut_off_inj_time = 123; // shown in gas cut-off by injectio
 inline constexpr int cut_off_rpm = 124;
 inline constexpr int coil_filter = 125; // us
 inline constexpr int coil_upwards = 126;
-inline constexpr int reference_threshold = 128; // us; below it reference_gain rules
+inline constexpr int reference_threshold = 128; // us; below it reference_gain is used
 inline constexpr int reference_gain = 129;      // thousandths
 inline constexpr int tank_type = 130;
 inline constexpr int eobd_correction = 140; // percent of the fuel trim
@@ -82,14 +82,14 @@ class Memory {
         words_[static_cast<std::size_t>(number)] = value;
         return true;
     }
-    // All words but the service records: hours and minutes on gas and the date of the last check.
+    // Resets all words except the service records: time on gas and date of the last check.
     void restore_factory_values();
 
   private:
     std::array<std::uint16_t, size> words_{};
 };
 
-// What the parameter means, in a few words; empty for a word without a known meaning.
+// The meaning of the parameter in a few words; empty if it is not known.
 std::string_view parameter_meaning(int number);
 
 } // namespace sim

@@ -18,16 +18,16 @@ namespace sim {
 
 struct Output::Stream {
     std::string name;
-    std::string fifo; // to be opened by the thread; empty: `fd` is open
+    std::string fifo; // opened by the thread; empty: `fd` is open already
     int fd = -1;
     bool owns_fd = false;
 
-    std::mutex mutex; // for all below
+    std::mutex mutex; // guards all members below
     std::condition_variable changed;
     Report report; // only the owner of the stream changes it
     std::string queued;
-    std::size_t waiting = 0;  // lines put and not yet written
-    std::size_t left_out = 0; // lines since the last one queued
+    std::size_t waiting = 0;  // lines queued and not yet written
+    std::size_t left_out = 0; // lines dropped since the last one queued
     bool left_out_ever = false;
     bool closing = false;
     bool failed = false;
@@ -52,17 +52,18 @@ std::string gap_line(std::size_t lines) {
 } // namespace
 
 void Output::Stream::fail(int error) {
-    // Locked, so that the report is not taken away meanwhile.
+    // Locked, because the owner may reset `report` at the same time.
     const std::lock_guard lock(mutex);
     failed = true;
     queued.clear();
     waiting = left_out = 0;
     if (report)
         report(name + " cannot be written any more: " + std::strerror(error) +
-               "; what follows is missing there. Remove the cause and start the unit again.");
+               "; the lines that follow are lost. Remove the cause and start the unit again.");
 }
 
-// In pieces of whole lines that a pipe takes undivided, so that other writers' lines stay whole.
+// Writes pieces of whole lines that a pipe takes atomically, so that lines of other writers are not
+// mixed in.
 bool Output::Stream::write_all(std::string_view text) {
     constexpr std::size_t undivided = 4096;
     while (!text.empty()) {
@@ -71,7 +72,7 @@ bool Output::Stream::write_all(std::string_view text) {
             piece = piece.substr(0, end + 1);
         const ssize_t put = ::write(fd, piece.data(), piece.size());
         if (put < 0 && errno == EINTR) continue;
-        // A descriptor that somebody else has made non-blocking.
+        // Another process may have made the descriptor non-blocking.
         if (put < 0 && errno == EAGAIN) {
             pollfd watched{fd, POLLOUT, 0};
             ::poll(&watched, 1, -1);
@@ -108,7 +109,7 @@ void Output::Stream::run() {
         fail(errno);
     else
         write_until_closed();
-    // Some file systems say only now that there was no room.
+    // Some file systems report only now that the disk is full.
     if (fd >= 0 && owns_fd && ::close(fd) != 0 && !failed) fail(errno);
     const std::lock_guard lock(mutex);
     done = true;
@@ -133,7 +134,7 @@ std::string Output::start(int fd) {
 }
 
 std::string Output::open(const std::string& path) {
-    // Not waiting here for the reader of a FIFO, nor for a terminal.
+    // Non-blocking: open() must not wait for the reader of a FIFO or for a terminal.
     constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const int fd = ::open(path.c_str(), flags, 0666);
     const int error = errno;
@@ -144,7 +145,7 @@ std::string Output::open(const std::string& path) {
         stream_->fifo = path;
     } else {
         return stream_->name + " cannot be written: " + std::strerror(error) +
-               "; name a file that you may write to.";
+               "; name a file to which you may write.";
     }
     stream_->fd = fd;
     stream_->owns_fd = true;
@@ -152,8 +153,8 @@ std::string Output::open(const std::string& path) {
 }
 
 std::string Output::start_thread() {
-    // The thread inherits this: signals are for the program, and a reader that has gone is an error
-    // of the write.
+    // The thread inherits this mask: signals are handled by the program, and a reader that has gone
+    // gives a write error.
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
@@ -162,7 +163,7 @@ std::string Output::start_thread() {
         std::thread([stream = stream_] { stream->run(); }).detach();
     } catch (const std::system_error& error) {
         wrong =
-            stream_->name + " cannot be written: " + error.what() + "; end some other programs.";
+            stream_->name + " cannot be written: " + error.what() + "; close some other programs.";
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     open_ = wrong.empty();
@@ -190,8 +191,8 @@ void Output::put(std::string_view line) {
     }
     if (first_left_out && stream_->report)
         stream_->report(stream_->name +
-                        " is read too slowly, so that lines are left out; a line there says how "
-                        "many and where. Read it faster, or write the log to a file.");
+                        " is read too slowly, so lines are dropped; a line in it says how many "
+                        "and where. Read it faster, or write the log to a file.");
 }
 
 void Output::finish(std::chrono::steady_clock::time_point latest) {
@@ -207,7 +208,7 @@ void Output::finish(std::chrono::steady_clock::time_point latest) {
     open_ = false;
     if (missing > 0 && stream_->report)
         stream_->report(stream_->name + " ends " + std::to_string(missing) +
-                        " lines early: nobody has read them.");
+                        " lines early: they were not read.");
 }
 
 } // namespace sim

@@ -1,9 +1,8 @@
-// Lines on standard output, on standard error or in the log, written without ever holding the
-// program up.
+// Lines on standard output, standard error or in the log, written without ever blocking the
+// program.
 //
-// Lines are queued, and a thread of the stream's own writes them: a pipe that is full, a FIFO that
-// nobody reads or a slow disk delays these lines and nothing else. What cannot be written is
-// reported, never lost in silence.
+// Lines are queued and a thread for each stream writes them, so a full pipe, a FIFO without a
+// reader or a slow disk delays only these lines. Lines that cannot be written are reported.
 #pragma once
 
 #include <chrono>
@@ -18,33 +17,33 @@ class Output {
   public:
     using Report = std::function<void(const std::string&)>;
 
-    // More than this waiting to be written, and further lines are left out.
+    // The longest queue in bytes; further lines are dropped.
     static constexpr std::size_t most_waiting = 4 * 1024 * 1024;
 
-    // `name` begins a sentence, as in "Standard output". `report` gets one sentence for each kind
-    // of trouble, on any thread.
+    // `name` is used at the beginning of sentences, such as "Standard output". `report` is called
+    // once for each kind of failure, on any thread.
     Output(std::string name, Report report);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
     ~Output();
 
-    // Writes to a descriptor that stays the caller's.
-    // Each returns an empty text, or a sentence with the reason and the remedy.
+    // Writes to a descriptor, which the caller still owns. Both calls return an empty text, or a
+    // sentence with the error and what to do.
     std::string start(int fd);
-    // Writes to a file, which loses what it held, or to a FIFO, which may get its reader later.
+    // Writes to a file, which is emptied first, or to a FIFO, whose reader may come later.
     std::string open(const std::string& path);
     bool is_open() const { return open_; }
 
-    // Adds a line end. Does nothing while it is not open.
+    // Queues the line with a line end. No effect while the stream is not open.
     void put(std::string_view line);
-    // Waits until all is written, at most until `latest`, and reports how many lines were not.
+    // Waits until all lines are written, at most until `latest`, and reports how many were not.
     void finish(std::chrono::steady_clock::time_point latest);
 
   private:
     struct Stream;
     std::string start_thread();
 
-    // Shared with the thread, which may be held up in a write for ever.
+    // Shared with the thread, which may be blocked in a write for ever.
     std::shared_ptr<Stream> stream_;
     bool open_ = false;
 };

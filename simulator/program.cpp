@@ -18,8 +18,8 @@ namespace sim {
 namespace {
 
 constexpr std::size_t longest_typed_line = 4096;
-// The end waits so long for whoever reads the lines that are left.
-constexpr auto patience_at_the_end = std::chrono::seconds(1);
+// How long the end of the program waits for lines that are not yet written.
+constexpr auto flush_timeout = std::chrono::seconds(1);
 
 std::int64_t clock_us() {
     timespec time{};
@@ -27,13 +27,13 @@ std::int64_t clock_us() {
     return time.tv_sec * 1'000'000LL + time.tv_nsec / 1000;
 }
 
-// Before the first line that is queued, and so before anything can be held up.
-void refuse(const std::string& text) {
+// For errors before the output streams are started.
+void report_early_error(const std::string& text) {
     std::fputs(("control-unit: " + text + "\n").c_str(), stderr);
 }
 
-// With the three standard descriptors closed by whoever started the program, the device would come
-// to stand in their place.
+// If the parent process has closed standard descriptors, the device would otherwise get one of
+// their numbers.
 void keep_standard_descriptors() {
     int fd = 0;
     while (fd >= 0 && fd < 3)
@@ -44,10 +44,10 @@ void keep_standard_descriptors() {
 } // namespace
 
 Program::Program(const Arguments& arguments)
-    : arguments_(arguments), bench_(arguments.unit, arguments.line),
+    : arguments_(arguments), simulation_(arguments.unit, arguments.line),
       error_("Standard error", nullptr),
-      out_("Standard output", [this](const std::string& text) { complain(text); }),
-      log_("The log " + arguments.log, [this](const std::string& text) { complain(text); }) {}
+      out_("Standard output", [this](const std::string& text) { report_error(text); }),
+      log_("The log " + arguments.log, [this](const std::string& text) { report_error(text); }) {}
 
 Program::~Program() {
     disconnect();
@@ -55,43 +55,44 @@ Program::~Program() {
     if (signals_ >= 0) close(signals_);
 }
 
-void Program::say(const std::string& text) {
+void Program::print(const std::string& text) {
     if (!text.empty()) out_.put(text);
 }
 
-void Program::complain(const std::string& text) { error_.put("control-unit: " + text); }
+void Program::report_error(const std::string& text) { error_.put("control-unit: " + text); }
 
 void Program::finish_outputs() {
-    const auto latest = std::chrono::steady_clock::now() + patience_at_the_end;
+    const auto latest = std::chrono::steady_clock::now() + flush_timeout;
     log_.finish(latest);
     out_.finish(latest);
-    // Only now is it complete.
-    error_.finish(std::chrono::steady_clock::now() + patience_at_the_end);
+    // Last, because the two above may report errors to it.
+    error_.finish(std::chrono::steady_clock::now() + flush_timeout);
 }
 
 int Program::run() {
     if (!arguments_.scenario.empty()) {
         scenario_ = load_scenario(arguments_.scenario);
         for (const std::string& wrong : scenario_.wrong)
-            refuse(wrong);
+            report_early_error(wrong);
         if (!scenario_.wrong.empty()) return 2;
     }
     if (!begin()) return 1;
-    say("seed " + std::to_string(arguments_.unit.seed) + ", line " +
-        describe(bench_.line.options()));
+    print("seed " + std::to_string(arguments_.unit.seed) + ", line " +
+          describe(simulation_.line.options()));
     while (!ended_) {
         run_scenario();
         if (ended_) break;
         exchange();
-        follow_cable(); // the cable may just have fallen out
+        follow_cable(); // the line may just have disconnected the cable
         wait();
     }
     return 0;
 }
 
 bool Program::begin() {
-    // Taken as events, so that the link is removed whatever ends the program. A background process
-    // that reads from its terminal gets an error and goes on.
+    // Signals are read as events, so that the link is removed whatever ends the program. SIGTTIN is
+    // ignored so that reading from the terminal in the background gives an error and does not stop
+    // the process.
     for (const int ignored : {SIGPIPE, SIGTTIN, SIGTTOU})
         std::signal(ignored, SIG_IGN);
     sigset_t set;
@@ -101,22 +102,22 @@ bool Program::begin() {
     sigprocmask(SIG_BLOCK, &set, nullptr);
     signals_ = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
     if (!open_outputs()) return false;
-    bench_.unit.log(log_.is_open());
-    bench_.unit.set_log(
+    simulation_.unit.log(log_.is_open());
+    simulation_.unit.set_log(
         [this](std::string_view line) { (log_.is_open() ? log_ : out_).put(line); });
     start_us_ = clock_us();
-    bench_.line.take(start_us_);
+    simulation_.line.take(start_us_);
     return connect();
 }
 
 bool Program::open_outputs() {
     if (const std::string wrong = error_.start(STDERR_FILENO); !wrong.empty()) {
-        refuse(wrong);
+        report_early_error(wrong);
         return false;
     }
     std::string wrong = out_.start(STDOUT_FILENO);
     if (wrong.empty() && !arguments_.log.empty()) wrong = log_.open(arguments_.log);
-    if (!wrong.empty()) complain(wrong);
+    if (!wrong.empty()) report_error(wrong);
     return wrong.empty();
 }
 
@@ -128,14 +129,14 @@ bool Program::connect() {
         linked_ = wrong.empty();
     }
     if (!wrong.empty()) {
-        complain(wrong);
+        report_error(wrong);
         device_.close();
         return false;
     }
-    const Options& unit = bench_.unit.options();
-    say("control unit " + std::to_string(unit.family) + "." + std::to_string(unit.version) + "." +
-        std::to_string(unit.revision) + " on " + device_.path() +
-        (linked_ ? ", linked as " + arguments_.link : ""));
+    const Options& unit = simulation_.unit.options();
+    print("control unit " + std::to_string(unit.family) + "." + std::to_string(unit.version) + "." +
+          std::to_string(unit.revision) + " on " + device_.path() +
+          (linked_ ? ", linked as " + arguments_.link : ""));
     return true;
 }
 
@@ -146,15 +147,15 @@ void Program::disconnect() {
 }
 
 void Program::follow_cable() {
-    const bool plugged = bench_.unit.quirks().plugged && bench_.line.plugged(clock_us());
+    const bool plugged = simulation_.unit.quirks().plugged && simulation_.line.plugged(clock_us());
     if (plugged && !device_.is_open()) {
-        // Whatever stands in the way was said; the cable counts as out until it is put back again.
-        if (!connect()) bench_.unit.plug(false);
+        // The error was reported; the cable counts as disconnected until the command plug.
+        if (!connect()) simulation_.unit.plug(false);
     } else if (!plugged && device_.is_open()) {
-        say("the cable is out");
+        print("the cable is out");
         disconnect();
     }
-    device_.deny(bench_.line.options().denied);
+    device_.deny(simulation_.line.options().denied);
 }
 
 void Program::run_command(const std::string& line) {
@@ -162,8 +163,8 @@ void Program::run_command(const std::string& line) {
         ended_ = true;
         return;
     }
-    say(bench_.command(line, clock_us()));
-    if (line == "help") say("  quit                ends the program");
+    print(simulation_.command(line, clock_us()));
+    if (line == "help") print("  quit              ends the program");
 }
 
 void Program::run_scenario() {
@@ -181,52 +182,52 @@ void Program::exchange() {
     bool lost = false;
     const auto sent = device_.read(lost);
     const std::int64_t now_us = clock_us();
-    if (!sent.empty()) bench_.line.receive(sent, now_us);
-    device_.write(bench_.line.take(now_us));
+    if (!sent.empty()) simulation_.line.receive(sent, now_us);
+    device_.write(simulation_.line.take(now_us));
     if (lost) device_gone();
 }
 
 void Program::device_gone() {
-    complain(device_.path() + " is gone; put it back and type: plug");
+    report_error(device_.path() + " is gone; connect it again and type: plug");
     disconnect();
-    bench_.unit.plug(false);
+    simulation_.unit.plug(false);
 }
 
-void Program::read_typed() {
+void Program::read_input() {
     std::array<char, 1024> buffer{};
     const ssize_t got = read(STDIN_FILENO, buffer.data(), buffer.size());
-    if (got > 0) return typed({buffer.data(), static_cast<std::size_t>(got)});
+    if (got > 0) return handle_input({buffer.data(), static_cast<std::size_t>(got)});
     if (got < 0 && (errno == EINTR || errno == EAGAIN)) return;
-    // Its end: what stands there without a line end still counts.
-    if (!typed_.empty()) typed("\n");
+    // End of input: a last line without a line end still counts.
+    if (!line_.empty()) handle_input("\n");
     reads_input_ = false;
     if (arguments_.exit_on_eof) ended_ = true;
 }
 
-void Program::typed(std::string_view bytes) {
+void Program::handle_input(std::string_view bytes) {
     for (const char c : bytes) {
         if (c != '\n') {
-            if (typed_.size() < longest_typed_line)
-                typed_ += c;
+            if (line_.size() < longest_typed_line)
+                line_ += c;
             else
-                typed_too_long_ = true;
+                line_too_long_ = true;
             continue;
         }
-        while (!typed_.empty() && (typed_.back() == '\r' || typed_.back() == ' '))
-            typed_.pop_back();
-        if (typed_too_long_)
-            say("Error: that line is too long. Type help for the list.");
+        while (!line_.empty() && (line_.back() == '\r' || line_.back() == ' '))
+            line_.pop_back();
+        if (line_too_long_)
+            print("Error: that line is too long. Type help for the list.");
         else if (!ended_)
-            run_command(typed_);
-        typed_.clear();
-        typed_too_long_ = false;
+            run_command(line_);
+        line_.clear();
+        line_too_long_ = false;
     }
 }
 
 std::int64_t Program::next_us() const {
     std::int64_t next = INT64_MAX;
-    if (device_.is_open()) next = bench_.line.next_byte_at_us().value_or(next);
-    if (!bench_.line.plugged(clock_us())) next = bench_.line.back_in_at_us();
+    if (device_.is_open()) next = simulation_.line.next_byte_at_us().value_or(next);
+    if (!simulation_.line.plugged(clock_us())) next = simulation_.line.back_in_at_us();
     if (next_step_ < scenario_.steps.size()) {
         const double at_s = scenario_.steps[next_step_].at_s;
         next = std::min(next, start_us_ + static_cast<std::int64_t>(at_s * 1e6));
@@ -249,9 +250,9 @@ void Program::wait() {
     if (ppoll(watched.data(), watched.size(), next == INT64_MAX ? nullptr : &left, nullptr) <= 0)
         return;
     if (watched[0].revents != 0) ended_ = true;
-    if (watched[1].revents != 0) read_typed();
-    if (watched[3].revents != 0) device_.somebody_came_or_went();
-    // A port that is hung up reads as one with nothing to say, and would be asked without end.
+    if (watched[1].revents != 0) read_input();
+    if (watched[3].revents != 0) device_.discard_unread();
+    // A port that was hung up always polls as readable and would be read without end.
     if (watched[2].revents & (POLLERR | POLLHUP | POLLNVAL)) device_gone();
 }
 
@@ -261,7 +262,7 @@ int run_program(int count, const char* const* words) {
     const auto size = static_cast<std::size_t>(std::max(0, count - 1));
     const auto arguments = read_arguments({words + std::min(count, 1), size}, wrong);
     if (!arguments) {
-        refuse(wrong);
+        report_early_error(wrong);
         return 2;
     }
     if (arguments->help) {

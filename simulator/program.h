@@ -1,11 +1,12 @@
-// The program: a bench on a device, steered from standard input and from a scenario.
+// The program control-unit: runs a simulation on a serial device, controlled by standard input and
+// a scenario.
 #pragma once
 
 #include "simulator/arguments.h"
-#include "simulator/bench.h"
 #include "simulator/device.h"
 #include "simulator/output.h"
 #include "simulator/scenario.h"
+#include "simulator/simulation.h"
 
 #include <string>
 
@@ -18,15 +19,16 @@ class Program {
     Program& operator=(const Program&) = delete;
     ~Program();
 
-    // Until quit, an interrupt, a termination signal, or the end of standard input if asked for.
-    // Returns the exit status.
+    // Runs until quit, an interrupt, a termination signal, or the end of standard input if that was
+    // asked for. Returns the exit status: 0; 1 if port, link or log cannot be opened; 2 for a wrong
+    // scenario.
     int run();
 
   private:
     bool begin();
     bool open_outputs();
-    void say(const std::string& text);
-    void complain(const std::string& text);
+    void print(const std::string& text);
+    void report_error(const std::string& text);
     void finish_outputs();
     bool connect();
     void disconnect();
@@ -34,31 +36,31 @@ class Program {
     void run_command(const std::string& line);
     void run_scenario();
     void exchange();
-    void read_typed();
-    void typed(std::string_view bytes);
+    void read_input();
+    void handle_input(std::string_view bytes);
     void device_gone();
-    // When something happens by itself next; the clock's end if nothing does.
+    // The time of the next event that needs no input; INT64_MAX if there is none.
     std::int64_t next_us() const;
     void wait();
 
     Arguments arguments_;
-    Bench bench_;
+    Simulation simulation_;
     Device device_;
     Scenario scenario_;
     std::size_t next_step_ = 0;
-    Output error_; // outlives the two below, which report to it
+    Output error_; // declared first: the two below report to it until they are destroyed
     Output out_;
     Output log_;
     std::int64_t start_us_ = 0;
-    std::string typed_;
-    bool typed_too_long_ = false;
+    std::string line_;
+    bool line_too_long_ = false;
     bool reads_input_ = true;
     bool linked_ = false;
     bool ended_ = false;
     int signals_ = -1;
 };
 
-// All of main: reads the arguments and runs; returns the exit status.
+// Reads the arguments and runs the program. Returns the exit status.
 int run_program(int count, const char* const* words);
 
 } // namespace sim

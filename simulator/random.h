@@ -1,4 +1,5 @@
-// A small seeded source of chance: the same seed gives the same run on every machine and library.
+// A small random generator with a seed: the same seed gives the same sequence on every machine and
+// library.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +17,7 @@ class Random {
         state_ ^= state_ << 5;
         return state_;
     }
-    // A whole number from `low` to `high`, both included.
+    // An integer from `low` to `high`, both included.
     int between(int low, int high) {
         const auto width = static_cast<std::uint32_t>(high - low) + 1u;
         return low + static_cast<int>(next() % width);

@@ -10,7 +10,7 @@ const char* mode_name(ControlUnit::Mode mode) {
     switch (mode) {
     case ControlUnit::Mode::normal: return "on the line";
     case ControlUnit::Mode::restarting: return "restarting";
-    case ControlUnit::Mode::terminal: return "a terminal until restarted";
+    case ControlUnit::Mode::terminal: return "in terminal mode until restarted";
     case ControlUnit::Mode::download: return "sending its memory until restarted";
     }
     return "";
@@ -63,8 +63,8 @@ std::string state_report(ControlUnit& unit) {
     for (int lamp = 1; lamp <= 4; ++lamp)
         lamps += lamp <= band ? " *" : " -";
     return text("engine   %s, %.0f rpm, throttle %.0f %%, water %.1f C, battery %.1f V\n",
-                engine.running ? "runs" : "stands", engine.rpm, engine.throttle, engine.coolant_c,
-                engine.battery_v) +
+                engine.running ? "running" : "stopped", engine.rpm, engine.throttle,
+                engine.coolant_c, engine.battery_v) +
            text("petrol   injection %.0f us, loop %s, trim %+.1f %%, learnt %+.1f %%, lambda %.0f "
                 "mV\n",
                 engine.injection_us, loop_name(engine.loop), engine.trim * 100,

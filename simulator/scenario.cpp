@@ -1,6 +1,6 @@
 #include "simulator/scenario.h"
 
-#include "simulator/bench.h"
+#include "simulator/simulation.h"
 #include "simulator/words.h"
 
 #include <cerrno>
@@ -11,14 +11,14 @@
 namespace sim {
 namespace {
 
-constexpr double longest_s = 1e7; // some four months
+constexpr double longest_s = 1e7; // about four months
 constexpr std::size_t largest_file = 1 << 20;
-constexpr std::size_t most_complaints = 20;
+constexpr std::size_t most_reports = 20;
 
 std::string_view without_comment(std::string_view line) { return line.substr(0, line.find('#')); }
 
-// The rest of the line behind its first word.
-std::string_view behind(std::string_view line, std::string_view first) {
+// The rest of the line after its first word.
+std::string_view after_word(std::string_view line, std::string_view first) {
     return line.substr(static_cast<std::size_t>(first.data() - line.data()) + first.size());
 }
 
@@ -26,11 +26,11 @@ std::string_view behind(std::string_view line, std::string_view first) {
 
 Scenario read_scenario(std::string_view text, std::string_view file) {
     Scenario scenario;
-    Bench trial({});
+    Simulation trial({});
     double before_s = 0;
     int number = 0;
-    const auto complain = [&](const std::string& what) {
-        if (scenario.wrong.size() < most_complaints)
+    const auto report = [&](const std::string& what) {
+        if (scenario.wrong.size() < most_reports)
             scenario.wrong.push_back(std::string(file) + ":" + std::to_string(number) + ": " +
                                      what);
     };
@@ -43,23 +43,23 @@ Scenario read_scenario(std::string_view text, std::string_view file) {
         if (words.empty()) continue;
         const auto at_s = number_in(words[0], 0.0, longest_s);
         if (!at_s) {
-            complain("a line begins with a time in seconds, as in: 12.5 throttle 40");
+            report("a line begins with a time in seconds, as in: 12.5 throttle 40");
             continue;
         }
         if (words.size() == 1) {
-            complain("there is no command behind the time, as in: 12.5 throttle 40");
+            report("there is no command after the time, as in: 12.5 throttle 40");
             continue;
         }
         if (*at_s < before_s) {
-            complain("the time lies before that of an earlier line; put the lines in their order");
+            report("the time is before that of an earlier line; sort the lines by time");
             continue;
         }
         before_s = *at_s;
         const bool quit = words.size() == 2 && words[1] == "quit";
-        std::string command(behind(line, words[0]));
+        std::string command(after_word(line, words[0]));
         if (!quit) {
             const std::string answer = trial.command(command, 0);
-            if (answer.starts_with("Error: ")) complain(answer.substr(7));
+            if (answer.starts_with("Error: ")) report(answer.substr(7));
         }
         scenario.steps.push_back({*at_s, quit ? "quit" : std::move(command), number});
     }

@@ -1,4 +1,4 @@
-// Typed commands with times, from a file: "12.5 throttle 40".
+// A scenario: a file of commands with times, such as "12.5 throttle 40".
 #pragma once
 
 #include <optional>
@@ -16,16 +16,15 @@ struct ScenarioStep {
 
 struct Scenario {
     std::vector<ScenarioStep> steps;
-    // "FILE:3: ...", one for each line that is not right; the steps are then not to be used.
+    // One text "FILE:3: ..." for each wrong line. If there are any, the steps must not be used.
     std::vector<std::string> wrong;
 };
 
-// Every line is a time in seconds, not before the one above it, and a command; empty lines and
-// what stands behind # are comments. `file` only names it in the complaints. Each command is tried
-// on a unit of its own, so that a wrong one is found here and not in the middle of a run; `quit`
-// is taken too.
+// Each line is a time in seconds, not before that of the line above, and a command. Empty lines and
+// text after # are ignored. `file` is only used in the error texts. Each command is tried on a
+// separate unit, so that a wrong one is found before the run; `quit` is also allowed.
 Scenario read_scenario(std::string_view text, std::string_view file);
-// The same from a file; one that cannot be read is a complaint too.
+// The same from a file. A file that cannot be read also gives an error text.
 Scenario load_scenario(const std::string& path);
 
 } // namespace sim

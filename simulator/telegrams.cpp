@@ -17,7 +17,7 @@ void add_word(Bytes& bytes, double value) {
     add_word(bytes, static_cast<int>(std::lround(std::clamp(value, 0.0, 65535.0))));
 }
 
-Bytes begun(int command, std::size_t length) {
+Bytes answer_head(int command, std::size_t length) {
     Bytes bytes;
     bytes.reserve(length);
     bytes.push_back('P');
@@ -36,14 +36,14 @@ std::uint8_t trim_byte(double trim) {
 
 Bytes image_answer(const Memory& memory, int family) {
     const auto layout = image_layout(family);
-    Bytes bytes = begun(1, 5 + 2 * layout.size());
+    Bytes bytes = answer_head(1, 5 + 2 * layout.size());
     for (const int number : layout)
         add_word(bytes, memory[number]);
     return bytes;
 }
 
 Bytes status_answer(const Engine& engine, const Gas& gas, const Memory& memory) {
-    Bytes bytes = begun(3, 29);
+    Bytes bytes = answer_head(3, 29);
     add_word(bytes, gas.measured_rpm(engine, memory));
     add_word(bytes, gas.shown_injection(engine, memory));
     add_word(bytes, gas.shown_pressure(memory));
@@ -60,21 +60,21 @@ Bytes status_answer(const Engine& engine, const Gas& gas, const Memory& memory) 
 }
 
 Bytes version_answer(int family, int version, int revision) {
-    Bytes bytes = begun(7, 11);
+    Bytes bytes = answer_head(7, 11);
     for (const int number : {family, version, revision})
         add_word(bytes, number);
     return bytes;
 }
 
 Bytes fault_answer(const Memory& memory) {
-    Bytes bytes = begun(15, 19);
+    Bytes bytes = answer_head(15, 19);
     for (int number = par::first_fault; number <= par::fault_count; ++number)
         add_word(bytes, memory[number]);
     return bytes;
 }
 
 Bytes live_answer(const Engine& engine, Diagnosis::Link link) {
-    Bytes bytes = begun(16, 12);
+    Bytes bytes = answer_head(16, 12);
     if (link != Diagnosis::Link::up) {
         const bool lost = link == Diagnosis::Link::lost;
         bytes.resize(12, lost ? 255 : 0);
@@ -89,7 +89,7 @@ Bytes live_answer(const Engine& engine, Diagnosis::Link link) {
 }
 
 Bytes bare_answer(int command, std::size_t length) {
-    Bytes bytes = begun(command, length);
+    Bytes bytes = answer_head(command, length);
     bytes.resize(length);
     return bytes;
 }

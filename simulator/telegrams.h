@@ -1,5 +1,5 @@
-// The answers, byte by byte. Each begins with "PC", its length in two bytes and the command again;
-// all words go high byte first.
+// The unit's answers, byte by byte. Each begins with "PC", its length in two bytes and the command;
+// words are sent high byte first.
 #pragma once
 
 #include "simulator/diagnosis.h"
@@ -21,12 +21,13 @@ Bytes image_answer(const Memory& memory, int family);
 Bytes status_answer(const Engine& engine, const Gas& gas, const Memory& memory);
 // Command 7: three words.
 Bytes version_answer(int family, int version, int revision);
-// Command 15, 19 bytes: the six fault words as they are kept, and their count.
+// Command 15, 19 bytes: the six fault words as stored, and their number.
 Bytes fault_answer(const Memory& memory);
-// Command 16, 12 bytes: loop, quick and long trim (128 is none, 0.78 % a step), load in percent,
-// lambda in mV; both trims 0 while the link begins, 255 once it is lost.
+// Command 16, 12 bytes: loop state, fast and long trim (128 is none, 0.78 % a step), load in
+// percent, lambda in mV. While the link begins, both trims are 0; when it is lost, all data are
+// 255.
 Bytes live_answer(const Engine& engine, Diagnosis::Link link);
-// A bare answer of 5 bytes or more, filled with zeros.
+// An answer without data, filled with zeros to `length` bytes, at least 5.
 Bytes bare_answer(int command, std::size_t length);
 
 } // namespace sim

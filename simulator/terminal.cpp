@@ -1,4 +1,4 @@
-// The unit off the line: a plain text terminal, and its memory as a text.
+// The unit's terminal and download modes: a plain text terminal, and the memory as text.
 #include "simulator/control_unit.h"
 #include "simulator/words.h"
 
@@ -50,8 +50,8 @@ std::string ControlUnit::terminal_byte(std::uint8_t byte, std::int64_t now_us) {
         restart(now_us);
         return {};
     }
-    const std::string said = terminal_answer(line);
-    return (said.empty() ? said : "\r\n" + said) + std::string(prompt);
+    const std::string shown = terminal_answer(line);
+    return (shown.empty() ? shown : "\r\n" + shown) + std::string(prompt);
 }
 
 std::string ControlUnit::terminal_answer(std::string_view line) {
@@ -59,23 +59,23 @@ std::string ControlUnit::terminal_answer(std::string_view line) {
     if (words.empty()) return {};
     const auto number = words.size() > 1 ? number_in(words[1], 0, Memory::size - 1) : std::nullopt;
     const auto value = words.size() > 2 ? number_in(words[2], 0, 65535) : std::nullopt;
-    std::string said = "? type help";
-    if (words[0] == "help") said = "par N, par N VALUE, memory, status, faults, restart";
-    if (words[0] == "memory") said = memory_text(memory_);
+    std::string shown = "? type help";
+    if (words[0] == "help") shown = "par N, par N VALUE, memory, status, faults, restart";
+    if (words[0] == "memory") shown = memory_text(memory_);
     if (words[0] == "status")
-        said = "rpm " + std::to_string(rpm()) + " temp " +
-               std::to_string(static_cast<int>(engine_.coolant_c)) + " fuel " +
-               std::string(fuel_name(gas_.fuel));
+        shown = "rpm " + std::to_string(rpm()) + " temp " +
+                std::to_string(static_cast<int>(engine_.coolant_c)) + " fuel " +
+                std::string(fuel_name(gas_.fuel));
     if (words[0] == "faults") {
-        said = std::to_string(memory_[par::fault_count]) + " stored:";
+        shown = std::to_string(memory_[par::fault_count]) + " stored:";
         for (int slot = 1; slot <= 6; ++slot)
-            said += " " + std::to_string(stored_fault(memory_, slot));
+            shown += " " + std::to_string(stored_fault(memory_, slot));
     }
     if (words[0] == "par" && number) {
         if (value) write(*number, static_cast<std::uint16_t>(*value));
-        said = "PAR_" + std::to_string(*number) + " = " + std::to_string(memory_[*number]);
+        shown = "PAR_" + std::to_string(*number) + " = " + std::to_string(memory_[*number]);
     }
-    return said;
+    return shown;
 }
 
 } // namespace sim

@@ -1,4 +1,5 @@
-// The unit's side of the wire: requests put together from bytes, answers paced at 9600 baud.
+// The unit's side of the serial line: finds requests in the received bytes, and sends answers at
+// the speed of 9600 baud.
 #pragma once
 
 #include <array>
@@ -10,12 +11,13 @@
 
 namespace sim {
 
-// Ten bits a byte at 9600 baud: byte k of an answer arrives k * 1041.67 us behind its first.
+// The time of this many bytes, at ten bits a byte and 9600 baud: byte k of an answer arrives k *
+// 1041.67 us after its first.
 constexpr std::int64_t wire_time_us(std::size_t bytes) {
     return static_cast<std::int64_t>(bytes) * 3125 / 3;
 }
 
-// A request as the unit has understood it, and when its last byte came in.
+// A request, and when its last byte arrived.
 struct Frame {
     std::int64_t at_us = 0;
     int command = 0;
@@ -24,9 +26,9 @@ struct Frame {
     bool operator==(const Frame&) const = default;
 };
 
-// Finds the requests in what comes in: "PC", the length 5 with a command, or 9 with command 2 and a
-// parameter number and value. Bytes that begin no request are passed over. A request that has
-// stood half for longer than the gap is given up, so that a lost byte costs one request, not two.
+// Finds requests in the received bytes: "PC", the length 5 and a command, or the length 9, command
+// 2 and a parameter's number and value. Other bytes are skipped. An incomplete request is dropped
+// after a gap, so that a lost byte costs one request and not two.
 class FrameReader {
   public:
     static constexpr std::int64_t gap_us = 100'000;
@@ -42,17 +44,18 @@ class FrameReader {
     std::int64_t last_byte_us_ = 0;
 };
 
-// Answers on their way. They keep their order and never overlap.
+// Sends answers in their order, one after the other.
 class Transmitter {
   public:
-    // More than this many answers wait for nobody: what comes on top is lost.
+    // The longest queue of answers; further ones are dropped.
     static constexpr std::size_t most_waiting = 16;
 
-    // The first byte arrives at `first_at_us`, or behind what is still going out. Returns when the
-    // last byte arrives.
+    // The first byte arrives at `first_at_us`, or after the previous answer. Returns the time at
+    // which the last byte arrives.
     std::int64_t send(std::vector<std::uint8_t> bytes, std::int64_t first_at_us);
     std::optional<std::int64_t> next_byte_at_us() const;
-    // Adds what has arrived by now to `out`; gives each answer that has ended to `ended`.
+    // Appends the bytes that have arrived by now to `out`, and calls `ended` for each complete
+    // answer.
     template <class Ended>
     void take(std::int64_t now_us, std::vector<std::uint8_t>& out, Ended ended) {
         while (!waiting_.empty()) {

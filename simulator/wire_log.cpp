@@ -23,7 +23,7 @@ const char* command_name(int command) {
     }
 }
 
-// 1-based, as one counts on a print-out.
+// Positions count from 1.
 int byte_at(std::span<const std::uint8_t> bytes, std::size_t position) {
     return bytes[position - 1];
 }
@@ -61,15 +61,15 @@ std::string describe_request(const Frame& frame) {
 }
 
 std::string describe_answer(std::span<const std::uint8_t> bytes) {
-    std::string said = text("%zu bytes", bytes.size());
+    std::string line = text("%zu bytes", bytes.size());
     const bool headed = bytes.size() >= 5 && bytes[0] == 'P' && bytes[1] == 'C';
-    if (headed && command_name(bytes[4])) said = command_name(bytes[4]) + fields(bytes);
-    said += " :";
+    if (headed && command_name(bytes[4])) line = command_name(bytes[4]) + fields(bytes);
+    line += " :";
     constexpr std::size_t most_shown = 32;
     for (std::size_t i = 0; i < bytes.size() && i < most_shown; ++i)
-        said += text(" %02x", bytes[i]);
-    if (bytes.size() > most_shown) said += text(" ... %zu in all", bytes.size());
-    return said;
+        line += text(" %02x", bytes[i]);
+    if (bytes.size() > most_shown) line += text(" ... %zu in all", bytes.size());
+    return line;
 }
 
 std::string log_line(double seconds, std::string_view who, std::string_view what) {

@@ -1,4 +1,4 @@
-// What goes over the wire, in words.
+// The lines of the wire log: requests and answers as text.
 #pragma once
 
 #include "simulator/wire.h"
@@ -10,12 +10,12 @@
 
 namespace sim {
 
-// "write PAR_3 = 1250", "status", "command 99".
+// For example "write PAR_3 = 1250", "status" or "command 99".
 std::string describe_request(const Frame& frame);
-// The fields of a status, a version, faults and live data; the length of all else; bytes in
-// hexadecimal behind.
+// The fields of status, version, faults and live data, or the length of any other answer; then the
+// bytes in hexadecimal.
 std::string describe_answer(std::span<const std::uint8_t> bytes);
-// "    12.345  tool  write PAR_3 = 1250".
+// For example "    12.345  tool  write PAR_3 = 1250".
 std::string log_line(double seconds, std::string_view who, std::string_view what);
 
 } // namespace sim

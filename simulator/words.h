@@ -1,4 +1,4 @@
-// Reading what was typed: words and numbers, nothing guessed.
+// Reads typed words and numbers strictly.
 #pragma once
 
 #include <charconv>
@@ -9,7 +9,7 @@
 
 namespace sim {
 
-// The words between blanks and tabs; a carriage return at the end counts as a blank.
+// Splits a line at blanks, tabs and carriage returns.
 inline std::vector<std::string_view> split_words(std::string_view line) {
     std::vector<std::string_view> words;
     while (true) {
@@ -21,19 +21,19 @@ inline std::vector<std::string_view> split_words(std::string_view line) {
     }
 }
 
-// The whole word as a number in the range, or nothing.
+// The word as a number. Nothing if it is not a number as a whole or is outside the range.
 template <class Number>
 std::optional<Number> number_in(std::string_view word, Number low, Number high) {
     Number value{};
     const char* const end = word.data() + word.size();
     const auto [stop, fault] = std::from_chars(word.data(), end, value);
-    // Written so that a "nan" is in no range.
+    // This condition also rejects "nan".
     if (fault != std::errc{} || stop != end || !(value >= low && value <= high))
         return std::nullopt;
     return value;
 }
 
-// A typed word as it may be shown again: short, and printable throughout.
+// The word in quotes for a message: at most 40 characters, without control characters.
 inline std::string quoted(std::string_view word) {
     constexpr std::size_t most = 40;
     std::string shown = "\"";

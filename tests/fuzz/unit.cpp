@@ -1,7 +1,7 @@
 // The simulated unit: scenario files, typed commands, arguments, and whatever comes over its line.
 #include "simulator/arguments.h"
-#include "simulator/bench.h"
 #include "simulator/scenario.h"
+#include "simulator/simulation.h"
 #include "tests/fuzz/input.h"
 
 #include <cstdio>
@@ -41,19 +41,20 @@ void talk(Input input) {
     options.family = input.byte() % 5;
     options.version = input.byte();
     options.revision = input.byte();
-    sim::Bench bench(options);
+    sim::Simulation simulation(options);
     std::string log;
-    bench.unit.set_log([&log](std::string_view line) { log = line; });
+    simulation.unit.set_log([&log](std::string_view line) { log = line; });
     std::int64_t now_us = 0;
     for (int turn = 0; turn < 16 && !input.empty(); ++turn) {
         const int what = input.byte();
         // Up to a quarter of a second, or long enough for a restart.
         now_us += what >= 254 ? 3'000'000 : (what >> 1) * 2'000;
         if (what & 1)
-            bench.line.receive(input.piece(), now_us);
+            simulation.line.receive(input.piece(), now_us);
         else
-            require(printable(bench.command(input.line(), now_us)), "an answer can be read");
-        require(bench.line.take(now_us).size() < 100'000, "a line brings what a line can bring");
+            require(printable(simulation.command(input.line(), now_us)), "an answer can be read");
+        require(simulation.line.take(now_us).size() < 100'000,
+                "a line brings what a line can bring");
         require(printable(log), "the log can be read");
     }
 }
@@ -68,7 +69,7 @@ void arguments(Input input) {
     std::string wrong;
     const auto read = sim::read_arguments(pointers, wrong);
     require(read.has_value() == wrong.empty(), "wrong arguments get a sentence");
-    if (read) sim::Bench(read->unit, read->line).command("state", 0);
+    if (read) sim::Simulation(read->unit, read->line).command("state", 0);
 }
 
 void use(Input input) {

@@ -1,6 +1,6 @@
 // The typed commands, good and bad.
-#include "simulator/bench.h"
 #include "simulator/console.h"
+#include "simulator/simulation.h"
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -137,8 +137,8 @@ TEST_F(Console, PrintsItsMemoryWholeOrByNumber) {
 TEST_F(Console, ShowsTheStateInWords) {
     wait_s(5);
     EXPECT_THAT(type("state"),
-                AllOf(HasSubstr("runs"), HasSubstr("waits for speed"), HasSubstr("lamps - * * * -"),
-                      HasSubstr("0.2.71"), HasSubstr("no faults")));
+                AllOf(HasSubstr("running"), HasSubstr("waiting for speed"),
+                      HasSubstr("lamps - * * * -"), HasSubstr("0.2.71"), HasSubstr("no faults")));
 }
 
 TEST_F(Console, ASilentUnitHearsAndObeysButAnswersNothing) {
@@ -222,24 +222,24 @@ TEST_F(Console, TheLogSaysRequestsAndAnswersInWordsWithTheirTimes) {
     EXPECT_THAT(lines[7], HasSubstr("tool  command 99"));
 }
 
-class BenchCommands : public testing::Test {
+class SimulationCommands : public testing::Test {
   protected:
-    Bench bench{{}};
-    std::string type(const std::string& line) { return bench.command(line, 0); }
+    Simulation simulation{{}};
+    std::string type(const std::string& line) { return simulation.command(line, 0); }
 };
 
-TEST_F(BenchCommands, SetAndClearTheSwitchesOfTheLine) {
+TEST_F(SimulationCommands, SetAndClearTheSwitchesOfTheLine) {
     EXPECT_EQ(type("line"), "line: seed 1, clean");
     EXPECT_EQ(type("line drop 0.01"), "line: seed 1, drop 0.01");
     EXPECT_EQ(type("line echo on"), "line: seed 1, drop 0.01, echo");
     EXPECT_EQ(type("line seed 9"), "line: seed 9, drop 0.01, echo");
     EXPECT_EQ(type("line clean"), "line: seed 9, clean");
     EXPECT_EQ(type("throttle 40"), "");
-    EXPECT_EQ(bench.unit.engine().throttle_set, 40);
+    EXPECT_EQ(simulation.unit.engine().throttle_set, 40);
     EXPECT_THAT(type("help"), AllOf(HasSubstr("throttle 40"), HasSubstr("line drop 0.01")));
 }
 
-TEST_F(BenchCommands, AWrongSwitchIsNamed) {
+TEST_F(SimulationCommands, AWrongSwitchIsNamed) {
     for (const std::string line : {"line drop", "line drop 2", "line drop x", "line echo 1",
                                    "line fruit 1", "line delay-ms 0", "line seed -1", "line a b c"})
         EXPECT_THAT(type(line), AllOf(StartsWith("Error: "), HasSubstr("Type, for example: line")))

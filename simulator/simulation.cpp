@@ -1,20 +1,20 @@
-#include "simulator/bench.h"
+#include "simulator/simulation.h"
 
 #include "simulator/console.h"
 #include "simulator/words.h"
 
 namespace sim {
 
-std::string Bench::command(std::string_view text, std::int64_t now_us) {
+std::string Simulation::command(std::string_view text, std::int64_t now_us) {
     const auto words = split_words(text);
     if (words.size() == 1 && words[0] == "help")
         return command_help() +
-               "\n  line                shows how bad the line is\n"
-               "  line drop 0.01      makes it worse: drop, double, flip, insert,\n"
-               "                      truncate, delay, split, join, unplug (0 to 1),\n"
-               "                      delay-ms, unplug-ms, silence, echo, babble,\n"
-               "                      denied (on, off), seed\n"
-               "  line clean          makes it good again";
+               "\n  line              shows the state of the line\n"
+               "  line drop 0.01    sets a fault: drop, double, flip, insert,\n"
+               "                    truncate, delay, split, join, unplug (0 to 1),\n"
+               "                    delay-ms, unplug-ms, silence, echo, babble,\n"
+               "                    denied (on, off), seed\n"
+               "  line clean        removes all faults";
     if (words.empty() || words[0] != "line") {
         std::string answer = unit.command(text, now_us);
         if (!unit.quirks().plugged) line.clear();
