@@ -27,8 +27,8 @@ using view::Pointer;
 
 const std::vector<std::string> ports = {"COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"};
 
-// The menu item that each list entry ticks. From the fourth entry on it is one number too low; COM3
-// is never ticked.
+// The menu item that each list entry ticks. From the fourth entry on, the item's number is one
+// lower than the entry's. COM3 is never ticked.
 const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::com2, &form1::com4,
                                                          &form1::com4, &form1::com5, &form1::com6,
                                                          &form1::com7, &form1::com8};

@@ -12,17 +12,19 @@ namespace {
 
 using app::state;
 
-bool first_group() {
+// Whether the firmware sends the extended words in the layout of family 1.
+bool extended_as_family_1() {
     return (state.ecu_family == 1 && state.ecu_version >= 2) ||
            (state.ecu_family >= 3 && state.ecu_revision >= 35);
 }
 
-bool second_group() {
+// Whether it sends them in the layout of families 2 to 4. If both hold, this layout is used last.
+bool extended_as_families_2_to_4() {
     return state.ecu_family >= 2 && state.ecu_version >= 6 && state.ecu_revision >= 24;
 }
 
 void take_extended(const Reply& image) {
-    if (first_group()) {
+    if (extended_as_family_1()) {
         take_words(image, WordGroup::cut_off);
         take_words(image, WordGroup::extended, &Positions::family_1);
         mirrors.last_check_year_text = year_text_of_image();
@@ -30,7 +32,7 @@ void take_extended(const Reply& image) {
         show_modular_pair();
         show_service_line(service_line_middle, "  ");
     }
-    if (second_group()) {
+    if (extended_as_families_2_to_4()) {
         take_words(image, WordGroup::cut_off);
         take_words(image, WordGroup::extended, &Positions::families_2_to_4);
         mirrors.last_check_year_text = year_text_of_image();

@@ -3,6 +3,7 @@
 namespace zol::link {
 namespace {
 
+// Time constant, constant, opening, wait, held opening; marks at activation, by dialog or menu.
 constexpr InjectorType types[] = {
     {form1::mnu_matrix_2_ohm, 3000, 30, 2100, 200, 2000, OpeningMarks{2100, 2100}},
     {form1::mnu_matrix_3_ohm, 20000, 40, 3900, 300, 3800, OpeningMarks{3900, 3900}},

@@ -12,8 +12,8 @@
 namespace zol::link {
 
 // link/port_devices.h gives the device of a port number. If an adapter is pulled while the port is
-// open, writes and reads fail until it is back under its name; the next write then uses it again,
-// without reopening the port. A different device in its place is not opened and gets no byte. The
+// open, writes and reads fail until it is back; the next write then uses it again, without
+// reopening the port. A different device in its place is not opened and gets no byte. The
 // controlling terminal of a session is never opened. A device gets its original line settings back
 // when it is closed.
 class PosixSerialPort : public SerialPort {

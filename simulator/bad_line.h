@@ -61,7 +61,7 @@ class BadLine final : public Line {
     // Whether the cable is connected. If it is not, it will be at `back_in_at_us`.
     bool plugged(std::int64_t now_us) const { return now_us >= out_until_us_; }
     std::int64_t back_in_at_us() const { return out_until_us_; }
-    // Drops the bytes that are on their direction to the tool.
+    // Drops the bytes on their way to the tool.
     void clear() { pending_.clear(); }
 
   private:

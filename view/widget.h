@@ -96,7 +96,7 @@ struct Look {
     std::string font_name;
     Align align = Align::left;
     WindowState state = WindowState::normal;
-    std::string tag;             // window
+    std::string tag;             // window: notes that it has been scaled
     std::vector<Stroke> strokes; // drawing surface; on a frame they are drawn under its controls
 };
 
