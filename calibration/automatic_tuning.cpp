@@ -23,9 +23,11 @@ using link::wait_ms;
 using At = monitor::TelegramPosition;
 
 constexpr double warm_enough_c = 50.0;
-// Added to the mean on gas: the target is below the petrol time by at least this much,
+// Added to the mean on gas, so that in the end the gas time is at least this much below the petrol
+// time.
 constexpr double gas_margin = 150.0;
-// and by less than this much more.
+// Width of the target range: in the end the gas time is less than gas_margin plus this below the
+// petrol time.
 constexpr double window_width = 300.0;
 constexpr double highest_gain = 1800;
 // The run stops before the slider's minimum of 1001: a lower gain means that the gas pressure is

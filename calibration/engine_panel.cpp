@@ -87,7 +87,7 @@ void power_changed() {
     give_main_window_focus();
 }
 
-// The watchdog restarts polling.
+// Leaves the restart of polling to the watchdog.
 void attenuation_changed() {
     if (state.ui_loading) return;
     view::set_pointer(form1::Form1, Pointer::hourglass);

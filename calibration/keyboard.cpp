@@ -46,7 +46,7 @@ bool operator_confirms(const std::string& text, const std::string& title) {
     return view::message_box({text, title, view::Buttons::yes_no}) == view::Answer::yes;
 }
 
-// The watchdog restarts polling.
+// Leaves the restart of polling to the watchdog.
 void write_setting(double number, double value) {
     view::set_pointer(form1::Form1, Pointer::hourglass);
     monitor::stop_polling_and_wait();

@@ -4,7 +4,7 @@
 namespace zol::calibration {
 
 // Asks for number and value and writes them. 4000 is not a parameter of the unit and is not sent.
-// The watchdog restarts polling.
+// Leaves the restart of polling to the watchdog.
 void edit_parameter_by_number();
 
 } // namespace zol::calibration

@@ -39,8 +39,8 @@ void percent_chosen(double percent) {
 void ok_clicked() {
     view::set_pointer(form_power::Form_power, Pointer::hourglass);
     monitor::stop_polling();
-    // The gain is sent as the parameter number and the number as the value. This exchange is
-    // intended.
+    // The gain is sent as the parameter number, and the parameter number as the value. This
+    // exchange is intended.
     link::write_parameter(mirrors.ktar_high, link::par::ktar_high);
     wait_ms(link::send_settle_ms);
     view::set_pointer(form_power::Form_power, Pointer::normal);

@@ -6,11 +6,11 @@
 
 namespace zol::maintenance {
 
-// Runs the whole reset, from the question to the final box. Polling stays stopped.
+// Runs the whole reset, from the question to the final box. Does not restart polling.
 void reset_control_unit();
 
-// Sends only the unit's reset command; reads no reply and writes no defaults. Polling stays
-// stopped.
+// Sends only the unit's reset command; reads no reply and writes no defaults. Does not restart
+// polling.
 void send_reset_only();
 
 void connect_factory_reset();

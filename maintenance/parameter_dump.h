@@ -13,12 +13,12 @@ namespace zol::maintenance {
 std::string dump_text(const link::Reply& image);
 
 // Reads the image, repeating the request without limit, and replaces "\log\setting.txt" with its
-// text. If the file cannot be written, the old one stays and nothing is reported. Polling stays
-// stopped.
+// text. If the file cannot be written, the old one stays and nothing is reported. Does not restart
+// polling.
 void dump_parameters();
 
-// Asks for a parameter and its value and writes it. A text that is not a number counts as 0.
-// Polling stays stopped.
+// Asks for a parameter and its value and writes it. A text that is not a number counts as 0. Does
+// not restart polling.
 void edit_parameter();
 
 void connect_parameter_dump();
