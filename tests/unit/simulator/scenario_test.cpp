@@ -46,14 +46,15 @@ TEST(ScenarioFile, NamesEveryBadLineByFileAndNumber) {
                                          "nan gas on\n"
                                          "1 gas on\n",
                                          "drive.txt");
-    EXPECT_THAT(drive.wrong, ElementsAre(StartsWith("drive.txt:2: a line begins with a time"),
-                                         StartsWith("drive.txt:3: there is no command"),
-                                         StartsWith("drive.txt:4: there is no command \"fly\""),
-                                         StartsWith("drive.txt:5: a line begins with a time"),
-                                         StartsWith("drive.txt:6: the time is before"),
-                                         StartsWith("drive.txt:7: throttle: wrong or missing value"),
-                                         StartsWith("drive.txt:8: a line begins with a time"),
-                                         StartsWith("drive.txt:9: the time is before")));
+    EXPECT_THAT(drive.wrong,
+                ElementsAre(StartsWith("drive.txt:2: a line begins with a time"),
+                            StartsWith("drive.txt:3: there is no command"),
+                            StartsWith("drive.txt:4: there is no command \"fly\""),
+                            StartsWith("drive.txt:5: a line begins with a time"),
+                            StartsWith("drive.txt:6: the time is before"),
+                            StartsWith("drive.txt:7: throttle: wrong or missing value"),
+                            StartsWith("drive.txt:8: a line begins with a time"),
+                            StartsWith("drive.txt:9: the time is before")));
 }
 
 TEST(ScenarioFile, AnEmptyOneIsGood) {
