@@ -217,7 +217,7 @@ TEST_F(HelperTexts, ThePortMenuNamesTheDeviceOfEachNumberAnewWheneverItOpens) {
     inside_program([] { view::operator_acts::open(form1::mnu_Porta_Seriale); });
     EXPECT_THAT(form1::com2.look.tip, StartsWith(line + "there)\n"));
     operator_clicks(form1::de);
-    EXPECT_THAT(form1::com2.look.tip, StartsWith(line + "vorhanden)\nMerkt"));
+    EXPECT_THAT(form1::com2.look.tip, StartsWith(line + "vorhanden)\nSpeichert"));
 }
 
 TEST_F(HelperTexts, EachEntryOfThePortListNamesItsDeviceAnewWheneverTheListOpens) {

@@ -83,7 +83,7 @@ TEST_F(TerminalSettings, TheTerminalOfASessionIsRefused) {
     app::apply_helper_texts();
     EXPECT_EQ(open_com1(), "COM1 (" + (folder / "ports/com1").string() + " -> " + cable.device +
                                "): this is the terminal of a running session and not an adapter. "
-                               "Let the link in the folder ports lead to the adapter, or choose "
+                               "Point the link in the folder ports to the adapter, or choose "
                                "another port.");
     EXPECT_FALSE(port.is_open());
     EXPECT_FALSE(port.write(Bytes{80}));
