@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What a screen reader finds in the running program: every window, control and menu entry, with its
+"""Lists what a screen reader finds in the running program: each window, control and menu entry, with its
 role, name and description. Ends with 1 if one of them has no name.
 
 Needs python3-gi and gir1.2-atspi-2.0, a session bus, and a program that was started with
@@ -17,7 +17,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = "zol-injection"
-# Separators and the toolkit's own inner parts: nobody works them.
+# Separators and internal parts of the toolkit, which a user does not operate.
 NAMELESS = {"separator", "scroll bar"}
 
 
@@ -36,7 +36,7 @@ def children_of(node):
 
 
 def words_of(node):
-    """Name and description, each on one line."""
+    """Accessible name and description, each on one line."""
     return [(text or "").replace("\n", " ") for text in (node.get_name(), node.get_description())]
 
 
@@ -45,22 +45,22 @@ def shown(node):
 
 
 def inner_names():
-    """What the sources call the controls. Spoken, such a name tells nothing."""
+    """Names of the controls in the sources, which mean nothing to a user."""
     tips = (ROOT / "language" / "tips_uk.ini").read_text(encoding="utf-8").split("[captions]")[0]
     return {name.strip() for names in re.findall(r"^([^=\n\[]+) = ", tips, re.MULTILINE) for name in names.split(",")}
 
 
 def needs_a_name(node):
     role, parent = node.get_role_name(), node.get_parent()
-    # A plain container of named children needs no name, and a field or a page, which is a label to
-    # the toolkit, speaks for its inner parts.
+    # A container of named children needs no name. A field or a page, which the toolkit presents as a
+    # label, has a name that covers its inner parts.
     holds_others = role in ("filler", "menu bar") and node.get_child_count() > 0
     inner_part = parent is not None and parent.get_role_name() in ("text", "combo box", "label")
     return role not in NAMELESS and not holds_others and not inner_part
 
 
 def whole_tree(node, depth=0):
-    """Every node with its depth, from the top. What vanishes meanwhile is left out."""
+    """Each node with its depth, from the top. Nodes that disappear during the walk are left out."""
     yield node, depth
     for child in children_of(node):
         try:
@@ -76,13 +76,13 @@ def line_of(node, depth):
 
 
 def nameless(nodes):
-    """Those that lack a name, or have none but the sources' own."""
+    """The nodes without an accessible name, or with the name of the sources."""
     inner = inner_names()
     return [node for node in nodes if needs_a_name(node) and (not node.get_name() or node.get_name() in inner)]
 
 
 def main():
-    application = program() or sys.exit(f"no {PROGRAM} on this bus")
+    application = program() or sys.exit(f"Error: {PROGRAM} is not on this bus.")
     nodes = list(whole_tree(application))
     for node, depth in nodes:
         print(line_of(node, depth))

@@ -1,12 +1,12 @@
 #!/usr/bin/python3
-"""Opens every window of the program through what it offers to a screen reader, and counts in each
-the controls, those on view, and those without a name or a description. Ends with 1 if a control has
+"""Opens each window of the program through its accessibility interface, and counts in each
+the controls, the visible ones, and those without a name or a description. Ends with 1 if a control has
 no name, or a window could not be opened.
 
     windows.py BUILD_FOLDER OUTPUT_FOLDER [LANGUAGE]
 
-Leaves each window's tree as a text in the output folder. ./all starts it on a bus and a display of
-its own.
+Writes the tree of each window to a text file in the output folder. ./all starts this script with a
+separate bus and display.
 """
 
 import os
@@ -22,8 +22,8 @@ sys.dont_write_bytecode = True
 import tree
 from tree import ROOT
 
-# What is opened: its title in the table, the section and a control that stands in it, the controls
-# to be pressed for it in turn, and how it is left.
+# The windows to open: title in the table, a control of the window with its section, the controls to
+# press in turn to open it, and the control that closes it.
 CONNECTED = [
     ("Form1: calibration", "Form1.Slider_ktar", [], None),
     ("Form1: a menu open", "Form1.mnu_Porta_Seriale", ["Form1.mnu_Impostazioni"], None),
@@ -36,17 +36,17 @@ CONNECTED = [
      "acquisizione.Command_chiudi"),
 ]
 SILENT = [("Centralina_Attiva", "Centralina_Attiva.Command_test", [], "Centralina_Attiva.Command_cancel")]
-# Entries of the menu bar have no description to be found by: the way to them, by number.
+# Entries of the menu bar have no description to find them by, so each has its path of numbers.
 MENU_WAYS = {"Form1.mnu_Impostazioni": [0], "Form1.mnu_Porta_Seriale": [0, 0, 0], "Form1.barra1": [2],
              "Form1.mnu_Manual": [6, 0, 0]}
-# The toolkit gives these no description; a menu's entries show theirs as a tip.
+# The toolkit gives these no description; menu entries show theirs as a tip.
 ENTRIES = {"menu item", "popup menu", "list", "list item", "frame"}
-# No control of another window opens it, and it is here to be counted, not forgotten.
+# Printed so that the list of windows is complete.
 NEVER_OPENED = "Form_power: nothing in the program opens it"
 
 
 def texts(language):
-    """{window.control: description} from the file of the helper texts."""
+    """{window.control: description} from the file of the tips."""
     found, section = {}, ""
     for line in (ROOT / "language" / f"tips_{language}.ini").read_text(encoding="utf-8").splitlines():
         if heading := re.fullmatch(r"\[(\w+)\]", line):
@@ -59,7 +59,7 @@ def texts(language):
 
 
 class Session:
-    """The program, on a folder of its own, and the simulated unit at its port."""
+    """The program in a separate application folder, with the simulated unit at its port."""
 
     def __init__(self, build, out, language, silent):
         self.texts = texts(language)
@@ -85,7 +85,7 @@ class Session:
         return tree.children_of(application)
 
     def find(self, control):
-        """The window and the control of this name that is on view; None if there is none."""
+        """The window and the visible control with this name; None if there is none."""
         if control in MENU_WAYS:
             return self.find_in_menus(control)
         said = self.texts[control]
@@ -114,7 +114,7 @@ class Session:
         return None
 
     def wait_for_title(self, window, most_s=30):
-        """The main window gets its own when the unit has been read."""
+        """Waits until the unit has been read, when the main window gets its title."""
         end = time.monotonic() + most_s
         while not window.get_name() and time.monotonic() < end:
             time.sleep(0.2)
@@ -130,7 +130,7 @@ class Session:
         return None
 
     def press(self, control):
-        """A window that waits for another one is disabled, and its controls with it."""
+        """Presses the control once it is enabled: a window that waits for another one is disabled."""
         end = time.monotonic() + 30
         while time.monotonic() < end and self.program.poll() is None:
             found = self.find(control)
@@ -143,10 +143,10 @@ class Session:
 class Report:
     def __init__(self, out):
         self.out, self.wrong = out, 0
-        print(f"{'window':24}{'parts':>7}{'on view':>9}{'no name':>9}{'no text':>9}")
+        print(f"{'window':24}{'parts':>7}{'visible':>9}{'no name':>9}{'no text':>9}")
 
     def add(self, title, window):
-        # Entries of lists come and go while the program fills them.
+        # List entries change while the program fills the list.
         for _ in range(5):
             try:
                 return self.count(title, list(tree.whole_tree(window)))
@@ -183,7 +183,7 @@ def walk(session, report, windows):
 
 
 def folder(build, out, language):
-    """An application folder of this walk's own."""
+    """A new application folder for this run."""
     app = out / "app"
     shutil.rmtree(out, ignore_errors=True)
     (app / "ports").mkdir(parents=True)

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Counts what each language has, and holds the README's table to it.
+"""Counts the texts of each language for the table in the README.
 
 count.py          prints the table
-count.py --write  puts it into the README, between the two marks
-count.py --check  ends with 1 if the README has another one
+count.py --write  writes it into the README, between the two marks
+count.py --check  ends with 1 if the table in the README is out of date
 """
 import pathlib
 import re
@@ -40,13 +40,13 @@ def main(arguments):
         return
     readme = README.read_text(encoding="utf-8")
     if BEGIN not in readme or END not in readme:
-        sys.exit(f"Error: README.md has lost its marks; put back {BEGIN.strip()} and {END.strip()}.")
+        sys.exit(f"Error: README.md lacks the marks {BEGIN.strip()} and {END.strip()}; put them back.")
     before, rest = readme.split(BEGIN, 1)
     counted = before + BEGIN + table() + END + rest.split(END, 1)[1]
     if arguments == ["--write"]:
         README.write_text(counted, encoding="utf-8")
     elif counted != readme:
-        sys.exit("Error: the README's table of languages is out of date; run tools/languages/count.py --write.")
+        sys.exit("Error: the table of languages in README.md is out of date; run tools/languages/count.py --write.")
 
 
 if __name__ == "__main__":

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Checks the manual as it stands: every link and picture leads somewhere, every caption is on the
-screen, every PAR number is in the table, the table says what the catalogue of the program says, and all
-languages have the same chapters, headings, pictures, captions and tables."""
+"""Checks the manual: the target of each link and picture exists, each caption is a text of the
+program, each PAR number is in the table, the table agrees with the program's parameter catalogue, and all
+languages have the same chapters, headings, pictures, captions and tables. Prints each problem and ends
+with 1 if there is one."""
 
 import re
 import sys
@@ -16,7 +17,7 @@ MOST_PICTURE_BYTES = 3_000_000
 
 
 class Reader(HTMLParser):
-    """Collects what a page refers to and how it is built."""
+    """Collects the links, pictures and structure of a page."""
 
     def __init__(self, text):
         super().__init__()
@@ -43,7 +44,7 @@ def link_problems(path, reader):
     for target in reader.links + reader.pictures:
         whole = (path.parent / target).resolve()
         if MANUAL not in whole.parents or not whole.is_file():
-            yield f"{path.relative_to(ROOT)}: leads to {target}, which is not there"
+            yield f"{path.relative_to(ROOT)}: refers to {target}, which does not exist"
     if any(part.startswith("badly") for part in reader.shape) or reader.open:
         yield f"{path.relative_to(ROOT)}: {[p for p in reader.shape if 'badly' in p]} {reader.open}"
 
@@ -54,14 +55,14 @@ def text_problems(language, captions, numbers):
         for number, line in chapter.lines:
             for text in re.findall(r"\{=([^}]+)\}", line):
                 if sources.plain(text) not in captions:
-                    yield f"{language}.txt:{number}: nothing in the program reads {text!r}"
+                    yield f"{language}.txt:{number}: no text of the program is {text!r}"
             for parameter in re.findall(r"PAR_(\d+)", line):
                 if int(parameter) not in numbers:
                     yield f"{language}.txt:{number}: PAR_{parameter} is not in the table"
 
 
 def marks(language):
-    """What must agree between languages, chapter by chapter."""
+    """The markup that must be the same in all languages, by chapter."""
     _, chapters = sources.read_text(language)
     kept = r"\{[^}]+\}|PAR_\d+|`[^`]+`|^## |^!\S+|^- |^\d+\. |^\||\]\([a-z-]+\)"
     found = {}
@@ -76,7 +77,7 @@ def unlike_problems(languages):
     for language in languages[1:]:
         other = marks(language)
         if list(other) != list(first):
-            yield f"{language}: its chapters are {list(other)}, those of {languages[0]} are {list(first)}"
+            yield f"{language}: has the chapters {list(other)}, but {languages[0]} has {list(first)}"
             continue
         for name in first:
             if other[name] != first[name]:
@@ -86,7 +87,7 @@ def unlike_problems(languages):
 
 
 def catalogue_rows():
-    """{parameter: (English meaning, unit, factory value or "-")} of the program's own catalogue."""
+    """{parameter: (English meaning, unit, factory value or "-")} from the program's catalogue."""
     rows = (ROOT / "link" / "parameter_catalogue.inc").read_text(encoding="utf-8")
     row = re.compile(r'^PARAMETER\(\s*(\d+), \w+, +"([^"]+)", +"([^"]+)", +(\w+),', re.MULTILINE)
     values = {int(number): (meaning, unit, factory.replace("none", "-"))
@@ -102,21 +103,21 @@ def catalogue_rows():
 def catalogue_problems(rows):
     catalogue = catalogue_rows()
     if len(catalogue) != 77 + 48:
-        yield f"the catalogue has {len(catalogue)} parameters, read from its rows"
+        yield f"the rows of the catalogue give {len(catalogue)} parameters, not {77 + 48}"
     for row in rows:
         for number in sources.parameter_numbers([row]):
-            told = (row[4]["uk"], row[1], row[2])
-            if told != catalogue.pop(number, None):
-                yield f"parameters.txt: PAR_{number} is not what the catalogue says"
+            documented = (row[4]["uk"], row[1], row[2])
+            if documented != catalogue.pop(number, None):
+                yield f"parameters.txt: PAR_{number} differs from link/parameter_catalogue.inc"
     for number in catalogue:
-        yield f"parameters.txt: lacks PAR_{number} of the catalogue"
+        yield f"parameters.txt: PAR_{number} of link/parameter_catalogue.inc is missing"
 
 
 def problems():
     languages = sources.written_languages()
     rows = sources.read_parameters()
     if "uk" not in languages:
-        yield "no English manual, which every other language falls back to"
+        yield "there is no English manual, which is shown where another language has none"
     captions = sources.fixed_captions()
     used = set()
     for language in languages:
@@ -129,10 +130,10 @@ def problems():
     yield from catalogue_problems(rows)
     pictures = set((MANUAL / "pictures").glob("**/*.png"))
     for path in sorted(pictures - used):
-        yield f"{path.relative_to(ROOT)}: no page shows it"
+        yield f"{path.relative_to(ROOT)}: no page uses this picture"
     size = sum(path.stat().st_size for path in pictures)
     if size > MOST_PICTURE_BYTES:
-        yield f"the pictures take {size} bytes"
+        yield f"the pictures take {size} bytes; {MOST_PICTURE_BYTES} are allowed"
 
 
 def main():

@@ -1,26 +1,27 @@
 #!/usr/bin/env python3
 """Writes manual/<language>/ from text/<language>.txt and parameters.txt.
 
-  generate.py           writes the pages of every language that has a text
-  generate.py --check   writes nothing; fails if a committed page differs from what would be written
+  generate.py           writes the pages of each language that has a text file
+  generate.py --check   writes nothing; fails if a committed page is out of date
 
-The texts are plain lines:
+The text files are made of these lines:
 
-  @title ...              words of the manual's window and first page
-  === name | Title | what it tells        begins a chapter, the page name.htm
-  ## Heading              a heading within it
-  - item, 1. item         lists; | a | b | is a row of a table, the first row its head
-  !picture Words          the picture pictures/<language>/picture.png, else pictures/picture.png
+  @title ...              a text of the manual's window or its first page
+  === name | Title | summary              begins a chapter, the page name.htm
+  ## Heading              a heading within the chapter
+  - item, 1. item         lists
+  | a | b |               a row of a table; the first row is the header
+  !picture Caption        pictures/<language>/picture.png, or pictures/picture.png if there is none
   !!parameters            the table of parameters
   anything else           a paragraph
 
-and within a line:
+Within a line:
 
-  {1240}, {1134...}       the caption with this message number, with what follows it on the screen
-  {Form1.Label24}         the caption without a number that this control has
-  {=TEST}                 a caption or text that is the same in every language
-  **words**, `typed`      stress; what is typed or a file's name
-  [words](name)           a link to the chapter of this name
+  {1240}, {1134...}       the caption with this message number, and what the screen shows after it
+  {Form1.Label24}         the caption of this control, which has no message number
+  {=TEST}                 a text on the screen that is the same in every language
+  **words**, `typed`      emphasis; what the user types, or a file name
+  [words](name)           a link to the chapter with this name
 """
 
 import html
@@ -39,13 +40,13 @@ STYLE = ("body { font-family: sans-serif; margin: 12px; } h1 { color: #8c2f1f; }
 
 
 def shown_width(path):
-    """The width that a PNG file is shown at: its own, but not wider than the page."""
+    """Display width of a PNG file: its own width, but at most that of the page."""
     head = path.read_bytes()[:24] if path.exists() else b""
     return min(int.from_bytes(head[16:20], "big") or PICTURE_WIDTH, PICTURE_WIDTH)
 
 
 class Page:
-    """Turns the lines of one chapter into HTML."""
+    """Converts the lines of one chapter to HTML."""
 
     def __init__(self, language, messages, words, chapters, parameters):
         self.language = language
@@ -79,10 +80,10 @@ class Page:
         text = re.sub(r"\*\*(.+?)\*\*", r"<i>\1</i>", text)
         text = re.sub(r"`(.+?)`", r"<code>\1</code>", text)
         text = re.sub(r"\[([^\]]+)\]\(([a-z-]+)\)", self.link, text)
-        if self.language == "fr":  # no line may begin with one of these signs
+        if self.language == "fr":  # a line must not break before one of these signs
             text = re.sub(r" (?=[:;?!](?: |$|<))", "\u00a0", text)
         if re.search(r"[{}`]|\*\*", text):
-            raise SourceError(f"a mark is left over in: {text}")
+            raise SourceError(f"markup that is not understood in: {text}")
         return text
 
     def picture(self, line):
@@ -144,7 +145,7 @@ def page(language, title, body):
 
 
 def pages_of(language):
-    """{file name: content} of the folder of one language."""
+    """{file name: content} for the folder of one language."""
     words, chapters = sources.read_text(language)
     maker = Page(language, sources.read_messages(language), words, chapters, sources.read_parameters())
     files = {}
@@ -179,7 +180,7 @@ def main():
                  if not path.exists() or path.read_text(encoding="utf-8") != text]
         wrong += sorted(here - wanted.keys())
         for path in wrong:
-            print(f"{path.relative_to(MANUAL.parent)}: not what tools/manual/generate.py writes")
+            print(f"{path.relative_to(MANUAL.parent)}: out of date; run tools/manual/generate.py")
         return 1 if wrong else 0
     for path in here - wanted.keys():
         path.unlink()

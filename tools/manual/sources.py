@@ -1,5 +1,5 @@
-"""Reads what the manual is made from: the texts of each language, the table of parameters, and the
-captions that the program's own screen shows."""
+"""Reads the sources of the manual: the text of each language, the table of parameters, and the
+captions that the program shows on the screen."""
 
 import re
 from dataclasses import dataclass, field
@@ -13,12 +13,12 @@ WORDS = ["title", "contents", "search", "back", "not_found", "lead", "columns", 
 
 
 class SourceError(Exception):
-    """What is wrong in a source, with its file and line."""
+    """An error in a source, with its file and line."""
 
 
 @dataclass
 class Chapter:
-    """One page: its file name without the ending, its title, a line on what it tells, its lines."""
+    """One page: its file name without the suffix, its title, a one-line summary, its lines."""
     name: str
     title: str
     about: str
@@ -26,12 +26,12 @@ class Chapter:
 
 
 def written_languages():
-    """Those of the five that have a text."""
+    """The languages that have a text file."""
     return [code for code in LANGUAGES if (HERE / "text" / f"{code}.txt").exists()]
 
 
 def read_text(language):
-    """The words of the window and the chapters, from text/<language>.txt."""
+    """The texts of the window and the chapters, from text/<language>.txt."""
     path = HERE / "text" / f"{language}.txt"
     words, chapters = {}, []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
@@ -46,15 +46,15 @@ def read_text(language):
         elif chapters:
             chapters[-1].lines.append((number, line.rstrip()))
         elif line.strip():
-            raise SourceError(f"{path.name}:{number}: text before the first chapter")
+            raise SourceError(f"{path.name}:{number}: there is text before the first chapter")
     missing = [word for word in WORDS if not words.get(word)]
     if missing:
-        raise SourceError(f"{path.name}: lacks @{', @'.join(missing)}")
+        raise SourceError(f"{path.name}: @{', @'.join(missing)} missing")
     return words, chapters
 
 
 def read_parameters():
-    """Rows of parameters.txt: number (or span), unit, factory value, chapter, {language: meaning}."""
+    """Rows of parameters.txt: number or range, unit, factory value, chapter, {language: meaning}."""
     rows = []
     path = HERE / "parameters.txt"
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
@@ -62,13 +62,13 @@ def read_parameters():
             continue
         cells = [cell.strip() for cell in line.split("|")]
         if len(cells) != 4 + len(LANGUAGES) or not all(cells):
-            raise SourceError(f"{path.name}:{number}: needs {4 + len(LANGUAGES)} filled cells")
+            raise SourceError(f"{path.name}:{number}: a row needs {4 + len(LANGUAGES)} cells, none of them empty")
         rows.append((*cells[:4], dict(zip(LANGUAGES, cells[4:]))))
     return rows
 
 
 def parameter_numbers(rows):
-    """All numbers that the rows speak of, spans unrolled."""
+    """All parameter numbers in the rows, with ranges expanded."""
     numbers = set()
     for span, *_ in rows:
         for part in span.split(","):
@@ -78,7 +78,7 @@ def parameter_numbers(rows):
 
 
 def read_messages(language):
-    """{number: text} of the language's message file."""
+    """{number: text} from the message file of the language."""
     path = ROOT / "language" / f"Mivra_{language}.ini"
     lines = path.read_text(encoding="utf-8").splitlines()
     return {line.strip()[1:-1]: text for line, text in zip(lines, lines[1:])
@@ -86,26 +86,26 @@ def read_messages(language):
 
 
 def read_own_captions(language):
-    """{window.control: text} of the captions without a number, from the file of the helper texts."""
+    """{window.control: text} of the captions without a message number, from the file of the tips."""
     text = (ROOT / "language" / f"tips_{language}.ini").read_text(encoding="utf-8")
     section = re.search(r"^\[captions\]\n((?:.+ = .+\n)+)", text, re.MULTILINE)
     if not section:
-        raise SourceError(f"tips_{language}.ini: no section captions")
+        raise SourceError(f"tips_{language}.ini: there is no section [captions]")
     return dict(line.split(" = ", 1) for line in section[1].splitlines())
 
 
 def plain(text):
-    """A caption as it is compared: blanks run together, none at the ends."""
+    """A caption as it is compared: single blanks, none at the ends."""
     return " ".join(text.split())
 
 
 def fixed_captions():
-    """Every literal text in the program's sources, without the catalogue, which no screen
-    shows."""
+    """Every string literal in the program's sources, except those of the parameter catalogue, which
+    are never displayed."""
     captions = set()
-    rooms = ["view/windows", "app", "link", "monitor", "calibration", "diagnostics", "maintenance"]
-    for room in rooms:
-        for path in sorted((ROOT / room).glob("*")):
+    modules = ["view/windows", "app", "link", "monitor", "calibration", "diagnostics", "maintenance"]
+    for module in modules:
+        for path in sorted((ROOT / module).glob("*")):
             if path.suffix in {".cpp", ".h", ".inc"} and path.name != "parameter_catalogue.inc":
                 code = path.read_text(encoding="utf-8")
                 captions.update(plain(text) for text in re.findall(r'"((?:[^"\\\n]|\\.)*)"', code))

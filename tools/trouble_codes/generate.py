@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes language/codici_eobd_*.ini, the texts of the trouble codes, from the tables beside it.
+"""Writes language/codici_eobd_*.ini, the texts of the trouble codes, from the files in tables/.
 
   generate.py           writes the five files
-  generate.py --check   writes nothing; fails if a committed file differs from what would be written,
-                        or if the texts break a rule of `problems_of`
+  generate.py --check   writes nothing; fails if a committed file is out of date or if the texts
+                        break a rule of `problems_of`
 """
 
 import re
@@ -17,24 +17,24 @@ from tables import LANGUAGES, TableError
 
 LANGUAGE_FOLDER = Path(__file__).resolve().parents[2] / "language"
 
-# Faults of wiring, whose causes are alike for every part unless the table knows better.
+# Wiring faults: they have the same causes for every component, unless a table gives others.
 ELECTRIC = set("ct co op short el lo hi alo ahi in ain ns res overcurrent shortheat vlo vhi unstable".split())
 
-# The panel shows a number up to 999 or above 2000; what lies between never appears there.
+# The diagnosis panel shows numbers up to 999 and above 2000, never those in between.
 SHOWN = [range(1, 1000), range(2001, 10000)]
 
 FEWEST_CODES = 900
 
 
 def read_messages(language):
-    """{number: text} of the message file, for the captions that the notes name."""
+    """{number: text} from the message file, for the captions that the notes quote."""
     path = LANGUAGE_FOLDER / f"Mivra_{language}.ini"
     lines = path.read_text(encoding="utf-8").splitlines()
     return {line.strip()[1:-1]: text for line, text in zip(lines, lines[1:]) if re.fullmatch(r"\s*\[\d+\]\s*", line)}
 
 
 def place_name(place, words, sensor):
-    """Splits a place into what stands behind the name ("A") and what follows a comma ("bank 1")."""
+    """Splits a place into the part directly after the name ("A") and the part after a comma ("bank 1")."""
     def long_name(token):
         parts = re.findall(r"([bsc])(\d+)", token)
         return ", ".join(f"{words[sensor if kind == 's' else kind]} {n}" for kind, n in parts)
@@ -49,7 +49,7 @@ def place_name(place, words, sensor):
 
 
 class Writer:
-    """Puts the texts of one language together."""
+    """Assembles the texts of one language."""
 
     def __init__(self, language):
         self.language = language
@@ -64,7 +64,7 @@ class Writer:
         self.words = {row[0]: row[column] for row in tables.rows(tables.TABLES / "places.txt", 1 + len(LANGUAGES))}
 
     def with_captions(self, text):
-        """Puts the caption that the screen shows, in quotation marks, for each {message number}."""
+        """Replaces each {message number} by the caption on the screen, in quotation marks."""
         blank = " " if self.language == "fr" else ""
 
         def caption(match):
@@ -74,7 +74,7 @@ class Writer:
         return re.sub(r"\{(\d+)\}(\.\.\.)?", caption, text)
 
     def description(self, component, place, fault):
-        """The short line: component, place and fault, each as it stands, so that no ending has to agree."""
+        """The short line: component, place and fault side by side, so that no grammatical ending has to agree."""
         kind, names = self.components[component]
         short, long = place_name(place, self.words, "l" if kind.startswith("lambda") else "s")
         text = names[self.language] + (f" {short}" if short else "") + (f", {long}" if long else "")
@@ -83,7 +83,7 @@ class Writer:
         return text + (colon + heading if heading else "")
 
     def note(self, component, fault):
-        """The long line: what was seen, the causes in order, and what gas has to do with it."""
+        """The long line: what was detected, the causes in order, and what differs on gas."""
         kind = self.components[component][0]
         ways = [f"{kind}.{fault}"] + ([fault] if fault in ELECTRIC else [kind])
         heading, seen = self.faults[fault][self.language]
@@ -100,11 +100,11 @@ class Writer:
         return " ".join(parts)
 
     def entries(self):
-        """[(code, short description, long note)] in the order of the codes."""
+        """[(code, short description, long note)], sorted by code."""
         result = []
         for code, (component, place, fault) in tables.read_codes().items():
             if component not in self.components or fault not in self.faults:
-                raise TableError(f"{code}: component {component} or fault {fault} is in no table")
+                raise TableError(f"{code}: no table has component {component} or no table has fault {fault}")
             result.append((code, self.description(component, place, fault), self.note(component, fault)))
         return result
 
@@ -114,11 +114,11 @@ def file_text(entries):
 
 
 def problems_of(all_entries):
-    """What must hold for the five files together; a list of sentences, empty if all is well."""
+    """Checks the five files together. Returns a list of problems, empty if there are none."""
     problems = []
     english = {code: (short, note) for code, short, note in all_entries["uk"]}
     if len(english) < FEWEST_CODES:
-        problems.append(f"only {len(english)} codes; {FEWEST_CODES} are the least")
+        problems.append(f"only {len(english)} codes; at least {FEWEST_CODES} are required")
     for language, entries in all_entries.items():
         if {code for code, _, _ in entries} != set(english):
             problems.append(f"{language}: not the same codes as in uk")
@@ -127,29 +127,29 @@ def problems_of(all_entries):
             if not any(int(code[1:]) in shown for shown in SHOWN):
                 problems.append(f"{language} {code}: the panel never shows this number")
             if not short or not note or re.search(r"[{}|\n\r]|  |\.\.\.\.$", short + note):
-                problems.append(f"{language} {code}: an empty line or a stray sign in: {short} / {note}")
+                problems.append(f"{language} {code}: an empty line or an invalid character in: {short} / {note}")
             if short.startswith("[") or not note.endswith("."):
-                problems.append(f"{language} {code}: a line reads like a header, or the note lacks its full stop")
+                problems.append(f"{language} {code}: a line looks like a header, or the note lacks its full stop")
             if language != "uk" and (short == english[code][0] or note == english[code][1]):
                 problems.append(f"{language} {code}: left in English: {short}")
             if short in shorts:
-                problems.append(f"{language} {code}: reads like {shorts[short]}: {short}")
+                problems.append(f"{language} {code}: same description as {shorts[short]}: {short}")
             shorts[short] = code
     return problems
 
 
 def unused_entries():
-    """Sentences for what no code speaks of: a slip of a key, or something to delete."""
+    """Problems for table entries that no code uses: the key is misspelt, or the entry can be deleted."""
     components, faults = tables.read_components(), tables.read_faults()
     rows = tables.read_codes().values()
     used_components, used_faults = {row[0] for row in rows}, {row[2] for row in rows}
     kinds = {components[key][0] for key in used_components}
     seen = tables.read_blocks("seen_*.txt")
     blocks = list(tables.read_blocks("causes_*.txt")) + list(tables.read_blocks("gas_*.txt"))
-    return ([f"component {key} is in no code" for key in components if key not in used_components]
-            + [f"fault [{key}] is in no code" for key in faults if key not in used_faults]
-            + [f"[{key}] in seen_*.txt is in no code" for key in seen if key not in used_components]
-            + [f"[{key}] in causes_*.txt or gas_*.txt belongs to nothing" for key in blocks
+    return ([f"no code uses component {key}" for key in components if key not in used_components]
+            + [f"no code uses fault [{key}]" for key in faults if key not in used_faults]
+            + [f"no code uses [{key}] in seen_*.txt" for key in seen if key not in used_components]
+            + [f"no code uses [{key}] in causes_*.txt or gas_*.txt" for key in blocks
                if key.split(".")[0] not in kinds and key not in used_faults | used_components])
 
 
@@ -168,7 +168,7 @@ def main(arguments):
         if not arguments:
             path.write_text(file_text(entries), encoding="utf-8", newline="\n")
         elif not path.exists() or path.read_bytes() != file_text(entries).encode("utf-8"):
-            problems.append(f"{path.name} is not what the tables say; run tools/trouble_codes/generate.py")
+            problems.append(f"{path.name} is out of date; run tools/trouble_codes/generate.py")
     for problem in problems:
         print(problem, file=sys.stderr)
     print(f"{len(all_entries['uk'])} trouble codes in {len(LANGUAGES)} languages, {len(problems)} problems")

@@ -1,8 +1,8 @@
-"""Reads the tables that the trouble-code files are made from.
+"""Reads the tables that the trouble-code files are generated from.
 
-Two forms of table: rows of fields divided by "|", and blocks of a "[key]" line followed by one
-"language = text" line for each language, or by "same = other key". A "#" line is a comment.
-A mistake in a table ends the run with the file, the line and what to mend there.
+A table has one of two forms: rows of fields separated by "|", or blocks of a "[key]" line followed by one
+"language = text" line for each language, or by "same = other key". A line that begins with "#" is a comment.
+An error in a table ends the run with a message that names the file, the line and the error.
 """
 
 from pathlib import Path
@@ -12,7 +12,7 @@ TABLES = Path(__file__).resolve().parent / "tables"
 
 
 class TableError(Exception):
-    """A table that cannot be read as it stands."""
+    """An error in a table."""
 
 
 def lines_of(path):
@@ -27,12 +27,12 @@ def rows(path, width):
     for number, line in lines_of(path):
         fields = [field.strip() for field in line.split("|")]
         if len(fields) != width:
-            raise TableError(f"{path.name}:{number}: {len(fields)} fields, {width} are wanted")
+            raise TableError(f"{path.name}:{number}: {len(fields)} fields, {width} are required")
         yield fields
 
 
 def read_blocks(pattern):
-    """The blocks of all tables that match: {key: {language: text}}, with "same" resolved."""
+    """The blocks of all tables that match the pattern: {key: {language: text}}, with "same" resolved."""
     blocks = {}
     for path in sorted(TABLES.glob(pattern)):
         block = None
@@ -40,7 +40,7 @@ def read_blocks(pattern):
             if line.startswith("["):
                 key = line.strip()[1:-1]
                 if key in blocks:
-                    raise TableError(f"{path.name}:{number}: [{key}] is there twice; keep one")
+                    raise TableError(f"{path.name}:{number}: [{key}] is defined twice; delete one")
                 block = blocks[key] = {}
                 continue
             name, sign, text = line.partition(" =")
@@ -61,31 +61,31 @@ def read_blocks(pattern):
 
 
 def read_components():
-    """{key: (class, {language: name})} of every component that a code can be about."""
+    """{key: (class, {language: name})} of every component."""
     components = {}
     for path in sorted(TABLES.glob("components_*.txt")):
         for key, kind, *names in rows(path, 2 + len(LANGUAGES)):
             if key in components or not all(names):
-                raise TableError(f"{path.name}: component {key} is there twice or lacks a name")
+                raise TableError(f"{path.name}: component {key} is defined twice or lacks a name")
             components[key] = (kind, dict(zip(LANGUAGES, names)))
     return components
 
 
 def read_faults():
-    """{key: {language: (heading, what was seen)}}; the heading is empty where none is wanted."""
+    """{key: {language: (heading, what was detected)}}; the heading may be empty."""
     faults = {}
     for key, block in read_blocks("faults_*.txt").items():
         faults[key] = {}
         for language, text in block.items():
             heading, sign, seen = text.partition("|")
             if not sign or not seen.strip():
-                raise TableError(f"fault [{key}] {language}: 'heading | what was seen' is wanted")
+                raise TableError(f"fault [{key}] {language}: 'heading | what was detected' is required")
             faults[key][language] = (heading.strip(), seen.strip())
     return faults
 
 
 def spread(places):
-    """The places of a row of codes: "A b1" is one place, "c1..c3" is three, "" is none in particular."""
+    """The places of a row of codes: "A b1" is one place, "c1..c3" is three, "" is no place."""
     for index, word in enumerate(places.split()):
         first, dots, last = word.partition("..")
         if dots:
@@ -101,7 +101,7 @@ def spread(places):
 
 
 def read_codes():
-    """{"P0301": (component, place, fault)} of every code, in the order of the numbers."""
+    """{"P0301": (component, place, fault)} of every code, in numerical order."""
     codes = {}
     for path in sorted(TABLES.glob("codes_*.txt")):
         for first, component, places, kinds in rows(path, 4):
@@ -110,7 +110,7 @@ def read_codes():
                 for fault in kinds.split():
                     code = f"P{number:04d}"
                     if code in codes:
-                        raise TableError(f"{path.name}: {code} is there twice; look at the row {first}")
+                        raise TableError(f"{path.name}: {code} is defined twice; look at the row {first}")
                     codes[code] = (component, place, fault)
                     number += 1
     return dict(sorted(codes.items()))
