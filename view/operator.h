@@ -3,7 +3,7 @@
 //
 // Each function returns true after the handler has run. It returns false and does nothing if the
 // widget is hidden or disabled, itself or through its frame, menu or window, or if too many acts
-// are running.
+// are running. takes_focus_by_tab() only asks.
 #pragma once
 
 #include "view/widget.h"
@@ -25,8 +25,8 @@ bool takes_focus_by_tab(const Widget& widget);
 // it.
 bool click(Widget& widget);
 bool double_click(Widget& widget);
-// A slider while it is being dragged: sets its value and runs `scroll`, but not `change`. The value
-// is limited to the slider's designed range.
+// One step of a drag that is not finished: sets the slider's value and runs `scroll` if the value
+// changed, but not `change`. The value is limited to the range in the slider's design.
 bool drag_on(Widget& slider, double value);
 // The end of a drag, and a whole drag or a key or wheel step. Runs `change` if the value differs
 // from `before` (the value when the drag began), then always `click`. `drag_to` runs `scroll`
@@ -44,7 +44,7 @@ bool focus(Widget& control); // by Tab; see takes_focus_by_tab
 bool open(Widget& list);     // a menu or a combo box, before its list is shown
 bool close(Widget& window);  // by its title bar
 
-constexpr int enter = 13;                               // key code
+constexpr int enter = 13;                               // a key code
 constexpr int shift_key = 1, ctrl_key = 2, alt_key = 4; // bits of a shift state
 
 } // namespace zol::view::operator_acts

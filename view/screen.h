@@ -1,4 +1,4 @@
-// The interface of the toolkit: what a screen must be able to do. It has two implementations:
+// The interface to the toolkit: what a screen must be able to do. It has two implementations:
 // view/qt/ shows real windows, view/headless/ shows nothing and records the calls.
 //
 // view.cpp changes the widgets' data first and then calls the screen. A screen shows the data; the
@@ -12,7 +12,7 @@ namespace zol::view {
 // Which part of a widget's look changed.
 enum class Aspect {
     text,
-    tip, // of the widget, or of a list's items
+    tip, // of the widget, or of the items of a combo box
     help,
     colours,
     value,

@@ -48,9 +48,9 @@ class Timer {
 struct Platform {
     virtual ~Platform() = default;
     virtual std::int64_t now_us() = 0; // of a clock that never goes back
-    // Processes input, serial bytes and painting. Returns at `until_us` at the latest, and earlier
-    // as soon as something has happened. Called with `forever` when no timer is on.
     static constexpr std::int64_t forever = INT64_MAX;
+    // Processes input, serial bytes and painting. Returns at `until_us` at the latest, and earlier
+    // as soon as something has happened. `until_us` is `forever` when no timer is on.
     virtual void idle(std::int64_t until_us) = 0;
     // Ends the program from inside any number of nested waits. No handler runs after this call.
     [[noreturn]] virtual void end_program() = 0;
@@ -82,7 +82,8 @@ void end_program_within(int ms, std::function<void()> last_work);
 void pump();
 // The same, but idles until `until_us` at the latest.
 void pump_until(std::int64_t until_us);
-// Runs `work` in the next turn of the pump, before any timer fires.
+// Makes the pump run `work` before any timer fires. Posted work runs in the order of these calls,
+// one in each turn.
 void post(std::function<void()> work);
 // When the pump has something to do next: now if work is posted, else when the next timer is due;
 // Platform::forever if no timer is on.
@@ -94,8 +95,9 @@ void wait_on(Timer& timer, int ms);
 // How many waits are running, nested in each other.
 int wait_depth();
 
-// Gives the window's timers their designed state, and switches them off.
+// Gives the window's timers their designed state: the interval, and whether they are on at load.
 void load_timers(Widget& window);
+// Gives them their designed intervals and switches all of them off.
 void unload_timers(Widget& window);
 // Switches every timer off, restores its designed interval and drops posted work. For tests.
 void reset_timers();

@@ -1,9 +1,9 @@
 // The functions with which the logic reads and changes widgets, windows and boxes. Every change of
 // a widget goes through here.
 //
-// Assigning follows these rules: a slider rejects a value outside its range. A slider that its
-// table marks so, an option button and a check box run their handler inside the assignment that
-// changes them. A label runs its change handler when its text really changes.
+// Assigning follows these rules: a slider rejects a value outside its range. An option button, a
+// check box and a slider with Widget::changes_on_assignment run their handler inside the assignment
+// that changes them. A label runs its change handler when its text really changes.
 #pragma once
 
 #include "view/widget.h"
@@ -42,13 +42,13 @@ void set_font(Widget& w, double points, bool bold);
 // The two functions that run a handler can take seconds, because a handler may send frames and
 // wait.
 
-// Sets a slider. Runs its change handler if the value changes and the slider's table says so
-// (Widget::changes_on_assignment).
+// Sets a slider. Runs its change handler if the value changes and the slider has
+// Widget::changes_on_assignment.
 bool set_value_and_run_handler(Widget& slider, double value);
 // Switches an option button on, and the others of its parent off, or sets a check box. Runs the
 // click handler before it returns, if an option button is switched on or the check box changes.
 void select_and_run_handler(Widget& option_or_check, bool on = true);
-// The same for a slider or progress bar and for an option button, but run no handler.
+// Sets a slider or progress bar, and switches an option button on. Neither runs a handler.
 bool place_value(Widget& slider_or_bar, double value);
 void place_selected(Widget& option);
 // Also limits the value to the new range.
@@ -99,7 +99,8 @@ Answer message_box(const MessageBox& box); // closed by its title bar: ok, or no
 std::string input_box(const std::string& prompt, const std::string& title); // cancelled: empty
 Colour colour_box(Colour start);                                            // cancelled: `start`
 
-// Opens the manual at `topic`. Has no effect if the manual cannot be shown.
+// Opens the manual's page `topic`, such as "de/index.htm". The pages are in the folder "manual"
+// next to `file`, which need not exist. Has no effect if the page cannot be shown.
 void show_manual(const std::string& file, const std::string& topic);
 
 // The screen's size in twips.

@@ -34,8 +34,9 @@ enum class Kind {
     movie,   // decoration, drawn by the toolkit
 };
 
-// How much of a window's height its decoration takes, in twips: the title bar; or, for the window
-// with menus, title bar, menu bar and the unused strip at the bottom of the screen.
+// How much of a window's designed height is not available to its controls, in twips. Without menus
+// it is the title bar; with menus it is title bar, menu bar and the unused strip at the bottom of
+// the screen.
 constexpr double frame_without_menu = 405, frame_and_foot_with_menu = 990;
 
 // A colour with red in the low byte: r + 256 g + 65536 b.
@@ -51,6 +52,7 @@ constexpr Colour black = 0;
 // The toolkit's default colour for this kind of widget.
 constexpr Colour system_colour = -1;
 
+// `custom` is the control's own pointer, a pointing hand.
 enum class Pointer { normal = 0, hourglass = 11, custom = 99 };
 enum class WindowState { normal = 0, minimised = 1, maximised = 2 };
 enum class Align { left, centre, right };
@@ -96,7 +98,7 @@ struct Look {
     std::string font_name;
     Align align = Align::left;
     WindowState state = WindowState::normal;
-    std::string tag;             // window: notes that it has been scaled
+    std::string tag;             // window: set once it has been scaled (app/window_scaling.h)
     std::vector<Stroke> strokes; // drawing surface; on a frame they are drawn under its controls
 };
 
@@ -226,8 +228,8 @@ struct Widget {
     const int index;        // -1 outside a control array
     const Kind kind;
     Widget* const parent;
-    Widget* const window; // a window's own is itself
-    const bool changes_on_assignment;
+    Widget* const window;             // the window that it is in; for a window, itself
+    const bool changes_on_assignment; // see Design, also for `panel`
     const Widget* const panel;
     const Look design;
     Look look;

@@ -1,6 +1,6 @@
-// A screen for tests without a display. It shows nothing, records each call, and answers boxes from
-// a script: every box needs a scripted answer. An unexpected box and an unused answer are both
-// reported as complaints.
+// A screen for tests without a display. It shows nothing, records boxes and manual calls, counts
+// changes of widgets, and answers boxes from a script: every box needs a scripted answer. An
+// unexpected box and an unused answer are both reported as complaints.
 #pragma once
 
 #include "view/screen.h"
@@ -12,8 +12,8 @@ namespace zol::view {
 
 class HeadlessScreen : public Screen {
   public:
-    // Scripts the answer to the next box, whose text must contain `text`; the answer is given
-    // `after_ms` after the box was opened. Boxes are answered in the order of these calls.
+    // Scripts the answer to the next box, whose text must contain `text` or `prompt`. The answer is
+    // given `after_ms` after the box was opened. Boxes are answered in the order of these calls.
     void answer_message(std::string text, Answer answer, int after_ms = 0);
     void answer_input(std::string prompt, std::string entry, int after_ms = 0);
     void answer_colour(Colour colour, int after_ms = 0);
@@ -28,10 +28,10 @@ class HeadlessScreen : public Screen {
     std::vector<InputBox> input_boxes;
     std::vector<Colour> colour_boxes; // the colours that they opened with
     std::vector<std::string> manuals; // file and topic of each call, with a blank between them
-    ScreenSize screen{10125, 9000};
+    ScreenSize screen{10125, 9000};   // twips; the size for which the windows were designed
     // Called for each change of a widget, if set.
     std::function<void(Widget&, Aspect)> on_changed;
-    std::uint64_t changes = 0;
+    std::uint64_t changes = 0; // of all widgets so far
 
     void window_loaded(Widget&) override {}
     void window_shown(Widget&, bool) override {}

@@ -1,5 +1,4 @@
-// The rows of the main window. Their order is the order of the control collection and of the Tab
-// key.
+// The rows of the main window. Their order is that of Form1.controls and of the Tab key.
 //
 // All controls lie within 8010 twips of height: scaling fits that height between the menu bar and
 // the bottom of the screen.

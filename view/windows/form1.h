@@ -84,7 +84,14 @@ extern view::Widget lbl_min, lbl_ore; // heading; time on gas and last check
 // Controls of one pixel that hold the keyboard focus while no visible control needs it.
 extern view::Widget Text2, cmd_focus;
 
-extern view::Timer Timer_stato_sistema, Timer_chiusura_stato, Timer1, Timer2, Timer3, Timer4;
-extern view::Timer Timer5, Timer6, Timer_rpm;
+extern view::Timer Timer_stato_sistema;  // polling
+extern view::Timer Timer_chiusura_stato; // stops polling once, after a delay
+extern view::Timer Timer1;               // fills the window once after the connection dialog
+extern view::Timer Timer2;               // one-shot: every wait_ms()
+extern view::Timer Timer3;               // status read of the lambda panel
+extern view::Timer Timer4;               // blinking label of the automatic tuning
+extern view::Timer Timer5;               // polling guard of the settings panel, reminders
+extern view::Timer Timer6;               // watchdog
+extern view::Timer Timer_rpm;            // engine speed bar
 
 } // namespace zol::form1
