@@ -8,9 +8,9 @@
 namespace zol::app {
 
 // The application folder of the program file `program` that was started by the name `started_as`.
-// If `started_as` is a symbolic link in a folder that also holds a folder "language", it is that
-// folder: each user of an installed copy has one, and all share the program. Otherwise it is the
-// folder of the program file.
+// If `started_as` is a symbolic link in a folder that also holds a folder "language", the result is
+// the folder of the link; the users of an installed copy each have such a folder and share the
+// program. Otherwise the result is the folder of the program file.
 std::filesystem::path find_application_folder(const std::filesystem::path& program,
                                               const std::filesystem::path& started_as);
 

@@ -3,7 +3,7 @@
 
 namespace zol::app {
 
-// Sets the captions of panels: buttons, frames and the present tank level.
+// Sets the captions of the panels' buttons and frames, and of the present tank level.
 void apply_panel_captions();
 // Sets the captions of options, labels, buttons and menus, refills the tank list and selects its
 // entry again.

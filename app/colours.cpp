@@ -63,13 +63,14 @@ constexpr std::string_view panel_coloured[] = {
     "Label31",
 };
 
-// The dialog colours these labels at once. The labels of the second list follow at the next start.
+// choose_text_colour() colours the labels of the first list only; the activation at the next start
+// colours both.
 constexpr std::string_view text_coloured_by_dialog[] = {
     "LabeL_pressure", "Label27", "Label_tinj",   "Label_temp", "Label_rpm",
     "lbl_lambda",     "lbl_rpm", "lbl_press",    "lbl_tinj",   "lbl_temp",
     "Label13",        "Label14", "Label_lambda",
 };
-constexpr std::string_view text_coloured_at_activation_too[] = {
+constexpr std::string_view text_coloured_at_activation_only[] = {
     "Label20", "Label42", "Label49", "Label48", "Label44",
     "Label43", "Label1",  "Label19", "Label16",
 };
@@ -102,7 +103,7 @@ void colour_all_controls() {
         case view::Kind::label:
             if (holds(panel_coloured, control->name)) view::set_back(*control, state.panel_colour);
             if (holds(text_coloured_by_dialog, control->name) ||
-                holds(text_coloured_at_activation_too, control->name)) {
+                holds(text_coloured_at_activation_only, control->name)) {
                 if (fore) view::set_fore(*control, *fore);
             } else if (control->name == "lbl_ore") {
                 view::set_fore(*control, view::rgb(79, 89, 81));
@@ -111,9 +112,7 @@ void colour_all_controls() {
         case view::Kind::command_button: view::set_back(*control, view::rgb(192, 192, 192)); break;
         case view::Kind::option_button:
         case view::Kind::frame:
-        case view::Kind::check_box: // only Check1
-            view::set_back(*control, state.panel_colour);
-            break;
+        case view::Kind::check_box: view::set_back(*control, state.panel_colour); break;
         default: break;
         }
     }

@@ -13,8 +13,8 @@ void colour_dark_labels();
 std::optional<view::Colour> text_colour();
 // Colours every control of the main window. Called at its first activation only.
 void colour_all_controls();
-// Asks for the text colour, gives it to the labels of the dialog's list at once, and stores it. A
-// few more labels take it at the next start.
+// Asks the operator for the text colour, stores it, and gives it to most of the labels that use it.
+// The others take it at the next start.
 void choose_text_colour();
 
 } // namespace zol::app

@@ -1,10 +1,9 @@
-// The pointer of the two panel buttons while the injector menu writes parameters.
+// The pointer of the engine and settings buttons while the injector menu writes parameters.
 #pragma once
 
 namespace zol::app {
 
-// Shows the hourglass, or the buttons' own pointer again.
-void show_busy_on_buttons();
-void show_normal_on_buttons();
+void show_busy_on_buttons();   // the hourglass
+void show_normal_on_buttons(); // the buttons' own pointer
 
 } // namespace zol::app

@@ -21,8 +21,9 @@ std::string setting_in(std::string_view content, std::string_view key,
 std::string with_setting(std::string_view content, std::string_view key, std::string_view value);
 
 void write_language(const std::string& code);
-// Stores the port for a list position counted from 1: positions 1 and 2 as they are, from 3 on n +
-// 1, because the port lists leave out COM3.
+// Stores the port number for position `n`, from 1, in the list of the connection dialog. The list
+// leaves out COM3, so positions from 3 on are stored as n + 1. The port menu passes its own
+// numbers, which are changed in the same way.
 void write_port(double n);
 // Reads the stored port number, ticks its item in the port menu and uses it. A number outside 1 to
 // 8 changes nothing.

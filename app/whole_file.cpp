@@ -105,7 +105,6 @@ bool is_utf8(std::string_view text) {
 
 std::optional<std::string> read_file(const std::filesystem::path& file, std::size_t largest) {
     std::error_code error;
-    // Opening a device may have effects on it.
     if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
     // Non-blocking, in case a pipe has taken the name since the check.
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);

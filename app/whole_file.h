@@ -16,7 +16,7 @@ constexpr std::size_t largest_text = std::size_t{4} << 20;
 constexpr std::size_t longest_line = 2000;
 
 // The content of the file. Nothing if it cannot be read, has more than `largest` bytes or is not a
-// regular file; such a file is not even opened.
+// regular file. Only a regular file is opened, because opening a device may have effects on it.
 std::optional<std::string> read_file(const std::filesystem::path& file,
                                      std::size_t largest = largest_text);
 

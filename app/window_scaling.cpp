@@ -7,7 +7,7 @@ namespace zol::app {
 namespace {
 
 using view::frame_without_menu;
-constexpr double frame_with_menu = 690;
+constexpr double frame_with_menu = 690; // height of title bar and menu bar, twips
 // Height that controls cannot use: title bar, menu bar and a strip at the bottom of the screen, in
 // twips.
 constexpr double unusable_without_menu = 705, unusable_with_menu = view::frame_and_foot_with_menu;

@@ -50,11 +50,13 @@ struct ScaleFactors {
 };
 inline ScaleFactors scale_factors;
 
-constexpr double design_width = 10125, design_height = 9000; // 675 x 15, 600 x 15
+// The design's screen of 675 by 600 pixels, in twips.
+constexpr double design_width = 10125, design_height = 9000;
 // The tag of a window that has been scaled: it is not scaled again.
 constexpr const char* already_scaled = "ResizeON";
 
-// Scales the window. On a screen of exactly the design size, window and tag stay as they are.
+// Scales the window to a screen of this size in twips. On a screen of exactly the design size,
+// window and tag do not change.
 void scale_window(ScalableWindow& window, double screen_width, double screen_height);
 
 // Scales a window of the program to the screen in use.

@@ -1,4 +1,5 @@
-// The entry of the program: the only place that chooses the real screen, clock and serial port.
+// The entry point of the program: the only place that chooses the real screen, clock and serial
+// port.
 #include "app/application_folder.h"
 #include "app/program/startup.h"
 #include "app/program/wiring.h"

@@ -6,7 +6,8 @@
 
 namespace zol::app {
 
-// Opens the manual at a topic, in the present language. Has no effect if it cannot be shown.
+// Opens the manual's page `topic` in the present language, see view::show_manual. Has no effect if
+// it cannot be shown.
 void ShowHtmlHelp(const std::string& file, const std::string& topic);
 
 void connect_main_window();

@@ -69,8 +69,8 @@ void main_window_closes() {
     form1::Timer_chiusura_stato.on();
     form1::Timer6.off();
     form1::Timer3.off();
-    // wait_ms() would not do: a handler that begins meanwhile could prolong the wait, or repeat a
-    // request without limit.
+    // Not wait_ms(): a handler that begins meanwhile could prolong the wait, or repeat a request
+    // without limit.
     for (;;)
         view::pump();
 }

@@ -3,8 +3,8 @@
 
 namespace zol::app {
 
-// Sets the start values and shows the splash window. Everything else follows from the pump. The
-// handlers must be connected before.
+// Sets the start values and shows the splash window. Its activation, which the pump runs, shows the
+// main window. The handlers must be connected before.
 void sub_main();
 
 // Locks the application folder for the life of the process. False if another process has locked it.
