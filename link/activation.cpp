@@ -40,7 +40,7 @@ void features_by_family() {
         offer_diagnosis(true);
         view::set_visible(form1::Frame_L_C_T, false);
     }
-    view::set_text(form1::Label35, "1");
+    view::set_text(form1::Label35, "1"); // scale of the lambda chart
 }
 
 // Shows the base words, in the order of their positions.

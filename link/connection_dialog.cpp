@@ -27,8 +27,9 @@ using view::Pointer;
 
 const std::vector<std::string> ports = {"COM1", "COM2", "COM4", "COM5", "COM6", "COM7", "COM8"};
 
-// The menu item that each list entry ticks. From the fourth entry on, the item's number is one
-// lower than the entry's. COM3 is never ticked.
+// The menu item that each list entry ticks: the entry COM5 ticks the item COM4, COM6 ticks COM5,
+// and so on, which is intended. The last item belongs to no entry and is only unticked. COM3 is not
+// touched.
 const std::array<view::Widget*, 8> menu_item_of_entry = {&form1::com1, &form1::com2, &form1::com4,
                                                          &form1::com4, &form1::com5, &form1::com6,
                                                          &form1::com7, &form1::com8};
@@ -61,8 +62,8 @@ void set_test_pointers(Pointer pointer) {
     view::set_pointer(Command_test, pointer);
 }
 
-// One pass of the port test. Any byte counts as an answer; a port that fails counts as a silent
-// unit.
+// One round of the port test, which has two. Any byte counts as an answer; a port that fails counts
+// as a silent unit.
 bool unit_answers() {
     set_test_pointers(Pointer::normal);
     if (port_is_open()) close_port();
@@ -78,7 +79,7 @@ void test_clicked() {
     view::set_text(Label2, "");
     view::set_back(Label2, windows::paper);
     bool good = unit_answers();
-    if (good) good = unit_answers(); // one answer may belong to an earlier request
+    if (good) good = unit_answers(); // the first bytes may belong to an earlier request
     if (good) {
         view::set_enabled(Command_ok, true);
         view::set_back(Label2, view::green);

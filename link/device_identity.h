@@ -15,11 +15,11 @@ struct MachineState {
 };
 inline MachineState machine_state;
 
-// A text that is equal for the same device, also after it was unplugged and has got another device
-// number. A port of a USB adapter is identified by the adapter's vendor, product and serial number
-// and by the port's position on the adapter; two adapters of one model without serial numbers are
-// equal. All pseudo-terminals are equal, because nothing tells them apart. Any other device is
-// identified by its device number.
+// A text that identifies the device. It stays the same if the device is unplugged and gets another
+// device number. For a port of a USB adapter it consists of the adapter's vendor, product and
+// serial number and the port's position on the adapter, so two adapters of one model without serial
+// numbers have the same identity. All pseudo-terminals have the same one, because nothing tells
+// them apart. That of any other device is its device number.
 std::string device_identity(dev_t device);
 
 inline constexpr const char* pseudo_terminal =

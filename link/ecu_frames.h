@@ -1,8 +1,8 @@
 // The request frames and replies of the control unit, and the exchanges with it: send, wait a fixed
 // time, take what has arrived.
 //
-// Requests and replies have no checksum and no sequence number; only the waits keep a reply and its
-// request together. A write has no reply. Nothing here retries.
+// Requests and replies have no checksum and no sequence number. Only the wait before a read assigns
+// a reply to its request. A write has no reply. Nothing here retries.
 #pragma once
 
 #include "link/serial_port.h"
@@ -36,8 +36,8 @@ Bytes command_frame(Command command);
 std::optional<Bytes> write_frame(double number, double value);
 
 // A reply: everything that had arrived at the time of one read. Positions count from 1. Bytes 1 to
-// 4 are the frame head, which is not checked; byte 5 repeats the command (the echo); the data begin
-// at 6.
+// 4 are "P", "C" and the length, which are not checked; byte 5 repeats the command (the echo); the
+// data begin at 6.
 class Reply {
   public:
     Reply() = default;
@@ -74,8 +74,8 @@ bool write_parameter(double number, double value);
 // Takes every byte from the receive buffer. Empty if nothing has arrived or the port fails.
 Reply read_reply();
 
-// Sets number and line settings and opens the port, which must be closed. Nothing on success, else
-// the system's error text.
+// Sets number and line settings and opens the port; fails if it is open. Nothing on success, else
+// the error text.
 std::optional<std::string> open_port(double port_number);
 void close_port();
 bool port_is_open();

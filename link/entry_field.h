@@ -7,8 +7,8 @@
 
 namespace zol::link {
 
-// One field, and the steps that its panel adds to those which all fields share. The differences
-// between the panels are intended.
+// One field, and the steps that its panel adds to the common ones, in the order of the members. The
+// differences between the panels are intended.
 struct EntryField {
     view::Widget& field;
     int parameter;                             // to which the number is written

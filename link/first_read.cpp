@@ -18,7 +18,8 @@ bool extended_as_family_1() {
            (state.ecu_family >= 3 && state.ecu_revision >= 35);
 }
 
-// Whether it sends them in the layout of families 2 to 4. If both hold, this layout is used last.
+// Whether it sends them in the layout of families 2 to 4. If both hold, the values read with this
+// layout replace the others.
 bool extended_as_families_2_to_4() {
     return state.ecu_family >= 2 && state.ecu_version >= 6 && state.ecu_revision >= 24;
 }

@@ -1,5 +1,5 @@
 // The gas injectors of the menu: what a choice writes, what the mirror of the opening value holds
-// afterwards, and which opening values tick the menu item (the injector marks).
+// afterwards, and which value of that mirror ticks the menu item (the injector marks).
 #pragma once
 
 #include "view/windows/form1.h"
@@ -9,7 +9,7 @@
 
 namespace zol::link {
 
-// The opening values that tick an item. MIVRA has a different one at activation.
+// The opening values that tick an item. Only those of MIVRA differ.
 struct OpeningMarks {
     double at_activation;
     double by_dialog_or_menu; // the dialog path of the first read, and a choice in the menu
@@ -17,12 +17,13 @@ struct OpeningMarks {
 
 struct InjectorType {
     view::Widget& item;
-    double time_constant; // the three values that are written, in this order
-    double constant;
-    double opening;
+    // The three values that are written, in this order.
+    double time_constant; // par::injector_time_constant
+    double constant;      // par::injector_constant
+    double opening;       // par::injector_opening
     int wait_after_write_ms;
-    // The mirror of the opening after the choice; nothing: it keeps its value. It differs from the
-    // written value, so the ticks follow at the next read of the unit.
+    // The value of the opening's mirror after the choice; nothing: the mirror does not change. It
+    // is not the written value, so the item is ticked only at the next read of the unit.
     std::optional<double> held_opening;
     std::optional<OpeningMarks> marks; // none: never ticked, and no hourglass
 };

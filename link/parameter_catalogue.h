@@ -68,7 +68,7 @@ inline constexpr Parameter rows[] = {
 
 } // namespace catalogue_columns
 
-// All rows in the order of their numbers, without the correction cells.
+// All rows in the order of their numbers. The correction cells have no rows.
 inline constexpr auto& parameter_catalogue = catalogue_columns::rows;
 
 // The row of a parameter. A number without a row does not compile.
@@ -78,6 +78,8 @@ consteval const Parameter& parameter(int number) {
     throw "the catalogue has no such parameter";
 }
 
+// Correction cells with consecutive numbers: parameters whose effect is not known. Only the factory
+// reset writes them, all with the same value.
 struct CellRun {
     int first, last;
 };

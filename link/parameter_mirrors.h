@@ -62,8 +62,8 @@ struct ParameterMirrors {
     double fuel_offset = 0;
     double injector_constant = 0;
     double injector_opening = 0;
-    double par_215 = 0; // written by the factory reset
-    std::string last_check_year_text;
+    double par_215 = 0;               // written by the factory reset
+    std::string last_check_year_text; // as shown; see year_text_of_image()
 };
 
 inline ParameterMirrors mirrors;

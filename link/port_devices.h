@@ -11,7 +11,7 @@ namespace zol::link {
 struct FoundDevice {
     std::filesystem::path path; // empty: the number was never opened
     std::string identity;       // see device_identity()
-    std::string link, node;     // file_mark() of the path itself and of its target
+    std::string link, node;     // file_mark() of the path itself and of the file it leads to
 };
 inline std::array<FoundDevice, 8> found_devices; // of port numbers 1 to 8
 
@@ -22,9 +22,9 @@ inline std::array<FoundDevice, 8> found_devices; // of port numbers 1 to 8
 // car. Empty for a number outside 1 to 8.
 std::filesystem::path device_of_port(int port_number);
 
-// The present path of the device that was opened for a port number. A USB adapter that is pulled
-// while the port is open comes back under another ttyUSB name; it is searched for among the usual
-// devices by its serial number. Any other device is at the path where it was opened.
+// The present path of the device that was opened for a port number, 1 to 8. A USB adapter that is
+// pulled while the port is open comes back under another ttyUSB name; it is searched for among the
+// usual devices by its serial number. Any other device is at the path where it was opened.
 std::filesystem::path place_of_found(int port_number);
 
 // The path; for a symbolic link also its target: "ports/com1 -> /dev/ttyUSB0".

@@ -1,4 +1,4 @@
-// The end of the program: it stops all sending and closes the port.
+// The end of the program: nothing more is sent, and the port is closed.
 #pragma once
 
 namespace zol::link {

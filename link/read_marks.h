@@ -25,10 +25,10 @@ void tick_debug_pair();
 // Ticks the injector whose opening value the mirror holds; `occasion` chooses the set of values,
 // such as &OpeningMarks::at_activation. Any other value ticks none.
 void tick_injector(double OpeningMarks::*occasion);
-// Shows the type of the tank sender and stores it if it is a preset. 99 ticks the box of free
-// values, whose handler stores it.
+// Shows the type of the tank sender and stores it in `state.tank_type`. For 99 it ticks the box of
+// free values, whose handler stores and writes it.
 void take_tank_type();
-// Selects voltage or current.
+// Selects the kind of lambda sensor, voltage or current.
 void select_lambda_kind();
 // Shows the frame of the modular changeover and selects its option.
 void show_modular_pair();
@@ -37,6 +37,7 @@ std::string year_text_of_image();
 // Shows time on gas and last check from the mirrors, with `middle` between minutes and day and
 // `end` after the year. Also shows the line's heading and enables the car menu.
 void show_service_line(const char* middle, const char* end);
+// The usual `middle`; the long layout of the dialog path has one more blank.
 constexpr const char* service_line_middle = " min    - Date Last Check : ";
 
 } // namespace zol::link

@@ -32,7 +32,7 @@ void show_tank_thresholds(bool second_below) {
     view::place_value(form1::Slider1[2], t3);
     view::place_value(form1::Slider1[3], t4);
     view::place_value(form1::Slider1[4], t4);
-    // The first threshold is the top of its band, each other one the bottom of the next band.
+    // The first threshold belongs to the band below it, the others to the band above them.
     view::set_text(form1::Label8, percent(t1 + 1));
     view::set_text(form1::Label_led0, percent(t1));
     view::set_text(form1::Label9, percent(t2));
