@@ -11,9 +11,9 @@ namespace {
 
 using app::state;
 
-constexpr double silent_sensor = 20; // and below
-constexpr double engine_panel_centre = 400;
-// In twips before scaling.
+constexpr double silent_sensor = 20;        // mV, and below
+constexpr double engine_panel_centre = 400; // mV
+// Twips before scaling. One mV is as high as one twip, times the scale.
 constexpr double bar_width = 60, bar_pitch = 100;
 
 void show_sample() {

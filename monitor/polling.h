@@ -8,8 +8,9 @@
 
 namespace zol::monitor {
 
-// Sets `poll_enabled` and switches the timer on; clears the flag and switches it off, at once.
+// Sets `poll_enabled` and switches the timer on.
 void start_polling();
+// Clears `poll_enabled` and switches the timer off. A telegram under way still arrives.
 void stop_polling();
 // Stops polling and waits until a telegram under way has ended.
 void stop_polling_and_wait();

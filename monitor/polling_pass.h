@@ -31,18 +31,18 @@ class PollingPass {
     PollingPass& operator=(const PollingPass&) = delete;
 };
 
-// Called by a pass that has waited `ms` for a reply in vain and repeats its request.
+// A pass calls this when it has waited `ms` without a reply and repeats its request.
 void request_is_repeated(int ms);
 
-// True also in a handler that runs inside the pass.
+// Whether a pass is under way. True also in a handler that runs inside it.
 bool pass_is_under_way();
 
 // Runs `work` at once if no pass is under way or the pass has repeated its requests for
 // `repeat_timeout_ms`; else as soon as one of the two holds.
 void after_the_pass(std::function<void()> work);
 
-// Runs `work` as soon as the pass under way, which is repeating its requests, repeats once more or
-// ends.
+// For work that after_the_pass() has begun inside a pass: runs `work` as soon as that pass repeats
+// its request once more or ends.
 void after_the_next_repeat(std::function<void()> work);
 
 } // namespace zol::monitor

@@ -14,8 +14,7 @@ using view::Colour;
 
 constexpr int last_green = 27, last_yellow = 37;
 
-// The colour that a lamp takes when the bar is lit up to `count`; nothing if the lamp does not
-// change.
+// The colour that colora_led() gives to a lamp; nothing if the lamp keeps its colour.
 std::optional<Colour> lit_colour(int lamp, int count, Colour colour) {
     if (colour == view::green) return lamp <= count ? std::optional(view::green) : std::nullopt;
     if (colour != view::yellow && colour != view::red) return std::nullopt;
@@ -25,8 +24,8 @@ std::optional<Colour> lit_colour(int lamp, int count, Colour colour) {
 }
 
 // The lamp up to which a speed lights the bar; -1 for none. From 400 rpm it is 1, plus 1 for each
-// further 50 rpm up to 1550. No speed gives 24. The last three values are beyond the end of the
-// bar.
+// further 50 rpm up to 1550. No speed gives 24. The values from 42 on are beyond the end of the
+// bar, whose last lamp is 41.
 int lamp_count(double rpm) {
     if (rpm <= 0) return -1;
     if (rpm < 400) return 0;

@@ -5,9 +5,10 @@
 
 namespace zol::monitor {
 
-// Lights the lamps from 0 to `count`, inclusive: green up to lamp 27, yellow up to 37, red beyond.
-// The colour chooses the zones: green lights green only, yellow lights green and yellow, red lights
-// all three; any other colour lights none. Indices without a lamp are skipped.
+// Lights the lamps from 0 to `count`, inclusive. `colour` is that of the last lamp: with green, all
+// are green; with yellow, those up to 27 are green and the rest yellow; with red, those up to 27
+// are green, those up to 37 yellow and the rest red. Any other colour lights none. The other lamps
+// keep their colour, and indices without a lamp are skipped.
 void colora_led(int count, view::Colour colour);
 
 // Shows the speed in rpm: lights its lamps, none at 0 or below, and gives the others the window's

@@ -27,7 +27,7 @@ using app::state;
 using link::mirrors;
 
 constexpr view::Colour button_grey = view::rgb(192, 192, 192);
-// PAR_5 of a unit whose injection time was never acquired.
+// PAR_5 of a unit whose injection time was never acquired, in µs.
 constexpr double tinj_not_acquired = 2502;
 
 // The lambda panel's status read. It does not wait: its reply is read 100 ms later, by the next
@@ -50,7 +50,7 @@ void lambda_panel_reads() {
     give_tab_stops();
 }
 
-// Blinks even while the line is hidden, and only if there is a text colour.
+// Blinks the label of the automatic tuning, even while it is hidden. Only if a text colour is set.
 void tuning_line_blinks() {
     const auto colour = app::text_colour();
     if (!colour) return;
@@ -86,7 +86,7 @@ void show_fuel() {
 
 void show_temperature_correction() {
     const double shown = mirrors.temperature_correction > 20 ? 10 : mirrors.temperature_correction;
-    // Values from 11 to 20 are shown, although the operator can only choose up to 10.
+    // Values from 11 to 20 are shown as they are, although the operator can only choose up to 10.
     view::set_range(form1::Slider3, form1::Slider3.design.min,
                     std::max(form1::Slider3.design.max, shown));
     view::set_value_and_run_handler(form1::Slider3, shown);

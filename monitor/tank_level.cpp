@@ -41,7 +41,7 @@ constexpr std::array<Preset, 6> presets = {{
     {4000, 600, {6, 14, 49, 79}},
 }};
 
-constexpr int free_values = 99; // sender type without a preset
+constexpr int free_values = 99; // sender type: thresholds and voltages are not from a preset
 
 // A row whose slider sets a threshold, from the bottom of the gauge: the label of its upper bound,
 // that of the next row's lower bound, that of the voltage between the two, and the threshold.
@@ -139,10 +139,10 @@ void on_tank_slider(int index) {
     view::set_pointer(form1::Form1, Pointer::normal);
 }
 
-// Sends all thresholds after a change of the end voltages. Each of five steps raises one slider by
-// one and handles one slider as if it had been moved. Sliders are handled from the bottom up; the
-// direction is the order in which they are raised. One that is raised before it is handled ends one
-// higher, and the unit gets that value.
+// Sends all thresholds after a change of the voltages of the empty or full tank. Each of five steps
+// raises one slider by one and handles one slider as if it had been moved. Sliders are handled from
+// the bottom up; the direction is the order in which they are raised. A slider that is raised
+// before it is handled sends a threshold that is one higher.
 enum class Nudge { downward, upward };
 
 void nudge(Nudge direction) {
