@@ -23,12 +23,10 @@ using link::wait_ms;
 using At = monitor::TelegramPosition;
 
 constexpr double warm_enough_c = 50.0;
-// Added to the mean on gas, so that in the end the gas time is at least this much below the petrol
-// time.
-constexpr double gas_margin = 150.0;
-// Width of the target range: in the end the gas time is less than gas_margin plus this below the
-// petrol time.
-constexpr double window_width = 300.0;
+// The target range: in the end the gas time is below the petrol time by more than gas_margin_us,
+// and by less than gas_margin_us + target_width_us. The margin is added to the mean on gas.
+constexpr double gas_margin_us = 150.0;
+constexpr double target_width_us = 300.0;
 constexpr double highest_gain = 1800;
 // The run stops before the slider's minimum of 1001: a lower gain means that the gas pressure is
 // too high.
@@ -58,8 +56,8 @@ void show_fuel_state(const link::Reply& telegram) {
     }
 }
 
-// Requests a telegram and returns the reply to the previous request. It shares the receive buffer
-// with the polling loop, so a reply that is too short is discarded and the request repeated,
+// Requests a telegram and returns the reply to the previous request. Both this and the polling loop
+// read from the same buffer, so a reply that is too short is discarded and the request repeated,
 // without limit.
 link::Reply next_telegram() {
     for (;;) {
@@ -114,7 +112,7 @@ void measure_both_fuels() {
     go_to_gas();
     const double gas_avg = mean_injection_time();
     monitor::start_polling();
-    tuning.tinj_gas_adjusted = gas_avg + gas_margin;
+    tuning.tinj_gas_adjusted = gas_avg + gas_margin_us;
 }
 
 // --- Correcting
@@ -160,7 +158,7 @@ void finish() {
 
 Round decide() {
     const double petrol = tuning.tinj_petrol_avg, gas = tuning.tinj_gas_adjusted;
-    const double lower_edge = petrol - window_width;
+    const double lower_edge = petrol - target_width_us;
     if (gas > petrol) return correct_lean();
     if (gas < lower_edge) return correct_rich();
     // Exactly at an edge the run ends without a message.

@@ -1,13 +1,13 @@
 // The automatic tuning. It measures the car's injection time on petrol, then on gas, and corrects
-// the gain at low load by the ratio of the two, in rounds, until the gas time is 150 to 450 below
-// the petrol time (in the telegram's unit).
+// the gain at low load by the ratio of the two, in rounds, until the gas time is 150 to 450 µs
+// below the petrol time.
 #pragma once
 
 #include <array>
 
 namespace zol::calibration {
 
-// The results of the measurements, in the unit of the telegram's injection time.
+// The results of the measurements, in µs.
 struct TuningMeasures {
     std::array<double, 20> tinj_samples{}; // of the present or last measurement
     double tinj_petrol_avg = 0;

@@ -27,7 +27,7 @@ namespace par = link::par;
 // By how much the gain at high load is below the one at low load, in thousandths.
 constexpr double coupling_on_lpg = 200, coupling_on_methane = 300;
 
-// The main window's keyboard shortcuts need a focus that is on no control.
+// Keys go to the main window's shortcuts alone if no control has the focus.
 void give_main_window_focus() { view::set_focus(form1::Form1); }
 
 void show_tip(Widget& gain_slider) {
@@ -145,7 +145,8 @@ void begin_rpm_step(const RpmButton& button) {
     }
 }
 
-// `poll_enabled` is still false, so the next tick stops polling; the watchdog restarts it.
+// `poll_enabled` is still false, so the polling timer's tick only switches it off again. The
+// watchdog, if it runs, restarts polling.
 void end_rpm_step(const RpmButton& button) {
     send_parameter(par::rpm_multiplier, mirrors.rpm_multiplier);
     wait_ms(button.wait_after_ms);

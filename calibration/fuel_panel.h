@@ -1,5 +1,5 @@
-// The settings panel: fuel, pressure sensor, temperature and time of the changeover, and modular
-// changeover.
+// The settings panel without the tank gauge: fuel, pressure sensor, temperature and time of the
+// changeover, and modular changeover.
 #pragma once
 
 namespace zol::calibration {

@@ -43,7 +43,8 @@ void begin_writing() {
     monitor::stop_polling_and_wait();
 }
 
-// `poll_enabled` is still false, so the next tick stops polling; the watchdog restarts it.
+// `poll_enabled` is still false, so the polling timer's tick only switches it off again. The
+// watchdog, if it runs, restarts polling.
 void end_writing() {
     view::set_pointer(form1::Form1, Pointer::normal);
     form1::Timer_stato_sistema.on();

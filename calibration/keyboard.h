@@ -1,5 +1,5 @@
-// The keyboard shortcuts of the main window: seven plain keys for the changeover and the
-// calibration sliders, and four keys with Ctrl for functions that no menu offers. The main window
+// The keyboard shortcuts of the main window: seven keys for the changeover and the gain and
+// attenuation sliders, and four keys with Ctrl for functions that no menu offers. The main window
 // handles each key before the focused control does.
 #pragma once
 

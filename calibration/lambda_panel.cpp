@@ -55,13 +55,13 @@ void control_clicked(double on) {
     resume_reads();
 }
 
-// Sets both limits to the range of the chosen kind of sensor.
-void reset_limits(double limit, int settle_ms) {
-    const std::string shown = app::number_text(limit);
+// Sets both limits to the initial value for the chosen kind of sensor.
+void reset_limits(double limit_mv, int settle_ms) {
+    const std::string shown = app::number_text(limit_mv);
     view::set_text(form1::Text_lambda_closed_loop, shown);
-    write(par::lambda_closed_loop_max, mirrors.lambda_closed_loop_max, limit, settle_ms);
+    write(par::lambda_closed_loop_max, mirrors.lambda_closed_loop_max, limit_mv, settle_ms);
     view::set_text(form1::Text_lambda_open_loop, shown);
-    write(par::lambda_open_loop_max, mirrors.lambda_open_loop_max, limit, settle_ms);
+    write(par::lambda_open_loop_max, mirrors.lambda_open_loop_max, limit_mv, settle_ms);
 }
 
 void voltage_clicked() {

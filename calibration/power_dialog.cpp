@@ -29,7 +29,7 @@ constexpr PowerOption options[] = {
     {form_power::Option_meno_15, -15}, {form_power::Option_meno_25, -25},
 };
 
-// Downwards the gain is limited to the slider's minimum; upwards it is not limited.
+// A percentage below 0 is limited to the slider's minimum, one above 0 is not limited.
 void percent_chosen(double percent) {
     mirrors.ktar_high = mirrors.ktar_low + mirrors.ktar_low * percent / 100;
     if (percent < 0)
@@ -39,8 +39,8 @@ void percent_chosen(double percent) {
 void ok_clicked() {
     view::set_pointer(form_power::Form_power, Pointer::hourglass);
     monitor::stop_polling();
-    // The gain is sent as the parameter number, and the parameter number as the value. This
-    // exchange is intended.
+    // The gain is sent as the parameter number, and the parameter number as the value. This is
+    // required: see docs/not-bugs.md.
     link::write_parameter(mirrors.ktar_high, link::par::ktar_high);
     wait_ms(link::send_settle_ms);
     view::set_pointer(form_power::Form_power, Pointer::normal);

@@ -4,8 +4,8 @@
 
 namespace zol::calibration {
 
-// Stops polling, disables the main window and shows the dialog. CANCEL, or closing it by its title
-// bar, enables the main window and starts polling; OK leaves the dialog open.
+// Stops polling, disables the main window and shows the dialog. OK writes and leaves the dialog
+// open. CANCEL, or closing it by its title bar, enables the main window and starts polling.
 void show_power_dialog();
 
 void connect_power_dialog();

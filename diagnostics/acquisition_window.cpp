@@ -133,6 +133,7 @@ void send_then_wait(int number, double value, int pause_ms) {
     wait_ms(pause_ms);
 }
 
+// Computes the three points, in µs, from the longest injection time. The third is sent twice.
 void save_points(double maximum) {
     const double lower = maximum / 2 - 500;
     mirrors.tinj_upper = round_half_even(maximum + 2000);

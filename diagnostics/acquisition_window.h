@@ -1,6 +1,6 @@
 // The acquisition window: it shows the petrol injection time while the fitter revs the engine,
-// keeps the maximum, and on saving computes three calibration points from it. While it is open the
-// main window is disabled and polling is off.
+// keeps the maximum, and on saving computes the three injection-time points of the calibration.
+// While it is open the main window is disabled and polling is off.
 #pragma once
 
 namespace zol::diagnostics {

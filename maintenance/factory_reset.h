@@ -10,7 +10,7 @@ namespace zol::maintenance {
 void reset_control_unit();
 
 // Sends only the unit's reset command; reads no reply and writes no defaults. Does not restart
-// polling.
+// polling. No control calls it.
 void send_reset_only();
 
 void connect_factory_reset();

@@ -8,8 +8,8 @@
 
 namespace zol::maintenance {
 
-// The text of the dump in Latin-1: one line for each word from byte 6 to byte 106 of the image that
-// the reply holds. The labels are those of family 0's layout, for every family.
+// The text of the dump in Latin-1: one line for each word at bytes 6 to 107 of the image, as far as
+// the reply holds them. The labels are those of family 0's layout, for every family.
 std::string dump_text(const link::Reply& image);
 
 // Reads the image, repeating the request without limit, and replaces "\log\setting.txt" with its
@@ -18,7 +18,7 @@ std::string dump_text(const link::Reply& image);
 void dump_parameters();
 
 // Asks for a parameter and its value and writes it. A text that is not a number counts as 0. Does
-// not restart polling.
+// not restart polling. No control calls it; Ctrl+V calls calibration/parameter_edit.h.
 void edit_parameter();
 
 void connect_parameter_dump();

@@ -32,8 +32,8 @@ void write_record(int number, int value) {
     wait_ms(200);
 }
 
-// Shows the service line again. The timer is switched on but `poll_enabled` stays false, so its
-// tick stops at once until other code sets the flag.
+// Shows the service line again. `poll_enabled` is still false, so the polling timer's tick only
+// switches it off again. The watchdog, if it runs, restarts polling.
 void end_reset() {
     link::show_service_line(link::service_line_middle, "  ");
     view::set_pointer(form1::Form1, Pointer::normal);

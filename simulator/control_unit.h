@@ -83,7 +83,7 @@ class ControlUnit final : public Line {
     // 0 for a number above 255.
     std::uint16_t parameter(int number) const { return memory_[number]; }
     // Sets a parameter as a write would, but without an entry in `received`. For the protocol
-    // parameter, a value from 2 to 10 is also the car's protocol.
+    // parameter, a value from 2 to 10 also sets the car's protocol.
     void set_parameter(int number, std::uint16_t value);
 
     const Options& options() const { return options_; }

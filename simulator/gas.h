@@ -36,8 +36,8 @@ struct Gas {
     void start(bool warm);
     // The unit starts: no request of the operator is pending, and the valve is closed.
     void power_up();
-    // Requests of the operator. A request for gas waits for temperature, time and pressure, but for
-    // no engine speed.
+    // Requests of the operator. A request for gas waits for temperature, time and pressure, but not
+    // for an engine speed.
     void ask_for_gas();
     void ask_for_petrol();
     // Also counts the time on gas in `memory`.

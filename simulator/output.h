@@ -27,8 +27,9 @@ class Output {
     Output& operator=(const Output&) = delete;
     ~Output();
 
-    // Writes to a descriptor, which the caller still owns. Both calls return an empty text, or a
-    // sentence with the error and what to do.
+    // start() and open() return an empty text, or a sentence with the error and what to do.
+    //
+    // Writes to a descriptor, which the caller still owns.
     std::string start(int fd);
     // Writes to a file, which is emptied first, or to a FIFO, whose reader may come later.
     std::string open(const std::string& path);
