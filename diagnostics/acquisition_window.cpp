@@ -99,8 +99,8 @@ void injection_time_ticks() {
         Timer_tinj.off();
         return;
     }
-    // A poll pass may be reading live data since before the window was opened. It goes first while
-    // the unit may still answer, because each read would take the other's replies.
+    // A poll pass that began before the window was opened may be reading live data. This read waits
+    // while the unit may still answer that one, because each would take the other's replies.
     if (state.eobd_read_under_way) return;
     wait_ms(200);
     if (!link::port_is_open() || !the_window.shown) return;

@@ -1,6 +1,6 @@
 // The polling loop: a timer whose tick (a poll pass) switches the timer off, requests the status
-// telegram, shows the previous one, and switches the timer on again. A pass never overlaps another
-// one, but handlers run inside its waits.
+// telegram, shows the previous one, reads the live data where the unit has them, and switches the
+// timer on again. A pass never overlaps another one, but handlers run inside its waits.
 //
 // To use the line, a handler stops polling, waits until the telegram under way has ended, sends,
 // waits, and starts polling again or leaves that to the watchdog (monitor/side_timers.h).

@@ -34,8 +34,8 @@ constexpr double tinj_not_acquired = 2502;
 // tick.
 void lambda_panel_reads() {
     form1::Timer_stato_sistema.off();
-    // A poll pass may be reading live data since before the panel was opened. It goes first while
-    // the unit may still answer, because each read would take the other's replies.
+    // A poll pass that began before the panel was opened may be reading live data. This read waits
+    // while the unit may still answer that one, because each would take the other's replies.
     if (link::port_is_open() && !state.eobd_read_under_way) {
         link::send_command(link::Command::status);
         const link::Reply telegram = link::read_reply();

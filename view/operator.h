@@ -1,9 +1,9 @@
 // Delivers the operator's acts (clicks, keys, drags ...) to the widgets' handlers. The toolkit
 // calls these functions for real input, tests call them directly.
 //
-// Each function returns true after the handler has run. It returns false and does nothing if the
-// widget is hidden or disabled, itself or through its frame, menu or window, or if too many acts
-// are running. takes_focus_by_tab() only asks.
+// An act returns true when it is done and its handler, if there is one, has run. It returns false
+// and does nothing if the widget is hidden or disabled, itself or through its frame, menu or
+// window, or if too many acts are running.
 #pragma once
 
 #include "view/widget.h"
@@ -30,7 +30,7 @@ bool double_click(Widget& widget);
 bool drag_on(Widget& slider, double value);
 // The end of a drag, and a whole drag or a key or wheel step. Runs `change` if the value differs
 // from `before` (the value when the drag began), then always `click`. `drag_to` runs `scroll`
-// first.
+// first. If end_drag() returns false, a slider that can be used goes back to `before`.
 bool end_drag(Widget& slider, double before);
 bool drag_to(Widget& slider, double value);
 // Selects an item from 0 and runs the click handler, also if the item was selected already. False

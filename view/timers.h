@@ -50,7 +50,7 @@ struct Platform {
     virtual std::int64_t now_us() = 0; // of a clock that never goes back
     static constexpr std::int64_t forever = INT64_MAX;
     // Processes input, serial bytes and painting. Returns at `until_us` at the latest, and earlier
-    // as soon as something has happened. `until_us` is `forever` when no timer is on.
+    // as soon as something has happened. `until_us` may be `forever`.
     virtual void idle(std::int64_t until_us) = 0;
     // Ends the program from inside any number of nested waits. No handler runs after this call.
     [[noreturn]] virtual void end_program() = 0;
@@ -85,8 +85,8 @@ void pump_until(std::int64_t until_us);
 // Makes the pump run `work` before any timer fires. Posted work runs in the order of these calls,
 // one in each turn.
 void post(std::function<void()> work);
-// When the pump has something to do next: now if work is posted, else when the next timer is due;
-// Platform::forever if no timer is on.
+// When the pump has something to do next: now if work is posted, else when the next timer is due or
+// the program is to end; Platform::forever if there is neither.
 std::int64_t next_due_us();
 // Waits: sets `timer` to `ms`, switches it on and pumps until it is off. A nested wait on the same
 // timer sets a new interval, so the outer wait ends together with the nested one, earlier or later
@@ -99,7 +99,8 @@ int wait_depth();
 void load_timers(Widget& window);
 // Gives them their designed intervals and switches all of them off.
 void unload_timers(Widget& window);
-// Switches every timer off, restores its designed interval and drops posted work. For tests.
+// Switches every timer off, restores its designed interval, and drops posted work and the end that
+// end_program_within() has set. For tests.
 void reset_timers();
 
 } // namespace zol::view

@@ -51,7 +51,7 @@ void select_and_run_handler(Widget& option_or_check, bool on = true);
 // Sets a slider or progress bar, and switches an option button on. Neither runs a handler.
 bool place_value(Widget& slider_or_bar, double value);
 void place_selected(Widget& option);
-// Also limits the value to the new range.
+// Limits the value to the new range.
 void set_range(Widget& slider_or_bar, double min, double max);
 void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing selected
 // One tip for each item. set_items() removes them.
@@ -63,7 +63,7 @@ bool set_list_index(Widget& combo, int index); // runs no handler; -1 selects no
 bool reachable(const Widget& widget);
 
 // Focus. A hidden or disabled control is not given the focus; the call then has no effect. A window
-// as the argument takes the focus away from its controls.
+// as the argument takes the focus away from its controls. Runs the got_focus handler.
 void set_focus(Widget& control_or_window);
 const Widget* focus(); // null if no control or window has it
 
@@ -75,7 +75,8 @@ void clear_drawing(Widget& picture);
 // Windows. Loading gives the window's widgets and timers their designed state and runs the load
 // handler; it has no effect on a loaded window. Unloading runs the closing and unload handlers and
 // hides the window. The pump delivers a window's activation after it was shown, and after another
-// window of the program, which was active, was hidden or unloaded.
+// window of the program, which was active, was hidden or unloaded. The active window's deactivate
+// handler runs when another window is shown and when it is hidden or unloaded itself.
 void load(Widget& window);
 void show(Widget& window);
 void hide(Widget& window);

@@ -1,6 +1,6 @@
 // A screen for tests without a display. It shows nothing, records boxes and manual calls, counts
 // changes of widgets, and answers boxes from a script: every box needs a scripted answer. An
-// unexpected box and an unused answer are both reported as complaints.
+// unexpected box is treated as closed by its title bar. It and an unused answer are complaints.
 #pragma once
 
 #include "view/screen.h"
