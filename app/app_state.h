@@ -29,7 +29,7 @@ struct AppState {
     bool settings_panel_open = false;
 
     // 1 to 8, or 0 until one was read. After OK in the connection dialog it is the position in the
-    // dialog's list, from 1, which differs from COM4 on.
+    // dialog's list, from 1, which is one lower than the port number from COM4 on.
     double com_port_number = 0;
     std::string tool_version = ZOL_VERSION; // set by the build
     std::string firmware_text; // "family.version.revision" of the unit. Set by the first read

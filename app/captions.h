@@ -5,8 +5,8 @@ namespace zol::app {
 
 // Sets the captions of the panels' buttons and frames, and of the present tank level.
 void apply_panel_captions();
-// Sets the captions of options, labels, buttons and menus, refills the tank list and selects its
-// entry again.
+// Sets the captions of the controls inside the lambda and diagnosis panels and of the menus,
+// refills the tank list and selects its entry again.
 void apply_control_captions();
 
 // Sets the captions that have no message number, from the helper texts (app/helper_texts.h).

@@ -78,7 +78,7 @@ void set_message(view::Widget& control, int key, const std::string& suffix = "")
 
 // The short description of a trouble code, from the language's file or, if that does not exist, the
 // English one. Also puts the long note into Text_note_error. Empty if the code has no entry;
-// nothing if no file can be read.
+// nothing if the file cannot be read or "[code]" is its last line.
 std::optional<std::string> trouble_code_text(const std::string& code);
 // The same for the content of such a file.
 std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code);

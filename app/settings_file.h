@@ -3,8 +3,8 @@
 //
 // Each call reads the file again. A write keeps every other line, the order, the comments and the
 // line ends. A file that is missing, unreadable, in UTF-16 or larger than 1 MiB is treated as
-// having no keys; if it exists but cannot be read, it is never overwritten. No call reports a
-// failure.
+// having no keys; if it exists but cannot be read, it is never overwritten. A write that would make
+// it larger than 1 MiB is not done. No call reports a failure.
 #pragma once
 
 #include <string>

@@ -23,9 +23,9 @@ struct EntryField {
     view::Widget* freed = nullptr; // enabled at the end; null: the field itself
 };
 
-// What Enter does: disables the field and shows the hourglass, reads the text leniently (no number
-// is 0), removes the mark, writes, waits, and enables the field again. A number outside 0 to 65535
-// is not sent, and a port that fails is ignored; the wait runs in any case.
+// What Enter does: disables the field and shows the hourglass, reads the number with app::val(),
+// removes the mark, writes, waits, and enables the field again. A number outside 0 to 65535 is not
+// sent, and a port that fails is ignored; the wait runs in any case.
 void send_entry(const EntryField& entry);
 
 // Connects the field's click and key handlers and notes its parameter for the tips.

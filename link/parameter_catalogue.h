@@ -25,14 +25,14 @@ namespace par {
 // Groups of words that the first read takes together. Its path and the firmware decide which groups
 // it takes.
 enum class WordGroup {
-    unread,
+    unread,     // none: the first read does not take them
     base,       // every family, both paths
     activation, // every family, activation path; the dialog path reads these only under its own
                 // conditions, if at all
     cut_off,    // every family, activation path; the dialog path with the extended words
-    lambda,
-    eobd,
-    extended, // only in newer firmware
+    lambda,     // families 1 to 4
+    eobd,       // every family but 1; the activation path not in family 3 either
+    extended,   // only in newer firmware
 };
 
 // The 1-based position of the parameter's high byte in each layout of the image; 0 if the layout

@@ -11,8 +11,8 @@ namespace zol::link {
 // Shows both gains on their sliders, highlighted from the slider's lower end to the value.
 void show_gains();
 // Shows the menus and buttons of a unit without access to the car's diagnosis (family 1), and of a
-// unit that has it. The two paths call these for different families and with different values of
-// `lambda_too`.
+// unit that has it. `lambda_too` shows the lambda panel's button, else hides it. The two paths call
+// these for different families.
 void offer_lambda_only();
 void offer_diagnosis(bool lambda_too);
 // Ticks "Inverse" if the mirror holds 1, else "Normal".
