@@ -31,7 +31,7 @@ class PollingPass {
     PollingPass& operator=(const PollingPass&) = delete;
 };
 
-// A pass calls this when it has waited `ms` without a reply and repeats its request.
+// A pass calls this when it has waited `ms` without a usable reply and repeats its request.
 void request_is_repeated(int ms);
 
 // Whether a pass is under way. True also in a handler that runs inside it.
