@@ -1,7 +1,8 @@
-// A control unit whose every answer is in the test's hand, for what a healthy one never sends.
+// A control unit whose replies the test decides, for what a sound unit never sends.
 #pragma once
 
 #include "tests/support/bench.h"
+#include "tests/support/frames.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 
@@ -11,57 +12,32 @@ namespace zol::tests {
 
 using link::Bytes;
 
-// The image word at `position` of an unaltered CraftedUnit: each position has its own. The one of
-// the temperature correction fits its slider, which writes what it is given.
+// The word at `position` of the image of an unaltered CraftedUnit: each position has its own. The
+// one of the temperature correction is within the range of its slider, which otherwise writes a
+// value back.
 constexpr int word_at(int position) { return position == 36 ? 7 : 10 * position + 1; }
 
 struct CraftedUnit {
     int family = 0, version = 2, revision = 71;
-    bool present = true; // answers the presence test
-    Bytes image = Bytes(191, 0);
-    // If set, what a command is answered with, instead of the usual.
+    bool present = true; // replies to the presence test
+    Bytes image = image_reply(191);
+    // If set, gives the reply to a command, or nothing for the usual one.
     std::function<std::optional<Bytes>(int command)> instead;
 
     CraftedUnit() {
-        image[4] = 1;
         for (int position = 6; position <= 190; position += 2)
             set_word(position, word_at(position));
     }
-    void set_word(int position, int value) {
-        image[static_cast<std::size_t>(position - 1)] = static_cast<std::uint8_t>(value / 256);
-        image[static_cast<std::size_t>(position)] = static_cast<std::uint8_t>(value % 256);
-    }
-    Bytes version_reply() const {
-        return {80,
-                67,
-                0,
-                12,
-                7,
-                0,
-                static_cast<std::uint8_t>(family),
-                0,
-                static_cast<std::uint8_t>(version),
-                0,
-                static_cast<std::uint8_t>(revision),
-                0};
-    }
+    void set_word(int position, int value) { tests::set_word(image, position, value); }
     Bytes answer(int command) const {
         if (instead)
             if (auto other = instead(command)) return *other;
         switch (command) {
         case 1: return image;
-        case 3: {
-            Bytes telegram(27, 0);
-            telegram[4] = 3;
-            return telegram;
-        }
-        case 6: return present ? Bytes{80, 67, 0, 6, 6, 0} : Bytes{};
-        case 7: return version_reply();
-        case 16: {
-            Bytes live(12, 0);
-            live[4] = 16;
-            return live;
-        }
+        case 3: return of_length(frame_bytes(3), 27);
+        case 6: return present ? presence_reply() : Bytes{};
+        case 7: return version_reply(family, version, revision);
+        case 16: return of_length(frame_bytes(16), 12);
         default: return {};
         }
     }

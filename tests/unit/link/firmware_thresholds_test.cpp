@@ -1,7 +1,8 @@
-// Which words of the image each firmware has read, on the two roads of the first read. The
-// thresholds of the roads are not the same, and they are meant not to be.
+// Which words of the image the first read takes from each firmware. The thresholds of the
+// activation path and of the dialog path differ on purpose.
+#include "tests/support/image_oracle.h"
+#include "tests/support/mirror_oracle.h"
 #include "tests/unit/link/crafted_unit.h"
-#include "tests/unit/link/image_words.h"
 
 namespace zol::tests {
 namespace {
@@ -22,34 +23,33 @@ constexpr double untouched = -7;
 class Thresholds : public CraftedBench, public testing::WithParamInterface<Firmware> {
   protected:
     Thresholds() {
-        crafted.family = GetParam().family;
+        crafted.family = family;
         crafted.version = GetParam().version;
         crafted.revision = GetParam().revision;
-        for (const Word& word : every_word)
-            link::mirrors.*word.mirror = untouched;
+        for (const auto& row : oracle::mirrors_of_parameters)
+            link::mirrors.*row.mirror = untouched;
     }
 
-    bool extended() const { return GetParam().extended != Extended::none; }
-    Words extended_words() const {
-        switch (GetParam().extended) {
-        case Extended::none: return {};
-        case Extended::as_family_1: return extended_words_1;
-        case Extended::as_families_2_to_4: return extended_words_2_to_4;
-        case Extended::both: return joined({extended_words_1, extended_words_2_to_4});
-        }
-        return {};
+    std::vector<oracle::ImageWord> extended_words() const {
+        const bool both = extended == Extended::both;
+        return oracle::joined(
+            {oracle::when(both || extended == Extended::as_family_1, oracle::extended_words_of_1),
+             oracle::when(both || extended == Extended::as_families_2_to_4,
+                          oracle::extended_words_of_2_to_4)});
     }
 
-    void expect_read(const Words& words, double kind_of_its_own = untouched) {
-        Mirrors expected;
-        for (const Word& word : every_word)
-            expected.*word.mirror = untouched;
-        expected.lambda_input_kind = kind_of_its_own;
-        for (const Word& word : words)
-            expected.*word.mirror = word_at(word.position);
-        for (const Word& word : every_word)
-            EXPECT_EQ(link::mirrors.*word.mirror, expected.*word.mirror)
-                << "the mirror of position " << word.position;
+    // These words have reached their mirrors, and no other mirror has changed.
+    static void expect_read(const std::vector<oracle::ImageWord>& words,
+                            double lambda_input_kind = untouched) {
+        link::ParameterMirrors expected;
+        for (const auto& row : oracle::mirrors_of_parameters)
+            expected.*row.mirror = untouched;
+        expected.lambda_input_kind = lambda_input_kind;
+        for (const oracle::ImageWord& word : words)
+            expected.*oracle::mirror_of(word.parameter) = word_at(word.position);
+        for (const auto& row : oracle::mirrors_of_parameters)
+            EXPECT_EQ(link::mirrors.*row.mirror, expected.*row.mirror)
+                << "the mirror of PAR_" << row.parameter;
     }
 
     void expect_service_line_of(int hours_position, const std::string& middle,
@@ -60,34 +60,37 @@ class Thresholds : public CraftedBench, public testing::WithParamInterface<Firmw
                       text(hours_position + 2) + middle + text(hours_position + 4) + " / " +
                       text(hours_position + 6) + " / 200" + text(hours_position + 8) + end);
     }
-    void expect_extended_widgets() {
-        EXPECT_EQ(view::visible(form1::Frame2), extended());
-        EXPECT_EQ(view::visible(form1::lbl_ore), extended());
-        EXPECT_EQ(view::visible(form1::lbl_min), extended());
-        EXPECT_EQ(view::enabled(form1::mnu_check_car), extended());
-        EXPECT_EQ(view::selected(form1::Opt_modulare_yes), extended()); // the word is not 0
+    void expect_extended_widgets() const {
+        EXPECT_EQ(view::visible(form1::Frame2), any_extended);
+        EXPECT_EQ(view::visible(form1::lbl_ore), any_extended);
+        EXPECT_EQ(view::visible(form1::lbl_min), any_extended);
+        EXPECT_EQ(view::enabled(form1::mnu_check_car), any_extended);
+        EXPECT_EQ(view::selected(form1::Opt_modulare_yes), any_extended); // the word is not 0
         EXPECT_FALSE(view::selected(form1::Opt_modulare_no));
-        EXPECT_EQ(view::text(form1::lbl_ore).empty(), !extended());
+        EXPECT_EQ(view::text(form1::lbl_ore).empty(), !any_extended);
     }
+
+    const int family = GetParam().family;
+    const bool is_long = family >= 2;
+    const Extended extended = GetParam().extended;
+    const bool any_extended = extended != Extended::none;
 };
 
 constexpr const char* middle = " min    - Date Last Check : ";
 
 class OnActivation : public Thresholds {};
 
-TEST_P(OnActivation, TheWordsOfTheFirmwareAreReadAndNoOthers) {
+TEST_P(OnActivation, TakesTheWordsOfTheFirmwareOnly) {
     read_on_activation();
-    const int family = GetParam().family;
     const bool like_family_1 = family == 1 || family == 3;
-    const bool long_layout = family >= 2;
-    expect_read(joined({words_on_both_roads, cut_off_words, latency_word, activation_words,
-                        like_family_1 ? lambda_words_1 : eobd_words,
-                        long_layout ? lambda_words_2_to_4 : Words{}, extended_words()}),
+    using namespace oracle;
+    expect_read(joined({words_of_both_paths, activation_words, latency_word, cut_off_words,
+                        when(like_family_1, lambda_words_of_1), when(!like_family_1, eobd_words),
+                        when(is_long, lambda_words_of_2_to_4), extended_words()}),
                 like_family_1 ? 0 : untouched);
     expect_extended_widgets();
-    if (GetParam().extended == Extended::as_family_1) expect_service_line_of(126, middle, "  ");
-    if (GetParam().extended == Extended::as_families_2_to_4)
-        expect_service_line_of(160, middle, "  ");
+    if (extended == Extended::as_family_1) expect_service_line_of(126, middle, "  ");
+    if (extended == Extended::as_families_2_to_4) expect_service_line_of(160, middle, "  ");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -105,27 +108,25 @@ INSTANTIATE_TEST_SUITE_P(
         Firmware{4, 5, 255, Extended::none}, Firmware{4, 7, 24, Extended::none},
         Firmware{4, 7, 25, Extended::as_families_2_to_4}));
 
-class ByTheDialog : public Thresholds {};
+class InTheDialog : public Thresholds {};
 
-TEST_P(ByTheDialog, TheWordsOfTheFirmwareAreReadAndNoOthers) {
+TEST_P(InTheDialog, TakesTheWordsOfTheFirmwareOnly) {
     read_by_dialog();
-    const int family = GetParam().family;
-    const bool long_layout = family >= 2;
-    expect_read(
-        joined({words_on_both_roads, family == 1 ? latency_word : Words{},
-                family == 1 ? lambda_words_1 : eobd_words, family == 1 ? kind_word : Words{},
-                long_layout ? lambda_words_2_to_4 : Words{}, extended() ? cut_off_words : Words{},
-                extended_words()}));
+    using namespace oracle;
+    expect_read(joined({words_of_both_paths, when(family == 1, latency_word),
+                        when(family == 1, lambda_words_of_1), when(family == 1, lambda_input_word),
+                        when(family != 1, eobd_words), when(is_long, lambda_words_of_2_to_4),
+                        when(any_extended, cut_off_words), extended_words()}));
     expect_extended_widgets();
-    if (GetParam().extended == Extended::as_family_1) expect_service_line_of(126, middle, "  ");
-    // Read last, the second group's line stays: two blanks before the date, none behind it.
-    if (GetParam().extended == Extended::as_families_2_to_4 ||
-        GetParam().extended == Extended::both)
+    if (extended == Extended::as_family_1) expect_service_line_of(126, middle, "  ");
+    // The line of the second group, which is read last, has two blanks before the date and none
+    // after it.
+    if (extended == Extended::as_families_2_to_4 || extended == Extended::both)
         expect_service_line_of(160, " min    -  Date Last Check : ", "");
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Firmware, ByTheDialog,
+    Firmware, InTheDialog,
     testing::Values(
         Firmware{0, 2, 71, Extended::none}, Firmware{0, 255, 255, Extended::none},
         Firmware{1, 1, 255, Extended::none}, Firmware{1, 2, 0, Extended::as_family_1},

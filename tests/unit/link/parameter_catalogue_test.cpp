@@ -1,9 +1,9 @@
-// The catalogue against what the tests know of the image, and against the manual's table.
+// The parameter catalogue against the tests' oracle and against the manual's table.
 #include "link/parameter_catalogue.h"
 
-#include "tests/unit/link/image_words.h"
+#include "tests/support/image_oracle.h"
+#include "tests/support/mirror_oracle.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -15,64 +15,56 @@ namespace {
 
 using link::Parameter;
 using link::parameter_catalogue;
+using link::Positions;
 using testing::ContainerEq;
 
-// In the order of the words, from byte 6 on.
-const std::vector<int> eobd_layout = {
-    1,   3,   4,   5,   6,   10,  15,  30,  31,  32,  33,  34,  35,  50,  51,  52,  60,
-    61,  101, 102, 103, 104, 105, 106, 107, 110, 120, 121, 122, 123, 124, 125, 126, 127,
-    128, 129, 130, 140, 141, 142, 143, 144, 145, 146, 147, 148, 149, 150, 151, 152, 153};
-
-std::size_t position_in(const Words& words, const Parameter& row) {
-    const auto found = std::find_if(words.begin(), words.end(), [&row](const Word& word) {
-        return row.mirror && word.mirror == row.mirror;
-    });
-    return found == words.end() ? 0 : static_cast<std::size_t>(found->position);
+// Each row has its position in this column, and 0 if `words` does not hold it.
+void expect_positions(std::size_t Positions::*column, const std::vector<oracle::ImageWord>& words) {
+    std::map<int, std::size_t> expected, actual;
+    for (const Parameter& row : parameter_catalogue)
+        if (row.positions.*column != 0) actual[row.number] = row.positions.*column;
+    for (const oracle::ImageWord& word : words)
+        expected[word.parameter] = static_cast<std::size_t>(word.position);
+    EXPECT_THAT(actual, ContainerEq(expected));
 }
-
-const Words common = joined({words_on_both_roads, cut_off_words, latency_word, activation_words});
 
 TEST(ParameterCatalogue, HasTheWordsOfTheEobdLayout) {
-    for (const Parameter& row : parameter_catalogue) {
-        const auto at = std::find(eobd_layout.begin(), eobd_layout.end(), row.number);
-        const auto index = static_cast<std::size_t>(at - eobd_layout.begin());
-        EXPECT_EQ(row.positions.eobd, at == eobd_layout.end() ? 0 : 6 + 2 * index)
-            << row.identifier;
-    }
+    expect_positions(&Positions::eobd, oracle::layout_of_family(0));
 }
 
-TEST(ParameterCatalogue, HasTheWordsOfFamily1) {
-    const Words words = joined({common, lambda_words_1, kind_word, extended_words_1});
+TEST(ParameterCatalogue, HasTheWordsReadFromFamily1) {
+    expect_positions(&Positions::family_1, oracle::read_words_of_family(1));
+}
+
+TEST(ParameterCatalogue, HasTheWordsReadFromFamilies2To4) {
+    expect_positions(&Positions::families_2_to_4, oracle::read_words_of_family(4));
+}
+
+TEST(ParameterCatalogue, GivesEachMirrorItsParameter) {
     for (const Parameter& row : parameter_catalogue)
-        EXPECT_EQ(row.positions.family_1, position_in(words, row)) << row.identifier;
+        EXPECT_TRUE(row.mirror == oracle::mirror_of(row.number)) << row.identifier;
 }
 
-TEST(ParameterCatalogue, HasTheWordsOfFamilies2To4) {
-    const Words words = joined({common, eobd_words, lambda_words_2_to_4, extended_words_2_to_4});
+TEST(ParameterCatalogue, HasTheFactoryValues) {
+    std::map<int, int> expected, actual;
     for (const Parameter& row : parameter_catalogue)
-        EXPECT_EQ(row.positions.families_2_to_4, position_in(words, row)) << row.identifier;
+        if (row.factory_value) actual[row.number] = *row.factory_value;
+    for (const oracle::FactoryValue& row : oracle::factory_values)
+        expected[row.parameter] = row.value;
+    EXPECT_THAT(actual, ContainerEq(expected));
 }
 
-TEST(ParameterCatalogue, GivesEachMirrorOneParameter) {
-    std::vector<double Mirrors::*> seen;
-    for (const Parameter& row : parameter_catalogue) {
-        if (!row.mirror) continue;
-        EXPECT_EQ(std::count(seen.begin(), seen.end(), row.mirror), 0) << row.identifier;
-        seen.push_back(row.mirror);
-    }
-    for (const Word& word : every_word)
-        EXPECT_EQ(std::count(seen.begin(), seen.end(), word.mirror), 1) << word.position;
+TEST(ParameterCatalogue, HasTheCorrectionCells) {
+    std::vector<int> cells;
+    for (const auto& [first, last] : link::correction_cell_runs)
+        for (int number = first; number <= last; ++number)
+            cells.push_back(number);
+    EXPECT_EQ(cells, oracle::correction_cells());
+    EXPECT_EQ(link::correction_cell_factory_value, oracle::correction_cell_value);
 }
 
-// What a row of the manual's table says of one parameter: unit, factory value, English meaning.
-struct Told {
-    std::string unit, factory_value, meaning;
-    bool operator==(const Told&) const = default;
-    friend void PrintTo(const Told& told, std::ostream* out) {
-        *out << told.unit << " | " << told.factory_value << " | " << told.meaning;
-    }
-};
-using Table = std::map<int, Told>;
+// Unit, factory value and English meaning of each parameter.
+using Table = std::map<int, std::vector<std::string>>;
 
 std::vector<std::string> cells_of(const std::string& line) {
     std::vector<std::string> cells;
@@ -84,18 +76,18 @@ std::vector<std::string> cells_of(const std::string& line) {
     return cells;
 }
 
-// A row may speak of several runs of numbers: "74-98, 108-109".
+// A row of the manual's table may be for several ranges of numbers: "74-98, 108-109".
 Table table_of_the_manual() {
     Table table;
     std::ifstream in(std::filesystem::path(ZOL_SOURCE_DIR) / "tools/manual/parameters.txt");
     for (std::string line; std::getline(in, line);) {
         if (line.starts_with('#')) continue;
         const auto cells = cells_of(line);
-        std::istringstream runs(cells.at(0));
-        for (std::string run; std::getline(runs, run, ',');) {
-            const auto dash = run.find('-');
-            const int first = std::stoi(run);
-            const int last = dash == std::string::npos ? first : std::stoi(run.substr(dash + 1));
+        std::istringstream ranges(cells.at(0));
+        for (std::string range; std::getline(ranges, range, ',');) {
+            const auto dash = range.find('-');
+            const int first = std::stoi(range);
+            const int last = dash == std::string::npos ? first : std::stoi(range.substr(dash + 1));
             for (int number = first; number <= last; ++number)
                 table[number] = {cells.at(1), cells.at(2), cells.at(5)};
         }
@@ -103,15 +95,13 @@ Table table_of_the_manual() {
     return table;
 }
 
-TEST(ParameterCatalogue, IsTheManualsTable) {
+TEST(ParameterCatalogue, EqualsTheTableOfTheManual) {
     Table table;
     for (const Parameter& row : parameter_catalogue)
         table[row.number] = {row.unit, row.factory_value ? std::to_string(*row.factory_value) : "-",
                              row.meaning};
-    for (const auto& [first, last] : link::correction_cell_runs)
-        for (int number = first; number <= last; ++number)
-            table[number] = {"-", std::to_string(link::correction_cell_factory_value),
-                             "48 correction cells"};
+    for (const int cell : oracle::correction_cells())
+        table[cell] = {"-", std::to_string(oracle::correction_cell_value), "48 correction cells"};
     EXPECT_THAT(table, ContainerEq(table_of_the_manual()));
 }
 

@@ -2,8 +2,9 @@
 // not arrive keeps what it was, and a wrong echo is asked for again.
 #include "link/first_read.h"
 
+#include "tests/support/image_oracle.h"
+#include "tests/support/mirror_oracle.h"
 #include "tests/unit/link/crafted_unit.h"
-#include "tests/unit/link/image_words.h"
 #include "view/timers.h"
 
 #include <algorithm>
@@ -19,14 +20,15 @@ constexpr double untouched = -7;
 class ShortImages : public CraftedBench {
   protected:
     void forget_mirrors() {
-        for (const Word& word : every_word)
-            link::mirrors.*word.mirror = untouched;
+        for (const auto& row : oracle::mirrors_of_parameters)
+            link::mirrors.*row.mirror = untouched;
     }
     // Each word of `words` is taken if it lies wholly within `length` bytes.
-    void expect_words_within(std::size_t length, const Words& words) {
-        for (const Word& word : words) {
+    void expect_words_within(std::size_t length, const std::vector<oracle::ImageWord>& words) {
+        for (const oracle::ImageWord& word : words) {
             const bool arrived = static_cast<std::size_t>(word.position) + 1 <= length;
-            EXPECT_EQ(link::mirrors.*word.mirror, arrived ? word_at(word.position) : untouched)
+            EXPECT_EQ(link::mirrors.*oracle::mirror_of(word.parameter),
+                      arrived ? word_at(word.position) : untouched)
                 << "position " << word.position << ", image of " << length << " bytes";
         }
     }
@@ -66,9 +68,7 @@ TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasOnActivation) {
         forget_mirrors();
         read_again();
         EXPECT_EQ(images_asked_for(), 1) << length;
-        expect_words_within(
-            length, joined({words_on_both_roads, cut_off_words, latency_word, activation_words,
-                            eobd_words, lambda_words_2_to_4, extended_words_2_to_4}));
+        expect_words_within(length, oracle::read_words_of_family(4));
     }
 }
 
@@ -81,8 +81,10 @@ TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasByTheDialog) {
         crafted.image.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
         forget_mirrors();
         read_bare(1);
-        expect_words_within(length, joined({words_on_both_roads, latency_word, cut_off_words,
-                                            lambda_words_1, kind_word, extended_words_1}));
+        using namespace oracle;
+        expect_words_within(length,
+                            joined({words_of_both_paths, latency_word, cut_off_words,
+                                    lambda_words_of_1, lambda_input_word, extended_words_of_1}));
     }
 }
 
@@ -107,7 +109,7 @@ TEST_F(ShortImages, AnImageOfAnyLengthWithAWrongEchoIsAskedForThreeTimesAndNotTa
         read_bare(3);
         EXPECT_EQ(images_asked_for(), 3) << length;
     }
-    expect_words_within(0, every_word);
+    expect_words_within(0, oracle::read_words_of_family(4));
     EXPECT_FALSE(app::state.ui_loading);
 }
 
@@ -133,7 +135,7 @@ class ShortVersions : public CraftedBench {};
 
 TEST_F(ShortVersions, AWrongEchoAtActivationIsAskedForAgainForEver) {
     crafted.instead = [](int command) -> std::optional<Bytes> {
-        if (command == 7) return Bytes{80, 67, 0, 12, 6, 0, 4, 0, 6, 0, 71, 0};
+        if (command == 7) return frame_bytes(6, {0, 4, 0, 6, 0, 71, 0});
         return std::nullopt;
     };
     start_program();
@@ -170,9 +172,7 @@ TEST_F(VersionOfAnyLength, TakesWhatArrivedAndKeepsTheRest) {
         app::state.ecu_version = 91;
         app::state.ecu_revision = 92;
         app::state.firmware_text = "before";
-        Bytes reply = {80, 67, 0, 12, 7, 0, 4, 0, 6, 0, 71};
-        reply.resize(length);
-        EXPECT_EQ(read(reply), length >= 5) << length;
+        EXPECT_EQ(read(of_length(version_reply(4, 6, 71), length)), length >= 5) << length;
         EXPECT_EQ(app::state.ecu_family, length >= 7 ? 4 : 90) << length;
         EXPECT_EQ(app::state.ecu_version, length >= 9 ? 6 : 91) << length;
         EXPECT_EQ(app::state.ecu_revision, length >= 11 ? 71 : 92) << length;
