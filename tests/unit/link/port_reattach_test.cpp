@@ -5,25 +5,18 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/ioctl.h>
-#include <termios.h>
 #include <thread>
 
 namespace zol::link {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-
-const Bytes poll_frame = {80, 67, 0, 5, 3};
 
 class Reattach : public SerialCable {
   protected:
-    // The cable's device is this adapter's.
-    void plug_in(const Cable& cable, const UsbAdapter& adapter) {
-        machine.describe(device_number(cable.device), adapter);
+    // The cable's device belongs to the adapter with this serial number.
+    void plug_in(const Cable& cable, const std::string& serial) {
+        machine.describe(device_number(cable.device), {.serial = serial});
     }
     void lead_usual_device_to(const Cable& cable) {
         replace_link(machine.root / "dev/ttyUSB0", cable.device);
@@ -33,7 +26,14 @@ class Reattach : public SerialCable {
         cable.pull();
         EXPECT_FALSE(port.write(poll_frame));
     }
-    // Neither a byte nor a setting, whether the port is written to or opened again with no choice.
+    // COM1 leads to `own`, which is opened and pulled, and then to the other device.
+    void swap_link(Cable& own, const Cable& other) {
+        lead_com1_to(own.device);
+        open_and_pull(own);
+        lead_com1_to(other.device);
+    }
+    // No byte reaches it and no setting of it changes, whether the port is written to or opened
+    // again without a choice.
     void expect_left_alone(const Cable& other) {
         EXPECT_FALSE(port.write(poll_frame));
         EXPECT_EQ(port.read_all(), std::nullopt);
@@ -42,14 +42,8 @@ class Reattach : public SerialCable {
         EXPECT_NE(port.open(), std::nullopt);
         EXPECT_FALSE(port.is_open());
         EXPECT_FALSE(port.write(poll_frame));
-        int bytes = -1;
-        EXPECT_EQ(::ioctl(other.far_end, FIONREAD, &bytes), 0);
-        EXPECT_EQ(bytes, 0);
-        const int near_end = ::open(other.device.c_str(), O_RDWR | O_NOCTTY);
-        termios line{};
-        EXPECT_EQ(::tcgetattr(near_end, &line), 0);
-        EXPECT_NE(line.c_lflag & ECHO, 0u);
-        ::close(near_end);
+        other.expect_no_bytes();
+        EXPECT_NE(OpenDevice(other).settings().c_lflag & ECHO, 0u);
     }
     void expect_taken(const Cable& cable) {
         EXPECT_TRUE(port.write(poll_frame));
@@ -63,12 +57,12 @@ class Reattach : public SerialCable {
     Machine machine{folder / "machine"};
 };
 
-TEST_F(Reattach, AnAdapterUnderAnotherNumberIsTaken) {
+TEST_F(Reattach, AdapterUnderAnotherNumberIsTaken) {
     Cable first;
     Cable holds_the_number; // so that the next one has another
     Cable second;
-    plug_in(first, {.serial = "A1"});
-    plug_in(second, {.serial = "A1"});
+    plug_in(first, "A1");
+    plug_in(second, "A1");
     const auto by_id = machine.root / "dev/serial/by-id/adapter";
     replace_link(by_id, first.device);
     lead_com1_to(by_id);
@@ -77,20 +71,24 @@ TEST_F(Reattach, AnAdapterUnderAnotherNumberIsTaken) {
     expect_taken(second);
 }
 
-// The kernel gives the old name to nobody while the port still holds the device that was pulled.
-TEST_F(Reattach, AnAdapterUnderAnotherUsualNameIsTaken) {
-    Cable first, second;
-    plug_in(first, {.serial = "A1"});
-    plug_in(second, {.serial = "A1"});
-    lead_usual_device_to(first);
-    open_and_pull(first);
-    std::filesystem::remove(machine.root / "dev/ttyUSB0");
-    replace_link(machine.root / "dev/ttyUSB1", second.device);
-    expect_taken(second);
+// The kernel gives the old name to no device while the port still holds the one that was pulled.
+TEST_F(Reattach, OnlyASerialNumberIsSearchedUnderOtherNames) {
+    for (const std::string serial : {"A1", ""}) {
+        SCOPED_TRACE(serial);
+        Cable first, second;
+        plug_in(first, serial);
+        plug_in(second, serial);
+        lead_usual_device_to(first);
+        open_and_pull(first);
+        std::filesystem::remove(machine.root / "dev/ttyUSB0");
+        replace_link(machine.root / "dev/ttyUSB1", second.device);
+        serial.empty() ? expect_left_alone(second) : expect_taken(second);
+        port.close();
+    }
 }
 
-// As after a kill of the simulated unit, which leaves its link.
-TEST_F(Reattach, AReusedNumberBehindAnOldLinkIsLeftAlone) {
+// A killed simulated unit leaves such a link.
+TEST_F(Reattach, ReusedNumberUnderAnOldLinkIsLeftAlone) {
     Cable first;
     const auto device = first.device;
     lead_com1_to(device);
@@ -104,34 +102,41 @@ TEST_F(Reattach, AReusedNumberBehindAnOldLinkIsLeftAlone) {
     expect_reopened(second);
 }
 
-TEST_F(Reattach, AModelWithoutSerialNumberIsNotSearchedFor) {
-    Cable first, second;
-    plug_in(first, {});
-    plug_in(second, {});
-    lead_usual_device_to(first);
-    open_and_pull(first);
-    std::filesystem::remove(machine.root / "dev/ttyUSB0");
-    replace_link(machine.root / "dev/ttyUSB1", second.device);
-    expect_left_alone(second);
-}
+// What COM1 leads to at first, and after that device was pulled. A practice unit has no serial
+// number.
+struct Swap {
+    const char* name;
+    std::optional<std::string> own, other;
+};
 
-TEST_F(Reattach, AnotherSerialNumberIsLeftAlone) {
+class SwappedLink : public Reattach, public testing::WithParamInterface<Swap> {};
+
+TEST_P(SwappedLink, IsLeftAlone) {
     Cable own, other;
-    plug_in(own, {.serial = "A1"});
-    plug_in(other, {.serial = "B2"});
-    lead_com1_to(own.device);
-    open_and_pull(own);
-    lead_com1_to(other.device);
+    if (GetParam().own) plug_in(own, *GetParam().own);
+    if (GetParam().other) plug_in(other, *GetParam().other);
+    swap_link(own, other);
     expect_left_alone(other);
 }
 
-TEST_F(Reattach, AnotherAdapterIsTakenByAChoice) {
+INSTANTIATE_TEST_SUITE_P(To, SwappedLink,
+                         testing::Values(Swap{"AnotherAdapter", "A1", "B2"},
+                                         Swap{"AnAdapterInPlaceOfAUnit", {}, "A1"},
+                                         Swap{"AUnitInPlaceOfAnAdapter", "A1", {}}),
+                         [](const auto& swap) { return swap.param.name; });
+
+// With another adapter in place of the own one.
+class ReattachOther : public Reattach {
+  protected:
+    ReattachOther() {
+        plug_in(own, "A1");
+        plug_in(other, "B2");
+    }
     Cable own, other;
-    plug_in(own, {.serial = "A1"});
-    plug_in(other, {.serial = "B2"});
-    lead_com1_to(own.device);
-    open_and_pull(own);
-    lead_com1_to(other.device);
+};
+
+TEST_F(ReattachOther, IsTakenByAChoice) {
+    swap_link(own, other);
     port.close();
     EXPECT_EQ(open_com1(), std::nullopt);
     expect_taken(other);
@@ -139,24 +144,18 @@ TEST_F(Reattach, AnotherAdapterIsTakenByAChoice) {
     expect_reopened(other);
 }
 
-TEST_F(Reattach, OwnAdapterIsTakenAfterAnotherWasRefused) {
-    Cable own, other, back;
-    plug_in(own, {.serial = "A1"});
-    plug_in(other, {.serial = "B2"});
-    plug_in(back, {.serial = "A1"});
-    lead_com1_to(own.device);
-    open_and_pull(own);
-    lead_com1_to(other.device);
+TEST_F(ReattachOther, RefusedThenOwnAdapterIsTaken) {
+    Cable back;
+    plug_in(back, "A1");
+    swap_link(own, other);
     EXPECT_FALSE(port.write(poll_frame));
     lead_com1_to(back.device);
     expect_taken(back);
 }
 
-TEST_F(Reattach, AFailedChoiceForgetsNothing) {
-    Cable own, other, back;
-    plug_in(own, {.serial = "A1"});
-    plug_in(other, {.serial = "B2"});
-    plug_in(back, {.serial = "A1"});
+TEST_F(ReattachOther, FailedChoiceForgetsNothing) {
+    Cable back;
+    plug_in(back, "A1");
     lead_com1_to(own.device);
     open_and_pull(own);
     port.close();
@@ -168,12 +167,8 @@ TEST_F(Reattach, AFailedChoiceForgetsNothing) {
     expect_reopened(back);
 }
 
-TEST_F(Reattach, AChoiceOfAnOpenPortIsNone) {
-    Cable own, other;
-    plug_in(own, {.serial = "A1"});
-    plug_in(other, {.serial = "B2"});
-    lead_com1_to(own.device);
-    ASSERT_EQ(open_com1(), std::nullopt);
+TEST_F(ReattachOther, ChoiceOfAnOpenPortIsNone) {
+    connect(own);
     port.set_number(1);
     own.pull();
     EXPECT_FALSE(port.write(poll_frame));
@@ -181,45 +176,44 @@ TEST_F(Reattach, AChoiceOfAnOpenPortIsNone) {
     expect_left_alone(other);
 }
 
-TEST_F(Reattach, AnAdapterInPlaceOfAUnitIsLeftAlone) {
-    Cable unit, car;
-    plug_in(car, {.serial = "A1"});
-    lead_com1_to(unit.device);
-    open_and_pull(unit);
-    lead_com1_to(car.device);
-    expect_left_alone(car);
-}
-
-TEST_F(Reattach, AUnitInPlaceOfAnAdapterIsLeftAlone) {
-    Cable adapter, unit;
-    plug_in(adapter, {.serial = "A1"});
-    lead_com1_to(adapter.device);
-    open_and_pull(adapter);
-    lead_com1_to(unit.device);
-    expect_left_alone(unit);
-}
-
-TEST_F(Reattach, ALinkThatGoesIsNotReplacedByAnAdapter) {
-    Cable unit, car;
-    plug_in(car, {.serial = "A1"});
-    lead_usual_device_to(car);
-    lead_com1_to(unit.device);
-    open_and_pull(unit);
-    std::filesystem::remove(folder / "ports/com1");
-    expect_left_alone(car);
-}
-
-// A practice unit may have the usual name as well.
-TEST_F(Reattach, ALinkThatGoesIsNotReplacedByAUnit) {
-    Cable unit, other;
+TEST_F(ReattachOther, AtTheUsualDeviceIsLeftAlone) {
+    lead_usual_device_to(own);
+    open_and_pull(own);
     lead_usual_device_to(other);
-    lead_com1_to(unit.device);
-    open_and_pull(unit);
-    std::filesystem::remove(folder / "ports/com1");
     expect_left_alone(other);
 }
 
-TEST_F(Reattach, AChoiceStaysWithTheLinkThatIsGone) {
+TEST_F(ReattachOther, EachPortNumberKeepsItsOwnDevice) {
+    lead_com1_to(own.device);
+    replace_link(folder / "ports/com2", other.device);
+    ASSERT_EQ(open_com1(), std::nullopt);
+    port.close();
+    port.set_number(2);
+    expect_reopened(other);
+    port.close();
+    port.set_number(1);
+    expect_reopened(own);
+    port.close();
+    lead_com1_to(other.device);
+    EXPECT_THAT(port.open().value_or(""), HasSubstr(std::strerror(ENODEV)));
+}
+
+// A practice unit may have the usual name as well as an adapter.
+TEST_F(Reattach, UsualDeviceDoesNotReplaceALinkThatGoes) {
+    for (const bool usual_is_an_adapter : {true, false}) {
+        SCOPED_TRACE(usual_is_an_adapter);
+        Cable unit, usual;
+        if (usual_is_an_adapter) plug_in(usual, "A1");
+        lead_usual_device_to(usual);
+        lead_com1_to(unit.device);
+        open_and_pull(unit);
+        std::filesystem::remove(folder / "ports/com1");
+        expect_left_alone(usual);
+        found_devices = {};
+    }
+}
+
+TEST_F(Reattach, ChoiceStaysWithTheLinkThatIsGone) {
     Cable unit, car;
     lead_usual_device_to(car);
     lead_com1_to(unit.device);
@@ -229,29 +223,17 @@ TEST_F(Reattach, AChoiceStaysWithTheLinkThatIsGone) {
     const auto link = (folder / "ports/com1").string();
     EXPECT_EQ(open_com1(), "COM1 (" + link + "): " + std::strerror(ENOENT));
     EXPECT_EQ(port_tip(1), "COM1: " + link + " (not there)");
-    int bytes = -1;
-    EXPECT_EQ(::ioctl(car.far_end, FIONREAD, &bytes), 0);
-    EXPECT_EQ(bytes, 0);
+    car.expect_no_bytes();
     Cable back;
     lead_com1_to(back.device);
     EXPECT_EQ(open_com1(), std::nullopt);
     expect_taken(back);
 }
 
-TEST_F(Reattach, AnotherAdapterAtTheUsualDeviceIsLeftAlone) {
-    Cable own, other;
-    plug_in(own, {.serial = "A1"});
-    plug_in(other, {.serial = "B2"});
-    lead_usual_device_to(own);
-    open_and_pull(own);
-    lead_usual_device_to(other);
-    expect_left_alone(other);
-}
-
-TEST_F(Reattach, ALinkMadeLaterWaitsForAChoice) {
+TEST_F(Reattach, LinkMadeLaterWaitsForAChoice) {
     Cable own, back, unit;
-    plug_in(own, {.serial = "A1"});
-    plug_in(back, {.serial = "A1"});
+    plug_in(own, "A1");
+    plug_in(back, "A1");
     lead_usual_device_to(own);
     open_and_pull(own);
     lead_com1_to(unit.device);
@@ -263,26 +245,8 @@ TEST_F(Reattach, ALinkMadeLaterWaitsForAChoice) {
     expect_taken(unit);
 }
 
-TEST_F(Reattach, EachPortNumberKeepsItsOwnDevice) {
-    Cable first, second;
-    plug_in(first, {.serial = "A1"});
-    plug_in(second, {.serial = "B2"});
-    lead_com1_to(first.device);
-    replace_link(folder / "ports/com2", second.device);
-    ASSERT_EQ(open_com1(), std::nullopt);
-    port.close();
-    port.set_number(2);
-    expect_reopened(second);
-    port.close();
-    port.set_number(1);
-    expect_reopened(first);
-    port.close();
-    lead_com1_to(second.device);
-    EXPECT_THAT(port.open().value_or(""), HasSubstr(std::strerror(ENODEV)));
-}
-
-// Nothing was found yet that could be taken for another.
-TEST_F(Reattach, ANumberThatNeverOpenedTakesItsDevice) {
+// No device was found yet that could be replaced by another.
+TEST_F(Reattach, NumberThatNeverOpenedTakesItsDevice) {
     lead_com1_to("/dev/no-such-adapter");
     EXPECT_NE(open_com1(), std::nullopt);
     Cable cable;

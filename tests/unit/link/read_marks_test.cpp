@@ -1,189 +1,145 @@
-// The marks and lines that follow from single words of the image.
+// Menu ticks, options and lines that follow from the family or from one word of the image, on both
+// paths of the first read.
 #include "tests/unit/link/crafted_unit.h"
+#include "view/timers.h"
 
 namespace zol::tests {
 namespace {
 
-using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::HasSubstr;
+using Names = std::vector<std::string>;
 
 class Marks : public CraftedBench {
   protected:
-    Marks() {
-        crafted.family = 4;
-        crafted.version = 6;
-        crafted.revision = 30; // the long layout's extended words on both roads, and no others
+    // The extended words of the long layout are read on both paths, and no others.
+    Marks() { crafted.set_firmware(4, 6, 30); }
+
+    static Names ticked(const std::vector<view::Widget*>& items) {
+        Names names;
+        for (const view::Widget* item : items)
+            if (view::checked(*item)) names.push_back(item->name);
+        return names;
     }
-    std::vector<std::string> marked_injectors() const {
-        std::vector<std::string> marked;
-        for (const view::Widget* item : {&form1::mnu_matrix_2_ohm, &form1::mnu_matrix_3_ohm,
-                                         &form1::mnu_valtek, &form1::mnu_mivra})
-            if (view::checked(*item)) marked.push_back(item->name);
-        return marked;
+    static Names ticked_injectors() {
+        return ticked({&form1::mnu_matrix_2_ohm, &form1::mnu_matrix_3_ohm, &form1::mnu_valtek,
+                       &form1::mnu_mivra});
     }
-    std::vector<std::string> marked_protocols() const {
-        std::vector<std::string> marked;
-        for (const view::Widget* item : protocols)
-            if (view::checked(*item)) marked.push_back(item->name);
-        return marked;
+};
+
+// What an image word ticks. "" for nothing.
+struct Tick {
+    Path path;
+    int value;
+    std::string ticked;
+    friend void PrintTo(const Tick& row, std::ostream* out) {
+        *out << path_name(row.path) << " of " << row.value;
     }
+};
+Names names_of(const Tick& row) { return row.ticked.empty() ? Names{} : Names{row.ticked}; }
+
+class InjectorTick : public Marks, public testing::WithParamInterface<Tick> {};
+
+TEST_P(InjectorTick, FollowsTheOpeningValue) {
+    crafted.set_word(154, GetParam().value);
+    read_by(GetParam().path);
+    EXPECT_THAT(ticked_injectors(), ElementsAreArray(names_of(GetParam())));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, InjectorTick,
+    testing::Values(Tick{Path::activation, 2100, "mnu_matrix_2_ohm"},
+                    Tick{Path::activation, 3900, "mnu_matrix_3_ohm"},
+                    Tick{Path::activation, 2700, "mnu_mivra"}, Tick{Path::activation, 2300, ""},
+                    Tick{Path::activation, 4000, ""}, Tick{Path::activation, 0, ""},
+                    Tick{Path::activation, 2101, ""}, Tick{Path::dialog, 2100, "mnu_matrix_2_ohm"},
+                    Tick{Path::dialog, 3900, "mnu_matrix_3_ohm"}, Tick{Path::dialog, 2700, ""},
+                    Tick{Path::dialog, 2300, "mnu_mivra"}, Tick{Path::dialog, 4000, ""},
+                    Tick{Path::dialog, 0, ""}, Tick{Path::dialog, 2101, ""}));
+
+TEST_F(Marks, InjectorTickGoesWithTheNextRead) {
+    crafted.set_word(154, 2100);
+    read_on_activation();
+    EXPECT_THAT(ticked_injectors(), ElementsAreArray({"mnu_matrix_2_ohm"}));
+    crafted.set_word(154, 1);
+    read_again();
+    EXPECT_THAT(ticked_injectors(), testing::IsEmpty());
+}
+
+class ProtocolTick : public Marks,
+                     public testing::WithParamInterface<std::tuple<Path, int /* code */>> {};
+
+TEST_P(ProtocolTick, FollowsTheCode) {
+    const auto [path, code] = GetParam();
     const std::vector<view::Widget*> protocols = {
         &form1::mnu_search,         &form1::mnu_KWP2000_fast,   &form1::mnu_KWP2000_slow,
         &form1::mnu_iso9141,        &form1::mnuCAN250KStandard, &form1::mnuCAN250KExtended,
         &form1::mnuCAN500KStandard, &form1::mnuCAN500KExtended, &form1::mnuJ1850vpw,
         &form1::mnuJ1850pwm};
-};
+    crafted.set_word(86, code);
+    read_by(path);
+    Names expected; // codes 0 and 1 are the search, codes above 10 do not exist
+    if (code <= 10) expected = {protocols[static_cast<std::size_t>(std::max(code, 1) - 1)]->name};
+    EXPECT_EQ(ticked(protocols), expected);
+}
 
-struct Injector {
-    int value;
-    const char* on_activation;
-    const char* by_the_dialog;
-};
+INSTANTIATE_TEST_SUITE_P(Codes, ProtocolTick,
+                         testing::Combine(testing::Values(Path::activation, Path::dialog),
+                                          testing::Range(0, 12)));
 
-class InjectorMarks : public Marks, public testing::WithParamInterface<Injector> {
-  protected:
-    void expect(const std::string& name) {
-        if (name.empty())
-            EXPECT_THAT(marked_injectors(), testing::IsEmpty());
-        else
-            EXPECT_THAT(marked_injectors(), ElementsAre(name));
-    }
-};
-
-TEST_P(InjectorMarks, FollowTheOpeningValueOnActivation) {
-    crafted.set_word(154, GetParam().value);
+TEST_F(Marks, DirectionIsInverseForOneOnly) {
     read_on_activation();
-    expect(GetParam().on_activation);
-}
-
-TEST_P(InjectorMarks, FollowTheOpeningValueByTheDialog) {
-    crafted.set_word(154, GetParam().value);
-    read_by_dialog();
-    expect(GetParam().by_the_dialog);
-}
-
-INSTANTIATE_TEST_SUITE_P(Values, InjectorMarks,
-                         testing::Values(Injector{2100, "mnu_matrix_2_ohm", "mnu_matrix_2_ohm"},
-                                         Injector{3900, "mnu_matrix_3_ohm", "mnu_matrix_3_ohm"},
-                                         Injector{2700, "mnu_mivra", ""},
-                                         Injector{2300, "", "mnu_mivra"}, Injector{4000, "", ""},
-                                         Injector{0, "", ""}, Injector{2101, "", ""}));
-
-TEST_F(Marks, AnotherValueTakesTheMarkOfTheReadBeforeAway) {
-    crafted.set_word(154, 2100);
-    read_on_activation();
-    EXPECT_THAT(marked_injectors(), ElementsAre("mnu_matrix_2_ohm"));
-    crafted.set_word(154, 1);
-    inside_program([] {
-        view::hide(form1::Form1);
-        view::show(form1::Form1);
-    });
-    run_for(6000);
-    EXPECT_THAT(marked_injectors(), testing::IsEmpty());
-}
-
-class ProtocolMarks : public Marks, public testing::WithParamInterface<int> {
-  protected:
-    void expect_mark() {
-        const int code = GetParam();
-        if (code > 10)
-            EXPECT_THAT(marked_protocols(), testing::IsEmpty());
-        else
-            EXPECT_THAT(
-                marked_protocols(),
-                ElementsAre(protocols[static_cast<std::size_t>(std::max(code, 1) - 1)]->name));
-    }
-};
-
-TEST_P(ProtocolMarks, FollowTheCodeOnActivation) {
-    crafted.set_word(86, GetParam());
-    read_on_activation();
-    expect_mark();
-}
-
-TEST_P(ProtocolMarks, FollowTheCodeByTheDialog) {
-    crafted.set_word(86, GetParam());
-    read_by_dialog();
-    expect_mark();
-}
-
-INSTANTIATE_TEST_SUITE_P(Codes, ProtocolMarks, testing::Range(0, 12));
-
-TEST_F(Marks, TheDirectionIsInverseForOneAndNormalForAllElse) {
     for (const int direction : {1, 0, 257, 2}) {
         crafted.set_word(84, direction);
-        if (direction == 1)
-            read_on_activation();
-        else
-            inside_program([] {
-                view::hide(form1::Form1);
-                view::show(form1::Form1);
-            });
-        run_for(6000);
+        read_again();
         EXPECT_EQ(link::mirrors.eobd_direction, direction);
         EXPECT_EQ(view::checked(form1::mnu_direction_inverse_eobd), direction == 1) << direction;
         EXPECT_EQ(view::checked(form1::mnu_direction_normal_eobd), direction != 1) << direction;
     }
 }
 
-TEST_F(Marks, TheYearIsTwoHundredAndItsDigitsWhateverTheYear) {
+TEST_F(Marks, YearTextIs200AndTheDigits) {
     const std::pair<int, std::string> years[] = {
         {5, "2005"}, {12, "20012"}, {0, "2000"}, {10, "20010"}, {120, "200120"}};
-    bool first = true;
+    read_on_activation();
     for (const auto& [year, text] : years) {
         crafted.set_word(168, year);
-        if (std::exchange(first, false))
-            read_on_activation();
-        else
-            inside_program([] {
-                view::hide(form1::Form1);
-                view::show(form1::Form1);
-            });
-        run_for(6000);
+        read_again();
         EXPECT_EQ(link::mirrors.last_check_year_text, text);
         EXPECT_THAT(view::text(form1::lbl_ore), HasSubstr(" / " + text + "  "));
     }
 }
 
-TEST_F(Marks, TheServiceLineReadsToTheLetterOnActivation) {
-    for (const auto& [position, value] :
-         {std::pair{160, 1203}, {162, 45}, {164, 9}, {166, 11}, {168, 7}})
-        crafted.set_word(position, value);
-    read_on_activation();
-    EXPECT_EQ(view::text(form1::lbl_ore), "Time On GAS:    1203 hour - 45 min    - "
-                                          "Date Last Check : 9 / 11 / 2007  ");
-}
+class MarksOfPath : public Marks, public testing::WithParamInterface<Path> {};
 
-TEST_F(Marks, TheServiceLineOfTheDialogsSecondGroupHasItsOwnBlanks) {
-    for (const auto& [position, value] :
-         {std::pair{160, 1203}, {162, 45}, {164, 9}, {166, 11}, {168, 7}})
-        crafted.set_word(position, value);
-    read_by_dialog();
-    EXPECT_EQ(view::text(form1::lbl_ore), "Time On GAS:    1203 hour - 45 min    -  "
-                                          "Date Last Check : 9 / 11 / 2007");
-}
-
-TEST_F(Marks, ATankOfFreeValuesTicksTheBoxAndSelectsNoEntry) {
+// The box is ticked by the program and has no guard, so that it writes as if the operator had
+// ticked it.
+TEST_P(MarksOfPath, FreeTankValuesTickTheBox) {
     crafted.set_word(78, 99);
-    read_on_activation();
+    read_by(GetParam());
+    run_for(4000);
     EXPECT_TRUE(view::selected(form1::Check1));
     EXPECT_EQ(form1::Combo_tank_level.look.list_index, -1);
     EXPECT_EQ(form1::Combo_tank_level.look.items.size(), 6U);
     EXPECT_EQ(app::state.tank_type, 99);
-    // The box has no guard: ticked by the program it writes as if ticked by the fitter.
     EXPECT_THAT(writes(), testing::Contains(Write(130, 99)));
 }
 
-TEST_F(Marks, ATankOfFreeValuesShowsAlikeByTheDialog) {
-    crafted.set_word(78, 99);
-    read_by_dialog();
-    run_for(4000);
-    EXPECT_TRUE(view::selected(form1::Check1));
-    EXPECT_EQ(form1::Combo_tank_level.look.list_index, -1);
-    EXPECT_EQ(app::state.tank_type, 99);
+// The dialog path has other blanks.
+TEST_P(MarksOfPath, ServiceLineHasTheTextOfThePath) {
+    crafted.set_words({{160, 1203}, {162, 45}, {164, 9}, {166, 11}, {168, 7}});
+    read_by(GetParam());
+    EXPECT_EQ(view::text(form1::lbl_ore), GetParam() == Path::activation
+                                              ? "Time On GAS:    1203 hour - 45 min    - "
+                                                "Date Last Check : 9 / 11 / 2007  "
+                                              : "Time On GAS:    1203 hour - 45 min    -  "
+                                                "Date Last Check : 9 / 11 / 2007");
 }
 
-TEST_F(Marks, AnUnknownTankTypeSelectsNothingAndTicksNothing) {
+INSTANTIATE_TEST_SUITE_P(Paths, MarksOfPath, testing::Values(Path::activation, Path::dialog),
+                         [](const auto& path) { return path_name(path.param); });
+
+TEST_F(Marks, UnknownTankTypeSelectsNothing) {
     crafted.set_word(78, 6);
     read_on_activation();
     EXPECT_FALSE(view::selected(form1::Check1));
@@ -191,12 +147,48 @@ TEST_F(Marks, AnUnknownTankTypeSelectsNothingAndTicksNothing) {
     EXPECT_EQ(app::state.tank_type, 6);
 }
 
-TEST_F(Marks, AKindOfLambdaInputThatIsNeitherSelectsNothing) {
+TEST_F(Marks, UnknownKindOfLambdaInputSelectsNothing) {
     crafted.set_word(150, 2);
     read_on_activation();
     EXPECT_FALSE(view::selected(form1::Option_tens));
     EXPECT_FALSE(view::selected(form1::Option_corr));
 }
+
+struct Features {
+    Path path;
+    int family;
+    bool eobd_menu, lambda_button, diagnosis_button, current_option, tens_corr_frame;
+    friend void PrintTo(const Features& row, std::ostream* out) {
+        *out << path_name(row.path) << " of family " << row.family;
+    }
+};
+
+class FeaturesOfFamily : public CraftedBench, public testing::WithParamInterface<Features> {};
+
+TEST_P(FeaturesOfFamily, AreShown) {
+    crafted.family = GetParam().family;
+    read_by(GetParam().path);
+    EXPECT_EQ(view::enabled(form1::mnu_eobd), GetParam().eobd_menu);
+    EXPECT_EQ(view::visible(form1::Command_lambda), GetParam().lambda_button);
+    EXPECT_EQ(view::visible(form1::Command_diagnosi), GetParam().diagnosis_button);
+    EXPECT_EQ(view::visible(form1::Option_corr), GetParam().current_option);
+    EXPECT_EQ(view::visible(form1::Frame_L_C_T), GetParam().tens_corr_frame);
+}
+
+// On activation, families 2 and 3 keep what the window was designed with. In the dialog family 0
+// loses its lambda button, and nothing is changed for families 2 to 4.
+INSTANTIATE_TEST_SUITE_P(
+    Families, FeaturesOfFamily,
+    testing::Values(Features{Path::activation, 0, true, true, true, true, false},
+                    Features{Path::activation, 1, false, true, false, false, true},
+                    Features{Path::activation, 2, true, true, true, true, true},
+                    Features{Path::activation, 3, true, true, true, true, true},
+                    Features{Path::activation, 4, true, true, true, true, true},
+                    Features{Path::dialog, 0, true, false, true, true, true},
+                    Features{Path::dialog, 1, false, true, false, false, true},
+                    Features{Path::dialog, 2, true, true, true, true, true},
+                    Features{Path::dialog, 3, true, true, true, true, true},
+                    Features{Path::dialog, 4, true, true, true, true, true}));
 
 } // namespace
 } // namespace zol::tests

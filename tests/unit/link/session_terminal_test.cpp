@@ -6,22 +6,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <termios.h>
 
 namespace zol::link {
 namespace {
 
-using testing::HasSubstr;
-
-// A process with a session of its own, whose controlling terminal is the cable's device: a terminal
-// window.
+// A process with a session of its own, whose controlling terminal is the cable's device, as in a
+// terminal window.
 class Session {
   public:
     explicit Session(const Cable& cable) {
@@ -52,13 +44,7 @@ class Session {
 
 class TerminalSettings : public SerialCable {
   protected:
-    static termios settings_of(const Cable& cable) {
-        termios line{};
-        const int near_end = ::open(cable.device.c_str(), O_RDWR | O_NOCTTY);
-        EXPECT_EQ(::tcgetattr(near_end, &line), 0);
-        ::close(near_end);
-        return line;
-    }
+    static termios settings_of(const Cable& cable) { return OpenDevice(cable).settings(); }
     static void expect_same(const termios& now, const termios& before) {
         EXPECT_EQ(now.c_iflag, before.c_iflag);
         EXPECT_EQ(now.c_oflag, before.c_oflag);
@@ -67,14 +53,19 @@ class TerminalSettings : public SerialCable {
         EXPECT_EQ(now.c_lflag, before.c_lflag);
         EXPECT_TRUE(std::equal(std::begin(now.c_cc), std::end(now.c_cc), std::begin(before.c_cc)));
     }
-    static void expect_no_bytes(const Cable& cable) {
-        int bytes = -1;
-        EXPECT_EQ(::ioctl(cable.far_end, FIONREAD, &bytes), 0);
-        EXPECT_EQ(bytes, 0);
+    void pull(Cable& cable) {
+        cable.pull();
+        EXPECT_FALSE(port.write(poll_frame));
+    }
+    // Fails every call of this name.
+    static tests::WatchedCalls::FateOf failing(std::string_view call) {
+        return [call](int, std::string_view name) {
+            return tests::Fate{.error = name == call ? EIO : 0};
+        };
     }
 };
 
-TEST_F(TerminalSettings, TheTerminalOfASessionIsRefused) {
+TEST_F(TerminalSettings, TerminalOfASessionIsRefused) {
     Cable cable;
     const Session session(cable);
     const termios before = settings_of(cable);
@@ -87,43 +78,40 @@ TEST_F(TerminalSettings, TheTerminalOfASessionIsRefused) {
                                "another port.");
     EXPECT_FALSE(port.is_open());
     EXPECT_FALSE(port.write(Bytes{80}));
-    expect_no_bytes(cable);
+    cable.expect_no_bytes();
     expect_same(settings_of(cable), before);
 }
 
-// Whoever waits at a pipe would take the opening for a visit.
-TEST_F(TerminalSettings, APipeIsNotEvenOpened) {
+// A reader of the pipe would notice the opening.
+TEST_F(TerminalSettings, PipeIsNotEvenOpened) {
     const auto pipe = folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
     lead_com1_to(pipe);
-    EXPECT_THAT(open_com1().value_or(""), HasSubstr(std::strerror(ENOTTY)));
+    expect_open_fails(ENOTTY);
     pollfd watched{reader, POLLIN, 0};
     EXPECT_EQ(::poll(&watched, 1, 0), 0) << "a writer was there";
     ::close(reader);
 }
 
-TEST_F(TerminalSettings, ATerminalBehindAStaleLinkIsLeftAlone) {
+TEST_F(TerminalSettings, TerminalUnderAStaleLinkIsLeftAlone) {
     Cable unit;
-    lead_com1_to(unit.device);
-    ASSERT_EQ(open_com1(), std::nullopt);
-    unit.pull();
-    EXPECT_FALSE(port.write(Bytes{80}));
+    connect(unit);
+    pull(unit);
     Cable window;
     const Session session(window);
     const termios before = settings_of(window);
-    const int shell = ::open(window.device.c_str(), O_RDWR | O_NOCTTY);
-    EXPECT_EQ(::write(shell, "prompt", 6), 6);
+    const OpenDevice shell(window);
+    EXPECT_EQ(::write(shell.descriptor, "prompt", 6), 6);
     lead_com1_to(window.device);
     for (int telegrams = 0; telegrams < 3; ++telegrams)
-        EXPECT_FALSE(port.write(Bytes{80, 67, 0, 5, 3}));
+        EXPECT_FALSE(port.write(poll_frame));
     EXPECT_EQ(window.receive(6), Bytes({'p', 'r', 'o', 'm', 'p', 't'}));
-    expect_no_bytes(window);
+    window.expect_no_bytes();
     expect_same(settings_of(window), before);
-    ::close(shell);
 }
 
-TEST_F(TerminalSettings, ATerminalWhoseSessionEndedIsAPort) {
+TEST_F(TerminalSettings, TerminalWhoseSessionEndedIsAPort) {
     Cable cable;
     lead_com1_to(cable.device);
     {
@@ -138,8 +126,7 @@ TEST_F(TerminalSettings, ATerminalWhoseSessionEndedIsAPort) {
 TEST_F(TerminalSettings, ComeBackWhenThePortIsClosed) {
     Cable cable;
     const termios before = settings_of(cable);
-    lead_com1_to(cable.device);
-    ASSERT_EQ(open_com1(), std::nullopt);
+    connect(cable);
     EXPECT_NE(settings_of(cable).c_lflag, before.c_lflag);
     port.close();
     expect_same(settings_of(cable), before);
@@ -160,60 +147,53 @@ TEST_F(TerminalSettings, ComeBackWhenTheProgramEnds) {
 
 TEST_F(TerminalSettings, AreThoseOfTheDeviceThatCameBack) {
     Cable first;
-    lead_com1_to(first.device);
-    ASSERT_EQ(open_com1(), std::nullopt);
-    first.pull();
-    EXPECT_FALSE(port.write(Bytes{80}));
+    connect(first);
+    pull(first);
     Cable second;
-    const int near_end = ::open(second.device.c_str(), O_RDWR | O_NOCTTY);
-    termios before = settings_of(second);
+    const OpenDevice near_end(second);
+    termios before = near_end.settings();
     before.c_iflag |= IXANY;
-    ASSERT_EQ(::tcsetattr(near_end, TCSANOW, &before), 0);
+    near_end.set(before);
     lead_com1_to(second.device);
     EXPECT_TRUE(port.write(Bytes{80}));
     port.close();
     expect_same(settings_of(second), before);
-    ::close(near_end);
 }
 
-TEST_F(TerminalSettings, ComeBackWhenTheLineCannotBeSet) {
+TEST_F(TerminalSettings, ArePutBackWhenTheLineCannotBeSet) {
     Cable cable;
     lead_com1_to(cable.device);
-    int settings_made = 0;
-    const tests::WatchedCalls watch([&](int, std::string_view name) {
-        const bool first = name == "tcsetattr" && ++settings_made == 1;
-        return tests::Fate{.error = first ? EIO : 0, .halved = false};
-    });
-    EXPECT_NE(open_com1(), std::nullopt);
-    EXPECT_EQ(settings_made, 2);
-    EXPECT_EQ(watch.names().back(), "close");
-}
-
-TEST_F(TerminalSettings, ThatCannotComeBackDoNotHoldTheClosing) {
-    Cable cable;
-    lead_com1_to(cable.device);
-    ASSERT_EQ(open_com1(), std::nullopt);
-    {
-        const tests::WatchedCalls watch([](int, std::string_view name) {
-            return tests::Fate{.error = name == "tcsetattr" ? EIO : 0, .halved = false};
+    for (const int refused : {1, 2}) { // the settings of the line, and those put back too
+        int settings_made = 0;
+        const tests::WatchedCalls watch([&](int, std::string_view name) {
+            const bool fails = name == "tcsetattr" && ++settings_made <= refused;
+            return tests::Fate{.error = fails ? EIO : 0};
         });
+        expect_open_fails(EIO);
+        EXPECT_EQ(settings_made, 2);
+        EXPECT_EQ(watch.names().back(), "close");
+    }
+    EXPECT_EQ(open_com1(), std::nullopt);
+}
+
+TEST_F(TerminalSettings, ThatCannotComeBackDoNotBlockTheClosing) {
+    Cable cable;
+    connect(cable);
+    {
+        const tests::WatchedCalls watch(failing("tcsetattr"));
         port.close();
         EXPECT_EQ(watch.names().back(), "close");
     }
     EXPECT_FALSE(port.is_open());
-    const int other = ::open(cable.device.c_str(), O_RDWR | O_NOCTTY);
-    EXPECT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
-    ::close(other);
+    EXPECT_TRUE(OpenDevice(cable).lock());
 }
 
-// A device of which one of these is not known is let go as it is.
+// The port needs both to put a device back as it was.
 TEST_F(TerminalSettings, OfADeviceThatFailsAreLeftAlone) {
     Cable cable;
     lead_com1_to(cable.device);
     for (const std::string_view call : {"fstat", "tcgetattr"}) {
-        const tests::WatchedCalls watch([&](int, std::string_view name) {
-            return tests::Fate{.error = name == call ? EIO : 0, .halved = false};
-        });
+        const tests::WatchedCalls watch(failing(call));
         EXPECT_NE(open_com1(), std::nullopt) << call;
         EXPECT_FALSE(port.is_open());
         EXPECT_THAT(watch.names(), testing::Not(testing::Contains("tcsetattr"))) << call;
@@ -221,16 +201,15 @@ TEST_F(TerminalSettings, OfADeviceThatFailsAreLeftAlone) {
     }
 }
 
-// Another program's lock is on it, so another program's settings are too.
+// Another program holds the lock, so the settings are that program's too.
 TEST_F(TerminalSettings, OfABusyDeviceAreLeftAlone) {
     Cable cable;
-    const int other = ::open(cable.device.c_str(), O_RDWR | O_NOCTTY);
-    ASSERT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
+    const OpenDevice other(cable);
+    ASSERT_TRUE(other.lock());
     lead_com1_to(cable.device);
-    const tests::WatchedCalls watch([](int, std::string_view) { return tests::Fate{}; });
-    EXPECT_THAT(open_com1().value_or(""), HasSubstr(std::strerror(EBUSY)));
+    const tests::WatchedCalls watch(failing("nothing"));
+    expect_open_fails(EBUSY);
     EXPECT_THAT(watch.names(), testing::Not(testing::Contains("tcsetattr")));
-    ::close(other);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The first read by the direct road: the main window is activated and the unit answers at once.
+// The first read on the activation path: the main window is activated and the unit replies at once.
 #include "tests/unit/link/crafted_unit.h"
 #include "view/timers.h"
 #include "view/windows/frm_splash.h"
@@ -6,34 +6,21 @@
 namespace zol::tests {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ActivationRoad : public CraftedBench {
+class ActivationPath : public CraftedBench {
   protected:
-    ActivationRoad() {
-        // A unit whose values the widgets can show, and a correction that its slider has already.
-        const std::pair<int, int> words[] = {
-            {8, 1250}, {10, 1050}, {16, 1},  {18, 35},    {20, 3900}, {22, 4200}, {24, 3},
-            {26, 25},  {28, 50},   {30, 75}, {32, 1},     {36, 0},    {42, 12},   {48, 1200},
-            {56, 20},  {78, 3},    {84, 1},  {86, 4},     {124, 1},   {134, 700}, {138, 800},
-            {140, 1},  {148, 1},   {150, 1}, {154, 2700}, {156, 0}};
-        for (const auto& [position, value] : words)
-            crafted.set_word(position, value);
-    }
-    std::vector<std::int64_t> times_of(int command) const {
-        std::vector<std::int64_t> times;
-        for (const auto& sent : port->sent)
-            if (sent.frame.command == command) times.push_back(sent.at_ms);
-        return times;
+    ActivationPath() {
+        crafted.set_words_of_a_car();
+        crafted.set_words({{154, 2700}, {156, 0}});
     }
 };
 
-TEST_F(ActivationRoad, AsksForPresenceVersionAndImageInItsOwnRhythmAndThenPolls) {
+// 500 ms before and 700 ms after the presence test, 1600 ms after each request, 400 ms after the
+// window is filled, 50 ms to the first tick.
+TEST_F(ActivationPath, SendsPresenceVersionImageThenPolls) {
     start_program();
     run_for(5000);
-    // 500 before and 700 behind the presence test, 1600 behind each request, 400 behind the
-    // filling, 50 to the first tick.
     const std::pair<int, std::int64_t> expected[] = {{6, 500}, {7, 1200}, {1, 2800}, {3, 4850}};
     ASSERT_EQ(port->sent.size(), std::size(expected));
     for (std::size_t i = 0; i < std::size(expected); ++i) {
@@ -42,7 +29,7 @@ TEST_F(ActivationRoad, AsksForPresenceVersionAndImageInItsOwnRhythmAndThenPolls)
     }
 }
 
-TEST_F(ActivationRoad, TheEngineButtonInTheMiddleOfItLetsTheFillWriteWhatItPlaces) {
+TEST_F(ActivationPath, EngineButtonDuringTheReadLetsTheFillWrite) {
     start_program();
     run_for(3000); // the wait for the image
     ASSERT_TRUE(app::state.ui_loading);
@@ -54,7 +41,7 @@ TEST_F(ActivationRoad, TheEngineButtonInTheMiddleOfItLetsTheFillWriteWhatItPlace
     EXPECT_THAT(writes(), testing::Contains(Write(3, 1250)));
 }
 
-TEST_F(ActivationRoad, TheWaitBehindTheReadEndsWithTheFirstPollThatRunsInsideIt) {
+TEST_F(ActivationPath, WaitAfterTheReadEndsWithTheFirstPoll) {
     crafted.set_word(8, 1200); // the gain slider moves nothing, and gives no pointer back
     start_program();
     run_for(4799);
@@ -65,14 +52,14 @@ TEST_F(ActivationRoad, TheWaitBehindTheReadEndsWithTheFirstPollThatRunsInsideIt)
     EXPECT_TRUE(form1::Timer_stato_sistema.is_on());
     EXPECT_EQ(view::focus(), &form1::Text2);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
-    // Alone it would be over at 5200. The poll of 4850 sets the common timer anew.
+    // Alone it would end at 5200. The poll of 4850 sets the common timer again.
     run_for(5149 - 4800);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
     run_for(1);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
 }
 
-TEST_F(ActivationRoad, TheOperatorSeesTheWaitPointerFromTheAnswerOn) {
+TEST_F(ActivationPath, WaitPointerShowsFromTheReplyOn) {
     start_program();
     run_for(1199);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
@@ -83,7 +70,7 @@ TEST_F(ActivationRoad, TheOperatorSeesTheWaitPointerFromTheAnswerOn) {
     EXPECT_TRUE(app::state.ui_loading);
 }
 
-TEST_F(ActivationRoad, TheWindowIsMaximisedTheSplashGoneAndEverythingEnabled) {
+TEST_F(ActivationPath, LeavesTheMainWindowReadyForUse) {
     read_on_activation();
     run_for(1000);
     EXPECT_FALSE(frm_splash::frmSplash.loaded);
@@ -94,13 +81,13 @@ TEST_F(ActivationRoad, TheWindowIsMaximisedTheSplashGoneAndEverythingEnabled) {
     EXPECT_FALSE(app::state.no_reread);
     EXPECT_FALSE(app::state.connect_dialog_open);
     EXPECT_TRUE(form1::Timer_rpm.is_on());
-    EXPECT_FALSE(form1::Timer6.is_on()); // the watchdog belongs to the other road
+    EXPECT_FALSE(form1::Timer6.is_on()); // the watchdog belongs to the dialog path
     EXPECT_FALSE(form1::Timer1.is_on());
     EXPECT_EQ(view::text(form1::Label35), "1");
     EXPECT_EQ(app::state.firmware_text, "0.2.71");
 }
 
-TEST_F(ActivationRoad, TheBaseWordsReachTheirWidgets) {
+TEST_F(ActivationPath, BaseWordsReachTheirWidgets) {
     read_on_activation();
     EXPECT_EQ(view::value(form1::Slider_ktar), 1250);
     EXPECT_EQ(form1::Slider_ktar.look.selection_length, 249);
@@ -122,9 +109,9 @@ TEST_F(ActivationRoad, TheBaseWordsReachTheirWidgets) {
     EXPECT_FALSE(view::selected(form1::Check1));
 }
 
-TEST_F(ActivationRoad, TheTankSlidersStandWhereThisRoadPutsThem) {
+TEST_F(ActivationPath, PlacesTheTankSliders) {
     read_on_activation();
-    const double sliders[] = {3, 24, 50, 75, 75}; // the second is one below
+    const double sliders[] = {3, 24, 50, 75, 75}; // the second is one below its threshold
     for (int row = 0; row < 5; ++row)
         EXPECT_EQ(view::value(form1::Slider1[row]), sliders[row]) << row;
     EXPECT_EQ(view::text(form1::Label8), "4%");
@@ -137,7 +124,7 @@ TEST_F(ActivationRoad, TheTankSlidersStandWhereThisRoadPutsThem) {
     EXPECT_EQ(view::text(form1::Label_led3), "74%");
 }
 
-TEST_F(ActivationRoad, MethaneAndNoPressureSensorShowAsSuch) {
+TEST_F(ActivationPath, ShowsMethaneWithoutPressureSensor) {
     crafted.set_word(16, 0);
     crafted.set_word(32, 2); // anything but 1
     read_on_activation();
@@ -147,24 +134,25 @@ TEST_F(ActivationRoad, MethaneAndNoPressureSensorShowAsSuch) {
     EXPECT_FALSE(view::selected(form1::Option_press_yes));
 }
 
-TEST_F(ActivationRoad, AFuelThatIsNeitherSelectsNothing) {
+TEST_F(ActivationPath, UnknownFuelSelectsNothing) {
     crafted.set_word(16, 7);
     read_on_activation();
     EXPECT_FALSE(view::selected(form1::Option_metano));
     EXPECT_FALSE(view::selected(form1::Option_gpl));
 }
 
-TEST_F(ActivationRoad, ATemperatureCorrectionAbove10ShowsAs10AndIsWrittenBack) {
+TEST_F(ActivationPath, TemperatureCorrectionAbove10IsWrittenBackAs10) {
     crafted.set_word(36, 15);
     read_on_activation();
     EXPECT_EQ(view::value(form1::Slider3), 10);
-    EXPECT_THAT(writes(), ElementsAre(Write(52, 10)));
-    EXPECT_EQ(times_of(3), std::vector<std::int64_t>{});
+    EXPECT_EQ(frames().back(), Write(52, 10));
     run_for(100);
-    EXPECT_EQ(times_of(3), std::vector<std::int64_t>{5050}); // 200 behind the write
+    EXPECT_EQ(writes().size(), 1U);
+    EXPECT_EQ(frames().back(), Send(3));
+    EXPECT_EQ(port->sent.back().at_ms, 5050); // 200 ms after the write
 }
 
-TEST_F(ActivationRoad, GainsOutsideTheSlidersLeaveThemAlone) {
+TEST_F(ActivationPath, GainsOutOfRangeLeaveTheSlidersAlone) {
     crafted.set_word(8, 900);
     crafted.set_word(10, 1900);
     read_on_activation();
@@ -175,23 +163,19 @@ TEST_F(ActivationRoad, GainsOutsideTheSlidersLeaveThemAlone) {
     EXPECT_EQ(link::mirrors.ktar_high, 1900);
 }
 
-TEST_F(ActivationRoad, NothingIsWrittenToTheUnitWhileTheWindowIsFilled) {
+TEST_F(ActivationPath, FillingTheWindowWritesNothing) {
+    crafted.version = 7;
+    read_on_activation();
     for (const int family : {0, 1, 2, 3, 4}) {
         SCOPED_TRACE(family);
         crafted.family = family;
-        crafted.version = 7;
-        if (family == 0) read_on_activation();
-        inside_program([] {
-            view::hide(form1::Form1);
-            view::show(form1::Form1);
-        }); // anew
-        run_for(6000);
+        read_again();
         EXPECT_EQ(app::state.ecu_family, family);
         EXPECT_THAT(writes(), IsEmpty());
     }
 }
 
-TEST_F(ActivationRoad, TheLambdaPanelIsFilledFromTheLongLayout) {
+TEST_F(ActivationPath, FillsTheLambdaPanelFromTheLongLayout) {
     crafted.family = 4;
     crafted.version = 6;
     read_on_activation();
@@ -210,10 +194,9 @@ TEST_F(ActivationRoad, TheLambdaPanelIsFilledFromTheLongLayout) {
     EXPECT_TRUE(view::selected(form1::Opt_modulare_no));
 }
 
-TEST_F(ActivationRoad, LambdaControlOffAndInvertedShowTheOtherOptions) {
+TEST_F(ActivationPath, ZerosSelectTheOtherLambdaOptions) {
     crafted.family = 4;
-    for (const int position : {124, 140, 148, 150})
-        crafted.set_word(position, 0);
+    crafted.set_words({{124, 0}, {140, 0}, {148, 0}, {150, 0}});
     read_on_activation();
     EXPECT_TRUE(view::selected(form1::Option_disa_controllo_lambda));
     EXPECT_TRUE(view::selected(form1::lambda_inv));
@@ -222,12 +205,9 @@ TEST_F(ActivationRoad, LambdaControlOffAndInvertedShowTheOtherOptions) {
     EXPECT_FALSE(view::checked(form1::mnu_debug_yes));
 }
 
-TEST_F(ActivationRoad, Family1TakesVoltageWhateverStandsInTheImage) {
+TEST_F(ActivationPath, Family1TakesVoltageWhateverTheImageHolds) {
     crafted.family = 1;
-    crafted.set_word(96, 1);
-    crafted.set_word(106, 300);
-    crafted.set_word(110, 400);
-    crafted.set_word(112, 0);
+    crafted.set_words({{96, 1}, {106, 300}, {110, 400}, {112, 0}});
     read_on_activation();
     EXPECT_TRUE(view::selected(form1::Option_tens));
     EXPECT_FALSE(view::selected(form1::Option_corr));
@@ -238,26 +218,23 @@ TEST_F(ActivationRoad, Family1TakesVoltageWhateverStandsInTheImage) {
     EXPECT_EQ(view::text(form1::Text_lambda_closed_loop), "400");
 }
 
-TEST_F(ActivationRoad, InFamily3TheLaterWordsWin) {
+TEST_F(ActivationPath, Family3KeepsTheWordsReadLast) {
     crafted.family = 3;
-    crafted.set_word(106, 300);
-    crafted.set_word(110, 400);
+    crafted.set_words({{106, 300}, {110, 400}});
     read_on_activation();
     EXPECT_EQ(view::text(form1::Text_lambda_open_loop), "700");
     EXPECT_EQ(view::text(form1::Text_lambda_closed_loop), "800");
-    EXPECT_TRUE(view::selected(form1::Option_corr)); // voltage first, then the long layout's word
-    // The diagnosis words are not read for it on this road.
+    EXPECT_TRUE(
+        view::selected(form1::Option_corr)); // voltage first, then the word of the long layout
+    // This path does not read the diagnosis words of family 3.
     EXPECT_FALSE(view::checked(form1::mnu_direction_inverse_eobd));
     EXPECT_FALSE(view::checked(form1::mnu_iso9141));
 }
 
-// An image that ends before the long layout's words shows that the short one's were taken first.
-TEST_F(ActivationRoad, InFamily3TheShortLayoutsWordsStayWhereTheLaterOnesAreMissing) {
+// The words of the short layout are taken first.
+TEST_F(ActivationPath, Family3KeepsShortLayoutWordsIfImageEnds) {
     crafted.family = 3;
-    crafted.set_word(96, 1);
-    crafted.set_word(106, 300);
-    crafted.set_word(110, 400);
-    crafted.set_word(112, 0);
+    crafted.set_words({{96, 1}, {106, 300}, {110, 400}, {112, 0}});
     crafted.image.resize(113);
     read_on_activation();
     EXPECT_TRUE(view::selected(form1::Option_abi_controllo_lambda));
@@ -267,7 +244,7 @@ TEST_F(ActivationRoad, InFamily3TheShortLayoutsWordsStayWhereTheLaterOnesAreMiss
     EXPECT_TRUE(view::selected(form1::Option_tens));
 }
 
-TEST_F(ActivationRoad, BehindAUnitWithoutDiagnosisOneOfFamily4BringsItBack) {
+TEST_F(ActivationPath, Family4AfterFamily1BringsDiagnosisBack) {
     crafted.family = 1;
     read_on_activation();
     ASSERT_FALSE(view::visible(form1::Command_diagnosi));
@@ -276,40 +253,13 @@ TEST_F(ActivationRoad, BehindAUnitWithoutDiagnosisOneOfFamily4BringsItBack) {
     inside_program([] {
         view::set_visible(form1::Command_lambda, false);
         view::set_text(form1::Label35, "7");
-        view::hide(form1::Form1);
-        view::show(form1::Form1);
     });
-    run_for(8000);
+    read_again();
     EXPECT_TRUE(view::visible(form1::Command_diagnosi));
     EXPECT_TRUE(view::enabled(form1::mnu_eobd));
     EXPECT_TRUE(view::visible(form1::Command_lambda));
     EXPECT_EQ(view::text(form1::Label35), "1");
 }
-
-struct Features {
-    int family;
-    bool eobd_menu, lambda_button, diagnosis_button, current_option, tens_corr_frame;
-};
-
-class FeaturesOnActivation : public CraftedBench, public testing::WithParamInterface<Features> {};
-
-TEST_P(FeaturesOnActivation, ShowWhatTheFamilyHas) {
-    crafted.family = GetParam().family;
-    read_on_activation();
-    EXPECT_EQ(view::enabled(form1::mnu_eobd), GetParam().eobd_menu);
-    EXPECT_EQ(view::visible(form1::Command_lambda), GetParam().lambda_button);
-    EXPECT_EQ(view::visible(form1::Command_diagnosi), GetParam().diagnosis_button);
-    EXPECT_EQ(view::visible(form1::Option_corr), GetParam().current_option);
-    EXPECT_EQ(view::visible(form1::Frame_L_C_T), GetParam().tens_corr_frame);
-}
-
-// Families 2 and 3 keep what the window was designed with.
-INSTANTIATE_TEST_SUITE_P(Families, FeaturesOnActivation,
-                         testing::Values(Features{0, true, true, true, true, false},
-                                         Features{1, false, true, false, false, true},
-                                         Features{2, true, true, true, true, true},
-                                         Features{3, true, true, true, true, true},
-                                         Features{4, true, true, true, true, true}));
 
 } // namespace
 } // namespace zol::tests
