@@ -1,4 +1,4 @@
-// The connection dialog: its list of ports, the port test, and its ways out.
+// The connection dialog: its list of ports, the port test, and how it is left.
 #include "link/connection_dialog.h"
 
 #include "tests/unit/link/crafted_unit.h"
@@ -19,13 +19,15 @@ using view::Pointer;
 
 class ConnectionDialog : public CraftedBench {
   protected:
-    void test_port() {
+    // Clicks on the test, which ends `ms` later with this result and not earlier.
+    void expect_test(int ms, const std::string& text, bool ok_enabled) {
+        forget_wire();
         operator_clicks(Command_test);
-        run_for(1700);
-    }
-    void expect_result(const std::string& text, view::Colour colour, bool ok_enabled) {
+        run_for(ms - 1);
+        EXPECT_EQ(view::text(Label2), "");
+        run_for(1);
         EXPECT_EQ(view::text(Label2), text);
-        EXPECT_EQ(Label2.look.back, colour);
+        EXPECT_EQ(Label2.look.back, text == good ? view::green : view::red);
         EXPECT_EQ(view::enabled(Command_ok), ok_enabled);
         EXPECT_EQ(Centralina_Attiva.look.pointer, Pointer::normal);
         EXPECT_EQ(Command_test.look.pointer, Pointer::normal);
@@ -34,21 +36,22 @@ class ConnectionDialog : public CraftedBench {
     static constexpr const char* bad = "- TEST FALLITO -";
 };
 
-TEST(PortsOfTheList, TheTestOpensThePortThatTheEntryNames) {
+TEST(PortsOfTheList, EachEntryOpensThePortThatItNames) {
     const double ports[] = {1, 2, 4, 5, 6, 7, 8};
     for (int entry = 0; entry < 7; ++entry)
         EXPECT_EQ(link::port_of_entry(entry), ports[entry]) << entry;
     EXPECT_EQ(link::port_of_entry(-1), 0);
 }
 
-TEST(PortsOfTheList, APortNumberSelectsItsEntryAndCom3SelectsCom2) {
+TEST(PortsOfTheList, EachPortNumberSelectsItsEntry) {
+    // The list has no COM3: its number selects COM2.
     const std::pair<double, int> entries[] = {{0, -1}, {1, 0}, {2, 1}, {3, 1}, {4, 2},
                                               {5, 3},  {6, 4}, {7, 5}, {8, 6}};
     for (const auto& [number, entry] : entries)
         EXPECT_EQ(link::entry_of_port(number), entry) << number;
 }
 
-TEST_F(ConnectionDialog, ASilentUnitBringsItUpWithNoWordAndNoWayOnButTheTest) {
+TEST_F(ConnectionDialog, OpensOnASilentUnitWithOkDisabled) {
     crafted.present = false;
     start_program();
     run_for(1199);
@@ -76,27 +79,28 @@ TEST_F(ConnectionDialog, ASilentUnitBringsItUpWithNoWordAndNoWayOnButTheTest) {
     EXPECT_THAT(frames(), ElementsAre(Send(6)));
 }
 
-TEST_F(ConnectionDialog, APortThatFaultsAtTheFirstQuestionBringsItUpAtOnce) {
+TEST_F(ConnectionDialog, OpensAtOnceIfThePortFaults) {
     port->unplugged = true;
     start_program();
     run_for(500);
     EXPECT_TRUE(Centralina_Attiva.shown);
 }
 
-TEST_F(ConnectionDialog, TheStoredPortIsSelected) {
-    const std::pair<int, int> stored[] = {{1, 0}, {2, 1}, {3, 1}, {8, 6}, {9, -1}};
+TEST_F(ConnectionDialog, SelectsTheStoredPort) {
+    const std::pair<int, int> stored[] = {{1, 0}, {2, 1}, {3, 1}, {8, 6}, {0, -1}};
     open_the_dialog();
     for (const auto& [number, entry] : stored) {
         inside_program([number = number] {
             view::unload(Centralina_Attiva);
-            app::state.com_port_number = number == 9 ? 0 : number;
+            app::state.com_port_number = number;
             view::show(Centralina_Attiva);
         });
         EXPECT_EQ(Combo1.look.list_index, entry) << number;
     }
 }
 
-TEST_F(ConnectionDialog, AGoodTestTakesTwoPassesEachWithThePortClosedAndOpenedAnew) {
+// Closed, 300 ms, opened, request, 500 ms: all of it twice.
+TEST_F(ConnectionDialog, GoodTestReopensThePortTwice) {
     open_the_dialog();
     forget_wire();
     const auto clicked_ms = now_ms();
@@ -110,101 +114,79 @@ TEST_F(ConnectionDialog, AGoodTestTakesTwoPassesEachWithThePortClosedAndOpenedAn
     EXPECT_EQ(port->line_settings, "9600,n,8,1");
     EXPECT_EQ(Centralina_Attiva.look.pointer, Pointer::hourglass);
     EXPECT_EQ(Command_test.look.pointer, Pointer::hourglass);
-    run_for(1299);
-    EXPECT_EQ(view::text(Label2), "");
-    EXPECT_EQ(Label2.look.back, windows::paper) << "the toolkit's ground, as of its boxes";
+    EXPECT_EQ(Label2.look.back, windows::paper) << "the default of the toolkit";
     EXPECT_FALSE(view::enabled(Command_ok));
-    run_for(1);
-    expect_result(good, view::green, true);
+    run_for(1300);
     ASSERT_THAT(frames(), ElementsAre(Send(6), Send(6)));
     EXPECT_EQ(port->sent[0].at_ms - clicked_ms, 300);
     EXPECT_EQ(port->sent[1].at_ms - clicked_ms, 1100);
     EXPECT_EQ(port->closed, 2);
-    EXPECT_EQ(port->opened, 3); // the first at the window's load
+    EXPECT_EQ(port->opened, 3); // the first when the main window was loaded
 }
 
-TEST_F(ConnectionDialog, AnyByteIsAnAnswer) {
+TEST_F(ConnectionDialog, AnyByteIsAReply) {
     open_the_dialog();
     crafted.instead = [](int) { return Bytes{0}; };
-    test_port();
-    expect_result(good, view::green, true);
+    expect_test(1600, good, true);
 }
 
-TEST_F(ConnectionDialog, ASilentUnitFailsTheTestAfter800Milliseconds) {
+TEST_F(ConnectionDialog, SilentUnitFailsTheTestAfter800Ms) {
     open_the_dialog();
     crafted.present = false;
-    forget_wire();
-    operator_clicks(Command_test);
-    run_for(799);
-    EXPECT_EQ(view::text(Label2), "");
-    run_for(1);
-    expect_result(bad, view::red, false);
+    expect_test(800, bad, false);
     EXPECT_THAT(frames(), ElementsAre(Send(6)));
 }
 
-TEST_F(ConnectionDialog, OneAnswerIsNotEnough) {
+TEST_F(ConnectionDialog, OneReplyIsNotEnough) {
     open_the_dialog();
-    int answers = 0;
-    crafted.instead = [&answers](int) {
-        return ++answers == 1 ? Bytes{80, 67, 0, 6, 6, 0} : Bytes{};
-    };
-    operator_clicks(Command_test);
-    run_for(1599);
-    EXPECT_EQ(view::text(Label2), "");
-    run_for(1);
-    expect_result(bad, view::red, false);
-    EXPECT_EQ(answers, 2);
+    int replies = 0;
+    crafted.instead = [&replies](int) { return ++replies == 1 ? presence_reply() : Bytes{}; };
+    expect_test(1600, bad, false);
+    EXPECT_EQ(replies, 2);
 }
 
-TEST_F(ConnectionDialog, APortThatCannotBeOpenedFailsTheTestWithoutAQuestion) {
+TEST_F(ConnectionDialog, PortThatCannotBeOpenedFailsTheTest) {
     open_the_dialog();
-    forget_wire();
     port->open_error = "no such device";
-    operator_clicks(Command_test);
-    run_for(300);
-    expect_result(bad, view::red, false);
+    expect_test(300, bad, false);
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_THAT(screen.message_boxes, IsEmpty());
 }
 
-TEST_F(ConnectionDialog, APortThatFaultsFailsTheTest) {
+TEST_F(ConnectionDialog, PortThatFaultsFailsTheTest) {
     open_the_dialog();
     port->unplugged = true;
-    operator_clicks(Command_test);
-    run_for(300);
-    expect_result(bad, view::red, false);
+    expect_test(300, bad, false);
 }
 
-TEST_F(ConnectionDialog, AFailedTestBehindAGoodOneLeavesTheWayOnOpen) {
+TEST_F(ConnectionDialog, FailedTestAfterAGoodOneLeavesOkEnabled) {
     open_the_dialog();
-    test_port();
-    expect_result(good, view::green, true);
+    expect_test(1600, good, true);
     crafted.present = false;
-    test_port();
-    expect_result(bad, view::red, true);
+    expect_test(800, bad, true);
 }
 
-TEST_F(ConnectionDialog, WithNoEntrySelectedTheTestFailsAsAPortThatCannotBeOpened) {
+TEST_F(ConnectionDialog, WithNoEntrySelectedTheTestFails) {
     write_file("setting.ini", "[General]\nLANGUAGE=uk\nCOM=9\n");
     open_the_dialog();
     EXPECT_EQ(Combo1.look.list_index, -1);
     port->open_error = "no such port";
-    operator_clicks(Command_test);
-    run_for(300);
-    expect_result(bad, view::red, false);
+    expect_test(300, bad, false);
     EXPECT_EQ(port->number, 0);
 }
 
 class PortMarks : public ConnectionDialog, public testing::WithParamInterface<int> {};
 
-TEST_P(PortMarks, OkStoresTheRealNumberKeepsTheListsAndMarksTheMenuOneBehind) {
+// The settings file gets the port's own number, `com_port_number` the place in the list plus 1, and
+// the menu from COM5 on the tick of the port before.
+TEST_P(PortMarks, OkStoresAndTicksThePort) {
     const int entry = GetParam();
     const int stored[] = {1, 2, 4, 5, 6, 7, 8};
     view::Widget* const marked[] = {&form1::com1, &form1::com2, &form1::com4, &form1::com4,
                                     &form1::com5, &form1::com6, &form1::com7};
     open_the_dialog();
     operator_chooses(Combo1, entry);
-    test_port();
+    pass_the_port_test();
     inside_program([] { view::set_checked(form1::com3, true); });
     operator_clicks(Command_ok);
     EXPECT_THAT(read_text("setting.ini"), HasSubstr("COM=" + std::to_string(stored[entry]) + "\n"));
@@ -218,9 +200,9 @@ TEST_P(PortMarks, OkStoresTheRealNumberKeepsTheListsAndMarksTheMenuOneBehind) {
 
 INSTANTIATE_TEST_SUITE_P(Entries, PortMarks, testing::Range(0, 7));
 
-TEST_F(ConnectionDialog, OkAnswersNoSecondTimeBeforeTheDialogHasGone) {
+TEST_F(ConnectionDialog, OkStaysDisabledUntilTheDialogCloses) {
     open_the_dialog();
-    test_port();
+    pass_the_port_test();
     operator_clicks(Command_ok);
     int ms = 0;
     for (; Centralina_Attiva.loaded && ms < 20'000; ++ms) {
@@ -255,7 +237,7 @@ TEST_F(ConnectionDialog, CancelStoresThePortAndEndsTheProgram) {
     EXPECT_THAT(frames(), IsEmpty());
 }
 
-TEST_F(ConnectionDialog, ClosedByItsFrameItLeavesAFilledWindowThatDoesNotPoll) {
+TEST_F(ConnectionDialog, ClosedByTheTitleBarItLeavesThePollingOff) {
     open_the_dialog();
     operator_closes(Centralina_Attiva);
     EXPECT_TRUE(app::state.no_reread);
@@ -268,13 +250,13 @@ TEST_F(ConnectionDialog, ClosedByItsFrameItLeavesAFilledWindowThatDoesNotPoll) {
     EXPECT_EQ(view::focus(), &form1::Text2);
     run_for(60000);
     EXPECT_THAT(frames(), ElementsAre(Send(6)));
-    // The engine button is the way to the polling.
+    // The engine button starts the polling.
     operator_clicks(form1::Command_engine);
     run_for(1000);
     EXPECT_THAT(frames(), testing::Contains(Send(3)));
 }
 
-TEST_F(ConnectionDialog, ActivationGoesOnWhenTheDialogHasGone) {
+TEST_F(ConnectionDialog, ActivationEndsAfterTheDialogHasClosed) {
     open_the_dialog();
     inside_program([] { view::set_pointer(form1::Form1, Pointer::hourglass); });
     run_for(60000);
@@ -286,7 +268,7 @@ TEST_F(ConnectionDialog, ActivationGoesOnWhenTheDialogHasGone) {
     EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
 }
 
-TEST_F(ConnectionDialog, CancelInTheMiddleOfATestEndsTheProgramAllTheSame) {
+TEST_F(ConnectionDialog, CancelDuringATestEndsTheProgram) {
     open_the_dialog();
     operator_clicks(Command_test);
     run_for(100);

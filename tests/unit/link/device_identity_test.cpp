@@ -40,7 +40,7 @@ TEST_F(DeviceIdentity, WithoutASerialNumberIsTheModel) {
     EXPECT_NE(identity(usb0, {}), identity(usb1, {.product = "7523"}));
 }
 
-TEST_F(DeviceIdentity, TellsThePortsOfOneAdapterApart) {
+TEST_F(DeviceIdentity, OfThePortsOfOneAdapterDiffers) {
     const std::string one = identity(usb0, {.serial = "A1"});
     EXPECT_NE(one, identity(usb1, {.serial = "A1", .interface_number = "01"}));
     EXPECT_NE(one, identity(usb1, {.serial = "A1", .port_number = "1"}));

@@ -1,4 +1,4 @@
-// The two request frames, the reply conventions and the wait of the whole program.
+// The two request frames, the rules for replies, and the wait of the whole program.
 #include "link/ecu_frames.h"
 
 #include "link/first_read.h"
@@ -15,12 +15,12 @@ using link::Reply;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(Frames, ACommandIsFiveBytesWithItsCodeLast) {
+TEST(Frames, CommandIsFiveBytesWithItsCodeLast) {
     EXPECT_THAT(link::command_frame(Command::read_image), ElementsAre(80, 67, 0, 5, 1));
     EXPECT_THAT(link::command_frame(Command::to_gas), ElementsAre(80, 67, 0, 5, 22));
 }
 
-TEST(Frames, TheCommandCodesAreTheUnits) {
+TEST(Frames, CommandsHaveTheCodesOfTheUnit) {
     const std::pair<Command, int> codes[] = {
         {Command::read_image, 1}, {Command::write_parameter, 2}, {Command::status, 3},
         {Command::to_petrol, 4},  {Command::reset, 5},           {Command::presence, 6},
@@ -30,7 +30,7 @@ TEST(Frames, TheCommandCodesAreTheUnits) {
         EXPECT_EQ(link::command_frame(command)[4], code);
 }
 
-TEST(Frames, AWriteIsNineBytesWithNumberAndValueHighByteFirst) {
+TEST(Frames, WriteIsNineBytesWithHighBytesFirst) {
     const std::pair<double, std::pair<int, int>> values[] = {
         {500, {1, 244}},     {2000, {7, 208}}, {20000, {78, 32}}, {0, {0, 0}},
         {65535, {255, 255}}, {257, {1, 1}},    {255, {0, 255}},   {256, {1, 0}}};
@@ -41,7 +41,7 @@ TEST(Frames, AWriteIsNineBytesWithNumberAndValueHighByteFirst) {
                 ElementsAre(80, 67, 0, 9, 2, 1, 44, 0, 1));
 }
 
-TEST(Frames, FractionsAreRoundedToTheNearestAndTiesToEven) {
+TEST(Frames, FractionsAreRoundedWithTiesToEven) {
     const std::pair<double, int> values[] = {{2.4, 2}, {2.5, 2},    {2.51, 3}, {3.5, 4},
                                              {0.5, 0}, {-0.5, 0},   {-0.4, 0}, {65535.4, 65535},
                                              {1.5, 2}, {127.5, 128}};
@@ -53,14 +53,14 @@ TEST(Frames, FractionsAreRoundedToTheNearestAndTiesToEven) {
     }
 }
 
-TEST(Frames, ANumberWithoutTwoBytesHasNoFrame) {
+TEST(Frames, NumberThatNeedsMoreThanTwoBytesHasNoFrame) {
     for (const double value : {-1.0, -0.51, 65535.5, 65536.0, 1e300, -1e300, std::nan("")}) {
         EXPECT_FALSE(link::write_frame(3, value)) << value;
         EXPECT_FALSE(link::write_frame(value, 3)) << value;
     }
 }
 
-TEST(Replies, PositionsCountFromOneAndAWordTakesTwoBytes) {
+TEST(Replies, PositionsCountFromOne) {
     const Reply reply(Bytes{80, 67, 0, 8, 1, 7, 208, 9});
     EXPECT_EQ(reply.byte(1), 80);
     EXPECT_EQ(reply.byte(8), 9);
@@ -71,7 +71,7 @@ TEST(Replies, PositionsCountFromOneAndAWordTakesTwoBytes) {
     EXPECT_EQ(reply.word(0), std::nullopt);
 }
 
-TEST(Replies, TheEchoIsTheFifthByteAndAShortReplyHasNone) {
+TEST(Replies, EchoIsTheFifthByte) {
     EXPECT_TRUE(Reply(Bytes{9, 9, 9, 9, 6}).echoes(Command::presence));
     EXPECT_FALSE(Reply(Bytes{80, 67, 0, 5, 7}).echoes(Command::presence));
     EXPECT_FALSE(Reply(Bytes{6, 6, 6, 6}).echoes(Command::presence));
@@ -79,7 +79,7 @@ TEST(Replies, TheEchoIsTheFifthByteAndAShortReplyHasNone) {
     EXPECT_TRUE(Reply().empty());
 }
 
-TEST(Replies, AFieldBehindTheEndLeavesItsDestinationAlone) {
+TEST(Replies, FieldAfterTheEndLeavesItsDestinationAlone) {
     double mirror = 1250;
     link::take(Reply(Bytes{80, 67, 0, 7, 1, 7}).word(6), mirror);
     EXPECT_EQ(mirror, 1250);
@@ -87,7 +87,7 @@ TEST(Replies, AFieldBehindTheEndLeavesItsDestinationAlone) {
     EXPECT_EQ(mirror, 2000);
 }
 
-// The serial layer alone: the program rests after its start, with an open port that nobody uses.
+// The program only lets time pass, with an open port that no handler uses.
 class SerialLayer : public Bench {
   protected:
     SerialLayer() {
@@ -98,14 +98,23 @@ class SerialLayer : public Bench {
                 view::pump();
         });
     }
+    // Runs the work inside the program, and notes when it starts and ends.
+    void measure(const std::function<void()>& work) {
+        inside_program([this, work] {
+            started_ms = now_ms();
+            work();
+            ended_ms = now_ms();
+        });
+        run_for(1000);
+    }
     std::int64_t started_ms = -1, ended_ms = -1;
 };
 
-TEST_F(SerialLayer, ReadingAnEmptyBufferGivesAnEmptyReply) {
+TEST_F(SerialLayer, ReadOfAnEmptyBufferGivesAnEmptyReply) {
     inside_program([] { EXPECT_TRUE(link::read_reply().empty()); });
 }
 
-TEST_F(SerialLayer, BytesOfValueZeroStayInTheReplyAndCount) {
+TEST_F(SerialLayer, BytesOfValueZeroStayInTheReply) {
     port->alter = [](const Bytes&) { return Bytes{0, 0, 0, 0, 6, 0, 0}; };
     inside_program([] {
         const Reply reply = link::read_reply();
@@ -114,7 +123,7 @@ TEST_F(SerialLayer, BytesOfValueZeroStayInTheReplyAndCount) {
     });
 }
 
-TEST_F(SerialLayer, ALateReplyShowsUpAtTheHeadOfTheNextReadWhichThenFailsItsEcho) {
+TEST_F(SerialLayer, LateReplyIsAtTheHeadOfTheNextRead) {
     unit->quirks().late_ms = 700;
     inside_program([] {
         link::send_command(Command::presence);
@@ -130,13 +139,13 @@ TEST_F(SerialLayer, ALateReplyShowsUpAtTheHeadOfTheNextReadWhichThenFailsItsEcho
     run_for(3000);
 }
 
-TEST_F(SerialLayer, ALateReplyThatNobodyReadSpoilsTheNextExchangeAndOnlyThatOne) {
+TEST_F(SerialLayer, LateReplySpoilsOneExchangeOnly) {
     unit->quirks().late_ms = 700;
     inside_program([] {
         link::send_command(Command::presence);
         link::wait_ms(300);
         EXPECT_TRUE(link::read_reply().empty());
-        link::wait_ms(1000); // it has come by now; no request empties the buffer
+        link::wait_ms(1000); // it arrives now; no request empties the buffer
         EXPECT_FALSE(link::read_version());
         EXPECT_TRUE(link::read_version());
     });
@@ -145,55 +154,41 @@ TEST_F(SerialLayer, ALateReplyThatNobodyReadSpoilsTheNextExchangeAndOnlyThatOne)
     EXPECT_NE(app::state.firmware_text, "");
 }
 
-TEST_F(SerialLayer, AWriteIsSentAtOnceAndWaits300Milliseconds) {
-    inside_program([this] {
-        started_ms = now_ms();
-        EXPECT_TRUE(link::write_parameter(3, 1250));
-        ended_ms = now_ms();
-    });
-    run_for(1000);
+TEST_F(SerialLayer, WriteIsFollowedByAWaitOf300Ms) {
+    measure([] { EXPECT_TRUE(link::write_parameter(3, 1250)); });
     ASSERT_EQ(port->sent.size(), 1U);
     EXPECT_EQ(port->sent[0].at_ms, started_ms);
     EXPECT_THAT(port->sent[0].bytes, ElementsAre(80, 67, 0, 9, 2, 0, 3, 4, 226));
     EXPECT_EQ(ended_ms - started_ms, 300);
 }
 
-TEST_F(SerialLayer, AWriteWithoutAFrameSendsNothingAndDoesNotWait) {
-    inside_program([this] {
-        started_ms = now_ms();
+TEST_F(SerialLayer, WriteWithoutAFrameDoesNotWait) {
+    measure([] {
         EXPECT_FALSE(link::write_parameter(3, -1));
         EXPECT_FALSE(link::write_parameter(3, 65536));
         EXPECT_FALSE(link::send_parameter(3, -1));
-        ended_ms = now_ms();
     });
     EXPECT_EQ(ended_ms, started_ms);
     EXPECT_THAT(port->sent, IsEmpty());
 }
 
-TEST_F(SerialLayer, AWriteToAPulledCableStillWaits) {
+TEST_F(SerialLayer, WriteToAPulledCableStillWaits) {
     port->unplugged = true;
-    inside_program([this] {
-        started_ms = now_ms();
-        EXPECT_FALSE(link::write_parameter(3, 1250));
-        ended_ms = now_ms();
-        EXPECT_TRUE(link::read_reply().empty());
-    });
-    run_for(1000);
+    measure([] { EXPECT_FALSE(link::write_parameter(3, 1250)); });
+    inside_program([] { EXPECT_TRUE(link::read_reply().empty()); });
     EXPECT_EQ(ended_ms - started_ms, 300);
 }
 
-TEST_F(SerialLayer, AFrameOfAHandlersOwnHasNoWaitBehindIt) {
-    inside_program([this] {
-        started_ms = now_ms();
+TEST_F(SerialLayer, FrameOfAHandlersOwnHasNoWait) {
+    measure([] {
         EXPECT_TRUE(link::send_parameter(142, 257));
         EXPECT_TRUE(link::send_command(Command::reset));
-        ended_ms = now_ms();
     });
     EXPECT_EQ(ended_ms, started_ms);
     EXPECT_THAT(frames(), ElementsAre(Write(142, 257), Send(5)));
 }
 
-TEST_F(SerialLayer, NothingIsSentOnceTheEndHasBegun) {
+TEST_F(SerialLayer, NothingIsSentAfterTheEndHasBegun) {
     inside_program([] {
         app::state.program_ends = true;
         EXPECT_FALSE(link::send_command(Command::status));
@@ -204,7 +199,7 @@ TEST_F(SerialLayer, NothingIsSentOnceTheEndHasBegun) {
     EXPECT_THAT(frames(), IsEmpty());
 }
 
-TEST_F(SerialLayer, OpeningSetsNumberAndLineAndDoesNotCloseFirst) {
+TEST_F(SerialLayer, OpeningDoesNotCloseFirst) {
     EXPECT_TRUE(link::open_port(4)); // the port is open: an error text
     EXPECT_EQ(port->closed, 0);
     link::close_port();
@@ -215,8 +210,8 @@ TEST_F(SerialLayer, OpeningSetsNumberAndLineAndDoesNotCloseFirst) {
     EXPECT_EQ(port->line_settings, "9600,n,8,1");
 }
 
-TEST_F(SerialLayer, AWaitInsideAWaitMovesTheEndOfTheOuterOne) {
-    // Both stand on one timer: the outer wait of 1000 ms is over when the inner one is.
+TEST_F(SerialLayer, NestedWaitMovesTheEndOfTheOuterOne) {
+    // Both use one timer: the outer wait of 1000 ms ends when the inner one does.
     inside_program([this] {
         link::wait_ms(1000);
         started_ms = now_ms();

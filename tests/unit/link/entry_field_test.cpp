@@ -23,7 +23,7 @@ class NumberField : public PanelBench {
     }
 };
 
-TEST_F(NumberField, ClickEmptiesAndReddensItAndWritesNothing) {
+TEST_F(NumberField, ClickEmptiesItWithoutAWrite) {
     operator_clicks(field);
     run_for(60'000);
     EXPECT_EQ(text(field), "");
@@ -31,7 +31,7 @@ TEST_F(NumberField, ClickEmptiesAndReddensItAndWritesNothing) {
     EXPECT_THAT(frames(), IsEmpty());
 }
 
-TEST_F(NumberField, TabLeavesNumberAndColourAndEnterSendsIt) {
+TEST_F(NumberField, EnterAfterTabSendsTheNumberThatItHolds) {
     inside_program([this] { view::operator_acts::focus(field); });
     EXPECT_EQ(text(field), held);
     EXPECT_EQ(field.look.back, view::white);

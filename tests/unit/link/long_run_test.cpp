@@ -1,4 +1,4 @@
-// A day at the bench: the polling goes on, in its rhythm, and nothing grows.
+// A day of use: the polling keeps its rhythm, and nothing grows.
 #include "tests/support/bench.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
@@ -12,7 +12,7 @@ namespace {
 
 class LongRun : public Bench {
   protected:
-    // An hour of the program's time; the wire's notes are the test's own, and would grow.
+    // An hour of the program's time. The record of the wire is the test's own and would grow.
     void run_an_hour() {
         for (int minute = 0; minute < 60; ++minute) {
             forget_wire();
@@ -23,7 +23,7 @@ class LongRun : public Bench {
         const auto all = ::mallinfo2();
         return all.uordblks + all.hblkhd;
     }
-    // Growth from the second hour to the last, and that the last minute is like the first.
+    // Compares the last hour with the second one.
     void run_a_day(std::size_t least_frames_a_minute) {
         const auto start = std::chrono::steady_clock::now();
         run_an_hour();
@@ -35,7 +35,7 @@ class LongRun : public Bench {
             run_an_hour();
         EXPECT_GE(port->sent.size(), least_frames_a_minute);
         EXPECT_LE(bytes_in_use(), bytes + 64 * 1024);
-        // A trace holds what its width holds.
+        // The width of the trace limits its strokes.
         EXPECT_LE(form1::Picture1.look.strokes.size(), strokes + 1000);
         EXPECT_LE(view::wait_depth(), depth + 1);
         EXPECT_EQ(now_ms() / 3600000, 24);
@@ -44,12 +44,12 @@ class LongRun : public Bench {
     }
 };
 
-TEST_F(LongRun, ADayOfPollingGrowsNothing) {
+TEST_F(LongRun, DayOfPollingGrowsNothing) {
     start_connected();
     run_a_day(60000 / 350 - 1);
 }
 
-TEST_F(LongRun, ADayWithASilentUnitGrowsNothing) {
+TEST_F(LongRun, DayWithASilentUnitGrowsNothing) {
     start_connected();
     port->silent = true;
     run_a_day(60000 / 300 - 1);

@@ -1,5 +1,5 @@
-// A fake machine: pseudo-terminals under the names of its serial devices, and what
-// its system says about them.
+// A fake computer: pseudo-terminals under the names of its serial devices, and what its system
+// reports about them.
 #pragma once
 
 #include "link/device_identity.h"
@@ -43,7 +43,7 @@ class Machine {
     ~Machine() { machine_state.root = "/"; }
     Machine(const Machine&) = delete;
 
-    // From now on the system says that the device belongs to this adapter.
+    // From now on the system reports that the device belongs to this adapter.
     void describe(dev_t device, const UsbAdapter& adapter) {
         const auto number = std::to_string(major(device)) + ":" + std::to_string(minor(device));
         const auto usb = root / "sys/devices/pci0/usb1" / ("1-" + std::to_string(++adapters_));

@@ -1,5 +1,5 @@
-// Replies that end too early, of any length, or repeat the wrong command: nothing crashes, what did
-// not arrive keeps what it was, and a wrong echo is asked for again.
+// Replies that end too early, have any length or repeat the wrong command: what did not arrive
+// keeps its value, and a request whose echo is wrong is sent again.
 #include "link/first_read.h"
 
 #include "tests/support/image_oracle.h"
@@ -17,7 +17,7 @@ using testing::ElementsAre;
 
 constexpr double untouched = -7;
 
-class ShortImages : public CraftedBench {
+class ShortReplies : public CraftedBench {
   protected:
     void forget_mirrors() {
         for (const auto& row : oracle::mirrors_of_parameters)
@@ -32,54 +32,40 @@ class ShortImages : public CraftedBench {
                 << "position " << word.position << ", image of " << length << " bytes";
         }
     }
-    // The main window anew: it reads the unit again.
-    void read_again() {
-        forget_wire();
-        inside_program([] {
-            view::hide(form1::Form1);
-            view::show(form1::Form1);
-        });
-        run_for(6000);
-    }
-    // The dialog's read by itself, with no dialog around it.
-    void start_bare() {
-        port->open();
-        time.start([] {
-            for (;;)
-                view::pump();
-        });
-    }
+    // The read of the dialog path without the dialog; lets as much time pass as this many requests
+    // take.
     void read_bare(int tries) {
         forget_wire();
         inside_program(link::read_for_dialog);
         run_for(1600 + tries * 1800);
     }
+    void cut_image(const Bytes& whole, std::size_t length) {
+        crafted.image = of_length(whole, length);
+        forget_mirrors();
+    }
     auto images_asked_for() const { return std::ranges::count(frames(), Send(1)); }
 };
 
-TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasOnActivation) {
-    crafted.family = 4;
-    crafted.version = 7;
-    crafted.revision = 30;
+TEST_F(ShortReplies, WordsAfterTheEndKeepTheirValueOnActivation) {
+    crafted.set_firmware(4, 7, 30);
     const Bytes whole = crafted.image;
     read_on_activation();
     for (std::size_t length = 5; length <= 191; ++length) {
-        crafted.image.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-        forget_mirrors();
+        cut_image(whole, length);
+        forget_wire();
         read_again();
         EXPECT_EQ(images_asked_for(), 1) << length;
         expect_words_within(length, oracle::read_words_of_family(4));
     }
 }
 
-TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasByTheDialog) {
+TEST_F(ShortReplies, WordsAfterTheEndKeepTheirValueInTheDialog) {
     crafted.family = 1;
     crafted.version = 7;
     const Bytes whole = crafted.image;
-    start_bare();
+    start_idle();
     for (std::size_t length = 5; length <= 155; ++length) {
-        crafted.image.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-        forget_mirrors();
+        cut_image(whole, length);
         read_bare(1);
         using namespace oracle;
         expect_words_within(length,
@@ -88,8 +74,8 @@ TEST_F(ShortImages, AnImageThatEndsAnywhereLeavesTheRestAsItWasByTheDialog) {
     }
 }
 
-TEST_F(ShortImages, AnImageOfAnyLengthIsTakenOnceIfItsEchoIsRight) {
-    start_bare();
+TEST_F(ShortReplies, AnyLengthWithTheRightEchoIsTaken) {
+    start_idle();
     for (std::size_t length = 0; length <= 300; ++length) {
         crafted.image.resize(length);
         if (length >= 5) crafted.image[4] = 1;
@@ -100,8 +86,8 @@ TEST_F(ShortImages, AnImageOfAnyLengthIsTakenOnceIfItsEchoIsRight) {
     }
 }
 
-TEST_F(ShortImages, AnImageOfAnyLengthWithAWrongEchoIsAskedForThreeTimesAndNotTaken) {
-    start_bare();
+TEST_F(ShortReplies, AnyLengthWithAWrongEchoIsRequestedThreeTimes) {
+    start_idle();
     forget_mirrors();
     for (std::size_t length = 0; length <= 300; ++length) {
         crafted.image.resize(length);
@@ -113,7 +99,7 @@ TEST_F(ShortImages, AnImageOfAnyLengthWithAWrongEchoIsAskedForThreeTimesAndNotTa
     EXPECT_FALSE(app::state.ui_loading);
 }
 
-TEST_F(ShortImages, AWrongEchoAtActivationRepeatsVersionAndImageForEver) {
+TEST_F(ShortReplies, WrongEchoRepeatsVersionAndImageOnActivation) {
     crafted.image[4] = 7;
     start_program();
     run_for(1200 + 100 * 3200);
@@ -124,20 +110,15 @@ TEST_F(ShortImages, AWrongEchoAtActivationRepeatsVersionAndImageForEver) {
         EXPECT_EQ(sent[i], Send(i % 2 == 1 ? 7 : 1)) << i;
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
     EXPECT_TRUE(app::state.ui_loading);
-    // The unit comes to its senses, and so does the tool.
+    // The read ends once the echo is right.
     crafted.image[4] = 1;
     run_for(10000);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
     EXPECT_FALSE(app::state.ui_loading);
 }
 
-class ShortVersions : public CraftedBench {};
-
-TEST_F(ShortVersions, AWrongEchoAtActivationIsAskedForAgainForEver) {
-    crafted.instead = [](int command) -> std::optional<Bytes> {
-        if (command == 7) return frame_bytes(6, {0, 4, 0, 6, 0, 71, 0});
-        return std::nullopt;
-    };
+TEST_F(ShortReplies, WrongVersionEchoIsRequestedAgainOnActivation) {
+    crafted.reply_to_command(7, [] { return frame_bytes(6, {0, 4, 0, 6, 0, 71, 0}); });
     start_program();
     run_for(1200 + 100 * 1600);
     auto sent = frames();
@@ -147,16 +128,10 @@ TEST_F(ShortVersions, AWrongEchoAtActivationIsAskedForAgainForEver) {
     EXPECT_EQ(app::state.firmware_text, "");
 }
 
-// The version is read by itself here, so that each length takes one exchange.
+// Reads the version by itself, so that each length takes one exchange.
 class VersionOfAnyLength : public CraftedBench {
   protected:
-    VersionOfAnyLength() {
-        port->open();
-        time.start([] {
-            for (;;)
-                view::pump();
-        });
-    }
+    VersionOfAnyLength() { start_idle(); }
     bool read(const Bytes& reply) {
         crafted.instead = [&reply](int) { return reply; };
         bool taken = false;
@@ -185,7 +160,7 @@ TEST_F(VersionOfAnyLength, TakesWhatArrivedAndKeepsTheRest) {
     }
 }
 
-TEST_F(VersionOfAnyLength, AWrongEchoChangesNothingWhateverTheLength) {
+TEST_F(VersionOfAnyLength, WrongEchoChangesNothing) {
     for (std::size_t length = 0; length <= 300; ++length) {
         app::state.firmware_text = "before";
         app::state.ecu_family = 90;
@@ -195,13 +170,11 @@ TEST_F(VersionOfAnyLength, AWrongEchoChangesNothingWhateverTheLength) {
     }
 }
 
-TEST_F(ShortImages, AnAnswerOfAnyLengthToThePresenceTestIsAnAnswer) {
+TEST_F(ShortReplies, PresenceReplyOfAnyLengthIsAReply) {
     read_on_activation();
     for (std::size_t length = 1; length <= 300; ++length) {
-        crafted.instead = [length](int command) -> std::optional<Bytes> {
-            if (command == 6) return Bytes(length, length % 2 ? 6 : 0);
-            return std::nullopt;
-        };
+        crafted.reply_to_command(6, [length] { return Bytes(length, length % 2 ? 6 : 0); });
+        forget_wire();
         read_again();
         EXPECT_EQ(images_asked_for(), 1) << length;
         EXPECT_FALSE(centralina_attiva::Centralina_Attiva.loaded) << length;
