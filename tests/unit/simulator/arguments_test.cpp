@@ -1,4 +1,4 @@
-// The program's arguments.
+// The arguments of the simulated unit.
 #include "simulator/arguments.h"
 
 #include <gmock/gmock.h>
@@ -28,7 +28,7 @@ TEST(ProgramArguments, NoneAreNeeded) {
     EXPECT_FALSE(arguments->exit_on_eof);
 }
 
-TEST(ProgramArguments, AllOfThemAreTaken) {
+TEST(ProgramArguments, AreAllTaken) {
     const auto arguments = read({"--link", "ports/com1", "--firmware", "2.7.71", "--seed", "42",
                                  "--warm", "--log", "wire.txt", "--scenario=drive.txt",
                                  "--exit-on-eof", "--protocol=4", "--line", "drop=0.5,echo=on"});
@@ -49,7 +49,7 @@ TEST(ProgramArguments, AllOfThemAreTaken) {
     EXPECT_EQ(read({"--device", "/dev/ttyS0"})->device, "/dev/ttyS0");
 }
 
-TEST(ProgramArguments, EachFamilyVersionAndRevisionIsTaken) {
+TEST(ProgramArguments, FirmwareHasFamilyVersionAndRevision) {
     for (const char* good : {"0.0.0", "4.255.255", "1.2.35"})
         EXPECT_TRUE(read({"--firmware", good}));
     for (const char* bad : {"5.0.0", "-1.0.0", "1.256.0", "1.0.256", "1.2", "1.2.3.4", "1..2", "",
@@ -60,7 +60,7 @@ TEST(ProgramArguments, EachFamilyVersionAndRevisionIsTaken) {
     }
 }
 
-TEST(ProgramArguments, AWrongOneIsNamedWithItsRemedy) {
+TEST(ProgramArguments, WrongOneIsNamedWithItsRemedy) {
     const std::vector<std::vector<const char*>> bad = {
         {"--fruit"},
         {"fruit"},
@@ -87,7 +87,7 @@ TEST(ProgramArguments, AWrongOneIsNamedWithItsRemedy) {
     }
 }
 
-TEST(ProgramArguments, TheHelpNamesThemAll) {
+TEST(ProgramArguments, AreAllInTheHelp) {
     const std::string help = help_text();
     for (const char* name :
          {"--link",     "--device",  "--firmware",    "--warm", "--seed",    "--protocol", "--line",

@@ -1,4 +1,4 @@
-// When the unit goes over to gas, and when it comes back: each condition by itself.
+// When the simulated unit goes over to gas and when it goes back: each condition by itself.
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -9,6 +9,10 @@ using Fuel = Gas::Fuel;
 class Changeover : public WorkshopTest {
   protected:
     Changeover() : WorkshopTest({.warm = true}) { wait_s(1); }
+    void ask_for_gas() {
+        send_command(22);
+        expect_after_s(3, Fuel::gas);
+    }
     void expect_after_s(double s, Fuel fuel) {
         wait_s(s);
         EXPECT_EQ(unit.fuel(), fuel);
@@ -16,13 +20,13 @@ class Changeover : public WorkshopTest {
     }
 };
 
-TEST_F(Changeover, WaitsForSpeedAndThenGoesOver) {
+TEST_F(Changeover, WaitsForSpeed) {
     expect_after_s(30, Fuel::waiting);
     type("throttle 20");
     expect_after_s(3, Fuel::gas);
 }
 
-TEST_F(Changeover, TheSpeedIsTheParametersOwn) {
+TEST_F(Changeover, SpeedIsThatOfTheParameter) {
     write(121, 2500);
     type("throttle 20");
     expect_after_s(5, Fuel::waiting);
@@ -51,7 +55,7 @@ TEST_F(Changeover, WaitsForTheTimeAfterTheStart) {
     expect_after_s(3, Fuel::gas);
 }
 
-TEST_F(Changeover, FindsNoPressureBelowItsThreshold) {
+TEST_F(Changeover, WaitsForPressure) {
     write(121, 100);
     write(22, 1300);
     type("pressure 1250");
@@ -60,14 +64,14 @@ TEST_F(Changeover, FindsNoPressureBelowItsThreshold) {
     expect_after_s(6, Fuel::gas);
 }
 
-TEST_F(Changeover, TakesThePressureOnTrustWithoutASensor) {
+TEST_F(Changeover, IgnoresThePressureWithoutASensor) {
     write(121, 100);
     write(50, 0);
     type("pressure 300");
     expect_after_s(3, Fuel::gas);
 }
 
-TEST_F(Changeover, DoesNothingByItselfWithTheAutomaticOff) {
+TEST_F(Changeover, WithAutomaticOffWaitsForACommand) {
     write(105, 0);
     write(121, 100);
     expect_after_s(30, Fuel::petrol);
@@ -75,21 +79,20 @@ TEST_F(Changeover, DoesNothingByItselfWithTheAutomaticOff) {
     expect_after_s(2, Fuel::gas);
 }
 
-TEST_F(Changeover, GoesOverAtIdleWithinASecondWhenAsked) {
+TEST_F(Changeover, CommandAtIdleTakesLessThanASecond) {
     send_command(22);
     wait_ms(900);
     EXPECT_EQ(unit.fuel(), Fuel::gas);
 }
 
-TEST_F(Changeover, WaitsForWarmthEvenWhenAsked) {
+TEST_F(Changeover, CommandWaitsForWarmth) {
     type("coolant 20");
     send_command(22);
     expect_after_s(5, Fuel::waiting);
 }
 
-TEST_F(Changeover, GoesBackToPetrolAndStaysThereWhenAsked) {
-    send_command(22);
-    expect_after_s(3, Fuel::gas);
+TEST_F(Changeover, CommandBackToPetrolLasts) {
+    ask_for_gas();
     send_command(4);
     wait_ms(50);
     EXPECT_EQ(unit.fuel(), Fuel::petrol);
@@ -97,19 +100,19 @@ TEST_F(Changeover, GoesBackToPetrolAndStaysThereWhenAsked) {
     expect_after_s(30, Fuel::petrol);
 }
 
-TEST_F(Changeover, PetrolCanBeChosenWhileItWaits) {
+TEST_F(Changeover, CommandToPetrolEndsTheWait) {
     expect_after_s(1, Fuel::waiting);
     send_command(4);
     expect_after_s(30, Fuel::petrol);
 }
 
-TEST_F(Changeover, AForcedStartAsksForNothing) {
+TEST_F(Changeover, ForcedStartHasNoConditions) {
     type("coolant 0");
     write(122, 1);
     expect_after_s(2, Fuel::gas);
 }
 
-TEST_F(Changeover, OnAccelerationItWantsARisingSpeed) {
+TEST_F(Changeover, OnAccelerationNeedsARisingSpeed) {
     write(121, 1000);
     write(122, 3);
     type("coolant 20");
@@ -122,9 +125,8 @@ TEST_F(Changeover, OnAccelerationItWantsARisingSpeed) {
     expect_after_s(2, Fuel::gas);
 }
 
-TEST_F(Changeover, LowPressureOnGasIsBorneForTheDelay) {
-    send_command(22);
-    expect_after_s(3, Fuel::gas);
+TEST_F(Changeover, LowPressureEndsItAfterTheDelay) {
+    ask_for_gas();
     write(106, 2000);
     type("pressure 200");
     wait_ms(1500);
@@ -133,14 +135,13 @@ TEST_F(Changeover, LowPressureOnGasIsBorneForTheDelay) {
     EXPECT_EQ(status_word(stage_at), 9);
 }
 
-TEST_F(Changeover, AnEmptyTankEndsOnPetrol) {
-    send_command(22);
-    expect_after_s(3, Fuel::gas);
+TEST_F(Changeover, EmptyTankEndsOnPetrol) {
+    ask_for_gas();
     type("tank 0");
     expect_after_s(5, Fuel::no_pressure);
     expect_after_s(60, Fuel::no_pressure);
     EXPECT_EQ(status_word(pressure_at), 0);
-    EXPECT_NEAR(unit.engine().injection_us, 3200, 150) << "and the engine runs on";
+    EXPECT_NEAR(unit.engine().injection_us, 3200, 150) << "the engine runs on";
     type("tank 50");
     expect_after_s(8, Fuel::gas);
 }
@@ -155,14 +156,14 @@ TEST_F(Changeover, ModularModeGoesOverCylinderByCylinder) {
     EXPECT_EQ(unit.gas().share, 1);
 }
 
-TEST_F(Changeover, TheSimulatedDelayHoldsItBack) {
+TEST_F(Changeover, SimulatedDelayHoldsItBack) {
     write(61, 3000);
     send_command(22);
     expect_after_s(2, Fuel::waiting);
     expect_after_s(2, Fuel::gas);
 }
 
-TEST_F(Changeover, CutOffByInjectionTimeShowsTheMadeUpTime) {
+TEST_F(Changeover, CutOffByInjectionTimeShowsItsOwnTime) {
     write(41, 7);
     write(123, 640);
     write(124, 1500);
@@ -178,7 +179,7 @@ TEST_F(Changeover, CutOffByInjectionTimeShowsTheMadeUpTime) {
     EXPECT_EQ(unit.gas().shown_injection(unit.engine(), unit.memory()), 0);
 }
 
-TEST_F(Changeover, PetrolComesBackAboveItsOwnSpeedIfOneIsSet) {
+TEST_F(Changeover, PetrolReturnsAboveItsOwnSpeed) {
     send_command(22);
     type("throttle 40");
     wait_s(6);
@@ -192,9 +193,8 @@ TEST_F(Changeover, PetrolComesBackAboveItsOwnSpeedIfOneIsSet) {
     EXPECT_EQ(unit.gas().share, 1);
 }
 
-TEST_F(Changeover, AStoppedEngineShutsTheValve) {
-    send_command(22);
-    expect_after_s(3, Fuel::gas);
+TEST_F(Changeover, StoppedEngineShutsTheValve) {
+    ask_for_gas();
     type("engine off");
     wait_s(2);
     EXPECT_NE(unit.fuel(), Fuel::gas);

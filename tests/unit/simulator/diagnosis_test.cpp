@@ -1,4 +1,4 @@
-// Faults, the link to the car, and the data it gives.
+// Faults, the diagnosis link to the car, and its live data.
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -24,7 +24,7 @@ class Faults : public WorkshopTest {
     }
 };
 
-TEST_F(Faults, AFaultIsTwoDecimalBytesAndTheCountAWord) {
+TEST_F(Faults, FaultIsTwoDecimalBytes) {
     type("fault add 301");
     type("fault add 2187");
     const Bytes answer = ask(15);
@@ -35,7 +35,7 @@ TEST_F(Faults, AFaultIsTwoDecimalBytesAndTheCountAWord) {
     EXPECT_EQ(word(ask(1), 92), 21 * 256 + 87);
 }
 
-TEST_F(Faults, TheStoreHoldsSixAndEachOnce) {
+TEST_F(Faults, StoreHoldsSixDifferentOnes) {
     for (const int fault : {101, 102, 103, 104, 105, 106, 107})
         type("fault add " + std::to_string(fault));
     EXPECT_THAT(stored(), ElementsAre(101, 102, 103, 104, 105, 106));
@@ -55,7 +55,7 @@ TEST_F(Faults, SevenWritesOfZeroClearThem) {
     EXPECT_THAT(stored(), ElementsAre(303));
 }
 
-TEST_F(Faults, ALeanGainSetsOneHundredAndSeventyOneAfterAWhile) {
+TEST_F(Faults, LeanGainSets171AfterAWhile) {
     write(3, 1101);
     send_command(22);
     wait_s(10);
@@ -64,7 +64,7 @@ TEST_F(Faults, ALeanGainSetsOneHundredAndSeventyOneAfterAWhile) {
     EXPECT_THAT(stored(), ElementsAre(171));
 }
 
-TEST_F(Faults, ARichGainSetsOneHundredAndSeventyTwo) {
+TEST_F(Faults, RichGainSets172) {
     write(3, 1799);
     write(4, 1799);
     send_command(22);
@@ -72,7 +72,7 @@ TEST_F(Faults, ARichGainSetsOneHundredAndSeventyTwo) {
     EXPECT_THAT(stored(), ElementsAre(172));
 }
 
-TEST_F(Faults, ASilentProbeSetsOneHundredAndThirty) {
+TEST_F(Faults, SilentProbeSets130) {
     type("lambda silent");
     wait_s(8);
     EXPECT_THAT(stored(), ElementsAre());
@@ -84,13 +84,13 @@ TEST_F(Faults, ASilentProbeSetsOneHundredAndThirty) {
     EXPECT_GT(status_word(lambda_at), 20);
 }
 
-TEST_F(Faults, AFlatBatterySetsFiveHundredAndSixtyTwo) {
+TEST_F(Faults, FlatBatterySets562) {
     type("battery 9.5");
     wait_s(14);
     EXPECT_THAT(stored(), ElementsAre(562));
 }
 
-TEST_F(Faults, ClearThemselvesOnlyIfTheUnitIsToldTo) {
+TEST_F(Faults, ClearThemselvesIfTheParameterIsSet) {
     type("fault add 301");
     wait_s(60);
     EXPECT_THAT(stored(), ElementsAre(301));
@@ -101,12 +101,12 @@ TEST_F(Faults, ClearThemselvesOnlyIfTheUnitIsToldTo) {
     EXPECT_THAT(stored(), ElementsAre());
 }
 
-TEST_F(Faults, AClearedFaultComesBackWhileItsCauseLasts) {
+TEST_F(Faults, ClearedFaultReturnsWithANewCause) {
     type("lambda silent");
     wait_s(15);
     type("fault clear");
     wait_s(60);
-    EXPECT_THAT(stored(), ElementsAre()) << "once reported, until it has gone and come again";
+    EXPECT_THAT(stored(), ElementsAre()) << "stored once, until its cause has gone and come back";
     type("lambda normal");
     wait_s(5);
     type("lambda silent");
@@ -136,7 +136,7 @@ TEST_F(LiveData, ShowLoopTrimsLoadAndLambda) {
     EXPECT_GT(word(answer, 11), 50);
 }
 
-TEST_F(LiveData, TheLoopOpensWhileThePedalMovesAndAtFullThrottle) {
+TEST_F(LiveData, LoopIsOpenWhileThePedalMoves) {
     type("gas off");
     type("throttle 60");
     wait_ms(200);
@@ -148,7 +148,7 @@ TEST_F(LiveData, TheLoopOpensWhileThePedalMovesAndAtFullThrottle) {
     EXPECT_EQ(live()[5], 0);
 }
 
-TEST_F(LiveData, ASearchEndsOnTheProtocolOfTheCar) {
+TEST_F(LiveData, SearchEndsOnTheProtocolOfTheCar) {
     type("protocol 4");
     write(143, 1);
     EXPECT_EQ(word(ask(1), 86), 1);
@@ -160,14 +160,14 @@ TEST_F(LiveData, ASearchEndsOnTheProtocolOfTheCar) {
     EXPECT_NE(live()[6], 0);
 }
 
-TEST_F(LiveData, AUnitSetUpForAProtocolFindsItAgain) {
+TEST_F(LiveData, SearchFindsTheProtocolThatWasSet) {
     unit.set_parameter(143, 9);
     write(143, 1);
     wait_s(7);
     EXPECT_EQ(unit.parameter(143), 9);
 }
 
-TEST_F(LiveData, AreLostWithTheWrongProtocolTheCableOutOrTheEngineOff) {
+TEST_F(LiveData, AreLostWithoutALinkToTheCar) {
     const auto lost = [this] {
         const Bytes answer = live();
         return answer[5] == 255 && answer[6] == 255;
@@ -176,7 +176,7 @@ TEST_F(LiveData, AreLostWithTheWrongProtocolTheCableOutOrTheEngineOff) {
     write(143, 5);
     EXPECT_TRUE(lost());
     write(143, 0);
-    EXPECT_FALSE(lost()) << "0 finds its protocol by itself";
+    EXPECT_FALSE(lost()) << "0 searches";
     EXPECT_EQ(unit.parameter(143), 0);
     type("diagnosis off");
     EXPECT_TRUE(lost());
@@ -186,7 +186,7 @@ TEST_F(LiveData, AreLostWithTheWrongProtocolTheCableOutOrTheEngineOff) {
     EXPECT_TRUE(lost());
 }
 
-TEST_F(LiveData, TheFuelTrimShiftsTheGasTimeInTheDirectionChosen) {
+TEST_F(LiveData, FuelTrimShiftsTheGasTime) {
     const auto lean_us = [](int direction) {
         Workshop shop({.family = 4, .warm = true});
         shop.write(142, direction);

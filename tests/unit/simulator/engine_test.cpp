@@ -1,4 +1,4 @@
-// The car: would a fitter believe it?
+// The simulated engine behaves as a real one does.
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -24,7 +24,7 @@ class WarmCar : public WorkshopTest {
     }
 };
 
-TEST_F(ColdCar, WarmsUpWithinMinutesAndStaysAtItsThermostat) {
+TEST_F(ColdCar, WarmsUpToItsThermostat) {
     EXPECT_NEAR(unit.engine().coolant_c, 15, 1);
     wait_s(180);
     EXPECT_GT(unit.engine().coolant_c, 40);
@@ -35,7 +35,7 @@ TEST_F(ColdCar, WarmsUpWithinMinutesAndStaysAtItsThermostat) {
     EXPECT_NEAR(unit.engine().coolant_c, 90, 4);
 }
 
-TEST_F(ColdCar, IdlesFasterAndRicherThanAWarmOne) {
+TEST_F(ColdCar, IdlesFasterThanAWarmOne) {
     wait_s(5);
     const double cold_rpm = unit.engine().rpm;
     const double cold_us = unit.engine().injection_us;
@@ -44,7 +44,7 @@ TEST_F(ColdCar, IdlesFasterAndRicherThanAWarmOne) {
     EXPECT_GT(cold_us, unit.engine().injection_us * 1.3);
 }
 
-TEST_F(ColdCar, ClosesItsLoopOnceProbeAndWaterAreWarm) {
+TEST_F(ColdCar, ClosesItsLoopOnceItIsWarm) {
     wait_s(20);
     EXPECT_EQ(unit.engine().loop, Engine::Loop::open);
     wait_s(280);
@@ -66,7 +66,7 @@ TEST_F(WarmCar, FollowsThePedalWithInertia) {
     EXPECT_NEAR(unit.engine().rpm, 850, 40);
 }
 
-TEST_F(WarmCar, InjectsLongerUnderThePedalAndNothingInOverrun) {
+TEST_F(WarmCar, InjectionFollowsThePedal) {
     type("gas off");
     EXPECT_NEAR(mean_injection_us(), 3200, 60);
     type("throttle 40");
@@ -80,7 +80,7 @@ TEST_F(WarmCar, InjectsLongerUnderThePedalAndNothingInOverrun) {
     EXPECT_NEAR(mean_injection_us(), 3200, 60);
 }
 
-TEST_F(WarmCar, TheProbeSwingsBetweenLeanAndRich) {
+TEST_F(WarmCar, ProbeSwingsBetweenLeanAndRich) {
     int low = 1000, high = 0, crossings = 0;
     bool rich = false;
     for (int i = 0; i < 200; ++i) {
@@ -96,7 +96,7 @@ TEST_F(WarmCar, TheProbeSwingsBetweenLeanAndRich) {
     EXPECT_GT(crossings, 15);
 }
 
-TEST_F(WarmCar, ALeanGainLengthensTheInjectionAndARichOneShortensIt) {
+TEST_F(WarmCar, GainShiftsTheInjectionTime) {
     type("memory 4 1200");
     const double petrol_us = mean_injection_us();
     go_to_gas();
@@ -110,7 +110,7 @@ TEST_F(WarmCar, ALeanGainLengthensTheInjectionAndARichOneShortensIt) {
     EXPECT_LT(rich_us, petrol_us * 0.9);
 }
 
-TEST_F(WarmCar, TheUpperGainCountsAtHighLoadAndTheLowerOneAtIdle) {
+TEST_F(WarmCar, UpperGainCountsAtHighLoad) {
     go_to_gas();
     EXPECT_NEAR(status_word(gain_at), 1200 - 199 * (unit.engine().injection_us - 2502) / 5502, 6);
     write(4, 1700);
@@ -121,7 +121,7 @@ TEST_F(WarmCar, TheUpperGainCountsAtHighLoadAndTheLowerOneAtIdle) {
     EXPECT_GT(status_word(gain_at), idle + 150);
 }
 
-TEST_F(WarmCar, BelowTheReferenceTimeTheReferenceGainRules) {
+TEST_F(WarmCar, ReferenceGainHoldsBelowTheReferenceTime) {
     write(129, 1111);
     write(128, 4000);
     wait_s(1);
@@ -131,33 +131,31 @@ TEST_F(WarmCar, BelowTheReferenceTimeTheReferenceGainRules) {
     EXPECT_NE(status_word(gain_at), 1111);
 }
 
-TEST_F(WarmCar, TheTrimsShowWhatTheControllerHasToAdd) {
+TEST_F(WarmCar, TrimsShowTheCorrectionOfTheController) {
     go_to_gas();
     wait_s(60);
     EXPECT_GT(unit.engine().trim, 0.1);
     EXPECT_LE(unit.engine().trim, 0.25);
-    EXPECT_GT(unit.engine().long_trim, 0.08) << "what lasts is learnt";
+    EXPECT_GT(unit.engine().long_trim, 0.08) << "a lasting trim is learnt";
 }
 
-TEST_F(WarmCar, ShiftsItsInjectionTimeWithTheInjectorConstants) {
+TEST_F(WarmCar, InjectorConstantsShiftTheInjectionTime) {
     type("memory 3 1400");
     type("memory 4 1200");
     go_to_gas();
     const double before_us = mean_injection_us();
-    const struct {
-        int number, value;
-    } changes[] = {{107, 1500}, {200, 200}, {201, 60000}, {202, 6000}};
-    for (const auto& change : changes) {
-        const std::uint16_t factory = unit.parameter(change.number);
-        write(change.number, change.value);
+    for (const auto& [number, value] :
+         {std::pair{107, 1500}, {200, 200}, {201, 60000}, {202, 6000}}) {
+        const std::uint16_t factory = unit.parameter(number);
+        write(number, value);
         wait_s(20);
-        EXPECT_LT(mean_injection_us(), before_us - 30) << "PAR_" << change.number;
-        write(change.number, factory);
+        EXPECT_LT(mean_injection_us(), before_us - 30) << "PAR_" << number;
+        write(number, factory);
         wait_s(20);
     }
 }
 
-TEST_F(WarmCar, FlowsMoreGasThanItsCalibrationKnowsWithoutASensor) {
+TEST_F(WarmCar, WithoutASensorPressureMakesItRich) {
     type("memory 3 1400");
     go_to_gas();
     write(50, 0);
@@ -166,10 +164,10 @@ TEST_F(WarmCar, FlowsMoreGasThanItsCalibrationKnowsWithoutASensor) {
     EXPECT_EQ(status_word(pressure_at), 0);
     type("pressure 1800");
     wait_s(20);
-    EXPECT_LT(mean_injection_us(), before_us * 0.95) << "nothing makes up for the pressure";
+    EXPECT_LT(mean_injection_us(), before_us * 0.95) << "no sensor corrects the pressure";
 }
 
-TEST_F(WarmCar, ASensorMakesUpForThePressureAndTheCalibrationPressureCounts) {
+TEST_F(WarmCar, SensorCorrectsThePressure) {
     type("memory 3 1400");
     go_to_gas();
     wait_s(20);
@@ -182,7 +180,7 @@ TEST_F(WarmCar, ASensorMakesUpForThePressureAndTheCalibrationPressureCounts) {
     EXPECT_LT(mean_injection_us(), before_us * 0.95);
 }
 
-TEST_F(WarmCar, ThePressureSagsWithFlow) {
+TEST_F(WarmCar, PressureDropsWithFlow) {
     go_to_gas();
     const int idle = status_word(pressure_at);
     type("throttle 100");
@@ -192,22 +190,22 @@ TEST_F(WarmCar, ThePressureSagsWithFlow) {
     EXPECT_GT(full, 1000);
 }
 
-TEST_F(WarmCar, ALowerDividerShowsMoreSpeed) {
+TEST_F(WarmCar, LowerDividerShowsMoreSpeed) {
     const int rpm = status_word(rpm_at);
     write(1, 5);
     EXPECT_NEAR(status_word(rpm_at), 2 * rpm, 60);
     write(1, 0);
-    EXPECT_LE(status_word(rpm_at), 65535) << "and 0 divides nothing";
+    EXPECT_LE(status_word(rpm_at), 65535) << "0 divides nothing";
 }
 
-TEST_F(WarmCar, TheCoilsEdgeTurnedRoundNeedsALongFilter) {
+TEST_F(WarmCar, InvertedCoilSignalNeedsALongFilter) {
     write(126, 1);
     EXPECT_NEAR(status_word(rpm_at), 1700, 60);
     write(125, 4000);
     EXPECT_NEAR(status_word(rpm_at), 850, 40);
 }
 
-TEST_F(WarmCar, TheBatteryIsChargedWhileTheEngineRuns) {
+TEST_F(WarmCar, BatteryIsChargedWhileTheEngineRuns) {
     EXPECT_NEAR(unit.engine().battery_v, 14.1, 0.1);
     type("engine off");
     wait_s(5);
@@ -222,7 +220,7 @@ TEST_F(WarmCar, TheBatteryIsChargedWhileTheEngineRuns) {
     EXPECT_NEAR(unit.engine().battery_v, 14.1, 0.1);
 }
 
-TEST_F(WarmCar, TheTankEmptiesAndItsLampsFollowTheThresholds) {
+TEST_F(WarmCar, TankLampsFollowTheThresholds) {
     type("tank 60");
     EXPECT_EQ(unit.gas().gauge_band(unit.memory()), 3);
     EXPECT_EQ(status_word(tank_at), 4080);
@@ -236,7 +234,7 @@ TEST_F(WarmCar, TheTankEmptiesAndItsLampsFollowTheThresholds) {
     EXPECT_GT(unit.gas().tank_percent, 40);
 }
 
-TEST_F(WarmCar, AnotherSenderReadsRightOnlyWithItsOwnEndPoints) {
+TEST_F(WarmCar, AnotherSenderNeedsItsOwnEndPoints) {
     type("sender 5");
     type("tank 100");
     EXPECT_EQ(status_word(tank_at), 600);
@@ -246,7 +244,7 @@ TEST_F(WarmCar, AnotherSenderReadsRightOnlyWithItsOwnEndPoints) {
     EXPECT_EQ(unit.gas().gauge_band(unit.memory()), 4);
 }
 
-TEST_F(WarmCar, TheTimeOnGasCountsInMinutesAndHours) {
+TEST_F(WarmCar, TimeOnGasCountsMinutesAndHours) {
     wait_s(600);
     EXPECT_EQ(unit.parameter(28), 0) << "petrol does not count";
     go_to_gas();
@@ -262,7 +260,7 @@ TEST_F(WarmCar, TheTimeOnGasCountsInMinutesAndHours) {
     EXPECT_EQ(unit.parameter(27), 0);
 }
 
-TEST_F(WarmCar, ACurrentProbeSpeaksOnAnotherScale) {
+TEST_F(WarmCar, CurrentProbeHasAnotherScale) {
     int most = 0;
     write(21, 1);
     for (int i = 0; i < 40; ++i)
@@ -270,19 +268,19 @@ TEST_F(WarmCar, ACurrentProbeSpeaksOnAnotherScale) {
     EXPECT_GT(most, 1100);
 }
 
-TEST_F(WarmCar, LambdaControlPushesTheMixtureTowardsItsLimit) {
+TEST_F(WarmCar, LambdaControlMovesTheMixtureToItsLimit) {
     type("memory 3 1400");
     go_to_gas();
-    write(36, 2000); // nothing the probe can give is as much: to the unit all is lean
+    write(36, 2000); // above what the probe can give, so that the unit takes all for lean
     write(11, 1);
     wait_s(90);
     const double rich_us = mean_injection_us();
     write(12, 0);
     wait_s(90);
-    EXPECT_GT(mean_injection_us(), rich_us * 1.05) << "turned round, it pushes the other way";
+    EXPECT_GT(mean_injection_us(), rich_us * 1.05) << "inverted, it corrects the other way";
 }
 
-TEST_F(WarmCar, TheDeltaCorrectorActsWhileThePedalMoves) {
+TEST_F(WarmCar, DeltaCorrectorActsWhileThePedalMoves) {
     const auto richest_after_a_push = [](int tenths) {
         Workshop shop({.warm = true});
         shop.type("gas on");

@@ -1,4 +1,4 @@
-// The image of every family, place by place.
+// The image of every family, position by position, and the factory values.
 #include "tests/unit/simulator/workshop.h"
 
 #include "tests/support/image_oracle.h"
@@ -25,9 +25,9 @@ TEST_P(Image, HasItsLengthAndHead) {
     EXPECT_EQ(image[4], 1);
 }
 
-TEST_P(Image, ShowsWhatWasWrittenAtItsOwnPlace) {
+TEST_P(Image, HoldsEachParameterAtItsPosition) {
     for (const auto& [place, parameter] : zol::oracle::layout_of_family(GetParam())) {
-        // Each value is used once, and 256 times as large in the high byte as a number could be.
+        // Each value is used once, and none is the number of a parameter.
         shop.write(parameter, 0x4000 + place);
         const Bytes image = shop.ask(1);
         EXPECT_EQ(Workshop::word(image, static_cast<std::size_t>(place)), 0x4000 + place)
@@ -36,13 +36,13 @@ TEST_P(Image, ShowsWhatWasWrittenAtItsOwnPlace) {
     }
 }
 
-TEST_P(Image, TheInverseDirectionIsReadBackAsWritten) {
+TEST_P(Image, HoldsTheInverseDirectionAsWritten) {
     if (GetParam() == 1) return;
     shop.write(142, 257);
     EXPECT_EQ(Workshop::word(shop.ask(1), 84), 257);
 }
 
-TEST(LongImage, RepeatsWhatOldReadersLookForWhereThePlaceIsFree) {
+TEST(LongImage, RepeatsWordsOfTheShortLayout) {
     Workshop shop({.family = 3});
     constexpr ImageWord again[] = {{110, 36},  {112, 12}, {116, 200}, {118, 22},
                                    {120, 202}, {122, 23}, {126, 27},  {128, 28},

@@ -1,4 +1,4 @@
-// Factory reset, restart, terminal and download: the unit off the line.
+// Factory reset, restart, terminal and download, during which the simulated unit takes no frames.
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -20,7 +20,7 @@ class Modes : public WorkshopTest {
     void send_text(const std::string& line) { send(Bytes(line.begin(), line.end())); }
 };
 
-TEST_F(Modes, AResetIsAnsweredWithSixBytesAndBringsFactoryValues) {
+TEST_F(Modes, ResetRestoresTheFactoryValues) {
     write(3, 1500);
     write(106, 2000);
     type("fault add 301");
@@ -31,7 +31,7 @@ TEST_F(Modes, AResetIsAnsweredWithSixBytesAndBringsFactoryValues) {
     EXPECT_EQ(unit.parameter(143), 0);
 }
 
-TEST_F(Modes, TheServiceRecordsOutliveAReset) {
+TEST_F(Modes, ResetKeepsTheServiceRecords) {
     for (const int number : {27, 28, 29, 39, 40})
         write(number, 11);
     send_command(5);
@@ -39,7 +39,7 @@ TEST_F(Modes, TheServiceRecordsOutliveAReset) {
         EXPECT_EQ(unit.parameter(number), 11);
 }
 
-TEST_F(Modes, AfterAResetTheUnitIsDeafForTwoAndAHalfSeconds) {
+TEST_F(Modes, ResetTakesTwoAndAHalfSeconds) {
     send_command(5);
     const std::int64_t answered_us = *unit.next_byte_at_us() + 5 * 10'000'000LL / 9600;
     now_us = answered_us + 2'500'000 - 1;
@@ -52,7 +52,7 @@ TEST_F(Modes, AfterAResetTheUnitIsDeafForTwoAndAHalfSeconds) {
     EXPECT_THAT(ask(6), SizeIs(6));
 }
 
-TEST_F(Modes, TheResetAnswerCanHaveAnyLength) {
+TEST_F(Modes, ResetReplyCanHaveAnyLength) {
     for (const int length : {4, 5, 6, 7}) {
         type("reset-answer " + std::to_string(length));
         const Bytes answer = ask(5);
@@ -64,7 +64,7 @@ TEST_F(Modes, TheResetAnswerCanHaveAnyLength) {
     }
 }
 
-TEST_F(Modes, AResetOnGasGoesBackToPetrol) {
+TEST_F(Modes, ResetOnGasGoesBackToPetrol) {
     send_command(22);
     wait_s(3);
     EXPECT_EQ(unit.fuel(), Gas::Fuel::gas);
@@ -75,7 +75,7 @@ TEST_F(Modes, AResetOnGasGoesBackToPetrol) {
     EXPECT_EQ(unit.fuel(), Gas::Fuel::waiting);
 }
 
-TEST_F(Modes, ARestartKeepsTheParameters) {
+TEST_F(Modes, RestartKeepsTheParameters) {
     write(3, 1500);
     type("restart");
     EXPECT_THAT(ask(6), IsEmpty());
@@ -84,7 +84,7 @@ TEST_F(Modes, ARestartKeepsTheParameters) {
     EXPECT_EQ(unit.parameter(3), 1500);
 }
 
-TEST_F(Modes, AsATerminalItSpeaksPlainText) {
+TEST_F(Modes, TerminalTakesPlainText) {
     send_command(20);
     wait_ms(500);
     EXPECT_THAT(text(), HasSubstr("help"));
@@ -101,7 +101,7 @@ TEST_F(Modes, AsATerminalItSpeaksPlainText) {
     EXPECT_THAT(text(), HasSubstr("type help"));
 }
 
-TEST_F(Modes, ATerminalKnowsNoFramesUntilItIsRestarted) {
+TEST_F(Modes, TerminalIgnoresFramesUntilItIsRestarted) {
     send_command(20);
     wait_s(1);
     read();
@@ -119,7 +119,7 @@ TEST_F(Modes, ATerminalKnowsNoFramesUntilItIsRestarted) {
     EXPECT_THAT(ask(6), SizeIs(6));
 }
 
-TEST_F(Modes, ATerminalBearsAnyInput) {
+TEST_F(Modes, TerminalTakesAnyInput) {
     send_command(20);
     send_text(std::string(5000, 'x') + "\r" + "\0\x1b\xff par 999 1\rpar\rpar 3 70000\r"s);
     wait_s(10);
@@ -129,7 +129,7 @@ TEST_F(Modes, ATerminalBearsAnyInput) {
     EXPECT_EQ(unit.parameter(3), 1200);
 }
 
-TEST_F(Modes, ADownloadSendsTheWholeMemoryAtLinePace) {
+TEST_F(Modes, DownloadSendsTheMemoryAtThePaceOfTheLine) {
     write(3, 1333);
     send_command(21);
     wait_s(1);
@@ -143,7 +143,7 @@ TEST_F(Modes, ADownloadSendsTheWholeMemoryAtLinePace) {
     EXPECT_EQ(unit.next_byte_at_us(), std::nullopt);
     send_text("\r");
     wait_s(10);
-    EXPECT_THAT(text(), HasSubstr("END")) << "once more for whoever came late";
+    EXPECT_THAT(text(), HasSubstr("END")) << "again, for a reader that was late";
     type("restart");
     wait_s(3);
     EXPECT_THAT(ask(6), SizeIs(6));

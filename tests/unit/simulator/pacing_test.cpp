@@ -1,4 +1,4 @@
-// When the bytes come: to the microsecond.
+// When the bytes of a reply arrive, to the microsecond.
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -9,7 +9,7 @@ using testing::SizeIs;
 
 class Pacing : public WorkshopTest {
   protected:
-    // When each byte of what is on its way arrives, behind the present moment.
+    // When each byte that is on its way arrives, in microseconds from now.
     std::vector<std::int64_t> arrivals() {
         std::vector<std::int64_t> times;
         while (const auto at_us = unit.next_byte_at_us()) {
@@ -21,7 +21,7 @@ class Pacing : public WorkshopTest {
     }
 };
 
-TEST_F(Pacing, AnAnswerBeginsTwentyToSixtyMillisecondsBehindItsRequest) {
+TEST_F(Pacing, ReplyBegins20To60MsAfterItsRequest) {
     std::int64_t least = INT64_MAX, most = 0;
     for (int i = 0; i < 500; ++i) {
         send_command(6);
@@ -36,7 +36,7 @@ TEST_F(Pacing, AnAnswerBeginsTwentyToSixtyMillisecondsBehindItsRequest) {
     EXPECT_GT(most, 59'000);
 }
 
-TEST_F(Pacing, TheBytesOfAStatusFollowAtNinetySixHundredBaud) {
+TEST_F(Pacing, BytesFollowAt9600Baud) {
     send_command(3);
     const auto times = arrivals();
     ASSERT_THAT(times, SizeIs(29));
@@ -44,7 +44,7 @@ TEST_F(Pacing, TheBytesOfAStatusFollowAtNinetySixHundredBaud) {
         EXPECT_EQ(times[k] - times[0], static_cast<std::int64_t>(k) * 10'000'000 / 9600) << k;
 }
 
-TEST_F(Pacing, TwoAnswersNeverOverlap) {
+TEST_F(Pacing, TwoRepliesNeverOverlap) {
     send_command(1); // 107 bytes, some 111 ms
     send_command(3);
     const auto times = arrivals();
@@ -55,7 +55,7 @@ TEST_F(Pacing, TwoAnswersNeverOverlap) {
     }
 }
 
-TEST_F(Pacing, AnAnswerTakenInTwoPiecesIsWhole) {
+TEST_F(Pacing, ReplyTakenInTwoPiecesIsWhole) {
     send_command(7);
     const std::int64_t first_us = *unit.next_byte_at_us();
     Bytes answer = unit.take(first_us + 5 * 1042);
@@ -67,13 +67,13 @@ TEST_F(Pacing, AnAnswerTakenInTwoPiecesIsWhole) {
     EXPECT_EQ(answer[10], 71);
 }
 
-TEST_F(Pacing, NothingIsOnItsWayWhenNothingWasAsked) {
+TEST_F(Pacing, WithoutARequestNothingArrives) {
     wait_s(100);
     EXPECT_EQ(unit.next_byte_at_us(), std::nullopt);
     EXPECT_THAT(read(), IsEmpty());
 }
 
-TEST_F(Pacing, ALateUnitIsLaterByWhatWasTyped) {
+TEST_F(Pacing, LateUnitIsLaterByTheTimeTyped) {
     type("late 300");
     send_command(6);
     const auto times = arrivals();
@@ -81,7 +81,7 @@ TEST_F(Pacing, ALateUnitIsLaterByWhatWasTyped) {
     EXPECT_LE(times.front(), 360'000);
 }
 
-TEST_F(Pacing, TheSameSeedAndTheSameRequestsGiveTheSameRun) {
+TEST_F(Pacing, SameSeedAndRequestsGiveTheSameRun) {
     const auto run = [](std::uint32_t seed) {
         Workshop shop({.family = 4, .version = 7, .revision = 71, .seed = seed});
         Bytes all;
@@ -97,7 +97,7 @@ TEST_F(Pacing, TheSameSeedAndTheSameRequestsGiveTheSameRun) {
     EXPECT_NE(run(7), run(8));
 }
 
-TEST_F(Pacing, AFloodOfRequestsIsNotKeptForEver) {
+TEST_F(Pacing, FloodOfRequestsHasALimit) {
     for (int i = 0; i < 10'000; ++i)
         send_command(1);
     wait_s(600);
@@ -105,7 +105,7 @@ TEST_F(Pacing, AFloodOfRequestsIsNotKeptForEver) {
     EXPECT_THAT(ask(6), SizeIs(6));
 }
 
-TEST_F(Pacing, ADayOfPollingLeavesNothingBehind) {
+TEST_F(Pacing, PollingLeavesNoBytesOver) {
     std::size_t bytes = 0;
     for (int i = 0; i < 20'000; ++i) {
         send_command(3);

@@ -11,7 +11,6 @@ namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 // Above the highest number that the system gives.
 constexpr auto gone_terminal = "/dev/pts/9999999";
@@ -19,9 +18,7 @@ constexpr auto gone_terminal = "/dev/pts/9999999";
 // The far end of a pseudo-terminal.
 class Terminal {
   public:
-    Terminal() : fd_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-        EXPECT_TRUE(fd_ >= 0 && grantpt(fd_) == 0 && unlockpt(fd_) == 0);
-    }
+    Terminal() : fd_(open_pseudo_terminal()) {}
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
     ~Terminal() {
@@ -81,9 +78,7 @@ TEST_F(LinkTest, OfARunningUnitIsRefused) {
                                           HasSubstr("in use"), HasSubstr("name another path")));
     EXPECT_EQ(second.exit_code(), 1);
     EXPECT_EQ(fs::read_symlink(link), device);
-    Port port(link);
-    port.send_command(6);
-    EXPECT_THAT(port.read_bytes(6), SizeIs(6));
+    Port(link).expect_presence_reply();
 }
 
 class LinkElsewhere : public ProgramFolder, public testing::WithParamInterface<const char*> {};
@@ -119,8 +114,7 @@ TEST_F(LinkTest, MadeByTheFitterWhileUnpluggedIsKept) {
     RunningProgram program({"--link", link});
     program.device();
     program.type("unplug");
-    for (int i = 0; i < 500 && fs::is_symlink(link); ++i)
-        usleep(2000);
+    EXPECT_TRUE(wait_until([&] { return !fs::is_symlink(link); }));
     fs::create_symlink("/dev/ttyUSB0", link);
     program.type("plug");
     EXPECT_THAT(program.complaint(), HasSubstr("/dev/ttyUSB0"));

@@ -1,4 +1,4 @@
-// The program itself, started as a fitter would start it, on a real pseudo-terminal.
+// The simulated unit as a program, on a real pseudo-terminal.
 #include "tests/unit/simulator/running_program.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 class ProgramTest : public ProgramFolder {};
 
-TEST_F(ProgramTest, AnswersOnItsPseudoTerminalAtTheLinesPace) {
+TEST_F(ProgramTest, RepliesAtThePaceOfTheLine) {
     RunningProgram program({"--firmware", "4.7.71"});
     Port port(program.device());
     ASSERT_TRUE(port.is_open());
@@ -25,7 +25,7 @@ TEST_F(ProgramTest, AnswersOnItsPseudoTerminalAtTheLinesPace) {
     EXPECT_THAT(status, SizeIs(29));
     EXPECT_EQ(status[4], 3);
     EXPECT_GE(Clock::now() - began, std::chrono::milliseconds(20 + 29))
-        << "it can be later, never sooner";
+        << "it can be later, never earlier";
     port.send_command(7);
     EXPECT_EQ(port.read_bytes(11), std::string("PC\0\x0b\x07\0\x04\0\x07\0\x47", 11));
 }
@@ -43,7 +43,7 @@ TEST_F(ProgramTest, PassesEveryByteBothWays) {
     EXPECT_EQ(port.read_bytes(256), all);
 }
 
-TEST_F(ProgramTest, MakesItsLinkAndRemovesItHoweverItEnds) {
+TEST_F(ProgramTest, RemovesItsLinkHoweverItEnds) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP, 0}) {
         RunningProgram program({"--link", link});
         const std::string device = program.device();
@@ -58,7 +58,7 @@ TEST_F(ProgramTest, MakesItsLinkAndRemovesItHoweverItEnds) {
     }
 }
 
-TEST_F(ProgramTest, LeavesALinkAloneThatSomebodyElseHasTaken) {
+TEST_F(ProgramTest, LeavesAReplacedLinkAlone) {
     RunningProgram program({"--link", link});
     program.device();
     fs::remove(link);
@@ -68,7 +68,7 @@ TEST_F(ProgramTest, LeavesALinkAloneThatSomebodyElseHasTaken) {
     EXPECT_EQ(fs::read_symlink(link), "/dev/null");
 }
 
-TEST_F(ProgramTest, RefusesAPlaceThatIsNoLink) {
+TEST_F(ProgramTest, RefusesAPathThatIsNoLink) {
     std::ofstream(link) << "precious";
     RunningProgram program({"--link", link});
     EXPECT_THAT(program.complaint(),
@@ -80,27 +80,27 @@ TEST_F(ProgramTest, RefusesAPlaceThatIsNoLink) {
     EXPECT_EQ(nowhere.exit_code(), 1);
 }
 
-TEST_F(ProgramTest, WrongArgumentsGetASentenceAndCodeTwo) {
-    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
-             {"--fruit"}, {"--firmware", "7.7.7"}, {"--seed"}, {"--scenario", "/no/such"}}) {
+TEST_F(ProgramTest, WrongArgumentsEndItWithCodeTwo) {
+    const std::vector<std::string> wrong[] = {
+        {"--fruit"}, {"--firmware", "7.7.7"}, {"--seed"}, {"--scenario", "/no/such"}};
+    for (const auto& words : wrong) {
         RunningProgram program(words);
         EXPECT_THAT(program.complaint(), StartsWith("control-unit: "));
         EXPECT_EQ(program.exit_code(), 2) << words[0];
     }
 }
 
-TEST_F(ProgramTest, PortsAndLogsThatCannotBeOpenedGetASentenceAndCodeOne) {
-    for (const std::vector<std::string>& words :
-         std::vector<std::vector<std::string>>{{"--device", "/dev/no-such-port"},
-                                               {"--device", "/dev/null"},
-                                               {"--log", "/no/such/log"}}) {
+TEST_F(ProgramTest, FilesThatCannotBeOpenedEndItWithCodeOne) {
+    const std::vector<std::string> wrong[] = {
+        {"--device", "/dev/no-such-port"}, {"--device", "/dev/null"}, {"--log", "/no/such/log"}};
+    for (const auto& words : wrong) {
         RunningProgram program(words);
         EXPECT_THAT(program.complaint(), HasSubstr(words[1]));
         EXPECT_EQ(program.exit_code(), 1) << words[1];
     }
 }
 
-TEST_F(ProgramTest, HelpAndVersionEndWithNothingOpened) {
+TEST_F(ProgramTest, HelpAndVersionOpenNothing) {
     RunningProgram help({"--help"});
     EXPECT_THAT(help.said_until("EXAMPLES"), HasSubstr("SYNOPSIS"));
     EXPECT_EQ(help.exit_code(), 0);
@@ -109,17 +109,13 @@ TEST_F(ProgramTest, HelpAndVersionEndWithNothingOpened) {
     EXPECT_EQ(version.exit_code(), 0);
 }
 
-TEST_F(ProgramTest, LivesOnWithoutStandardInputAndCostsNothing) {
+TEST_F(ProgramTest, RunsOnWithoutStandardInput) {
     RunningProgram program({});
     const std::string device = program.device();
     program.end_input();
     usleep(100'000);
-    const long before = program.used_ticks();
-    usleep(500'000);
-    EXPECT_LE(program.used_ticks() - before, 5) << "it must not spin";
-    Port port(device);
-    port.send_command(6);
-    EXPECT_THAT(port.read_bytes(6), SizeIs(6));
+    program.expect_idle();
+    Port(device).expect_presence_reply();
 }
 
 TEST_F(ProgramTest, EndsWithItsInputIfAskedTo) {
@@ -130,7 +126,7 @@ TEST_F(ProgramTest, EndsWithItsInputIfAskedTo) {
     EXPECT_FALSE(fs::is_symlink(link));
 }
 
-TEST_F(ProgramTest, TakesTheLastLineWithoutALineEnd) {
+TEST_F(ProgramTest, TakesALastLineWithoutLineEnd) {
     RunningProgram program({"--exit-on-eof", "--warm"});
     program.device();
     program.type_raw("memory 3 1444\nmemory 5");
@@ -139,7 +135,7 @@ TEST_F(ProgramTest, TakesTheLastLineWithoutALineEnd) {
     EXPECT_EQ(program.exit_code(), 0);
 }
 
-TEST_F(ProgramTest, AnswersTypedCommandsAndBearsEndlessLines) {
+TEST_F(ProgramTest, RefusesOverlongLines) {
     RunningProgram program({});
     program.device();
     program.type("fly");
@@ -150,17 +146,16 @@ TEST_F(ProgramTest, AnswersTypedCommandsAndBearsEndlessLines) {
     EXPECT_THAT(program.said_until("quit"), HasSubstr("line drop"));
 }
 
-TEST_F(ProgramTest, TheToolMayCloseAndOpenThePortAndFindsNothingStale) {
+TEST_F(ProgramTest, ReopenedPortHoldsNoOldBytes) {
     RunningProgram program({});
     const std::string device = program.device();
     for (int i = 0; i < 3; ++i) {
-        usleep(i == 0 ? 0 : 200'000); // the answer left behind arrives at a closed port
+        usleep(i == 0 ? 0 : 200'000); // the unread reply arrives at a closed port
         Port port(device);
         ASSERT_TRUE(port.is_open());
         usleep(20'000);
-        port.send_command(6);
-        EXPECT_THAT(port.read_bytes(6), SizeIs(6));
-        port.send_command(3); // left behind unread
+        port.expect_presence_reply();
+        port.send_command(3); // whose reply is not read
     }
     usleep(200'000);
     Port port(device);
@@ -171,63 +166,53 @@ TEST_F(ProgramTest, TheToolMayCloseAndOpenThePortAndFindsNothingStale) {
     EXPECT_EQ(version[4], 7);
 }
 
-TEST_F(ProgramTest, PullingTheCableHangsThePortUpAndPuttingItBackBringsAnother) {
+TEST_F(ProgramTest, PluggingInAgainBringsAnotherPort) {
     RunningProgram program({"--link", link});
     program.device();
     {
         Port port(link);
         program.type("unplug");
         EXPECT_THAT(port.read_bytes(1, 2000), IsEmpty());
-        for (int i = 0; i < 500 && fs::is_symlink(link); ++i)
-            usleep(2000);
-        EXPECT_FALSE(fs::is_symlink(link));
+        EXPECT_TRUE(wait_until([&] { return !fs::is_symlink(link); }));
         EXPECT_LT(port.send_command(6), 0);
         EXPECT_EQ(errno, EIO);
     }
-    const long before = program.used_ticks();
-    usleep(300'000);
-    EXPECT_LE(program.used_ticks() - before, 5);
+    program.expect_idle();
     program.type("plug");
     program.said_until("linked as");
     Port again(link);
     ASSERT_TRUE(again.is_open());
-    again.send_command(6);
-    EXPECT_THAT(again.read_bytes(6), SizeIs(6));
+    again.expect_presence_reply();
 }
 
-TEST_F(ProgramTest, ABadLineLosesItsCableAndGetsItBack) {
+TEST_F(ProgramTest, BadLinePullsTheCable) {
     RunningProgram program({"--link", link, "--line", "unplug=1,unplug-ms=300,seed=7"});
     EXPECT_THAT(program.said_until("unplug 1 "), HasSubstr("line seed 7, unplug 1 of up to 300 ms"))
-        << "the seed is always said";
+        << "the seed is always printed";
     {
         Port port(link);
         port.send_command(6);
         EXPECT_THAT(program.said_until("linked as"), HasSubstr("the cable is out"));
-        EXPECT_LT(port.send_command(6), 0) << "the adapter had gone with it";
+        EXPECT_LT(port.send_command(6), 0) << "the adapter was pulled with it";
     }
     program.type("line clean");
     program.said_until("clean");
     Port again(link);
     ASSERT_TRUE(again.is_open());
-    again.send_command(6);
-    EXPECT_THAT(again.read_bytes(6), SizeIs(6));
+    again.expect_presence_reply();
 }
 
-TEST_F(ProgramTest, ABadLineTakesThePermissionAwayAndGivesItBack) {
+TEST_F(ProgramTest, BadLineTakesThePermission) {
     RunningProgram program({"--line", "denied=on"});
     const std::string device = program.device();
     const auto mode = [&] { return fs::status(device).permissions(); };
-    for (int i = 0; i < 500 && mode() != fs::perms::none; ++i)
-        usleep(2000);
-    EXPECT_EQ(mode(), fs::perms::none);
+    EXPECT_TRUE(wait_until([&] { return mode() == fs::perms::none; }));
     program.type("line denied off");
     program.said_until("clean");
-    for (int i = 0; i < 500 && mode() == fs::perms::none; ++i)
-        usleep(2000);
-    EXPECT_NE(mode(), fs::perms::none);
+    EXPECT_TRUE(wait_until([&] { return mode() != fs::perms::none; }));
 }
 
-TEST_F(ProgramTest, AScenarioTypesItsCommandsAndABadOneIsRefused) {
+TEST_F(ProgramTest, ScenarioTypesItsCommands) {
     std::ofstream(folder / "good.txt") << "0 memory 3 1500\n0.2 memory 3\n0.3 quit\n";
     RunningProgram good({"--scenario", folder / "good.txt"});
     EXPECT_THAT(good.said_until("no such text"), HasSubstr("PAR_3 = 1500"));
@@ -238,7 +223,7 @@ TEST_F(ProgramTest, AScenarioTypesItsCommandsAndABadOneIsRefused) {
     EXPECT_EQ(bad.exit_code(), 2);
 }
 
-TEST_F(ProgramTest, WritesTheWireDownInWords) {
+TEST_F(ProgramTest, LogsTheWireInWords) {
     const fs::path log = folder / "wire.txt";
     RunningProgram program({"--log", log});
     Port port(program.device());
@@ -253,22 +238,17 @@ TEST_F(ProgramTest, WritesTheWireDownInWords) {
                             HasSubstr("unit  presence : 50 43 00 06 06 00\n")));
 }
 
-TEST_F(ProgramTest, SitsOnASerialPortThatItIsGiven) {
-    const int far = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    ASSERT_GE(far, 0);
-    grantpt(far);
-    unlockpt(far);
+TEST_F(ProgramTest, UsesTheSerialPortThatItIsGiven) {
+    const int far = open_pseudo_terminal();
     const std::string name = ptsname(far);
     RunningProgram program({"--device", name});
     EXPECT_EQ(program.device(), name);
     const std::string request{'P', 'C', 0, 5, 6};
     EXPECT_EQ(write(far, request.data(), request.size()), 5);
     EXPECT_THAT(read_until(far, [](const std::string& got) { return got.size() >= 6; }), SizeIs(6));
-    close(far); // the adapter is pulled out
+    close(far);
     EXPECT_THAT(program.complaint(), HasSubstr(name + " is gone"));
-    const long before = program.used_ticks();
-    usleep(300'000);
-    EXPECT_LE(program.used_ticks() - before, 5);
+    program.expect_idle();
     program.type("quit");
     EXPECT_EQ(program.exit_code(), 0);
 }

@@ -1,4 +1,4 @@
-// What the unit answers, byte by byte, and what it lets pass.
+// The replies of the simulated unit, byte by byte, and the requests that it ignores.
 #include "tests/unit/simulator/workshop.h"
 
 namespace sim {
@@ -10,16 +10,16 @@ using testing::SizeIs;
 
 class Requests : public WorkshopTest {};
 
-TEST_F(Requests, ThePresenceTestGetsAShortAnswer) {
+TEST_F(Requests, PresenceTestGetsAShortReply) {
     EXPECT_THAT(ask(6), ElementsAre('P', 'C', 0, 6, 6, 0));
 }
 
-TEST_F(Requests, TheVersionStandsInBytesSevenNineAndEleven) {
+TEST_F(Requests, VersionIsInBytesSevenNineAndEleven) {
     Workshop other({.family = 4, .version = 7, .revision = 171});
     EXPECT_THAT(other.ask(7), ElementsAre('P', 'C', 0, 11, 7, 0, 4, 0, 7, 0, 171));
 }
 
-TEST_F(Requests, AStatusOfAColdEngineHasAllItsFields) {
+TEST_F(Requests, StatusOfAColdEngineHasAllItsFields) {
     wait_s(3);
     const Bytes status = ask(3);
     ASSERT_THAT(status, SizeIs(29));
@@ -27,7 +27,7 @@ TEST_F(Requests, AStatusOfAColdEngineHasAllItsFields) {
     EXPECT_NEAR(word(status, rpm_at), 1140, 60);
     EXPECT_NEAR(word(status, injection_at), 3200 * 1.45, 150);
     EXPECT_NEAR(word(status, pressure_at), 1400, 10);
-    EXPECT_LE(word(status, lambda_at), 20) << "a cold probe gives nothing";
+    EXPECT_LE(word(status, lambda_at), 20) << "a cold probe gives no voltage";
     EXPECT_NEAR(word(status, gain_at), 1123, 5);
     EXPECT_NEAR(word(status, water_at), 15, 2);
     EXPECT_EQ(word(status, stage_at), 2);
@@ -36,14 +36,14 @@ TEST_F(Requests, AStatusOfAColdEngineHasAllItsFields) {
     EXPECT_NEAR(word(status, battery_at), 14.1 * 1025 / 5.4, 10);
 }
 
-TEST_F(Requests, AUnitWithoutBatteryFieldSendsTwentySevenBytes) {
+TEST_F(Requests, StatusWithoutBatteryHas27Bytes) {
     type("telegram 27");
     const Bytes status = ask(3);
     EXPECT_THAT(status, SizeIs(27));
     EXPECT_EQ(status[3], 27);
 }
 
-TEST_F(Requests, AWrittenParameterIsReadBackAndNotAnswered) {
+TEST_F(Requests, WriteHasNoReply) {
     write(3, 1250);
     wait_ms(300);
     EXPECT_THAT(read(), IsEmpty());
@@ -51,14 +51,14 @@ TEST_F(Requests, AWrittenParameterIsReadBackAndNotAnswered) {
     EXPECT_EQ(word(ask(1), 8), 1250);
 }
 
-TEST_F(Requests, AWriteIsAnsweredOnceAcknowledgingIsOn) {
+TEST_F(Requests, AcknowledgedWriteHasAReply) {
     type("acknowledge on");
     write(3, 1250);
     wait_ms(300);
     EXPECT_THAT(read(), ElementsAre('P', 'C', 0, 5, 2));
 }
 
-TEST_F(Requests, EveryWordOfTheMemoryTakesEveryKindOfValue) {
+TEST_F(Requests, EveryParameterTakesEveryValue) {
     for (int number = 0; number < Memory::size; ++number)
         for (const int value : {65535, 257, 0, 1}) {
             write(number, value);
@@ -66,26 +66,26 @@ TEST_F(Requests, EveryWordOfTheMemoryTakesEveryKindOfValue) {
         }
 }
 
-TEST_F(Requests, AParameterBeyondTheMemoryIsLetPass) {
+TEST_F(Requests, ParameterOutsideTheMemoryIsIgnored) {
     write(256, 7);
     write(65535, 7);
     EXPECT_EQ(unit.parameter(256), 0);
     EXPECT_THAT(unit.received(), SizeIs(2));
 }
 
-TEST_F(Requests, TheFixedCopyFollowsTheLowerGain) {
+TEST_F(Requests, FixedCopyFollowsTheLowerGain) {
     write(3, 1311);
     EXPECT_EQ(unit.parameter(152), 1311);
 }
 
-TEST_F(Requests, NothingAnswersAnUnknownCommand) {
+TEST_F(Requests, UnknownCommandHasNoReply) {
     for (const int code : {0, 8, 14, 17, 19, 23, 255})
         EXPECT_THAT(ask(code), IsEmpty()) << code;
-    EXPECT_THAT(ask(6), SizeIs(6)) << "and the line is as good as before";
+    EXPECT_THAT(ask(6), SizeIs(6)) << "the line works as before";
 }
 
-TEST_F(Requests, ARequestInPiecesIsPutTogether) {
-    for (const std::uint8_t byte : Bytes{'P', 'C', 0, 5, 6}) {
+TEST_F(Requests, RequestInPiecesIsPutTogether) {
+    for (const std::uint8_t byte : zol::tests::frame_bytes(6)) {
         send({byte});
         wait_ms(30);
     }
@@ -93,7 +93,7 @@ TEST_F(Requests, ARequestInPiecesIsPutTogether) {
     EXPECT_THAT(read(), SizeIs(6));
 }
 
-TEST_F(Requests, TwoRequestsAtOnceGetTheirAnswersInOrder) {
+TEST_F(Requests, TwoRequestsGetTheirRepliesInOrder) {
     send({'P', 'C', 0, 5, 6, 'P', 'C', 0, 5, 7});
     wait_ms(300);
     const Bytes answers = read();
@@ -102,19 +102,19 @@ TEST_F(Requests, TwoRequestsAtOnceGetTheirAnswersInOrder) {
     EXPECT_EQ(answers[6 + 4], 7);
 }
 
-TEST_F(Requests, GarbageAheadOfARequestDoesNoHarm) {
+TEST_F(Requests, GarbageBeforeARequestIsSkipped) {
     send({0, 255, 'P', 'P', 'C', 1, 'P', 'C', 0, 7, 'P', 'C', 0, 5, 6});
     wait_ms(200);
     EXPECT_THAT(read(), SizeIs(6));
 }
 
-TEST_F(Requests, ALostByteCostsOneRequestOnly) {
+TEST_F(Requests, LostByteCostsOneRequestOnly) {
     send({'P', 'C', 0, 5});
     wait_ms(300);
     EXPECT_THAT(ask(6), SizeIs(6));
 }
 
-TEST_F(Requests, AWriteOfTheWrongLengthChangesNothing) {
+TEST_F(Requests, WriteOfTheWrongLengthChangesNothing) {
     const int before = unit.parameter(0);
     send({'P', 'C', 0, 5, 2});
     send({'P', 'C', 0, 9, 3, 0, 3, 4, 226});
@@ -123,7 +123,7 @@ TEST_F(Requests, AWriteOfTheWrongLengthChangesNothing) {
     EXPECT_EQ(unit.parameter(0), before);
 }
 
-TEST_F(Requests, TheLastRequestsAreRememberedWithTheirTimes) {
+TEST_F(Requests, LastRequestsAreKeptWithTheirTimes) {
     send_command(3);
     now_us += 350'000;
     write(104, 1600);
@@ -134,7 +134,7 @@ TEST_F(Requests, TheLastRequestsAreRememberedWithTheirTimes) {
     EXPECT_THAT(unit.received(), SizeIs(ControlUnit::most_received));
 }
 
-TEST_F(Requests, LiveDataComeInTwelveBytesFromFamiliesTwoAndFour) {
+TEST_F(Requests, LiveDataHave12BytesInFamilies2And4) {
     for (int family = 0; family <= 4; ++family) {
         Workshop other({.family = family, .warm = true});
         other.wait_s(5);

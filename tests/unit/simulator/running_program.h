@@ -1,4 +1,4 @@
-// The program in a process of its own, and the tool's end of its line.
+// The simulated unit as a process of its own, and the tool's end of its line.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -21,9 +21,26 @@ namespace sim {
 
 using Clock = std::chrono::steady_clock;
 
-inline constexpr int patience_ms = 10'000; // only a hung program uses it up
+inline constexpr int patience_ms = 10'000; // only a hung program takes it all
 
-// Reads until `enough`, the end, or the end of patience.
+// False if the condition does not hold within a second.
+template <class Condition>
+bool wait_until(Condition holds) {
+    for (int tries = 0; tries < 500; ++tries) {
+        if (holds()) return true;
+        usleep(2000);
+    }
+    return false;
+}
+
+// The far end of a new pseudo-terminal.
+inline int open_pseudo_terminal() {
+    const int fd = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    EXPECT_TRUE(fd >= 0 && grantpt(fd) == 0 && unlockpt(fd) == 0);
+    return fd;
+}
+
+// Reads until `enough`, until the end of the file or until the time is over.
 template <class Enough>
 std::string read_until(int fd, Enough enough, int ms = patience_ms) {
     std::string got;
@@ -88,7 +105,7 @@ class RunningProgram {
     std::string said_until(const std::string& text) {
         return read_until(out_, [&](const std::string& got) { return got.find(text) != got.npos; });
     }
-    // The device that it says it is on.
+    // The device that it prints as its own.
     std::string device() {
         const std::string said = said_until("\nseed ");
         const auto from = said.find(" on ") + 4;
@@ -107,13 +124,19 @@ class RunningProgram {
         }
         return -1000;
     }
-    // All that is still said on standard error, once the program has ended.
+    // The rest of standard error, once the program has ended.
     std::string complaints_to_the_end() {
         return read_until(err_, [](const std::string&) { return false; });
     }
     std::string complaint() {
         return read_until(
             err_, [](const std::string& got) { return !got.empty() && got.back() == '\n'; });
+    }
+    // It waits without using the processor.
+    void expect_idle(useconds_t us = 300'000) const {
+        const long before = used_ticks();
+        usleep(us);
+        EXPECT_LE(used_ticks() - before, 5) << "it must not spin";
     }
     // Ticks of the processor used so far.
     long used_ticks() const {
@@ -133,7 +156,7 @@ class RunningProgram {
     int in_ = -1, out_ = -1, err_ = -1;
 };
 
-// A folder of the test's own, and in it the place for the unit's link.
+// A folder for the test, and in it the path for the unit's link.
 class ProgramFolder : public testing::Test {
   protected:
     ProgramFolder() {
@@ -146,7 +169,7 @@ class ProgramFolder : public testing::Test {
     std::filesystem::path folder, link;
 };
 
-// The tool's end: opened without touching the terminal's settings, to see that they are right.
+// The tool's end. It leaves the settings of the terminal alone, which the unit must have set.
 class Port {
   public:
     explicit Port(const std::string& path)
@@ -160,6 +183,10 @@ class Port {
     std::string read_bytes(std::size_t count, int ms = patience_ms) {
         return read_until(
             fd_, [&](const std::string& got) { return got.size() >= count; }, ms);
+    }
+    void expect_presence_reply() {
+        send_command(6);
+        EXPECT_EQ(read_bytes(6).size(), 6u);
     }
 
   private:

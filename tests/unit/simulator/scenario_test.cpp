@@ -35,7 +35,7 @@ TEST(ScenarioFile, HoldsTimesAndCommands) {
     EXPECT_EQ(drive.steps[3].command, "quit");
 }
 
-TEST(ScenarioFile, NamesEveryBadLineByFileAndNumber) {
+TEST(ScenarioFile, EveryBadLineIsNamed) {
     const Scenario drive = read_scenario("1 throttle 40\n"
                                          "throttle 40\n"
                                          "2\n"
@@ -57,14 +57,14 @@ TEST(ScenarioFile, NamesEveryBadLineByFileAndNumber) {
                             StartsWith("drive.txt:9: the time is before")));
 }
 
-TEST(ScenarioFile, AnEmptyOneIsGood) {
+TEST(ScenarioFile, EmptyOneIsValid) {
     for (const char* text : {"", "\n\n", "# nothing", "\r\n"}) {
         EXPECT_THAT(read_scenario(text, "f").steps, IsEmpty());
         EXPECT_THAT(read_scenario(text, "f").wrong, IsEmpty());
     }
 }
 
-TEST(ScenarioFile, BinaryAndEndlessOnesEndInFewComplaints) {
+TEST(ScenarioFile, InvalidOneGivesFewMessages) {
     std::string noise;
     for (int i = 0; i < 100'000; ++i)
         noise += static_cast<char>(i * 7919 >> 3);
@@ -74,7 +74,7 @@ TEST(ScenarioFile, BinaryAndEndlessOnesEndInFewComplaints) {
     EXPECT_THAT(load_scenario("/dev/zero").wrong, ElementsAre(HasSubstr("longer than a megabyte")));
 }
 
-TEST(ScenarioFile, OneThatIsNotThereIsNamed) {
+TEST(ScenarioFile, MissingOneIsNamed) {
     EXPECT_THAT(load_scenario("/no/such/drive.txt").wrong,
                 ElementsAre(StartsWith("/no/such/drive.txt: cannot be read: No such file")));
     EXPECT_THAT(load_scenario("/").wrong, ElementsAre(HasSubstr("directory")));

@@ -1,5 +1,5 @@
-// A fitter's tuning by proportion: measure on petrol, measure on gas, multiply the gain by the
-// ratio. The car must let it come to rest, from any gain, on either fuel.
+// Tuning by proportion: measure on petrol, measure on gas, multiply the gain by the ratio. With the
+// simulated engine it must converge from any gain, on either fuel.
 #include "tests/unit/simulator/workshop.h"
 
 #include <cmath>
@@ -28,7 +28,7 @@ class Fitter : public Workshop {
         if (!lpg) write(51, 60);
         lpg_ = lpg;
     }
-    // Twenty readings, each the answer to the request before it.
+    // Twenty readings, each of them the reply to the request before.
     double mean_us() {
         double sum = 0;
         for (int i = 0; i < 20;) {
@@ -105,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(FuelsAndLoads, Tuning,
                                     std::to_string(static_cast<int>(one.throttle));
                          });
 
-TEST_P(Tuning, ComesToRestFromAnyGain) {
+TEST_P(Tuning, ConvergesFromAnyGain) {
     const auto [family, lpg, throttle] = GetParam();
     std::map<int, int> rounds;
     for (int gain = 1101; gain <= 1799; gain += family == 0 ? 1 : 9) {
@@ -124,7 +124,7 @@ TEST_P(Tuning, ComesToRestFromAnyGain) {
         RecordProperty("in_" + std::to_string(count) + "_rounds", runs);
 }
 
-TEST(TuningLimits, TooLeanAGasEndsWithRaiseThePressure) {
+TEST(TuningLimits, LeanGasAsksForMorePressure) {
     for (const bool lpg : {true, false}) {
         Fitter fitter({.warm = true});
         fitter.choose_fuel(lpg);
@@ -133,7 +133,7 @@ TEST(TuningLimits, TooLeanAGasEndsWithRaiseThePressure) {
     }
 }
 
-TEST(TuningLimits, TooRichAGasEndsWithLowerThePressure) {
+TEST(TuningLimits, RichGasAsksForLessPressure) {
     for (const bool lpg : {true, false}) {
         Fitter fitter({.warm = true});
         fitter.choose_fuel(lpg);
@@ -142,7 +142,7 @@ TEST(TuningLimits, TooRichAGasEndsWithLowerThePressure) {
     }
 }
 
-TEST(TuningLimits, TheRegulatorIsTheRemedyForBoth) {
+TEST(TuningLimits, MorePressureLetsItConverge) {
     Fitter fitter({.warm = true});
     fitter.choose_fuel(true);
     fitter.type("mixture 60");
@@ -151,7 +151,7 @@ TEST(TuningLimits, TheRegulatorIsTheRemedyForBoth) {
     EXPECT_EQ(fitter.tune(1500).end, End::tuned);
 }
 
-TEST(TuningLimits, ATunedCarRunsOnGasWithHardlyAnyTrim) {
+TEST(TuningLimits, TunedEngineNeedsLittleTrim) {
     Fitter fitter({.family = 4, .warm = true});
     fitter.choose_fuel(true);
     ASSERT_EQ(fitter.tune(1200).end, End::tuned);
