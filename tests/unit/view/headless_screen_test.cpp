@@ -1,4 +1,4 @@
-// The screen that nobody sits at: it answers as scripted, and complains of all else.
+// The screen of the tests: it answers boxes as scripted, and reports every other box.
 #include "view/headless/headless_screen.h"
 
 #include <gmock/gmock.h>
@@ -23,7 +23,7 @@ TEST(HeadlessScreen, UnexpectedQuestionIsReportedAndDismissed) {
                                                  HasSubstr("Which one?"), HasSubstr("colour")));
 }
 
-TEST(HeadlessScreen, AnAnswerToAnotherQuestionStaysAndIsAComplaintToo) {
+TEST(HeadlessScreen, UnusedAnswerIsReported) {
     view::HeadlessScreen screen;
     screen.answer_message("Save?", Answer::yes);
     EXPECT_EQ(screen.message_box({"Reset all?", "", Buttons::yes_no}), Answer::no);
@@ -31,7 +31,7 @@ TEST(HeadlessScreen, AnAnswerToAnotherQuestionStaysAndIsAComplaintToo) {
     EXPECT_THAT(screen.complaints(), testing::Contains(HasSubstr("the answer to: Save?")));
 }
 
-TEST(HeadlessScreen, WhatIsShownIsKeptForWhoWantsToLook) {
+TEST(HeadlessScreen, ShownManualsAreRecorded) {
     view::HeadlessScreen screen;
     screen.show_manual("zol.chm", "index.htm");
     EXPECT_THAT(screen.manuals, ElementsAre("zol.chm index.htm"));

@@ -1,4 +1,5 @@
-// Acts of the operator inside the waits of other acts: how many may nest, and what is dropped then.
+// Acts of the operator during the waits of other acts: how many may nest, and what is dropped at
+// the limit.
 #include "tests/support/bench.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
@@ -11,7 +12,7 @@ namespace {
 
 namespace acts = view::operator_acts;
 
-// The operator's acts run as in the real window: each inside the wait that is running.
+// Each act runs inside the wait of the one before, as in the real window.
 class NestedActs : public Bench {
   protected:
     NestedActs() {
@@ -43,7 +44,7 @@ TEST_F(NestedActs, FloodEndsWithTheUnitHoldingTheShownGain) {
     for (int i = 0; i < 200; ++i)
         operator_presses(form1::Form1, right);
     run_for(120'000);
-    EXPECT_LE(view::wait_depth(), 1) << "the polling's own";
+    EXPECT_LE(view::wait_depth(), 1) << "that of the polling";
     EXPECT_EQ(unit->memory()[3], view::value(form1::Slider_ktar));
     EXPECT_EQ(unit->memory()[4], view::value(form1::Slider_power));
     EXPECT_EQ(view::value(form1::Slider_ktar), 1200 + 10 * acts::deepest_acts);

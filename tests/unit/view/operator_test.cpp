@@ -1,5 +1,5 @@
-// The operator's acts: what answers and what does not.
-#include "tests/support/bench.h"
+// What the operator's acts do, and which controls they reach.
+#include "tests/unit/view/plain_windows.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
 
@@ -10,35 +10,15 @@ using namespace view::operator_acts;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Acts : public Bench {
+class Acts : public PlainWindows {
   protected:
     Acts() {
-        for (view::Widget* w : form1::Form1.controls) {
-            kept.emplace_back(&w->on, w->on);
-            w->on = {};
-        }
-        kept.emplace_back(&form1::Form1.on, form1::Form1.on);
-        form1::Form1.on = {};
-        time.start([] {
-            view::show(form1::Form1);
-            for (;;)
-                view::pump();
-        });
+        inside_program([] { view::show(form1::Form1); });
     }
-    ~Acts() override {
-        time.finish();
-        for (auto& [handlers, before] : kept)
-            *handlers = before;
-    }
-    std::function<void()> says(const std::string& word) {
-        return [this, word] { events.push_back(word); };
-    }
-    std::vector<std::pair<view::Handlers*, view::Handlers>> kept;
-    std::vector<std::string> events;
 };
 
-TEST_F(Acts, WhatIsHiddenOrDisabledItselfOrAroundItDoesNotAnswer) {
-    form1::Command_exit.on.click = says("click");
+TEST_F(Acts, HiddenOrDisabledControlIgnoresThem) {
+    form1::Command_exit.on.click = notes("click");
     EXPECT_TRUE(click(form1::Command_exit));
     for (view::Widget* around : {&form1::Command_exit, &form1::Form1}) {
         view::set_enabled(*around, false);
@@ -59,30 +39,30 @@ TEST_F(Acts, WhatIsHiddenOrDisabledItselfOrAroundItDoesNotAnswer) {
     EXPECT_EQ(events.size(), 1U);
 }
 
-TEST_F(Acts, AMenuItemOfADisabledMenuDoesNotAnswer) {
-    form1::mnu_reset_check.on.click = says("reset");
-    EXPECT_FALSE(click(form1::mnu_reset_check)); // designed so
+TEST_F(Acts, ItemOfADisabledMenuIgnoresThem) {
+    form1::mnu_reset_check.on.click = notes("reset");
+    EXPECT_FALSE(click(form1::mnu_reset_check)); // disabled in the design
     view::set_enabled(form1::mnu_check_car, true);
     EXPECT_TRUE(click(form1::mnu_reset_check));
     EXPECT_EQ(events.size(), 1U);
     form1::mnu_reset_check.on.click = nullptr;
 }
 
-TEST_F(Acts, ADragRunsScrollOnTheWayAndChangeOnceAtItsEnd) {
-    form1::Slider_ktar.on.scroll = says("scroll");
-    form1::Slider_ktar.on.change = says("change");
+TEST_F(Acts, DragRunsChangeOnceAtItsEnd) {
+    form1::Slider_ktar.on.scroll = notes("scroll");
+    form1::Slider_ktar.on.change = notes("change");
     const double before = view::value(form1::Slider_ktar);
     EXPECT_TRUE(drag_on(form1::Slider_ktar, 1300));
     EXPECT_TRUE(drag_on(form1::Slider_ktar, 1400));
-    EXPECT_TRUE(drag_on(form1::Slider_ktar, 1400)); // held still
+    EXPECT_TRUE(drag_on(form1::Slider_ktar, 1400));
     EXPECT_THAT(events, ElementsAre("scroll", "scroll"));
     EXPECT_TRUE(end_drag(form1::Slider_ktar, before));
     EXPECT_THAT(events, ElementsAre("scroll", "scroll", "change"));
     EXPECT_EQ(view::focus(), &form1::Slider_ktar);
 }
 
-TEST_F(Acts, ADragThatComesBackToItsStartChangesNothing) {
-    form1::Slider_ktar.on.change = says("change");
+TEST_F(Acts, DragBackToItsStartChangesNothing) {
+    form1::Slider_ktar.on.change = notes("change");
     const double before = view::value(form1::Slider_ktar);
     drag_on(form1::Slider_ktar, before + 10);
     drag_on(form1::Slider_ktar, before);
@@ -90,25 +70,25 @@ TEST_F(Acts, ADragThatComesBackToItsStartChangesNothing) {
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Acts, ADragStopsAtTheEndsOfTheScale) {
+TEST_F(Acts, DragStopsAtTheEndsOfTheScale) {
     drag_to(form1::Slider_ktar, 5000);
     EXPECT_EQ(view::value(form1::Slider_ktar), 1800);
     drag_to(form1::Slider_ktar, 0);
     EXPECT_EQ(view::value(form1::Slider_ktar), 1001);
 }
 
-TEST_F(Acts, AnOptionIsClickedOnceAndOnceMoreWhenItIsOnAlready) {
+TEST_F(Acts, OptionThatIsOnIsClickedAgain) {
     view::set_visible(form1::Frame_impostazioni, true);
-    form1::Option_gpl.on.click = says("gpl");
+    form1::Option_gpl.on.click = notes("gpl");
     EXPECT_TRUE(click(form1::Option_gpl));
     EXPECT_TRUE(view::selected(form1::Option_gpl));
     EXPECT_TRUE(click(form1::Option_gpl));
     EXPECT_THAT(events, ElementsAre("gpl", "gpl"));
 }
 
-TEST_F(Acts, ACheckBoxTurnsWithEachClick) {
+TEST_F(Acts, CheckBoxTogglesWithEachClick) {
     view::set_visible(form1::Frame_impostazioni, true);
-    form1::Check1.on.click = says("check");
+    form1::Check1.on.click = notes("check");
     click(form1::Check1);
     EXPECT_TRUE(view::selected(form1::Check1));
     click(form1::Check1);
@@ -116,10 +96,10 @@ TEST_F(Acts, ACheckBoxTurnsWithEachClick) {
     EXPECT_THAT(events, ElementsAre("check", "check"));
 }
 
-TEST_F(Acts, AListRunsItsClickAlsoForTheItemThatIsShownAndNotForOneThatIsNotThere) {
+TEST_F(Acts, ListRunsItsClickAlsoForTheShownItem) {
     view::set_visible(form1::Frame_impostazioni, true);
     view::set_items(form1::Combo_tank_level, {"a", "b"});
-    form1::Combo_tank_level.on.click = says("list");
+    form1::Combo_tank_level.on.click = notes("list");
     EXPECT_TRUE(choose(form1::Combo_tank_level, 1));
     EXPECT_TRUE(choose(form1::Combo_tank_level, 1));
     EXPECT_FALSE(choose(form1::Combo_tank_level, 2));
@@ -127,7 +107,7 @@ TEST_F(Acts, AListRunsItsClickAlsoForTheItemThatIsShownAndNotForOneThatIsNotTher
     EXPECT_EQ(view::focus(), &form1::Combo_tank_level);
 }
 
-TEST_F(Acts, AKeyGoesToTheWindowFirstAndThenToTheFocusedControl) {
+TEST_F(Acts, KeyReachesTheWindowBeforeTheControl) {
     form1::Form1.on.key = [this](int code, int) {
         events.push_back("window " + std::to_string(code));
     };
@@ -140,7 +120,7 @@ TEST_F(Acts, AKeyGoesToTheWindowFirstAndThenToTheFocusedControl) {
     EXPECT_THAT(events, ElementsAre("window 65", "window 13", "field 13"));
 }
 
-TEST_F(Acts, AKeyDoesNotReachAFieldThatTheWindowHasJustDisabled) {
+TEST_F(Acts, KeyDoesNotReachAFieldJustDisabled) {
     form1::Form1.on.key = [](int, int) { view::set_enabled(form1::Text2, false); };
     form1::Text2.on.key = [this](int, int) { events.push_back("field"); };
     focus(form1::Text2);
@@ -148,7 +128,7 @@ TEST_F(Acts, AKeyDoesNotReachAFieldThatTheWindowHasJustDisabled) {
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Acts, TheKeyboardGoesToWhatTakesInputAndToNothingElse) {
+TEST_F(Acts, OnlyAControlThatTakesInputGetsFocus) {
     using namespace form1;
     view::set_visible(Frame_impostazioni, true);
     for (view::Widget* w : {&Command303, &Option_gpl, &Check1, &Text_min_tank, &Combo_tank_level,
@@ -162,7 +142,7 @@ TEST_F(Acts, TheKeyboardGoesToWhatTakesInputAndToNothingElse) {
     }
 }
 
-TEST_F(Acts, ALabelDoesNotTakeTheFocusAndAButtonDoes) {
+TEST_F(Acts, LabelDoesNotTakeTheFocus) {
     EXPECT_TRUE(focus(form1::Text2));
     click(form1::Label_rpm);
     EXPECT_EQ(view::focus(), &form1::Text2);
@@ -171,19 +151,19 @@ TEST_F(Acts, ALabelDoesNotTakeTheFocusAndAButtonDoes) {
     EXPECT_FALSE(focus(form1::Label_rpm));
 }
 
-TEST_F(Acts, TheTabKeyFindsALabelThatAnswersToAClick) {
-    form1::Label_rpm.on.double_click = says("double click");
+TEST_F(Acts, LabelWithAHandlerTakesTheFocus) {
+    form1::Label_rpm.on.double_click = notes("double click");
     EXPECT_TRUE(focus(form1::Label_rpm));
     EXPECT_EQ(view::focus(), &form1::Label_rpm);
 }
 
-TEST_F(Acts, AWindowIsClosedByItsFrame) {
+TEST_F(Acts, WindowIsClosedByItsTitleBar) {
     inside_program([] { view::show(form2::Form2); });
     EXPECT_TRUE(close(form2::Form2));
     EXPECT_FALSE(form2::Form2.loaded);
 }
 
-TEST_F(Acts, ADisabledWindowCannotBeClosedByItsFrame) {
+TEST_F(Acts, DisabledWindowIsNotClosed) {
     view::set_enabled(form1::Form1, false);
     EXPECT_FALSE(close(form1::Form1));
     EXPECT_TRUE(form1::Form1.loaded);

@@ -1,4 +1,4 @@
-// The one pump: timers, waits and virtual time, with no window of the program's.
+// The one pump: timers, waits and virtual time, without the timers of the program.
 #include "view/timers.h"
 
 #include "tests/support/bench.h"
@@ -33,7 +33,15 @@ class Timers : public Bench {
     void switch_on(Timer& timer) {
         inside_program([&timer] { timer.on(); });
     }
+    // Begins a wait inside the program, and notes when it has ended.
+    void wait(Timer& timer, int ms, std::int64_t& ended_ms) {
+        inside_program([this, &timer, ms, &ended_ms] {
+            view::wait_on(timer, ms);
+            ended_ms = now_ms();
+        });
+    }
     std::vector<std::int64_t> fast_ms, slow_ms;
+    std::int64_t outer = -1, inner = -1; // when the waits have ended
 };
 
 TEST_F(Timers, TickAfterEachIntervalFromBeingSwitchedOn) {
@@ -56,7 +64,7 @@ TEST_F(Timers, SwitchedOnTwiceCountsFromTheFirstTime) {
     EXPECT_THAT(fast_ms, ElementsAre(100));
 }
 
-TEST_F(Timers, ANewIntervalCountsAnew) {
+TEST_F(Timers, NewIntervalCountsFromItsAssignment) {
     switch_on(fast);
     run_for(60);
     inside_program([] { fast.set_interval(80); });
@@ -66,7 +74,7 @@ TEST_F(Timers, ANewIntervalCountsAnew) {
     EXPECT_THAT(fast_ms, ElementsAre(140));
 }
 
-TEST_F(Timers, AnIntervalOfZeroNeverFallsDue) {
+TEST_F(Timers, IntervalOfZeroIsNeverDue) {
     inside_program([] { fast.set_interval(0); });
     switch_on(fast);
     run_for(100000);
@@ -74,14 +82,14 @@ TEST_F(Timers, AnIntervalOfZeroNeverFallsDue) {
     EXPECT_THAT(fast_ms, ElementsAre());
 }
 
-TEST_F(Timers, AnIntervalOfOneIsTheShortest) {
+TEST_F(Timers, IntervalOfOneIsTheShortest) {
     inside_program([] { fast.set_interval(1); });
     switch_on(fast);
     run_for(3);
     EXPECT_THAT(fast_ms, ElementsAre(1, 2, 3));
 }
 
-TEST_F(Timers, TheOneDueFirstTicksFirstWhateverItsPlace) {
+TEST_F(Timers, TheOneDueFirstTicksFirst) {
     std::vector<std::string> order;
     fast.tick = [&order] { order.push_back("fast"); };
     slow.tick = [&order] { order.push_back("slow"); };
@@ -92,7 +100,7 @@ TEST_F(Timers, TheOneDueFirstTicksFirstWhateverItsPlace) {
     EXPECT_THAT(order, ElementsAre("slow", "fast"));
 }
 
-TEST_F(Timers, ATickIsNotEnteredAgainWhileItRunsAndOthersAre) {
+TEST_F(Timers, OnlyOtherTimersTickDuringATick) {
     int inside = 0, deepest = 0;
     fast.tick = [&] {
         deepest = std::max(deepest, ++inside);
@@ -106,7 +114,7 @@ TEST_F(Timers, ATickIsNotEnteredAgainWhileItRunsAndOthersAre) {
     EXPECT_THAT(slow_ms, ElementsAre(250, 500, 750, 1000));
 }
 
-TEST_F(Timers, TicksDoNotPileUpBehindAHandlerThatTakesLong) {
+TEST_F(Timers, TicksDoNotPileUpDuringALongHandler) {
     std::vector<std::int64_t> started;
     fast.tick = [&] {
         started.push_back(now_ms());
@@ -114,11 +122,11 @@ TEST_F(Timers, TicksDoNotPileUpBehindAHandlerThatTakesLong) {
     };
     switch_on(fast);
     run_for(1500);
-    // One that was missed comes at once, and then the rhythm goes on from there.
+    // A missed tick comes at once, and the next ones count from there.
     EXPECT_THAT(started, ElementsAre(100, 1100, 1200, 1300, 1400, 1500));
 }
 
-TEST_F(Timers, ATickThatSwitchesItselfOffAndOnCountsFromItsEnd) {
+TEST_F(Timers, RestartedTimerCountsFromTheEndOfItsTick) {
     std::vector<std::int64_t> started;
     fast.tick = [&] {
         fast.off();
@@ -131,77 +139,51 @@ TEST_F(Timers, ATickThatSwitchesItselfOffAndOnCountsFromItsEnd) {
     EXPECT_THAT(started, ElementsAre(100, 500, 900));
 }
 
-TEST_F(Timers, AWaitEndsAfterItsTimeAndNotBefore) {
-    std::int64_t ended = -1;
-    inside_program([&] {
-        view::wait_on(waiting, 300);
-        ended = now_ms();
-    });
+TEST_F(Timers, WaitEndsAfterItsTime) {
+    wait(waiting, 300, outer);
     run_for(299);
-    EXPECT_EQ(ended, -1);
+    EXPECT_EQ(outer, -1);
     run_for(1);
-    EXPECT_EQ(ended, 300);
+    EXPECT_EQ(outer, 300);
 }
 
-TEST_F(Timers, ALongerWaitInsideAWaitMakesTheOuterOneEndLate) {
-    std::int64_t outer = -1, inner = -1;
-    inside_program([&] {
-        view::wait_on(waiting, 300);
-        outer = now_ms();
-    });
+TEST_F(Timers, LongerNestedWaitMakesTheOuterOneEndLate) {
+    wait(waiting, 300, outer);
     run_for(200);
-    inside_program([&] {
-        view::wait_on(waiting, 1000);
-        inner = now_ms();
-    });
+    wait(waiting, 1000, inner);
     run_for(2000);
     EXPECT_EQ(inner, 1200);
     EXPECT_EQ(outer, 1200);
 }
 
-TEST_F(Timers, AShorterWaitInsideAWaitMakesTheOuterOneEndEarly) {
-    std::int64_t outer = -1;
-    inside_program([&] {
-        view::wait_on(waiting, 1000);
-        outer = now_ms();
-    });
+TEST_F(Timers, ShorterNestedWaitMakesTheOuterOneEndEarly) {
+    wait(waiting, 1000, outer);
     run_for(100);
     inside_program([] { view::wait_on(waiting, 50); });
     run_for(2000);
     EXPECT_EQ(outer, 150);
 }
 
-TEST_F(Timers, WaitsOnTimersOfTheirOwnDoNotTouchEachOther) {
-    std::int64_t outer = -1, inner = -1;
+TEST_F(Timers, WaitsOnDifferentTimersAreIndependent) {
     slow.tick = [] { slow.off(); };
-    inside_program([&] {
-        view::wait_on(waiting, 1000);
-        outer = now_ms();
-    });
+    wait(waiting, 1000, outer);
     run_for(100);
-    inside_program([&] {
-        view::wait_on(slow, 200);
-        inner = now_ms();
-    });
+    wait(slow, 200, inner);
     run_for(2000);
     EXPECT_EQ(inner, 300);
     EXPECT_EQ(outer, 1000);
 }
 
 TEST_F(Timers, SwitchingTheTimerOffEndsItsWait) {
-    std::int64_t ended = -1;
-    inside_program([&] {
-        view::wait_on(waiting, 60000);
-        ended = now_ms();
-    });
+    wait(waiting, 60000, outer);
     EXPECT_EQ(view::wait_depth(), 1);
     run_for(100);
     inside_program([] { waiting.off(); });
-    EXPECT_EQ(ended, 100);
+    EXPECT_EQ(outer, 100);
     EXPECT_EQ(view::wait_depth(), 0);
 }
 
-TEST_F(Timers, PostedWorkRunsInItsOrderAheadOfTheTimers) {
+TEST_F(Timers, PostedWorkRunsBeforeTheTimers) {
     std::vector<std::string> order;
     fast.tick = [&order] { order.push_back("tick"); };
     switch_on(fast);
@@ -214,7 +196,7 @@ TEST_F(Timers, PostedWorkRunsInItsOrderAheadOfTheTimers) {
     EXPECT_THAT(order, ElementsAre("first", "second", "tick"));
 }
 
-TEST_F(Timers, UnloadingTheWindowSwitchesItsTimersOffAndEndsTheirWaits) {
+TEST_F(Timers, UnloadingTheWindowEndsTheWaitsOnItsTimers) {
     bool ended = false;
     switch_on(fast);
     inside_program([&ended] {
@@ -228,7 +210,7 @@ TEST_F(Timers, UnloadingTheWindowSwitchesItsTimersOffAndEndsTheirWaits) {
     EXPECT_EQ(fast.interval_ms(), 100);
 }
 
-TEST_F(Timers, LoadingSwitchesOnThoseThatAreDesignedSo) {
+TEST_F(Timers, LoadingSwitchesOnThoseOfTheDesign) {
     inside_program([] { view::load_timers(form1::Form1); });
     EXPECT_TRUE(form1::Timer4.is_on());
     EXPECT_TRUE(form1::Timer5.is_on());
@@ -238,14 +220,14 @@ TEST_F(Timers, LoadingSwitchesOnThoseThatAreDesignedSo) {
         EXPECT_FALSE(off->is_on()) << off->name;
 }
 
-TEST_F(Timers, TheNextDueTimeIsThatOfTheFirstTimer) {
+TEST_F(Timers, NextDueTimeIsThatOfTheFirstTimer) {
     EXPECT_EQ(view::next_due_us(), view::Platform::forever);
     switch_on(slow);
     switch_on(fast);
     EXPECT_EQ(view::next_due_us(), 100000);
 }
 
-TEST_F(Timers, SetEndComesUnderAnyNumberOfWaits) {
+TEST_F(Timers, SetEndComesDuringAnyNumberOfWaits) {
     bool was_told = false;
     inside_program([&] { view::end_program_within(500, [&] { was_told = true; }); });
     for (int depth = 0; depth < 3; ++depth)
@@ -278,7 +260,7 @@ TEST_F(Timers, NextDueTimeIsTheSetEndIfNoTimerIsEarlier) {
     EXPECT_EQ(view::next_due_us(), 100'000);
 }
 
-TEST_F(Timers, TheClockInUseIsTheOneThatTheProgramWasGiven) { EXPECT_EQ(&view::platform(), &time); }
+TEST_F(Timers, UseTheClockThatTheProgramWasGiven) { EXPECT_EQ(&view::platform(), &time); }
 
 } // namespace
 } // namespace zol::tests

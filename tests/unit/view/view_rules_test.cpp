@@ -1,6 +1,5 @@
-// What an assignment from the program does to a widget, and when a window is activated.
-#include "tests/support/bench.h"
-#include "view/timers.h"
+// What an assignment by the program does to a widget, and when a window is activated.
+#include "tests/unit/view/plain_windows.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
@@ -13,38 +12,15 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The windows without the program's handlers: each event leaves a word.
-class Rules : public Bench {
+class Rules : public PlainWindows {
   protected:
     Rules() {
-        for (view::Widget* window : view::all_windows()) {
-            kept.emplace_back(&window->on, window->on);
-            window->on = {};
-            for (view::Widget* w : window->controls) {
-                kept.emplace_back(&w->on, w->on);
-                w->on = {};
-            }
-        }
-        time.start([] {
-            for (;;)
-                view::pump();
-        });
         inside_program([] { view::show(form1::Form1); });
     }
-    ~Rules() override {
-        time.finish();
-        for (auto& [handlers, before] : kept)
-            *handlers = before;
-    }
-    std::function<void()> says(const std::string& word) {
-        return [this, word] { events.push_back(word); };
-    }
-    std::vector<std::pair<view::Handlers*, view::Handlers>> kept;
-    std::vector<std::string> events;
 };
 
-TEST_F(Rules, ASliderRejectsAValueOutsideItsRangeAndKeepsWhatItHad) {
-    form1::Slider_ktar.on.change = says("change");
+TEST_F(Rules, SliderRejectsAValueOutsideItsRange) {
+    form1::Slider_ktar.on.change = notes("change");
     EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider_ktar, 1001));
     EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider_ktar, 1800));
     events.clear();
@@ -56,11 +32,11 @@ TEST_F(Rules, ASliderRejectsAValueOutsideItsRangeAndKeepsWhatItHad) {
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Rules, OnlyTheMarkedSlidersRunTheirHandlerAndOnlyWhenTheValueChanges) {
+TEST_F(Rules, MarkedSlidersRunTheirHandlerOnAChange) {
     view::Widget* const marked[] = {&form1::Slider_ktar, &form1::Slider_power,
                                     &form1::Slider_attenuazione, &form1::Slider3};
     for (view::Widget* slider : marked) {
-        slider->on.change = says(slider->name);
+        slider->on.change = notes(slider->name);
         events.clear();
         const double other = slider->look.value + 1;
         EXPECT_TRUE(view::set_value_and_run_handler(*slider, other));
@@ -70,22 +46,22 @@ TEST_F(Rules, OnlyTheMarkedSlidersRunTheirHandlerAndOnlyWhenTheValueChanges) {
         EXPECT_EQ(events.size(), 1U);
     }
     events.clear();
-    form1::Slider1[2].on.change = says("tank");
+    form1::Slider1[2].on.change = notes("tank");
     EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider1[2], 12));
     EXPECT_THAT(events, IsEmpty());
     EXPECT_TRUE(form3::Slider2.changes_on_assignment);
 }
 
-TEST_F(Rules, ARangeTakesTheValueAlong) {
+TEST_F(Rules, RangeLimitsTheValue) {
     view::set_range(form1::Slider3, 0, 20);
     EXPECT_TRUE(view::set_value_and_run_handler(form1::Slider3, 15));
     view::set_range(form1::Slider3, 0, 10);
     EXPECT_EQ(view::value(form1::Slider3), 10);
 }
 
-TEST_F(Rules, AnOptionThatIsSwitchedOnRunsItsClickAndSwitchesItsNeighboursOff) {
-    form1::Option_gpl.on.click = says("gpl");
-    form1::Option_metano.on.click = says("metano");
+TEST_F(Rules, OptionThatIsSwitchedOnRunsItsClick) {
+    form1::Option_gpl.on.click = notes("gpl");
+    form1::Option_metano.on.click = notes("metano");
     view::select_and_run_handler(form1::Option_gpl);
     view::select_and_run_handler(form1::Option_gpl); // on already
     view::select_and_run_handler(form1::Option_metano);
@@ -106,25 +82,25 @@ TEST_F(Rules, OptionsOfAnotherFrameStayOn) {
     EXPECT_TRUE(view::selected(form1::Option_gpl));
 }
 
-TEST_F(Rules, AnOptionThatIsSwitchedOffIsOff) {
+TEST_F(Rules, OptionThatIsSwitchedOffRunsNothing) {
     view::select_and_run_handler(form1::Option_gpl);
-    form1::Option_gpl.on.click = says("gpl");
+    form1::Option_gpl.on.click = notes("gpl");
     view::select_and_run_handler(form1::Option_gpl, false);
     EXPECT_FALSE(view::selected(form1::Option_gpl));
     EXPECT_FALSE(view::selected(form1::Option_metano));
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Rules, ACheckBoxRunsItsClickForAnyChange) {
-    form1::Check1.on.click = says("check");
+TEST_F(Rules, CheckBoxRunsItsClickForAnyChange) {
+    form1::Check1.on.click = notes("check");
     view::select_and_run_handler(form1::Check1);
     view::select_and_run_handler(form1::Check1);
     view::select_and_run_handler(form1::Check1, false);
     EXPECT_THAT(events, ElementsAre("check", "check"));
 }
 
-TEST_F(Rules, AListSelectedFromCodeRunsNothingAndRejectsWhatItDoesNotHave) {
-    form1::Combo_tank_level.on.click = form1::Combo_tank_level.on.change = says("list");
+TEST_F(Rules, ListSelectedByTheProgramRunsNothing) {
+    form1::Combo_tank_level.on.click = form1::Combo_tank_level.on.change = notes("list");
     view::set_items(form1::Combo_tank_level, {"a", "b"});
     EXPECT_EQ(form1::Combo_tank_level.look.list_index, -1);
     EXPECT_TRUE(view::set_list_index(form1::Combo_tank_level, 1));
@@ -136,16 +112,16 @@ TEST_F(Rules, AListSelectedFromCodeRunsNothingAndRejectsWhatItDoesNotHave) {
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Rules, ALabelTellsOfItsTextOnlyWhenItReallyChanges) {
-    form1::Label_led0.on.change = says("label");
-    form1::Text_min_tank.on.change = says("text box");
+TEST_F(Rules, LabelRunsItsChangeOnlyForAnotherText) {
+    form1::Label_led0.on.change = notes("label");
+    form1::Text_min_tank.on.change = notes("text box");
     view::set_text(form1::Label_led0, "5%");
     view::set_text(form1::Label_led0, "5%");
     view::set_text(form1::Text_min_tank, "5");
     EXPECT_THAT(events, ElementsAre("label"));
 }
 
-TEST_F(Rules, TheScreenHearsOnlyOfWhatReallyChanges) {
+TEST_F(Rules, ScreenIsNotifiedOfRealChangesOnly) {
     view::set_text(form1::Label_rpm, "850");
     const auto before = screen.changes;
     view::set_text(form1::Label_rpm, "850");
@@ -156,8 +132,8 @@ TEST_F(Rules, TheScreenHearsOnlyOfWhatReallyChanges) {
     EXPECT_EQ(screen.changes, before + 1);
 }
 
-TEST_F(Rules, FocusIsRefusedByWhatIsHiddenOrDisabled) {
-    form1::Text2.on.got_focus = says("focus");
+TEST_F(Rules, HiddenOrDisabledControlGetsNoFocus) {
+    form1::Text2.on.got_focus = notes("focus");
     view::set_focus(form1::Text2);
     EXPECT_EQ(view::focus(), &form1::Text2);
     view::set_focus(form1::Text2); // there already
@@ -174,10 +150,10 @@ TEST_F(Rules, FocusIsRefusedByWhatIsHiddenOrDisabled) {
     EXPECT_NE(view::focus(), &form1::Text2);
 }
 
-TEST_F(Rules, AWindowIsActivatedWhenItIsFirstShownAndWhenAnotherGivesWay) {
-    form1::Form1.on.activate = says("main");
-    form2::Form2.on.activate = says("second");
-    form1::Form1.on.deactivate = says("main gives way");
+TEST_F(Rules, WindowIsActivatedWhenAnotherCloses) {
+    form1::Form1.on.activate = notes("main");
+    form2::Form2.on.activate = notes("second");
+    form1::Form1.on.deactivate = notes("main gives way");
     run_for(1);
     events.clear();
     inside_program([] { view::show(form2::Form2); });
@@ -189,8 +165,8 @@ TEST_F(Rules, AWindowIsActivatedWhenItIsFirstShownAndWhenAnotherGivesWay) {
     EXPECT_EQ(events.size(), 3U);
 }
 
-TEST_F(Rules, AWindowThatIsGoneBeforeItsActivationIsNotActivated) {
-    form2::Form2.on.activate = says("second");
+TEST_F(Rules, ClosedWindowIsNotActivated) {
+    form2::Form2.on.activate = notes("second");
     inside_program([] {
         view::show(form2::Form2);
         view::unload(form2::Form2);
@@ -199,9 +175,9 @@ TEST_F(Rules, AWindowThatIsGoneBeforeItsActivationIsNotActivated) {
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Rules, AWindowThatIsCoveredBeforeItsActivationIsNotActivated) {
-    form1::Form1.on.activate = says("main");
-    form2::Form2.on.activate = says("second");
+TEST_F(Rules, CoveredWindowIsNotActivated) {
+    form1::Form1.on.activate = notes("main");
+    form2::Form2.on.activate = notes("second");
     run_for(1);
     events.clear();
     inside_program([] {
@@ -211,8 +187,8 @@ TEST_F(Rules, AWindowThatIsCoveredBeforeItsActivationIsNotActivated) {
     EXPECT_THAT(events, ElementsAre("main"));
 }
 
-TEST_F(Rules, AnActivationIsDeliveredOnceHoweverOftenItFellDue) {
-    form1::Form1.on.activate = says("main");
+TEST_F(Rules, SeveralActivationsAreDeliveredOnce) {
+    form1::Form1.on.activate = notes("main");
     inside_program([] {
         for (int i = 0; i < 3; ++i) {
             view::hide(form1::Form1);
@@ -222,8 +198,8 @@ TEST_F(Rules, AnActivationIsDeliveredOnceHoweverOftenItFellDue) {
     EXPECT_THAT(events, ElementsAre("main"));
 }
 
-TEST_F(Rules, AWindowThatWasGoneAndIsBackBeforeItsActivationIsActivatedOnce) {
-    form2::Form2.on.activate = says("second");
+TEST_F(Rules, ReopenedWindowIsActivatedOnce) {
+    form2::Form2.on.activate = notes("second");
     inside_program([] {
         view::show(form2::Form2);
         view::unload(form2::Form2);
@@ -234,7 +210,7 @@ TEST_F(Rules, AWindowThatWasGoneAndIsBackBeforeItsActivationIsActivatedOnce) {
 
 TEST_F(Rules, BoxesActivateNothing) {
     run_for(1);
-    form1::Form1.on.activate = says("main");
+    form1::Form1.on.activate = notes("main");
     screen.answer_message("sure", view::Answer::yes, 1000);
     screen.answer_input("number", "12", 1000);
     screen.answer_colour(view::red, 1000);
@@ -247,13 +223,13 @@ TEST_F(Rules, BoxesActivateNothing) {
     EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Rules, UnloadingRunsClosingAndUnloadOnceAndLoadingBringsTheDesignBack) {
-    form2::Form2.on.load = says("load");
+TEST_F(Rules, LoadingAfterUnloadingRestoresTheDesign) {
+    form2::Form2.on.load = notes("load");
     form2::Form2.on.closing = [this] {
         events.push_back("closing");
         view::unload(form2::Form2); // no second time
     };
-    form2::Form2.on.unload = says("unload");
+    form2::Form2.on.unload = notes("unload");
     inside_program([] { view::show(form2::Form2); });
     view::set_text(form2::Form2, "other");
     inside_program([] { view::unload(form2::Form2); });
@@ -264,7 +240,7 @@ TEST_F(Rules, UnloadingRunsClosingAndUnloadOnceAndLoadingBringsTheDesignBack) {
     EXPECT_FALSE(form2::Form2.shown);
 }
 
-TEST_F(Rules, AModalWindowHoldsItsCallerAndNothingElse) {
+TEST_F(Rules, ModalWindowBlocksItsCallerOnly) {
     bool came_back = false;
     int ticks = 0;
     form1::Timer4.tick = [&ticks] { ++ticks; };

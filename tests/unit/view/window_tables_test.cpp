@@ -1,4 +1,4 @@
-// The tables of the seven windows: that every part is there, and that the fitter can see it.
+// The tables of the seven windows: every control is there, and the operator can see it.
 #include "view/headless/virtual_time.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -40,7 +40,7 @@ std::vector<Widget*> seven_windows() {
             &acquisizione::acquisizione};
 }
 
-// The names of the window's controls of one kind, an array once.
+// The names of the window's controls of one kind; an array has one name.
 std::set<std::string> names(const Widget& window, Kind kind) {
     std::set<std::string> found;
     for (const Widget* w : window.controls)
@@ -59,7 +59,7 @@ void expect_controls(const Widget& window, const std::map<Kind, std::string>& ex
     }
 }
 
-TEST(WindowTables, TheMainWindowHasEveryControlUnderItsName) {
+TEST(WindowTables, MainWindowHasEveryControl) {
     expect_controls(
         form1::Form1,
         {{Kind::label,
@@ -99,7 +99,7 @@ TEST(WindowTables, TheMainWindowHasEveryControlUnderItsName) {
          {Kind::movie, "ShockwaveFlash1"}});
 }
 
-TEST(WindowTables, TheOtherWindowsHaveEveryControlUnderItsName) {
+TEST(WindowTables, OtherWindowsHaveEveryControl) {
     expect_controls(frm_splash::frmSplash, {{Kind::label, "Label1 Label2"},
                                             {Kind::progress_bar, "ProgressBar1"},
                                             {Kind::movie, "ShockwaveFlash1"}});
@@ -129,7 +129,7 @@ TEST(WindowTables, TheOtherWindowsHaveEveryControlUnderItsName) {
                      {Kind::command_button, "Command_salva Command_reset Command_chiudi"}});
 }
 
-TEST(WindowTables, NoNameStandsTwiceInAWindow) {
+TEST(WindowTables, NameIsUniqueInItsWindow) {
     for (const Widget* window : seven_windows()) {
         std::set<std::string> seen;
         for (const auto& list : {window->controls, window->menus})
@@ -138,7 +138,7 @@ TEST(WindowTables, NoNameStandsTwiceInAWindow) {
     }
 }
 
-TEST(WindowTables, TheSpeedBarHasFortyOneLampsAndNoneOfIndex33) {
+TEST(WindowTables, SpeedBarHasNoLampOfIndex33) {
     std::vector<int> indices;
     double left = 120;
     for (const Widget& lamp : form1::led_rpm.all()) {
@@ -154,7 +154,7 @@ TEST(WindowTables, TheSpeedBarHasFortyOneLampsAndNoneOfIndex33) {
     EXPECT_EQ(form1::led_rpm[41].index, 41);
 }
 
-TEST(WindowTables, TheTankGaugeReadsFromTheBottomRowUpwards) {
+TEST(WindowTables, TankGaugeReadsFromTheBottomUpwards) {
     using namespace form1;
     const Widget* lower[] = {&Label7, &Label8, &Label9, &Label10, &Label11};
     const Widget* upper[] = {&Label_led0, &Label_led1, &Label_led2, &Label_led3, &Label_led4};
@@ -177,7 +177,7 @@ TEST(WindowTables, TheTankGaugeReadsFromTheBottomRowUpwards) {
 double middle_of(const Widget& w) { return w.design.place.top + w.design.place.height / 2; }
 double right_of(const Widget& w) { return w.design.place.left + w.design.place.width; }
 
-// The marks begin and end half a handle within a slider, and stand on its right.
+// The marks begin and end half a handle inside the slider, and are on its right.
 void expect_beside_the_end_marks(const Widget& slider, const Widget& first, const Widget& last) {
     constexpr double half_handle = 105, pixel = 15;
     const view::Place& place = slider.design.place;
@@ -187,7 +187,7 @@ void expect_beside_the_end_marks(const Widget& slider, const Widget& first, cons
         EXPECT_NEAR(figure->design.place.left, right_of(slider), 2 * pixel) << figure->name;
 }
 
-TEST(WindowTables, TheEndsOfAnUprightSliderAreNamedBesideItsEndMarks) {
+TEST(WindowTables, UprightSliderIsLabelledAtItsEndMarks) {
     using namespace form1;
     expect_beside_the_end_marks(Slider_attenuazione, Label25, Label26);
     expect_beside_the_end_marks(Slider3, lbl_low, Lbl_fast);
@@ -203,7 +203,7 @@ double column_of(const Widget& w) {
     return left;
 }
 
-TEST(WindowTables, TheFieldsOfTheChangeoverWindowStandInOneColumnBesideTheirCaptions) {
+TEST(WindowTables, ChangeoverFieldsAreInOneColumn) {
     using namespace form3;
     const std::pair<const Widget*, const Widget*> rows[] = {
         {&lbl_rpm_comm, &Text_rpm}, {&Label38, &Text_press_comm}, {&Label1, &Text1},
@@ -214,7 +214,7 @@ TEST(WindowTables, TheFieldsOfTheChangeoverWindowStandInOneColumnBesideTheirCapt
     }
 }
 
-// What may share a place, since it is never on view together or drawn as one strip of lamps.
+// These may overlap: panels of which one is shown at a time, and the lamps of one strip.
 bool may_share_a_place(const Widget& a, const Widget& b) {
     static const std::set<const Widget*> panels = {&form1::frame_engine, &form1::Frame_impostazioni,
                                                    &form1::Frame_Lambda, &form1::Frame_diagnosi};
@@ -227,7 +227,7 @@ bool overlap(const view::Place& a, const view::Place& b) {
            b.top < a.top + a.height;
 }
 
-TEST(WindowTables, NothingLiesOverAnything) {
+TEST(WindowTables, ControlsDoNotOverlap) {
     for (const Widget* window : seven_windows())
         for (const Widget* a : window->controls)
             for (const Widget* b : window->controls)
@@ -237,13 +237,13 @@ TEST(WindowTables, NothingLiesOverAnything) {
                 }
 }
 
-// What is left of a window's height within its frame. The title bar takes 405 twips; the main
-// window is scaled by 8010 twips below title bar and menu bar.
+// The height of a window without its title bar of 405 twips; the main window, which also has a menu
+// bar, has 8010 twips.
 double inner_height(const Widget& window) {
     return window.menus.empty() ? window.design.place.height - 405 : 8010;
 }
 
-TEST(WindowTables, NothingIsCutByTheEdgeOfItsFrameOrWindow) {
+TEST(WindowTables, ControlsFitIntoTheirFrameOrWindow) {
     for (const Widget* window : seven_windows())
         for (const Widget* w : window->controls) {
             const bool in_window = w->parent == window;
@@ -272,7 +272,7 @@ double luminance(view::Colour colour) {
     return sum;
 }
 
-TEST(WindowTables, EveryTextStandsOutFromItsGround) {
+TEST(WindowTables, TextsHaveContrast) {
     for (const Widget* window : seven_windows())
         for (const Widget* w : window->controls) {
             const view::Look& look = w->design;
@@ -284,7 +284,7 @@ TEST(WindowTables, EveryTextStandsOutFromItsGround) {
         }
 }
 
-TEST(WindowTables, TheFieldsThatTurnDarkRedHaveLightFiguresBeforeATextColourIsChosen) {
+TEST(WindowTables, FieldsThatTurnDarkRedHaveLightText) {
     using namespace form1;
     for (const Widget* w : {&Label1, &Label16, &Label19, &Label20}) {
         EXPECT_EQ(w->design.back, view::dark_red) << w->name;
@@ -300,7 +300,7 @@ std::vector<std::string> hidden(const Widget& window) {
     return found;
 }
 
-TEST(WindowTables, AtFirstTheEnginePanelIsOnViewAndTheServiceControlsAreNot) {
+TEST(WindowTables, OnlyTheEnginePanelIsShownAtFirst) {
     EXPECT_THAT(hidden(form1::Form1),
                 UnorderedElementsAreArray(words(
                     "Frame_impostazioni Frame_Lambda Frame_diagnosi Frame2 Label20 lbl_ct Label_ct "
@@ -312,7 +312,7 @@ TEST(WindowTables, AtFirstTheEnginePanelIsOnViewAndTheServiceControlsAreNot) {
         }
 }
 
-TEST(WindowTables, OnlyTheMenuGasAndTheConnectionOkAreOffAtFirst) {
+TEST(WindowTables, MenuGasAndConnectionOkAreDisabledAtFirst) {
     std::vector<std::string> off;
     for (const Widget* window : seven_windows())
         for (const auto& list : {window->controls, window->menus})
@@ -330,7 +330,7 @@ std::string slider_text(const Widget& w) {
     return out.str();
 }
 
-TEST(WindowTables, TheSlidersHaveTheirRangesAndSteps) {
+TEST(WindowTables, SlidersHaveTheirRangesAndSteps) {
     using namespace form1;
     EXPECT_EQ(slider_text(Slider_ktar), "Slider_ktar 1001..1800 at 1200 by 1/100 ticks 50 writes");
     EXPECT_EQ(slider_text(Slider_power),
@@ -351,7 +351,7 @@ std::vector<std::string> timer_texts(std::initializer_list<view::Timer*> timers)
     return lines;
 }
 
-TEST(WindowTables, TheTimersHaveTheirIntervalsAndTwoRunFromTheStart) {
+TEST(WindowTables, TimersHaveTheirIntervals) {
     using namespace form1;
     view::VirtualTime time;
     view::use_platform(time);
@@ -368,13 +368,6 @@ TEST(WindowTables, TheTimersHaveTheirIntervalsAndTwoRunFromTheStart) {
                 ElementsAre("Timer_progress 500", "Timer2 0", "Timer_tinj 300",
                             "Timer_ricerca_max 100", "Timer1 100", "Timerx 0"));
     view::reset_timers();
-}
-
-TEST(WindowTables, AWidgetIsFoundByItsFullNameAndNoOtherIs) {
-    EXPECT_EQ(view::find_widget(form1::Form1, "Slider1(2)"), &form1::Slider1[2]);
-    EXPECT_EQ(view::find_widget(form1::Form1, "mnu_Lingua"), &form1::mnu_Lingua);
-    for (const char* nobody : {"Slider1", "Slider1(9)", "slider1(2)", ""})
-        EXPECT_EQ(view::find_widget(form1::Form1, nobody), nullptr) << nobody;
 }
 
 } // namespace
