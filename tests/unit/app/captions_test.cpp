@@ -2,13 +2,10 @@
 #include "app/app_state.h"
 #include "app/captions.h"
 #include "app/settings_file.h"
-#include "tests/support/bench.h"
 #include "tests/support/caption_messages.h"
-#include "view/windows/form1.h"
+#include "tests/unit/app/language_folder.h"
 
 #include <iterator>
-#include <map>
-#include <set>
 
 namespace zol::tests {
 namespace {
@@ -17,15 +14,9 @@ const std::map<std::string, int> message_of(std::begin(caption_messages),
                                             std::end(caption_messages));
 const std::vector<int> tank_messages = {1261, 1264, 1259, 1262, 1263, 1260};
 
-const std::vector<std::pair<view::Widget*, std::string>> languages = {{&form1::it, "it"},
-                                                                      {&form1::uk, "uk"},
-                                                                      {&form1::pl, "pl"},
-                                                                      {&form1::fr, "fr"},
-                                                                      {&form1::de, "de"}};
-
-class Captions : public Bench {
+class Captions : public LanguageFolder {
   protected:
-    // The entries of a language file, read in the simplest way.
+    // The entries of a language file.
     std::map<int, std::string> file_of(const std::string& language) {
         std::map<int, std::string> entries;
         std::istringstream lines(read_text("language/Mivra_" + language + ".ini"));
@@ -38,10 +29,9 @@ class Captions : public Bench {
         const view::Widget* widget = view::find_widget(form1::Form1, name);
         return widget ? view::text(*widget) : "no control of that name";
     }
-    // A folder of the test's own, in which each message is its number.
+    // Messages that are their own numbers.
     void messages_are_numbers() {
-        std::filesystem::remove(folder / "language");
-        std::filesystem::create_directory(folder / "language");
+        use_own_language_folder();
         std::string content;
         for (int key = 1000; key < 1300; ++key)
             content += "[" + std::to_string(key) + "]\n#" + std::to_string(key) + "\n";
@@ -50,7 +40,7 @@ class Captions : public Bench {
     }
 };
 
-TEST_F(Captions, InEachLanguageEachCaptionLandsInItsControl) {
+TEST_F(Captions, ReachTheirControlsInEachLanguage) {
     start_connected();
     for (const auto& [item, code] : languages) {
         operator_clicks(*item);
@@ -64,7 +54,7 @@ TEST_F(Captions, InEachLanguageEachCaptionLandsInItsControl) {
     }
 }
 
-TEST_F(Captions, ActivationGivesTheSameCaptionsAndNoOthers) {
+TEST_F(Captions, AreTheSameAfterActivation) {
     messages_are_numbers();
     start_connected();
     std::map<std::string, int> found;
@@ -72,13 +62,13 @@ TEST_F(Captions, ActivationGivesTheSameCaptionsAndNoOthers) {
         for (const view::Widget* widget : *list)
             if (view::text(*widget).starts_with('#'))
                 found[view::full_name(*widget)] = std::stoi(view::text(*widget).substr(1));
-    found.erase("Label_carburante"); // the telegram's
+    found.erase("Label_carburante"); // set by the telegram
     EXPECT_EQ(view::text(form1::Command303), "#1134...");
     found.erase("Command303");
     EXPECT_EQ(found, message_of);
 }
 
-TEST_F(Captions, AChangeRefillsThePanelsBeforeTheControls) {
+TEST_F(Captions, AreSetForPanelsBeforeControls) {
     start_connected();
     std::vector<std::string> order;
     screen.on_changed = [&](view::Widget& widget, view::Aspect aspect) {
@@ -91,10 +81,10 @@ TEST_F(Captions, AChangeRefillsThePanelsBeforeTheControls) {
     EXPECT_EQ(order.front(), "Command_engine");
     EXPECT_LT(place_of("frame_TARATURA"), place_of("lambda_dir"));
     EXPECT_LT(place_of("mnu_reset_time_ongas"), place_of("Label22"))
-        << "what has no number is last";
+        << "captions without a number come last";
 }
 
-TEST_F(Captions, TheChosenLanguageIsTickedStoredAndInUse) {
+TEST_F(Captions, ChosenLanguageIsStored) {
     start_connected();
     for (const auto& [item, code] : languages) {
         operator_clicks(*item);
@@ -105,7 +95,7 @@ TEST_F(Captions, TheChosenLanguageIsTickedStoredAndInUse) {
     }
 }
 
-TEST_F(Captions, TheMenuKeepsTheLanguagesOwnNames) {
+TEST_F(Captions, LanguageMenuIsNotTranslated) {
     start_connected();
     operator_clicks(form1::de);
     EXPECT_EQ(view::text(form1::it), "ITALIAN");
@@ -115,7 +105,7 @@ TEST_F(Captions, TheMenuKeepsTheLanguagesOwnNames) {
     EXPECT_EQ(view::text(form1::de), "GERMAN");
 }
 
-TEST_F(Captions, AChangeOfLanguageKeepsTheTankPresetAndWritesNothing) {
+TEST_F(Captions, ChangeOfLanguageKeepsTheTankPreset) {
     start_connected();
     app::state.tank_type = 4;
     operator_clicks(form1::fr);
@@ -128,10 +118,9 @@ TEST_F(Captions, AChangeOfLanguageKeepsTheTankPresetAndWritesNothing) {
     EXPECT_THAT(writes(), testing::ElementsAre());
 }
 
-TEST_F(Captions, ALanguageWhoseFileIsMissingKeepsTheCaptionsButIsChosen) {
+TEST_F(Captions, LanguageWithoutAFileKeepsTheCaptions) {
     start_connected();
-    std::filesystem::remove(folder / "language");
-    std::filesystem::create_directory(folder / "language");
+    use_own_language_folder();
     const std::string before = view::text(form1::frame_TARATURA);
     operator_clicks(form1::de);
     EXPECT_EQ(view::text(form1::frame_TARATURA), before);
@@ -141,9 +130,9 @@ TEST_F(Captions, ALanguageWhoseFileIsMissingKeepsTheCaptionsButIsChosen) {
 
 class StoredLanguage : public Captions, public testing::WithParamInterface<const char*> {};
 
-TEST_P(StoredLanguage, OneOfTheFiveIsTakenAtTheStart) {
+TEST_P(StoredLanguage, IsUsedFromTheStart) {
     const std::string code = GetParam();
-    write_file("setting.ini", "[General]\nLANGUAGE=" + code + "\n");
+    store_language(code);
     start_connected();
     for (const auto& [item, item_code] : languages)
         EXPECT_EQ(view::checked(*item), item_code == code);
@@ -155,8 +144,8 @@ INSTANTIATE_TEST_SUITE_P(Five, StoredLanguage, testing::Values("it", "uk", "pl",
 
 class UnknownLanguage : public Captions, public testing::WithParamInterface<const char*> {};
 
-TEST_P(UnknownLanguage, TicksNothingAndTheFormKeepsItsOwnCaptions) {
-    write_file("setting.ini", "[General]\nLANGUAGE=" + std::string(GetParam()) + "\n");
+TEST_P(UnknownLanguage, LeavesTheCaptionsOfTheTable) {
+    store_language(GetParam());
     start_connected();
     for (const auto& [item, code] : languages)
         EXPECT_FALSE(view::checked(*item));

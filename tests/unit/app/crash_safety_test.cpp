@@ -1,9 +1,8 @@
-// What is on the disk when the program dies, or the system fails, in any of the calls that a write
-// is made of: the old file or the new one, whole.
-#include "app/settings_file.h"
+// What is on the disk when the program is killed, or the system fails, in any of the calls of a
+// write: the whole old file or the whole new one.
 #include "app/whole_file.h"
-#include "tests/support/bench.h"
 #include "tests/support/system_calls.h"
+#include "tests/unit/app/settings_folder.h"
 #include "view/windows/form1.h"
 
 #include <cerrno>
@@ -15,19 +14,18 @@
 namespace zol::tests {
 namespace {
 
-using testing::AnyOf;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::Eq;
+using testing::IsEmpty;
 using testing::IsSupersetOf;
 
 constexpr auto untouched = [](int, std::string_view) { return Fate{}; };
 
-class CrashSafety : public Bench {
+class CrashSafety : public SettingsFolder {
   protected:
-    // Does `act` in a process of its own, which is killed ahead of the call of this count; each
-    // write moves half of its bytes, so that the file is also caught half written. False once the
-    // act has fewer calls.
+    // Runs `act` in another process, which is killed ahead of the call of this count. Each write
+    // moves half of its bytes, so that a kill also comes with the file half written. False if `act`
+    // has fewer calls.
     template <typename Act>
     bool killed_ahead_of(int call, Act act) {
         const pid_t child = ::fork();
@@ -35,7 +33,7 @@ class CrashSafety : public Bench {
         if (child == 0) {
             act([call](int count, std::string_view name) {
                 if (count == call) ::kill(::getpid(), SIGKILL);
-                return Fate{.error = 0, .halved = name == "write"};
+                return Fate{.halved = name == "write"};
             });
             ::_exit(0);
         }
@@ -44,13 +42,29 @@ class CrashSafety : public Bench {
         EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0);
         return WIFSIGNALED(status);
     }
-    std::vector<std::string> left_beside(const std::string& name) {
-        std::vector<std::string> found;
-        const auto file = folder / name;
-        for (const auto& entry : std::filesystem::directory_iterator(file.parent_path()))
-            if (entry.path() != file && entry.path().filename().string().starts_with("setting."))
-                found.push_back(entry.path().filename().string());
-        return found;
+    // Kills a process ahead of each call of `act` in turn. `prepare` runs before and `check` after
+    // each; `check` gets whether there was a kill. Gives how many calls there are.
+    template <typename Act>
+    int kill_ahead_of_each_call(Act act, const std::function<void()>& prepare,
+                                const std::function<void(bool killed)>& check) {
+        for (int call = 1;; ++call) {
+            SCOPED_TRACE("call " + std::to_string(call));
+            prepare();
+            const bool killed = killed_ahead_of(call, act);
+            check(killed);
+            if (!killed) return call - 1;
+        }
+    }
+    // The file is the new one, or after a kill perhaps the old one.
+    void expect_whole(const std::string& name, const std::string& new_content,
+                      const std::string& old_content, bool killed) {
+        const std::string left = read_text(name);
+        EXPECT_TRUE(left == new_content || (killed && left == old_content))
+            << left.size() << " bytes";
+    }
+    static void store_22(const WatchedCalls::FateOf& fate) {
+        const WatchedCalls watch(fate);
+        app::write_text_colour("22");
     }
     static std::size_t open_descriptors() {
         const std::filesystem::directory_iterator all("/proc/self/fd");
@@ -62,44 +76,29 @@ class CrashSafety : public Bench {
         "[General]\nCOLORETESTO=22\n[Rest]\nX=" + std::string(900, 'x') + "\n";
 };
 
-TEST_F(CrashSafety, AKillAheadOfAnyCallLeavesTheSettingsOldOrNew) {
-    int call = 1;
-    for (bool killed = true; killed; ++call) {
-        write_file("setting.ini", old_settings);
-        killed = killed_ahead_of(call, [](const WatchedCalls::FateOf& fate) {
-            const WatchedCalls watch(fate);
-            app::write_text_colour("22");
+TEST_F(CrashSafety, KillLeavesTheSettingsOldOrNew) {
+    const int calls = kill_ahead_of_each_call(
+        store_22, [this] { write_file(file, old_settings); },
+        [this](bool killed) {
+            expect_whole(file, new_settings, old_settings, killed);
+            app::write_text_colour("22"); // a later write is not hindered
+            EXPECT_EQ(read_text(file), new_settings);
+            EXPECT_THAT(left_beside(file), IsEmpty());
         });
-        const std::string left = read_text("setting.ini");
-        if (killed) {
-            EXPECT_THAT(left, AnyOf(Eq(old_settings), Eq(new_settings))) << "call " << call;
-        } else {
-            EXPECT_EQ(left, new_settings);
-        }
-        app::write_text_colour("22");
-        EXPECT_EQ(read_text("setting.ini"), new_settings) << "the next write is not held up";
-        EXPECT_THAT(left_beside("setting.ini"), testing::IsEmpty());
-    }
-    EXPECT_GT(call, 20) << "a kill ahead of each call";
+    EXPECT_GE(calls, 20);
 }
 
-TEST_F(CrashSafety, AKillBeforeTheFirstSettingLeavesNoFileOrAWholeOne) {
-    const std::string first = "[General]\nCOLORETESTO=22\n";
-    int call = 1;
-    for (bool killed = true; killed; ++call) {
-        std::filesystem::remove(folder / "setting.ini");
-        killed = killed_ahead_of(call, [](const WatchedCalls::FateOf& fate) {
-            const WatchedCalls watch(fate);
-            app::write_text_colour("22");
+TEST_F(CrashSafety, KillOfTheFirstWriteLeavesNoHalfFile) {
+    const int calls = kill_ahead_of_each_call(
+        store_22, [this] { std::filesystem::remove(folder / file); },
+        [this](bool killed) {
+            if (killed && !std::filesystem::exists(folder / file)) return;
+            EXPECT_EQ(read_text(file), "[General]\nCOLORETESTO=22\n");
         });
-        if (std::filesystem::exists(folder / "setting.ini") || !killed) {
-            EXPECT_EQ(read_text("setting.ini"), first) << "call " << call;
-        }
-    }
-    EXPECT_GT(call, 10);
+    EXPECT_GE(calls, 10);
 }
 
-TEST_F(CrashSafety, AKillAheadOfAnyCallLeavesTheDumpOldOrNew) {
+TEST_F(CrashSafety, KillLeavesTheDumpOldOrNew) {
     const std::string old_dump = "Par 1 = an older one\n" + std::string(9000, 'x');
     const auto dump = [this](const WatchedCalls::FateOf& fate) {
         start_connected();
@@ -107,27 +106,19 @@ TEST_F(CrashSafety, AKillAheadOfAnyCallLeavesTheDumpOldOrNew) {
         const WatchedCalls watch(fate);
         run_for(10'000);
     };
-    // As it is to become: by a process of its own too, for a bench starts its program once.
+    // The new dump, also by another process, since a fixture starts its program once.
     ASSERT_FALSE(killed_ahead_of(0, dump));
     const std::string new_dump = read_text("log/setting.txt");
     ASSERT_THAT(new_dump, testing::StartsWith("Par 1  = "));
-    int call = 1;
-    for (bool killed = true; killed; ++call) {
-        write_file("log/setting.txt", old_dump);
-        killed = killed_ahead_of(call, dump);
-        const std::string left = read_text("log/setting.txt");
-        if (killed) {
-            EXPECT_THAT(left, AnyOf(Eq(old_dump), Eq(new_dump))) << "call " << call;
-        } else {
-            EXPECT_EQ(left, new_dump);
-        }
-    }
-    EXPECT_GT(call, 15);
-    EXPECT_THAT(left_beside("log/setting.txt"), testing::IsEmpty());
+    const int calls = kill_ahead_of_each_call(
+        dump, [&] { write_file("log/setting.txt", old_dump); },
+        [&](bool killed) { expect_whole("log/setting.txt", new_dump, old_dump, killed); });
+    EXPECT_GE(calls, 15);
+    EXPECT_THAT(left_beside("log/setting.txt"), IsEmpty());
 }
 
 // A file that takes the name before its bytes are on the disk is an empty file after a power cut.
-TEST_F(CrashSafety, TheNewFileIsFlushedBeforeItTakesTheNameAndItsFolderAfterwards) {
+TEST_F(CrashSafety, NewFileIsFlushedBeforeItTakesTheName) {
     write_file("setting.ini", old_settings);
     const WatchedCalls watch(untouched);
     app::replace_file(folder / "setting.ini", "new");
@@ -135,7 +126,7 @@ TEST_F(CrashSafety, TheNewFileIsFlushedBeforeItTakesTheNameAndItsFolderAfterward
                                            "rename", "open", "fsync", "close"));
 }
 
-TEST_F(CrashSafety, ACallThatFailsLeavesTheSettingsOldOrNewAndNothingBesideThem) {
+TEST_F(CrashSafety, FailedCallLeavesTheSettingsOldOrNew) {
     const std::size_t descriptors = open_descriptors();
     int failures = 0;
     for (const int error : {ENOSPC, EIO, EINTR, EMFILE, EROFS, EDQUOT})
@@ -151,34 +142,34 @@ TEST_F(CrashSafety, ACallThatFailsLeavesTheSettingsOldOrNewAndNothingBesideThem)
                     }
                     if (name == "fchmod") reading = false;
                     has_the_name = has_the_name || (name == "rename" && count != call);
-                    return Fate{.error = count == call ? error : 0, .halved = false};
+                    return Fate{.error = count == call ? error : 0};
                 });
                 app::write_text_colour("22");
             }
             if (failed.empty()) break;
             const std::string which = failed + ": " + std::strerror(error);
-            // What is read is read before the file is closed; the mode may stay another one; there
-            // is nothing to remove.
+            // These failures do not matter: the file was read before it is closed, another mode may
+            // stay, and there is no file to remove.
             const bool not_needed =
                 failed == "fchmod" || failed == "reading's close" || failed == "unlink";
             const bool made_again = error == EINTR && (failed == "read" || failed == "write");
             EXPECT_EQ(has_the_name, had_the_name || not_needed || made_again) << which;
             EXPECT_EQ(read_text("setting.ini"), has_the_name ? new_settings : old_settings)
                 << which;
-            EXPECT_THAT(left_beside("setting.ini"), testing::IsEmpty()) << which;
+            EXPECT_THAT(left_beside("setting.ini"), IsEmpty()) << which;
         }
     EXPECT_GE(failures, 6 * 13) << "each error in each call";
     EXPECT_EQ(open_descriptors(), descriptors);
 }
 
-TEST_F(CrashSafety, SettingsThatCannotBeReadAreNotWrittenAnew) {
+TEST_F(CrashSafety, UnreadableSettingsAreNotReplaced) {
     write_file("setting.ini", old_settings);
     for (const char* reading : {"open", "fstat", "read"}) {
         bool met = false;
         WatchedCalls watch([&](int, std::string_view name) {
             if (met || name != reading) return Fate{};
             met = true;
-            return Fate{.error = EIO, .halved = false};
+            return Fate{.error = EIO};
         });
         app::write_text_colour("22");
         EXPECT_TRUE(met);
@@ -187,30 +178,28 @@ TEST_F(CrashSafety, SettingsThatCannotBeReadAreNotWrittenAnew) {
     EXPECT_EQ(read_text("setting.ini"), old_settings);
 }
 
-TEST_F(CrashSafety, ShortReadsAndWritesMoveEverythingInTheEnd) {
+TEST_F(CrashSafety, ShortReadsAndWritesAreContinued) {
     write_file("setting.ini", old_settings);
     {
-        const WatchedCalls watch(
-            [](int, std::string_view) { return Fate{.error = 0, .halved = true}; });
+        const WatchedCalls watch([](int, std::string_view) { return Fate{.halved = true}; });
         app::write_text_colour("22");
         EXPECT_THAT(watch.names(), IsSupersetOf({"read", "read", "write", "write"}));
     }
     EXPECT_EQ(read_text("setting.ini"), new_settings);
 }
 
-TEST_F(CrashSafety, ADiskThatIsFullLeavesTheOldDumpAndTheProgramGoesOn) {
+TEST_F(CrashSafety, FullDiskLeavesTheOldDump) {
     write_file("log/setting.txt", "an older one\n");
     start_connected();
     operator_clicks(form1::mnu_dump_parametri);
     {
-        const WatchedCalls watch([](int, std::string_view name) {
-            return Fate{.error = name == "write" ? ENOSPC : 0, .halved = false};
-        });
+        const WatchedCalls watch(
+            [](int, std::string_view name) { return Fate{.error = name == "write" ? ENOSPC : 0}; });
         run_for(10'000);
         EXPECT_THAT(watch.names(), Contains("write"));
     }
     EXPECT_EQ(read_text("log/setting.txt"), "an older one\n");
-    EXPECT_THAT(left_beside("log/setting.txt"), testing::IsEmpty());
+    EXPECT_THAT(left_beside("log/setting.txt"), IsEmpty());
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
     operator_clicks(form1::mnu_dump_parametri);
     run_for(10'000);

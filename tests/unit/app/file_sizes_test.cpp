@@ -1,11 +1,10 @@
-// Files and lines that are longer than any that the program or its operator writes.
+// Files and lines that are longer than those which the program or its operator writes.
 #include "app/app_state.h"
 #include "app/captions.h"
 #include "app/helper_texts.h"
 #include "app/message_catalogue.h"
 #include "app/settings_file.h"
-#include "tests/support/bench.h"
-#include "view/windows/form1.h"
+#include "tests/unit/app/language_folder.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -20,14 +19,13 @@ constexpr std::uintmax_t terabyte = 1ULL << 40;
 constexpr std::size_t mebibyte = 1 << 20;
 constexpr std::size_t longest_line = 2000;
 
-class FileSizes : public Bench {
+class FileSizes : public LanguageFolder {
   protected:
     void SetUp() override {
-        fs::remove(folder / "language");
-        fs::create_directory(folder / "language");
+        use_own_language_folder();
         app::state.current_language = "uk";
     }
-    // The file goes on with holes, which take no room on the disk.
+    // The rest of the file is a hole, which takes no room on the disk.
     void make_huge(const std::string& name, const std::string& content = "") {
         write_file(name, content);
         rlimit most{};
@@ -38,8 +36,7 @@ class FileSizes : public Bench {
     }
     std::string com() { return app::read_setting("COM", "absent"); }
 
-    // How many bytes more than before this process has at once while it does `work`, in a process
-    // of its own.
+    // How much the greatest memory of a process grows by this work, measured in another process.
     static long growth_in_kibibytes(const std::function<void()>& work) {
         int ends[2];
         EXPECT_EQ(::pipe(ends), 0);

@@ -1,14 +1,11 @@
-// What the controls say of themselves: five files, each complete, and one that is broken or gone.
+// The accessible names and tips of the controls: five complete files, and files that are damaged or
+// missing.
 #include "app/helper_texts.h"
-#include "tests/support/bench.h"
+#include "tests/unit/app/language_folder.h"
 #include "view/windows/centralina_attiva.h"
-#include "view/windows/form1.h"
 #include "view/windows/form2.h"
 #include "view/windows/form3.h"
 
-#include <filesystem>
-#include <fstream>
-#include <map>
 #include <set>
 
 namespace zol::tests {
@@ -23,25 +20,6 @@ using testing::Not;
 using testing::StartsWith;
 using view::Kind;
 using view::Widget;
-
-// The names of a file's sections, each with its lines: what stands before and behind the sign.
-using Lines = std::vector<std::pair<std::string, std::string>>;
-std::map<std::string, Lines> sections_of(const std::string& language) {
-    std::ifstream in(std::filesystem::path(ZOL_SOURCE_DIR) / "language" /
-                     ("tips_" + language + ".ini"));
-    std::map<std::string, Lines> sections;
-    std::string line, section;
-    while (std::getline(in, line)) {
-        const auto sign = line.find(" = ");
-        if (line.starts_with("["))
-            section = line.substr(1, line.size() - 2);
-        else if (sign != std::string::npos)
-            sections[section].emplace_back(line.substr(0, sign), line.substr(sign + 3));
-        else
-            EXPECT_EQ(line, "") << "in " << language;
-    }
-    return sections;
-}
 
 std::vector<std::string> names_of(const std::string& list) {
     std::vector<std::string> names;
@@ -58,7 +36,7 @@ std::vector<Widget*> all_of(const Widget& window) {
     return all;
 }
 
-// What cannot be read off the screen as a caption needs a name of its own.
+// A control without a caption needs an accessible name.
 bool has_no_caption(const Widget& w) {
     switch (w.kind) {
     case Kind::slider:
@@ -74,34 +52,34 @@ bool has_no_caption(const Widget& w) {
 
 class HelperFiles : public testing::TestWithParam<const char*> {};
 
-TEST_P(HelperFiles, SpeakOfEachControlOfEachWindowOnce) {
-    const auto sections = sections_of(GetParam());
+TEST_P(HelperFiles, DescribeEachControlOnce) {
+    const auto sections = tip_sections(GetParam());
     for (const Widget* window : view::all_windows()) {
         ASSERT_TRUE(sections.contains(window->name)) << window->name;
-        std::map<std::string, std::string> said; // by name
+        std::map<std::string, std::string> texts; // by name
         for (const auto& [names, text] : sections.at(window->name))
             for (const std::string& name : names_of(names))
-                EXPECT_TRUE(said.emplace(name, text).second) << name << " twice";
+                EXPECT_TRUE(texts.emplace(name, text).second) << name << " twice";
         std::set<std::string> used;
         for (const Widget* w : all_of(*window)) {
-            const bool by_itself = said.contains(full_name(*w));
-            EXPECT_TRUE(by_itself || said.contains(w->name))
+            const bool by_itself = texts.contains(full_name(*w));
+            EXPECT_TRUE(by_itself || texts.contains(w->name))
                 << window->name << " " << full_name(*w);
             used.insert(by_itself ? full_name(*w) : w->name);
         }
-        for (const auto& [name, text] : said) {
+        for (const auto& [name, text] : texts) {
             EXPECT_TRUE(used.contains(name)) << window->name << " has no " << name;
             EXPECT_THAT(text, EndsWith(".")) << name;
             EXPECT_THAT(text, Not(HasSubstr("  "))) << name;
-            EXPECT_THAT(text, Not(HasSubstr("PAR_"))) << name << ": numbers come from the code";
+            EXPECT_THAT(text, Not(HasSubstr("PAR_"))) << name << ": numbers come from the program";
         }
     }
     EXPECT_EQ(sections.size(), view::all_windows().size() + 2)
-        << "the windows, the captions and the words";
+        << "the windows, [captions] and [words]";
 }
 
-TEST_P(HelperFiles, HoldTheWordsThatTheProgramPutsIntoItsTexts) {
-    const auto sections = sections_of(GetParam());
+TEST_P(HelperFiles, HaveTheWordsForTextsOfTheProgram) {
+    const auto sections = tip_sections(GetParam());
     std::vector<std::string> words;
     for (const auto& [word, text] : sections.at("words"))
         words.push_back(word);
@@ -110,32 +88,29 @@ TEST_P(HelperFiles, HoldTheWordsThatTheProgramPutsIntoItsTexts) {
 
 INSTANTIATE_TEST_SUITE_P(Languages, HelperFiles, testing::Values("it", "uk", "pl", "de", "fr"));
 
-class HelperTexts : public Bench {
+class HelperTexts : public LanguageFolder {
   protected:
     void use_file(const std::string& language, const std::string& content) {
-        if (std::filesystem::is_symlink(folder / "language")) {
-            std::filesystem::remove(folder / "language");
-            std::filesystem::create_directory(folder / "language");
-        }
+        use_own_language_folder();
         write_file("language/tips_" + language + ".ini", content);
     }
 };
 
-TEST_F(HelperTexts, InEachLanguageEachControlHasItsTextAndWhatBearsNoCaptionAName) {
+TEST_F(HelperTexts, AreCompleteInEachLanguage) {
     start_connected();
-    for (Widget* item : {&form1::it, &form1::uk, &form1::pl, &form1::de, &form1::fr}) {
+    for (const auto& [item, code] : languages) {
         operator_clicks(*item);
         for (const Widget* window : view::all_windows())
             for (const Widget* w : all_of(*window)) {
-                EXPECT_THAT(w->help.text, Not(IsEmpty())) << item->name << " " << full_name(*w);
+                EXPECT_THAT(w->help.text, Not(IsEmpty())) << code << " " << full_name(*w);
                 if (has_no_caption(*w)) {
-                    EXPECT_THAT(w->help.name, Not(IsEmpty())) << item->name << " " << full_name(*w);
+                    EXPECT_THAT(w->help.name, Not(IsEmpty())) << code << " " << full_name(*w);
                 }
             }
     }
 }
 
-TEST_F(HelperTexts, AValueIsNamedWithItsUnitAndItsTextNamesTheParameter) {
+TEST_F(HelperTexts, NameTheUnitOfAValue) {
     start_connected();
     EXPECT_EQ(form1::Label_rpm.help.name, "Engine speed, rpm");
     EXPECT_EQ(form1::text_temp_comm.help.name, "Changeover temperature, °C");
@@ -143,14 +118,14 @@ TEST_F(HelperTexts, AValueIsNamedWithItsUnitAndItsTextNamesTheParameter) {
     EXPECT_THAT(form1::Slider_ktar.help.text, EndsWith("\nPAR_3, PAR_4, PAR_104"));
 }
 
-TEST_F(HelperTexts, ACaptionSharesTheTextOfItsValueAndSpeaksForItself) {
+TEST_F(HelperTexts, OfACaptionAreThoseOfItsValue) {
     start_connected();
     EXPECT_EQ(form1::Label6.help.text, form1::Text_min_tank.help.text);
     EXPECT_EQ(form1::Label6.help.name, "");
     EXPECT_EQ(form1::lbl205.help.text, form1::Text_min_tank.help.text);
 }
 
-TEST_F(HelperTexts, AnElementOfAnArrayHasItsNumberOrWordsOfItsOwn) {
+TEST_F(HelperTexts, OfAnArrayHaveTheNumberOfTheElement) {
     start_connected();
     EXPECT_EQ(form1::led_rpm[34].help.name, "Engine speed lamp 35");
     EXPECT_EQ(form1::Slider1[1].help.name, "Tank row 2, upper end, %");
@@ -158,25 +133,25 @@ TEST_F(HelperTexts, AnElementOfAnArrayHasItsNumberOrWordsOfItsOwn) {
     EXPECT_EQ(form1::Shape1[0].help.name, "Reserve lamp");
 }
 
-TEST_F(HelperTexts, FollowAChangeOfTheLanguageAtOnceAlsoInWindowsThatAreNotOpen) {
+TEST_F(HelperTexts, FollowTheLanguageInClosedWindowsToo) {
     start_connected();
-    std::set<const Widget*> told;
+    std::set<const Widget*> notified;
     screen.on_changed = [&](Widget& w, view::Aspect aspect) {
-        if (aspect == view::Aspect::help) told.insert(&w);
+        if (aspect == view::Aspect::help) notified.insert(&w);
     };
     operator_clicks(form1::de);
     EXPECT_EQ(form1::Label_rpm.help.name, "Motordrehzahl, U/min");
-    EXPECT_TRUE(told.contains(&form1::Label_rpm)) << "the screen hears of it";
-    EXPECT_FALSE(told.contains(&form3::Text_rpm)) << "that window is not open";
+    EXPECT_TRUE(notified.contains(&form1::Label_rpm)) << "the screen is notified";
+    EXPECT_FALSE(notified.contains(&form3::Text_rpm)) << "that window is not open";
     EXPECT_EQ(form3::Text_rpm.help.name, "Umschaltdrehzahl, U/min");
 }
 
 TEST_F(HelperTexts, OfALanguageWithoutAFileAreEnglish) {
     use_file("uk", "[Form1]\nLabel_rpm = Engine speed, rpm | Speed.\n");
-    write_file("setting.ini", "[General]\nLANGUAGE=de\n");
+    store_language("de");
     start_connected();
     EXPECT_EQ(form1::Label_rpm.help.name, "Engine speed, rpm");
-    EXPECT_EQ(form1::Label_tinj.help, view::Help{}) << "what the file lacks stays silent";
+    EXPECT_EQ(form1::Label_tinj.help, view::Help{}) << "not in the file";
 }
 
 TEST_F(HelperTexts, AreNoneWithoutAnyFile) {
@@ -187,7 +162,7 @@ TEST_F(HelperTexts, AreNoneWithoutAnyFile) {
     EXPECT_EQ(app::helper_word("there"), "there");
 }
 
-TEST_F(HelperTexts, AFileOfRubbishHarmsNothing) {
+TEST_F(HelperTexts, OfADamagedFileAreReadAsFarAsPossible) {
     use_file("uk", "\xFF\xFE\n[\n]\n[]\n=\n|\n = | \n[Form1\n[Form1]\nLabel_rpm\nLabel_tinj =\n"
                    ",,, = x\nLabel_temp = | only text\r\nLabel_lambda = a|b|c\nled_rpm = {n}{n}{");
     start_connected();
@@ -197,7 +172,7 @@ TEST_F(HelperTexts, AFileOfRubbishHarmsNothing) {
     EXPECT_EQ(form1::led_rpm[0].help.text, "11{");
 }
 
-TEST_F(HelperTexts, LeaveTheTipsThatControlsHaveOfTheirOwn) {
+TEST_F(HelperTexts, LeaveTheTipsOfTheControlsAlone) {
     start_connected();
     EXPECT_EQ(form1::Slider_ktar.look.tip, "199");
     EXPECT_THAT(form1::Slider_ktar.help.text, StartsWith("Gain at low load"));
@@ -205,7 +180,7 @@ TEST_F(HelperTexts, LeaveTheTipsThatControlsHaveOfTheirOwn) {
     EXPECT_EQ(form1::Slider_ktar.look.tip, "199");
 }
 
-TEST_F(HelperTexts, ThePortMenuNamesTheDeviceOfEachNumberAnewWheneverItOpens) {
+TEST_F(HelperTexts, OfThePortMenuAreRenewedWhenItOpens) {
     const auto adapter = folder / "adapter";
     std::filesystem::create_symlink(adapter, folder / "ports/com2");
     start_connected();
@@ -220,7 +195,7 @@ TEST_F(HelperTexts, ThePortMenuNamesTheDeviceOfEachNumberAnewWheneverItOpens) {
     EXPECT_THAT(form1::com2.look.tip, StartsWith(line + "vorhanden)\nSpeichert"));
 }
 
-TEST_F(HelperTexts, EachEntryOfThePortListNamesItsDeviceAnewWheneverTheListOpens) {
+TEST_F(HelperTexts, OfThePortListAreRenewedWhenItOpens) {
     std::filesystem::create_symlink(folder / "adapter", folder / "ports/com4");
     port->silent = true;
     start_program();

@@ -1,8 +1,7 @@
-// Numbered messages and trouble codes, from files of any quality.
+// Numbered messages and trouble codes, from sound and from damaged files.
 #include "app/app_state.h"
 #include "app/message_catalogue.h"
-#include "tests/support/bench.h"
-#include "view/windows/form1.h"
+#include "tests/unit/app/language_folder.h"
 
 namespace zol::tests {
 namespace {
@@ -12,12 +11,10 @@ using app::trouble_code_text;
 
 constexpr const char* missing = "manca codice messaggio relativo file INI";
 
-// A language folder of the test's own, in place of the project's.
-class Messages : public Bench {
+class Messages : public LanguageFolder {
   protected:
     void SetUp() override {
-        std::filesystem::remove(folder / "language");
-        std::filesystem::create_directory(folder / "language");
+        use_own_language_folder();
         app::state.current_language = "uk";
     }
     void messages_are(const std::string& content) { write_file("language/Mivra_uk.ini", content); }
@@ -30,42 +27,42 @@ class Messages : public Bench {
     }
 };
 
-TEST_F(Messages, TheLineBehindTheNumberIsTheText) {
+TEST_F(Messages, LineAfterTheNumberIsTheText) {
     const std::string content = "[1]\none\n[12]\ntwelve\n[2]\ntwo\n";
     EXPECT_EQ(message_in(content, 1), "one");
     EXPECT_EQ(message_in(content, 12), "twelve");
     EXPECT_EQ(message_in(content, 2), "two");
 }
 
-TEST_F(Messages, BlanksAroundTheHeaderDoNotMatterAndThoseOfTheTextAreKept) {
+TEST_F(Messages, BlanksOfTheTextAreKept) {
     EXPECT_EQ(message_in("  [7]\t \n  padded text  \n", 7), "  padded text  ");
     EXPECT_EQ(message_in("[ 7 ]\nx\n", 7), missing);
     EXPECT_EQ(message_in("[7]\n\n", 7), "");
 }
 
-TEST_F(Messages, AMissingNumberGivesTheItalianLiteralInEveryLanguage) {
+TEST_F(Messages, MissingNumberGivesTheItalianText) {
     EXPECT_EQ(message_in("[1]\none\n", 2), missing);
     app::state.current_language = "de";
     write_file("language/Mivra_de.ini", "[1]\neins\n");
     EXPECT_EQ(message(3), missing);
 }
 
-TEST_F(Messages, OtherLinesAreIgnoredAndTheFirstOfTwoCounts) {
+TEST_F(Messages, FirstOfTwoEntriesCounts) {
     EXPECT_EQ(message_in("; note\n\nrubbish [1]\n[1] x\n[1]\nfirst\n[1]\nsecond\n", 1), "first");
 }
 
-TEST_F(Messages, ATextThatIsABracketedNumberIsTakenForAHeader) {
+TEST_F(Messages, TextThatIsABracketedNumberIsAHeader) {
     EXPECT_EQ(message_in("[1]\n[2]\nthree\n", 2), "three");
     EXPECT_EQ(message_in("[1]\n[2]\nthree\n", 1), "[2]");
 }
 
-TEST_F(Messages, AnEmptyFileGivesAnEmptyText) {
+TEST_F(Messages, EmptyFileGivesAnEmptyText) {
     EXPECT_EQ(message_in("", 1), "");
     EXPECT_EQ(message_in("\n", 1), missing) << "a line is no empty file";
     EXPECT_EQ(message_in("\xEF\xBB\xBF", 1), "");
 }
 
-TEST_F(Messages, AMissingFileGivesNothingAndTheControlKeepsItsCaption) {
+TEST_F(Messages, MissingFileKeepsTheCaption) {
     EXPECT_EQ(message(1), std::nullopt);
     form1::Command_engine.look.text = "as it was";
     app::set_message(form1::Command_engine, 1058);
@@ -74,14 +71,14 @@ TEST_F(Messages, AMissingFileGivesNothingAndTheControlKeepsItsCaption) {
     EXPECT_EQ(message(1), std::nullopt) << "a folder is no file";
 }
 
-TEST_F(Messages, WithoutALanguageTheFileHasNoCodeInItsName) {
+TEST_F(Messages, WithoutALanguageTheFileNameHasNoCode) {
     app::state.current_language = "";
     EXPECT_EQ(message(1), std::nullopt);
     write_file("language/Mivra_.ini", "[1]\nnameless\n");
     EXPECT_EQ(message(1), "nameless");
 }
 
-TEST_F(Messages, AHeaderAsTheVeryLastLineGivesNothing) {
+TEST_F(Messages, HeaderAsTheLastLineGivesNothing) {
     EXPECT_EQ(message_in("[1]\none\n[2]", 2), std::nullopt);
     EXPECT_EQ(message_in("[1]\none\n[2]\n", 2), std::nullopt);
     EXPECT_EQ(message_in("[1]\none", 1), "one") << "a last line without its end is a line";
@@ -92,28 +89,28 @@ TEST_F(Messages, WindowsLineEndsAreNoPartOfTheText) {
     EXPECT_EQ(message_in("[1]\r\none \r\n[2]\r\ntwo\r\n", 2), "two");
 }
 
-TEST_F(Messages, AByteOrderMarkDoesNotHideTheFirstHeader) {
+TEST_F(Messages, ByteOrderMarkDoesNotHideTheFirstHeader) {
     EXPECT_EQ(message_in("\xEF\xBB\xBF[1]\none\n", 1), "one");
 }
 
-TEST_F(Messages, TextInLatin1IsShownAsWhatItMeans) {
+TEST_F(Messages, TextInLatin1IsConverted) {
     EXPECT_EQ(message_in("[1]\nK\xFChlwasser\n", 1), "Kühlwasser");
     EXPECT_EQ(message_in("[1]\nKühlwasser\n", 1), "Kühlwasser");
     EXPECT_EQ(message_in("[1]\nK\xFC ü\n[2]\nü\n", 2), "ü") << "line by line";
 }
 
-TEST_F(Messages, ASuffixFollowsTheTextAtOnce) {
+TEST_F(Messages, SuffixFollowsTheText) {
     messages_are("[1134]\nCHANGEOVER\n");
     app::set_message(form1::Command303, 1134, "...");
     EXPECT_EQ(view::text(form1::Command303), "CHANGEOVER...");
 }
 
-TEST_F(Messages, ACorrectedFileTakesEffectAtOnce) {
+TEST_F(Messages, CorrectedFileTakesEffectAtOnce) {
     EXPECT_EQ(message_in("[1]\nold\n", 1), "old");
     EXPECT_EQ(message_in("[1]\nnew\n", 1), "new");
 }
 
-TEST_F(Messages, ATroubleCodeHasADescriptionAndANoteBothTrimmed) {
+TEST_F(Messages, TroubleCodeHasADescriptionWithANote) {
     codes_are("uk", "[P0300]\n  misfire \n\t note \n[P0301]\nmisfire 1\nnote 1\n");
     EXPECT_EQ(trouble_code_text("P0300"), "misfire");
     EXPECT_EQ(view::text(form1::Text_note_error), "note");
@@ -121,7 +118,7 @@ TEST_F(Messages, ATroubleCodeHasADescriptionAndANoteBothTrimmed) {
     EXPECT_EQ(view::text(form1::Text_note_error), "note 1");
 }
 
-TEST_F(Messages, ACodeWithoutAnEntryGivesAnEmptyTextAndLeavesTheNote) {
+TEST_F(Messages, CodeWithoutAnEntryLeavesTheNote) {
     codes_are("uk", "[P0300]\nmisfire\nnote\n");
     form1::Text_note_error.look.text = "before";
     for (const char* code : {"NO ERROR", "", "P0301", "p0300", "P0300]"})
@@ -129,7 +126,7 @@ TEST_F(Messages, ACodeWithoutAnEntryGivesAnEmptyTextAndLeavesTheNote) {
     EXPECT_EQ(view::text(form1::Text_note_error), "before");
 }
 
-TEST_F(Messages, ALanguageWithoutItsOwnCodesUsesTheEnglishOnes) {
+TEST_F(Messages, LanguageWithoutCodesUsesTheEnglishOnes) {
     codes_are("uk", "[P0300]\nmisfire\nnote\n");
     app::state.current_language = "pl";
     EXPECT_EQ(trouble_code_text("P0300"), "misfire");
@@ -139,14 +136,14 @@ TEST_F(Messages, ALanguageWithoutItsOwnCodesUsesTheEnglishOnes) {
     codes_are("pl", "[P0300]\nwypadanie\nuwaga\n");
     EXPECT_EQ(trouble_code_text("P0300"), "wypadanie");
     codes_are("pl", "");
-    EXPECT_EQ(trouble_code_text("P0300"), "") << "an own file, though empty, is not passed over";
+    EXPECT_EQ(trouble_code_text("P0300"), "") << "an empty file of the language is used";
 }
 
 TEST_F(Messages, WithoutAnyCodesFileThereIsNothing) {
     EXPECT_EQ(trouble_code_text("P0300"), std::nullopt);
 }
 
-TEST_F(Messages, ACodesFileThatEndsInAnEntryGivesWhatIsThere) {
+TEST_F(Messages, EntryCutByTheEndOfTheFileIsUsed) {
     form1::Text_note_error.look.text = "before";
     codes_are("uk", "[P0300]\nmisfire");
     EXPECT_EQ(trouble_code_text("P0300"), "misfire");

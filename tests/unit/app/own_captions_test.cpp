@@ -1,14 +1,10 @@
-// The captions that take no numbered message: five files with the same ones, and nothing else
-// moved.
+// The captions that have no numbered message: the same ones in five files, and no others.
 #include "app/app_state.h"
-#include "tests/support/bench.h"
+#include "tests/unit/app/language_folder.h"
 #include "view/windows/centralina_attiva.h"
-#include "view/windows/form1.h"
 #include "view/windows/form3.h"
 
-#include <filesystem>
-#include <fstream>
-#include <map>
+#include <set>
 
 namespace zol::tests {
 namespace {
@@ -30,72 +26,55 @@ const std::map<std::string, const Widget*> own = {
     {"Centralina_Attiva.Label1", &centralina_attiva::Label1},
 };
 
-const std::map<std::string, Widget*> languages = {{"it", &form1::it},
-                                                  {"uk", &form1::uk},
-                                                  {"pl", &form1::pl},
-                                                  {"fr", &form1::fr},
-                                                  {"de", &form1::de}};
+TipLines captions_of(const std::string& language) { return tip_sections(language)["captions"]; }
 
-std::map<std::string, std::string> captions_of(const std::string& language) {
-    std::ifstream in(std::filesystem::path(ZOL_SOURCE_DIR) / "language" /
-                     ("tips_" + language + ".ini"));
-    std::map<std::string, std::string> captions;
-    std::string line, section;
-    while (std::getline(in, line)) {
-        const auto sign = line.find(" = ");
-        if (line.starts_with("[")) section = line;
-        if (section != "[captions]" || sign == std::string::npos) continue;
-        EXPECT_TRUE(captions.emplace(line.substr(0, sign), line.substr(sign + 3)).second) << line;
-    }
-    return captions;
-}
-
-class OwnCaptions : public Bench {
+class OwnCaptions : public LanguageFolder {
   protected:
     static void expect_words_of(const std::string& language) {
         for (const auto& [name, text] : captions_of(language))
             EXPECT_EQ(view::text(*own.at(name)), text) << language << " " << name;
     }
-    // A folder of the test's own, with the English helper texts only.
+    // English helper texts with this content, and no other language file.
     void use_file(const std::string& content) {
-        std::filesystem::remove(folder / "language");
-        std::filesystem::create_directory(folder / "language");
+        use_own_language_folder();
         write_file("language/tips_uk.ini", content);
     }
 };
 
-TEST_F(OwnCaptions, StandInEachFileAllAndNoOthers) {
-    for (const auto& [language, item] : languages) {
-        const auto captions = captions_of(language);
+TEST_F(OwnCaptions, AreTheSameInEachFile) {
+    for (const auto& [item, language] : languages) {
+        std::set<std::string> found, expected;
+        for (const auto& [name, text] : captions_of(language)) {
+            EXPECT_TRUE(found.insert(name).second) << language << " has twice " << name;
+            EXPECT_NE(text, "") << language << " " << name;
+        }
         for (const auto& [name, control] : own)
-            EXPECT_TRUE(captions.contains(name) && !captions.at(name).empty())
-                << language << " lacks " << name;
-        for (const auto& [name, text] : captions)
-            EXPECT_TRUE(own.contains(name)) << language << ": the program does not show " << name;
+            expected.insert(name);
+        EXPECT_EQ(found, expected) << language;
     }
 }
 
-TEST_F(OwnCaptions, AreInTheTablesTheEnglishOnes) {
+TEST_F(OwnCaptions, AreEnglishInTheTables) {
     for (const auto& [name, text] : captions_of("uk"))
         EXPECT_EQ(own.at(name)->design.text, text) << name;
 }
 
 TEST_F(OwnCaptions, FollowTheLanguageAtOnce) {
     start_connected();
-    for (const auto& [language, item] : languages) {
+    for (const auto& [item, language] : languages) {
         operator_clicks(*item);
         expect_words_of(language);
     }
 }
 
-TEST_F(OwnCaptions, AreInTheStoredLanguageFromTheStart) {
-    write_file("setting.ini", "[General]\nLANGUAGE=pl\n");
+TEST_F(OwnCaptions, HaveTheStoredLanguageFromTheStart) {
+    store_language("pl");
     start_connected();
     expect_words_of("pl");
 }
 
-TEST_F(OwnCaptions, OfAWindowThatOpensLaterAreInTheLanguageInUse) {
-    write_file("setting.ini", "[General]\nLANGUAGE=fr\n");
+TEST_F(OwnCaptions, OfALaterWindowHaveTheLanguageInUse) {
+    store_language("fr");
     start_connected();
     inside_program([] { view::load(form3::Form3); });
     EXPECT_EQ(view::text(form3::Label2), "TEMPS");
@@ -103,23 +82,23 @@ TEST_F(OwnCaptions, OfAWindowThatOpensLaterAreInTheLanguageInUse) {
     EXPECT_THAT(view::text(centralina_attiva::Label1), testing::StartsWith("Le calculateur"));
 }
 
-TEST_F(OwnCaptions, InNoKnownLanguageAreEnglish) {
-    write_file("setting.ini", "[General]\nLANGUAGE=xx\n");
+TEST_F(OwnCaptions, AreEnglishForAnUnknownLanguage) {
+    store_language("xx");
     start_connected();
     expect_words_of("uk");
 }
 
-TEST_F(OwnCaptions, NoOtherCaptionCanBeChangedByTheFile) {
+TEST_F(OwnCaptions, OtherCaptionsAreNotReadFromTheFile) {
     use_file("[captions]\nForm1.Label24 = SOFTER\nForm1.Command_lambda = PROBE\n"
              "Form1.Label18 = DIAGNOSIS LINE\n");
     start_connected();
     EXPECT_EQ(view::text(form1::Label24), "SOFTER");
     EXPECT_EQ(view::text(form1::Command_lambda), "LAMBDA");
     EXPECT_EQ(view::text(form1::Label18), "EOBD");
-    EXPECT_EQ(view::text(form1::Label12), "RPM MULTIPLIER") << "what the file lacks stays";
+    EXPECT_EQ(view::text(form1::Label12), "RPM MULTIPLIER") << "not in the file";
 }
 
-TEST_F(OwnCaptions, WithoutAnyFileAreThoseOfTheTables) {
+TEST_F(OwnCaptions, AreThoseOfTheTablesWithoutAFile) {
     use_file("");
     std::filesystem::remove_all(folder / "language");
     start_connected();

@@ -1,4 +1,4 @@
-// The stored port: three ways of counting that are kept as they stand.
+// The stored port and its menu, which count in three different ways on purpose.
 #include "app/app_state.h"
 #include "app/settings_file.h"
 #include "tests/support/bench.h"
@@ -14,7 +14,7 @@ class StoredPort : public Bench {
         start_program();
         run_for(100);
     }
-    // The menu as the fitter reads it, whatever order the program keeps it in.
+    // The item with this number in its caption.
     static view::Widget& item(int n) {
         view::Widget* const items[] = {&form1::com1, &form1::com2, &form1::com3, &form1::com4,
                                        &form1::com5, &form1::com6, &form1::com7, &form1::com8};
@@ -29,7 +29,7 @@ class StoredPort : public Bench {
     }
 };
 
-TEST_F(StoredPort, WithoutAFilePortOneIsUsedAndTickedAndThereIsNoLanguage) {
+TEST_F(StoredPort, WithoutAFileIsPort1) {
     std::filesystem::remove(folder / "setting.ini");
     start_program();
     run_for(100);
@@ -43,7 +43,7 @@ TEST_F(StoredPort, WithoutAFilePortOneIsUsedAndTickedAndThereIsNoLanguage) {
         EXPECT_FALSE(view::checked(*item));
 }
 
-TEST_F(StoredPort, AStoredThreeTicksTheHiddenItemAndIsUsed) {
+TEST_F(StoredPort, ThreeTicksTheHiddenItem) {
     start_with_port("COM=3\n");
     EXPECT_THAT(ticked(), testing::ElementsAre(3));
     EXPECT_FALSE(view::visible(form1::com3));
@@ -53,7 +53,7 @@ TEST_F(StoredPort, AStoredThreeTicksTheHiddenItemAndIsUsed) {
 
 class OutsideTheMenu : public StoredPort, public testing::WithParamInterface<const char*> {};
 
-TEST_P(OutsideTheMenu, NothingIsTickedAndTheNumberStaysZero) {
+TEST_P(OutsideTheMenu, GivesNumberZero) {
     start_with_port("COM=" + std::string(GetParam()) + "\n");
     EXPECT_THAT(ticked(), testing::IsEmpty());
     EXPECT_EQ(app::state.com_port_number, 0);
@@ -64,14 +64,14 @@ INSTANTIATE_TEST_SUITE_P(Numbers, OutsideTheMenu,
 
 class InTheMenu : public StoredPort, public testing::WithParamInterface<int> {};
 
-TEST_P(InTheMenu, TheItemOfTheStoredNumberIsTicked) {
+TEST_P(InTheMenu, StoredNumberIsTicked) {
     start_with_port("COM=" + std::to_string(GetParam()) + "\n");
     EXPECT_THAT(ticked(), testing::ElementsAre(GetParam()));
     EXPECT_EQ(port->number, GetParam());
 }
 
-// The menu stores by the rule of the connection list: from three on, one more.
-TEST_P(InTheMenu, AnItemStoresByTheListsRuleAndLeavesTheOpenPortAlone) {
+// As the connection list does, the menu stores one more from COM3 on. COM8 has no handler.
+TEST_P(InTheMenu, ItemStoresTheNumberOfTheConnectionList) {
     start_with_port("COM=8\n");
     const int n = GetParam();
     inside_program([n] {
@@ -84,29 +84,18 @@ TEST_P(InTheMenu, AnItemStoresByTheListsRuleAndLeavesTheOpenPortAlone) {
     if (n == 8)
         EXPECT_THAT(ticked(), testing::ElementsAre(8));
     else
-        EXPECT_THAT(ticked(), testing::ElementsAre(n, 8)) << "COM8 keeps its mark";
+        EXPECT_THAT(ticked(), testing::ElementsAre(n, 8)) << "COM8 keeps its tick";
 }
 
 INSTANTIATE_TEST_SUITE_P(Ports, InTheMenu, testing::Range(1, 9));
 
-TEST_F(StoredPort, OneOfTheSevenItemsIsTickedAtATime) {
+TEST_F(StoredPort, OneItemIsTickedAtATime) {
     start_with_port("COM=1\n");
     run_for(20'000);
     for (const int n : {2, 4, 5, 6, 7, 1}) {
         operator_clicks(item(n));
         EXPECT_THAT(ticked(), testing::ElementsAre(n));
     }
-}
-
-TEST_F(StoredPort, ComEightHasNoHandler) { EXPECT_FALSE(form1::com8.on.click); }
-
-TEST_F(StoredPort, ThreeIsNotOffered) {
-    app::write_port(2);
-    EXPECT_EQ(app::read_setting("COM", ""), "2");
-    app::write_port(3);
-    EXPECT_EQ(app::read_setting("COM", ""), "4");
-    app::write_port(7);
-    EXPECT_EQ(app::read_setting("COM", ""), "8");
 }
 
 } // namespace

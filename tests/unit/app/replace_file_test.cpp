@@ -1,7 +1,6 @@
-// Replacing a file where something else already has a name that the write needs.
-#include "app/settings_file.h"
+// Replacing a file where another file already has a name that the write needs.
 #include "app/whole_file.h"
-#include "tests/support/bench.h"
+#include "tests/unit/app/settings_folder.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,7 +14,7 @@ namespace fs = std::filesystem;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-class ReplacingAFile : public Bench {
+class ReplacingAFile : public SettingsFolder {
   protected:
     ReplacingAFile() { write_file("setting.ini", "[General]\nCOM=1\n"); }
 
@@ -27,14 +26,6 @@ class ReplacingAFile : public Bench {
             EXPECT_EQ(read_text("setting.ini"),
                       "[General]\nCOM=1\nCOLORETESTO=" + std::string(colour) + "\n");
         }
-    }
-    std::vector<std::string> left_beside_settings() const {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder)) {
-            const std::string name = entry.path().filename();
-            if (name.starts_with("setting.ini.")) names.push_back(name);
-        }
-        return names;
     }
     void link_settings_to(const fs::path& target) {
         fs::remove(settings);
@@ -51,7 +42,7 @@ TEST_F(ReplacingAFile, DoesNotWriteIntoAPipe) {
     const int reader = ::open(temporary.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     expect_saved();
     ::close(reader);
-    EXPECT_THAT(left_beside_settings(), IsEmpty());
+    EXPECT_THAT(left_beside(file), IsEmpty());
 }
 
 TEST_F(ReplacingAFile, LeavesTheOtherNameOfAHardLinkAlone) {
@@ -59,7 +50,7 @@ TEST_F(ReplacingAFile, LeavesTheOtherNameOfAHardLinkAlone) {
     fs::create_hard_link(folder / "victim", temporary);
     expect_saved();
     EXPECT_EQ(read_text("victim"), "precious");
-    EXPECT_THAT(left_beside_settings(), IsEmpty());
+    EXPECT_THAT(left_beside(file), IsEmpty());
 }
 
 TEST_F(ReplacingAFile, LeavesTheOtherNameOfTheFileItselfAlone) {
@@ -73,21 +64,21 @@ TEST_F(ReplacingAFile, LeavesTheTargetOfALinkAlone) {
     fs::create_symlink("victim", temporary);
     expect_saved();
     EXPECT_EQ(read_text("victim"), "precious");
-    EXPECT_THAT(left_beside_settings(), IsEmpty());
+    EXPECT_THAT(left_beside(file), IsEmpty());
 }
 
 TEST_F(ReplacingAFile, TakesAnotherNameWhereAFolderHasTheFirst) {
     fs::create_directories(temporary / "kept");
     expect_saved();
     EXPECT_TRUE(fs::is_directory(temporary / "kept"));
-    EXPECT_THAT(left_beside_settings(), UnorderedElementsAre("setting.ini.new"));
+    EXPECT_THAT(left_beside(file), UnorderedElementsAre("setting.ini.new"));
 }
 
-TEST_F(ReplacingAFile, TakesUpWhatAKillLeftUnderAnotherName) {
+TEST_F(ReplacingAFile, RemovesWhatAKillLeft) {
     fs::create_directory(temporary);
     write_file("setting.ini.new2", "half of");
     expect_saved();
-    EXPECT_THAT(left_beside_settings(), UnorderedElementsAre("setting.ini.new"));
+    EXPECT_THAT(left_beside(file), UnorderedElementsAre("setting.ini.new"));
 }
 
 TEST_F(ReplacingAFile, LeavesTheOldOneWhereEveryNameIsTaken) {
@@ -96,7 +87,7 @@ TEST_F(ReplacingAFile, LeavesTheOldOneWhereEveryNameIsTaken) {
         fs::create_directory(temporary.string() + std::to_string(number));
     EXPECT_FALSE(app::replace_file(settings, "new"));
     EXPECT_EQ(read_text("setting.ini"), "[General]\nCOM=1\n");
-    EXPECT_EQ(left_beside_settings().size(), 9U);
+    EXPECT_EQ(left_beside(file).size(), 9U);
 }
 
 TEST_F(ReplacingAFile, MakesTheTargetOfADanglingLink) {
@@ -109,7 +100,7 @@ TEST_F(ReplacingAFile, MakesTheTargetOfADanglingLink) {
         EXPECT_EQ(read_text("elsewhere/" + target.filename().string()),
                   "[General]\nCOLORETESTO=1\n");
     }
-    EXPECT_THAT(left_beside_settings(), IsEmpty());
+    EXPECT_THAT(left_beside(file), IsEmpty());
 }
 
 TEST_F(ReplacingAFile, FollowsALinkToALinkToNoFile) {
@@ -127,14 +118,14 @@ TEST_F(ReplacingAFile, KeepsALinkIntoAFolderThatIsNotThere) {
     app::write_text_colour("1");
     EXPECT_EQ(fs::read_symlink(settings), "nowhere/real.ini");
     EXPECT_FALSE(fs::exists(folder / "nowhere"));
-    EXPECT_THAT(left_beside_settings(), IsEmpty());
+    EXPECT_THAT(left_beside(file), IsEmpty());
 }
 
 TEST_F(ReplacingAFile, KeepsALinkThatLeadsToItself) {
     link_settings_to("setting.ini");
     app::write_text_colour("1");
     EXPECT_EQ(fs::read_symlink(settings), "setting.ini");
-    EXPECT_THAT(left_beside_settings(), IsEmpty());
+    EXPECT_THAT(left_beside(file), IsEmpty());
 }
 
 TEST_F(ReplacingAFile, KeepsALinkToADevice) {

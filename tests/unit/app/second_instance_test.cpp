@@ -1,4 +1,4 @@
-// One instance for each application folder, also where the lock file cannot be opened.
+// One instance runs for each application folder, also where the lock file cannot be opened.
 #include "app/application_folder.h"
 #include "app/program/startup.h"
 #include "tests/support/small_disk.h"
@@ -28,8 +28,8 @@ class AnotherInstance : public testing::Test {
     }
     ~AnotherInstance() override { fs::remove_all(folder); }
 
-    // A claim belongs to its process, so another process makes it. Where `without_lock_file`, the
-    // first open, which is that of the lock file, fails with this error.
+    // A claim belongs to its process, so another process makes it. If given, the first open, which
+    // is that of the lock file, fails with this error.
     static bool another_copy_may_run(int without_lock_file = 0) {
         const pid_t child = ::fork();
         if (child == 0) ::_exit(claim(without_lock_file) ? 1 : 0);
@@ -48,6 +48,18 @@ class AnotherInstance : public testing::Test {
         fs::temp_directory_path() / ("zol_second_" + std::to_string(::getpid()));
 };
 
+TEST_F(AnotherInstance, EndsInTheSameFolderOnly) {
+    EXPECT_TRUE(another_copy_may_run()); // whose end gives the folder back
+    EXPECT_TRUE(claim());
+    EXPECT_FALSE(another_copy_may_run());
+    fs::create_directory(folder / "other");
+    for (const char* elsewhere :
+         {"other", "not there"}) { // a folder that is not there holds no lock
+        app::use_application_folder(folder / elsewhere);
+        EXPECT_TRUE(another_copy_may_run()) << elsewhere;
+    }
+}
+
 TEST_F(AnotherInstance, EndsWhereNoLockFileCanBeOpened) {
     EXPECT_TRUE(claim(EROFS));
     EXPECT_FALSE(another_copy_may_run(EROFS));
@@ -64,7 +76,7 @@ TEST_F(AnotherInstance, EndsOnAReadOnlyDisk) {
     if (refusal) GTEST_SKIP() << *refusal;
 }
 
-// As where the folder is the first user's, and the second may only read it.
+// The folder may be another user's.
 TEST_F(AnotherInstance, ThatMayOnlyReadTheFolderEnds) {
     EXPECT_TRUE(claim());
     for (const int error : {EACCES, EROFS})
@@ -76,7 +88,7 @@ TEST_F(AnotherInstance, ThatMayWriteEndsAfterOneThatMayNot) {
     EXPECT_FALSE(another_copy_may_run());
 }
 
-TEST_F(AnotherInstance, EndsWhereAFolderHasTheLockFilesName) {
+TEST_F(AnotherInstance, EndsWhereAFolderHasTheNameOfTheLockFile) {
     fs::create_directory(folder / ".running");
     EXPECT_TRUE(claim());
     EXPECT_FALSE(another_copy_may_run());

@@ -1,23 +1,26 @@
-// From the entry to the main window on its way, and a second copy of the program.
-#include "app/application_folder.h"
+// The start-up, up to the first activation of the main window.
 #include "app/program/startup.h"
 #include "tests/support/bench.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 #include "view/windows/frm_splash.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace zol::tests {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Startup : public Bench {};
+class Startup : public Bench {
+  protected:
+    void activate_again() {
+        inside_program([] {
+            view::hide(form1::Form1);
+            view::show(form1::Form1);
+        });
+    }
+};
 
-TEST_F(Startup, TheSplashShowsTheToolsVersionAndTheMainWindowComesMinimised) {
+TEST_F(Startup, SplashShowsTheVersion) {
     start_program();
     EXPECT_TRUE(frm_splash::frmSplash.shown);
     EXPECT_EQ(view::text(frm_splash::Label2), "9.9.20");
@@ -27,11 +30,11 @@ TEST_F(Startup, TheSplashShowsTheToolsVersionAndTheMainWindowComesMinimised) {
     EXPECT_TRUE(app::state.ui_loading);
     EXPECT_TRUE(app::state.poll_enabled);
     EXPECT_FALSE(app::state.no_reread);
-    EXPECT_EQ(app::state.panel_colour, form1::Form1.look.back); // activation follows at once
+    EXPECT_EQ(app::state.panel_colour, form1::Form1.look.back); // set by the activation
     EXPECT_THAT(frames(), IsEmpty());
 }
 
-TEST_F(Startup, TheEntrySetsItsStartValues) {
+TEST_F(Startup, SetsItsStartValues) {
     app::state.panel_colour = 0;
     app::state.no_reread = app::state.ui_loading = true;
     app::state.poll_enabled = false;
@@ -50,7 +53,7 @@ TEST_F(Startup, TheEntrySetsItsStartValues) {
     });
 }
 
-TEST_F(Startup, TheRunningBarGoesUpByFiveEveryHalfSecondAndStartsAgainBehind95) {
+TEST_F(Startup, ProgressBarRisesByFiveEveryHalfSecond) {
     port->silent = true;
     time.start([] {
         view::load(frm_splash::frmSplash);
@@ -71,16 +74,7 @@ TEST_F(Startup, TheRunningBarGoesUpByFiveEveryHalfSecondAndStartsAgainBehind95) 
     EXPECT_FALSE(frm_splash::Timer_progress.is_on());
 }
 
-TEST_F(Startup, TheMainWindowLoadsWithTheEnginePanelAndWhatIsHiddenHidden) {
-    start_program();
-    EXPECT_TRUE(view::visible(form1::frame_engine));
-    EXPECT_FALSE(view::visible(form1::Frame_impostazioni));
-    EXPECT_FALSE(view::enabled(form1::mnu_check_car));
-    for (const view::Widget* hidden : {&form1::Label_sfondo, &form1::Label_ct, &form1::lbl_ct})
-        EXPECT_FALSE(view::visible(*hidden)) << hidden->name;
-}
-
-TEST_F(Startup, ThePortOfTheSettingsIsOpenedWithItsLineSettings) {
+TEST_F(Startup, OpensThePortOfTheSettings) {
     write_file("setting.ini", "[General]\nLANGUAGE=uk\nCOM=6\n");
     start_program();
     EXPECT_EQ(port->number, 6);
@@ -90,19 +84,12 @@ TEST_F(Startup, ThePortOfTheSettingsIsOpenedWithItsLineSettings) {
     EXPECT_THAT(screen.message_boxes, IsEmpty());
 }
 
-TEST_F(Startup, WithoutSettingsItIsPort1) {
-    std::filesystem::remove(folder / "setting.ini");
-    start_program();
-    EXPECT_EQ(port->number, 1);
-    EXPECT_TRUE(view::checked(form1::com1));
-}
-
-TEST_F(Startup, APortThatCannotBeOpenedIsToldOnceAndTheConnectionDialogOpens) {
+TEST_F(Startup, PortThatCannotBeOpenedIsReportedOnce) {
     port->open_error = "COM1 (/dev/ttyUSB0): No such file or directory";
     screen.answer_message("No such file or directory", view::Answer::ok, 5000);
     start_program();
     run_for(4999);
-    // The splash runs on beneath the box, and the main window waits for the answer.
+    // The splash window runs on while the box is shown, and the main window waits for the answer.
     EXPECT_GT(view::value(frm_splash::ProgressBar1), 0);
     EXPECT_EQ(frm_splash::frmSplash.look.pointer, view::Pointer::hourglass);
     EXPECT_FALSE(centralina_attiva::Centralina_Attiva.loaded);
@@ -116,7 +103,7 @@ TEST_F(Startup, APortThatCannotBeOpenedIsToldOnceAndTheConnectionDialogOpens) {
     EXPECT_THAT(frames(), IsEmpty());
 }
 
-TEST_F(Startup, AMainWindowThatMustNotReadLoadsWithoutLanguageAndPort) {
+TEST_F(Startup, NoRereadLoadsTheWindowWithoutThePort) {
     write_file("setting.ini", "[General]\nLANGUAGE=uk\nCOM=6\n");
     time.start([] {
         app::state.no_reread = true;
@@ -132,15 +119,14 @@ TEST_F(Startup, AMainWindowThatMustNotReadLoadsWithoutLanguageAndPort) {
     EXPECT_FALSE(view::enabled(form1::mnu_check_car));
 }
 
-TEST_F(Startup, WhileItMustNotReadActivationOnlyTakesColourAndStopsThePolling) {
+TEST_F(Startup, NoRereadMakesActivationTakeTheColourOnly) {
     start_connected();
     inside_program([] {
         app::state.no_reread = true;
         form1::Timer_rpm.off();
         view::set_back(form1::Form1, view::rgb(1, 2, 3));
-        view::hide(form1::Form1);
-        view::show(form1::Form1);
     });
+    activate_again();
     EXPECT_EQ(app::state.panel_colour, view::rgb(1, 2, 3));
     EXPECT_EQ(form1::lbl_ore.look.back, view::rgb(1, 2, 3));
     EXPECT_EQ(app::state.trace_x, 0);
@@ -151,7 +137,7 @@ TEST_F(Startup, WhileItMustNotReadActivationOnlyTakesColourAndStopsThePolling) {
     EXPECT_THAT(frames(), testing::Not(testing::Contains(Send(6))));
 }
 
-TEST_F(Startup, AnActivationWithThePollingForbiddenAsksNothing) {
+TEST_F(Startup, ActivationWithPollingForbiddenSendsNothing) {
     start_connected();
     inside_program([] {
         app::state.poll_enabled = false;
@@ -159,11 +145,8 @@ TEST_F(Startup, AnActivationWithThePollingForbiddenAsksNothing) {
     });
     run_for(1000);
     forget_wire();
-    inside_program([] {
-        app::state.ui_loading = true;
-        view::hide(form1::Form1);
-        view::show(form1::Form1);
-    });
+    inside_program([] { app::state.ui_loading = true; });
+    activate_again();
     run_for(399);
     EXPECT_TRUE(app::state.ui_loading);
     run_for(1);
@@ -173,39 +156,11 @@ TEST_F(Startup, AnActivationWithThePollingForbiddenAsksNothing) {
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-TEST_F(Startup, AnActivationWithThePollingAllowedReadsTheUnitAgain) {
+TEST_F(Startup, ActivationWithPollingAllowedReadsAgain) {
     start_connected();
-    inside_program([] {
-        view::hide(form1::Form1);
-        view::show(form1::Form1);
-    });
+    activate_again();
     run_for(6000);
     EXPECT_THAT(frames(), testing::IsSupersetOf({Send(6), Send(7), Send(1), Send(3)}));
-}
-
-// The claim is the process's: another process asks.
-bool another_copy_may_run(const std::filesystem::path& folder) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        app::use_application_folder(folder);
-        ::_exit(app::claim_application_folder() ? 1 : 0);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 1;
-}
-
-TEST(SecondInstance, ASecondCopyInTheSameFolderMayNotRunAndOneElsewhereMay) {
-    const auto folder =
-        std::filesystem::temp_directory_path() / ("zol_claim_" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder / "other");
-    app::use_application_folder(folder);
-    EXPECT_TRUE(another_copy_may_run(folder)); // and its end gives the folder back
-    EXPECT_TRUE(app::claim_application_folder());
-    EXPECT_FALSE(another_copy_may_run(folder));
-    EXPECT_TRUE(another_copy_may_run(folder / "other"));
-    EXPECT_TRUE(another_copy_may_run(folder / "not there")); // nothing to hold a lock
-    std::filesystem::remove_all(folder);
 }
 
 } // namespace
