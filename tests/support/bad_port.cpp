@@ -36,7 +36,7 @@ void BadPort::close() {
     inner_.close();
     far_end_.clear();
     line_.take(now_us_());
-    line_.clear(); // what waited in the port is lost with it
+    line_.clear(); // a closed port loses its unread bytes
 }
 
 bool BadPort::write(std::span<const std::uint8_t> bytes) {

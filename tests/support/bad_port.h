@@ -1,5 +1,5 @@
-// A serial port with a bad line behind it: what passes is damaged by a seed, the cable falls out
-// and comes back, the permission goes.
+// A serial port on a bad line: bytes are damaged as a seed decides, the cable is pulled and plugged
+// in again, the permission is taken away.
 #pragma once
 
 #include "link/serial_port.h"
@@ -9,11 +9,11 @@
 
 namespace zol::tests {
 
-// Stands before any port. An adapter that is out faults each write and read and cannot be opened;
-// it is back at once when it is put back, as the real port sees to by itself.
+// Wraps any port. While its adapter is out, each write and read is a fault and the port cannot be
+// opened. When the adapter is back, the port works at once, as the real one does.
 class BadPort final : public link::SerialPort {
   public:
-    // `inner` must outlive it; `now_us` tells the time of the line.
+    // `inner` must outlive it; `now_us` gives the time of the line.
     BadPort(link::SerialPort& inner, std::function<std::int64_t()> now_us,
             const sim::BadLineOptions& options = {})
         : inner_(inner), now_us_(std::move(now_us)), far_end_(inner), line_(far_end_, options) {}
@@ -34,8 +34,8 @@ class BadPort final : public link::SerialPort {
     std::optional<link::Bytes> read_all() override;
 
   private:
-    // The inner port as the line sees it. Nobody says when its bytes have come in: each counts
-    // from when it was asked for.
+    // The inner port as the line uses it. When its bytes arrived is not known: each counts from the
+    // read that found it.
     class FarEnd final : public sim::Line {
       public:
         explicit FarEnd(link::SerialPort& port) : port_(port) {}

@@ -1,5 +1,5 @@
-// Which message is the caption of which control of the main window: the tests' own list, so that a
-// slip in the program's is found.
+// Which message is the caption of which control of the main window: a list of the tests' own, so
+// that a mistake in the program's list fails a test.
 #pragma once
 
 #include <utility>

@@ -1,4 +1,5 @@
-// A control unit of a family with live data that answers every command but the one for them.
+// A control unit of a family with live data that replies to every command except the one for live
+// data.
 #pragma once
 
 #include "tests/support/bench.h"

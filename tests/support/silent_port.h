@@ -1,4 +1,4 @@
-// A serial port with nobody at its other end.
+// A serial port without a unit.
 #pragma once
 
 #include "link/serial_port.h"
@@ -7,7 +7,7 @@
 
 namespace zol::tests {
 
-// Opens, and is silent.
+// It can be opened, and gives no bytes.
 class SilentPort : public link::SerialPort {
   public:
     void set_number(int) override {}

@@ -17,9 +17,9 @@ namespace {
 
 constexpr int refused = 77, failed = 1;
 
-void say(const char* file, const std::string& line) { std::ofstream(file) << line; }
+void write_line(const char* file, const std::string& line) { std::ofstream(file) << line; }
 
-// Who may not mount on this machine may do so in a world of his own, where he stays who he is.
+// Without the right to mount, a user namespace that keeps the uid gives it.
 bool enter_own_mounts() {
     if (::unshare(CLONE_NEWNS) == 0) return true;
     const uid_t user = ::geteuid();
@@ -28,9 +28,9 @@ bool enter_own_mounts() {
     const auto itself = [](auto id) {
         return std::to_string(id) + " " + std::to_string(id) + " 1";
     };
-    say("/proc/self/setgroups", "deny");
-    say("/proc/self/uid_map", itself(user));
-    say("/proc/self/gid_map", itself(group));
+    write_line("/proc/self/setgroups", "deny");
+    write_line("/proc/self/uid_map", itself(user));
+    write_line("/proc/self/gid_map", itself(group));
     return true;
 }
 

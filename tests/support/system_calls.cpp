@@ -14,7 +14,7 @@ WatchedCalls* watch = nullptr;
 
 Fate fate_of(std::string_view name) { return watch ? watch->next(name) : Fate{}; }
 
-// Of a call that gives 0 or -1.
+// For a call that returns 0 or -1.
 template <typename Real>
 int judged(std::string_view name, Real real) {
     const Fate fate = fate_of(name);
@@ -48,7 +48,7 @@ Fate WatchedCalls::next(std::string_view name) {
 using zol::tests::fate_of;
 using zol::tests::judged;
 
-// The linker's names: a call of x in the program comes to __wrap_x, and __real_x is the system's.
+// The linker turns a call of x in the program into one of __wrap_x; __real_x is the system's.
 extern "C" {
 int __real_open(const char* path, int flags, ...);
 int __real_fstat(int descriptor, struct stat* status);
@@ -84,7 +84,7 @@ int __wrap_fchmod(int descriptor, mode_t mode) {
 int __wrap_fsync(int descriptor) {
     return judged("fsync", [&] { return __real_fsync(descriptor); });
 }
-// The descriptor is gone also when the system says that its last bytes could not be kept.
+// The descriptor is closed also when the system reports that its last bytes could not be stored.
 int __wrap_close(int descriptor) {
     const auto fate = fate_of("close");
     const int result = __real_close(descriptor);

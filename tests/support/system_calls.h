@@ -1,5 +1,5 @@
-// The system's calls for files and lines, on the bench: each goes through to the system unless a
-// test wants otherwise. The linker leads the program's calls here (tests/CMakeLists.txt).
+// The system calls for files and serial lines. Each is passed on to the system unless a test makes
+// it fail. The linker redirects the program's calls to here (tests/CMakeLists.txt).
 #pragma once
 
 #include <functional>
@@ -9,14 +9,15 @@
 
 namespace zol::tests {
 
-// What becomes of a call: it fails with this error, or a read or write moves half of its bytes, or
+// The result of a call: it fails with this error, or a read or write moves half of its bytes, or
 // neither.
 struct Fate {
     int error = 0;
     bool halved = false;
 };
 
-// While it lives, `fate_of` is asked before each call; calls count from 1. One at a time.
+// During its life `fate_of` decides on each call; calls are counted from 1. Only one may exist at a
+// time.
 class WatchedCalls {
   public:
     using FateOf = std::function<Fate(int count, std::string_view name)>;
@@ -24,7 +25,7 @@ class WatchedCalls {
     ~WatchedCalls();
     WatchedCalls(const WatchedCalls&) = delete;
 
-    // The names of the calls so far, in their order.
+    // The names of the calls so far, in order.
     const std::vector<std::string>& names() const { return names_; }
     Fate next(std::string_view name);
 

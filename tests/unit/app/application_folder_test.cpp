@@ -1,4 +1,4 @@
-// Which folder a started program takes for its own.
+// Which folder a started program uses as its own.
 #include "app/application_folder.h"
 
 #include <gtest/gtest.h>
@@ -39,30 +39,30 @@ class ApplicationFolder : public testing::Test {
     const fs::path before_ = fs::current_path();
 };
 
-TEST_F(ApplicationFolder, IsTheOneThatTheProgramLiesIn) {
+TEST_F(ApplicationFolder, IsTheOneThatHoldsTheProgram) {
     EXPECT_EQ(folder_when_started_as(program_), root_ / "shared");
     fs::create_directories(root_ / "shared" / "language");
     EXPECT_EQ(folder_when_started_as(program_), root_ / "shared");
 }
 
-TEST_F(ApplicationFolder, IsTheUsersOwnWhenALinkInItWasStarted) {
+TEST_F(ApplicationFolder, IsTheOneThatHoldsTheStartedLink) {
     EXPECT_EQ(folder_when_started_as(link_), root_ / "Anna's own");
 }
 
-TEST_F(ApplicationFolder, IsTheUsersOwnAlsoByARelativeNameAndBehindAChangeOfPlace) {
+TEST_F(ApplicationFolder, DoesNotChangeWithTheWorkingDirectory) {
     fs::current_path(root_ / "Anna's own");
     const fs::path folder = folder_when_started_as("./zol-injection");
     fs::current_path(root_);
     EXPECT_TRUE(fs::equivalent(folder, root_ / "Anna's own")) << folder;
 }
 
-TEST_F(ApplicationFolder, IsTheProgramsWhenTheLinkIsAMereShortcut) {
+TEST_F(ApplicationFolder, IsNotThatOfAShortcut) {
     fs::create_directories(root_ / "Desktop");
     fs::create_symlink(program_, root_ / "Desktop" / "zol-injection");
     EXPECT_EQ(folder_when_started_as(root_ / "Desktop" / "zol-injection"), root_ / "shared");
 }
 
-TEST_F(ApplicationFolder, IsTheProgramsWhenTheNameTellsOfNoFolder) {
+TEST_F(ApplicationFolder, IsThatOfTheProgramForANameWithoutFolder) {
     fs::current_path(root_ / "Anna's own");
     EXPECT_EQ(folder_when_started_as("zol-injection"), root_ / "shared");
     EXPECT_EQ(folder_when_started_as(""), root_ / "shared");

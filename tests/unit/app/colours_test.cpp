@@ -1,4 +1,4 @@
-// The colours of the main window: once at the start, and from the text colour dialog.
+// The colours of the main window: at the start, and from the text colour dialog.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/colours.h"
@@ -9,34 +9,31 @@
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
 
+#include <iterator>
 #include <set>
+#include <sstream>
 
 namespace zol::tests {
 namespace {
 
-const std::set<std::string> on_panel_colour = {
-    "Label24",    "Label46",    "Label45",
-    "Label25",    "Label26",    "Label_attenuazione",
-    "Label12",    "Label18",    "Label5",
-    "Label6",     "Label7",     "Label8",
-    "Label9",     "Label10",    "Label11",
-    "Label_led0", "Label_led1", "Label_led2",
-    "Label_led3", "Label_led4", "Label_livello_att",
-    "lbl_200",    "lbl_201",    "lbl_202",
-    "lbl_203",    "lbl_204",    "lbl_205",
-    "Label2",     "Label3",     "Label4",
-    "lbl204",     "lbl205",     "Lbl_fast",
-    "lbl_low",    "Label38",    "Label39",
-    "Label32",    "Label33",    "Label_medio_closed_loop",
-    "Label29",    "Label21",    "Label_lambda_open_loop",
-    "Label23",    "Label22",    "Label31"};
-const std::set<std::string> on_dark_red = {"Label1", "Label16", "Label19", "Label20"};
-const std::set<std::string> coloured_by_dialog = {
-    "LabeL_pressure", "Label27",  "Label_tinj", "Label_temp", "Label_rpm", "lbl_lambda",  "lbl_rpm",
-    "lbl_press",      "lbl_tinj", "lbl_temp",   "Label13",    "Label14",   "Label_lambda"};
-const std::set<std::string> coloured_at_start_only = {"Label20", "Label42", "Label49",
-                                                      "Label48", "Label44", "Label43",
-                                                      "Label1",  "Label19", "Label16"};
+std::set<std::string> names(const std::string& list) {
+    std::istringstream in(list);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
+const std::set<std::string> on_panel_colour =
+    names("Label24 Label46 Label45 Label25 Label26 Label_attenuazione Label12 Label18 Label5 "
+          "Label6 Label7 Label8 Label9 Label10 Label11 Label_led0 Label_led1 Label_led2 "
+          "Label_led3 Label_led4 Label_livello_att lbl_200 lbl_201 lbl_202 lbl_203 lbl_204 "
+          "lbl_205 Label2 Label3 Label4 lbl204 lbl205 Lbl_fast lbl_low Label38 Label39 Label32 "
+          "Label33 Label_medio_closed_loop Label29 Label21 Label_lambda_open_loop Label23 Label22 "
+          "Label31");
+const std::set<std::string> on_dark_red = names("Label1 Label16 Label19 Label20");
+const std::set<std::string> coloured_by_dialog =
+    names("LabeL_pressure Label27 Label_tinj Label_temp Label_rpm lbl_lambda lbl_rpm lbl_press "
+          "lbl_tinj lbl_temp Label13 Label14 Label_lambda");
+const std::set<std::string> coloured_at_start_only =
+    names("Label20 Label42 Label49 Label48 Label44 Label43 Label1 Label19 Label16");
 
 class Colours : public Bench {
   protected:
@@ -44,9 +41,13 @@ class Colours : public Bench {
     void start_with_colour(const std::string& colour) {
         write_file("setting.ini", "[General]\nLANGUAGE=uk\nCOLORETESTO=" + colour + "\n");
         start_connected();
-        // What blinks is put back to rest.
+        // These blink.
         for (view::Widget* w : {&form1::Command5, &form1::lbl_ore})
             w->look.back = w == &form1::Command5 ? view::rgb(192, 192, 192) : ground();
+    }
+    void choose_colour(view::Colour colour, int after_ms = 0) {
+        screen.answer_colour(colour, after_ms);
+        operator_clicks(form1::mnu_color_testo);
     }
     static view::Colour ground() { return app::state.panel_colour; }
     // Names of the labels whose text has the colour.
@@ -54,7 +55,7 @@ class Colours : public Bench {
         std::set<std::string> names;
         for (const view::Widget* w : form1::Form1.controls)
             if (w->kind == view::Kind::label && w->look.fore == colour) names.insert(w->name);
-        names.erase("lbl_tuning"); // blinks in it
+        names.erase("lbl_tuning"); // which blinks in a colour of its own
         return names;
     }
     static std::set<std::string> both_lists() {
@@ -64,15 +65,15 @@ class Colours : public Bench {
     }
 };
 
-TEST_F(Colours, ThePanelColourFollowsTheWindowsGround) {
+TEST_F(Colours, PanelColourIsThatOfTheWindow) {
     EXPECT_EQ(app::state.panel_colour, view::rgb(192, 192, 0));
     start_connected();
     EXPECT_EQ(app::state.panel_colour, form1::Form1.look.back);
 }
 
-TEST_F(Colours, AtTheStartEachKindOfControlGetsItsGround) {
+TEST_F(Colours, EachKindOfControlGetsItsBackground) {
     start_with_colour("255");
-    // Another ground than the tables have, so that it shows who takes it.
+    // Another colour than that of the tables, so that the assignment shows.
     app::state.panel_colour = view::rgb(1, 2, 3);
     inside_program([] { app::colour_all_controls(); });
     for (const view::Widget* w : form1::Form1.controls) {
@@ -83,7 +84,7 @@ TEST_F(Colours, AtTheStartEachKindOfControlGetsItsGround) {
             : on_dark_red.contains(w->name)                                        ? view::dark_red
             : on_panel_colour.contains(w->name)                                    ? ground()
                                                                                    : w->design.back;
-        // Lamps, heartbeat and service line live their own life.
+        // Other handlers colour lamps, heartbeat and service line.
         if (w->kind == view::Kind::shape || w == &form1::lbl_ore) continue;
         EXPECT_EQ(w->look.back, expected) << view::full_name(*w);
     }
@@ -92,13 +93,13 @@ TEST_F(Colours, AtTheStartEachKindOfControlGetsItsGround) {
             EXPECT_NE(view::find_widget(form1::Form1, name), nullptr) << name;
 }
 
-TEST_F(Colours, AtTheStartBothListsOfLabelsTakeTheStoredTextColour) {
+TEST_F(Colours, LabelsTakeTheStoredTextColour) {
     start_with_colour(std::to_string(chosen));
     EXPECT_EQ(labels_in(chosen), both_lists());
     EXPECT_EQ(form1::lbl_ore.look.fore, view::rgb(79, 89, 81));
 }
 
-TEST_F(Colours, TheServiceLineAndTheButtonsGetTheirGreysBackWhateverTheyHad) {
+TEST_F(Colours, ServiceLineIsSetToItsOwnGrey) {
     start_with_colour(std::to_string(chosen));
     view::set_fore(form1::lbl_ore, view::red);
     view::set_back(form1::Command_exit, view::red);
@@ -118,7 +119,7 @@ TEST_F(Colours, TheServiceLineAndTheButtonsGetTheirGreysBackWhateverTheyHad) {
 
 class NoColour : public Colours, public testing::WithParamInterface<const char*> {};
 
-TEST_P(NoColour, LeavesEveryTextInItsOwn) {
+TEST_P(NoColour, LeavesTheTextsOfTheTables) {
     start_with_colour(GetParam());
     EXPECT_EQ(app::text_colour(), std::nullopt);
     for (const std::string& name : both_lists()) {
@@ -132,17 +133,16 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoColour,
                          testing::Values("", "red", "16777216", "-1", "255x", "0xFF", "1.5",
                                          "99999999999999999999"));
 
-TEST_F(Colours, BlackAndWhiteAreColours) {
+TEST_F(Colours, BlackOrWhiteIsAColour) {
     start_with_colour("16777215");
     EXPECT_EQ(form1::Label_rpm.look.fore, view::white);
     app::state.text_colour = "0";
     EXPECT_EQ(app::text_colour(), view::black);
 }
 
-TEST_F(Colours, TheDialogColoursTheShorterListAtOnceAndStoresTheColour) {
+TEST_F(Colours, DialogColoursTheShorterListAtOnce) {
     start_with_colour("255");
-    screen.answer_colour(chosen);
-    operator_clicks(form1::mnu_color_testo);
+    choose_colour(chosen);
     EXPECT_THAT(screen.colour_boxes, testing::ElementsAre(255));
     EXPECT_EQ(labels_in(chosen), coloured_by_dialog);
     EXPECT_EQ(labels_in(255), coloured_at_start_only);
@@ -150,11 +150,10 @@ TEST_F(Colours, TheDialogColoursTheShorterListAtOnceAndStoresTheColour) {
     EXPECT_EQ(app::read_text_colour(), std::to_string(chosen));
 }
 
-TEST_F(Colours, TheOtherLabelsFollowAtTheNextStartAndNotEarlier) {
+TEST_F(Colours, OtherLabelsFollowAtTheNextStart) {
     start_with_colour("255");
-    screen.answer_colour(chosen);
-    operator_clicks(form1::mnu_color_testo);
-    // Another window gives way: the main window is activated again.
+    choose_colour(chosen);
+    // As after another window has closed.
     inside_program([] { form1::Form1.on.activate(); });
     run_for(10'000);
     EXPECT_EQ(labels_in(255), coloured_at_start_only);
@@ -166,33 +165,30 @@ TEST_F(Colours, TheOtherLabelsFollowAtTheNextStartAndNotEarlier) {
     EXPECT_EQ(labels_in(chosen), both_lists());
 }
 
-TEST_F(Colours, CancellingTheDialogStoresTheColourThatItOpenedWith) {
+TEST_F(Colours, CancellingStoresTheColourBefore) {
     start_with_colour("255");
-    screen.answer_colour(255);
-    operator_clicks(form1::mnu_color_testo);
+    choose_colour(255);
     EXPECT_EQ(app::read_text_colour(), "255");
     EXPECT_EQ(labels_in(255), both_lists());
 }
 
-TEST_F(Colours, WithoutAStoredColourTheDialogOpensWithBlackAndCancellingStoresIt) {
+TEST_F(Colours, WithoutAStoredColourTheDialogOpensWithBlack) {
     start_with_colour("");
-    screen.answer_colour(view::black);
-    operator_clicks(form1::mnu_color_testo);
+    choose_colour(view::black);
     EXPECT_THAT(screen.colour_boxes, testing::ElementsAre(view::black));
     EXPECT_EQ(app::read_text_colour(), "0");
     EXPECT_EQ(form1::Label_rpm.look.fore, view::black);
 }
 
-TEST_F(Colours, PollingGoesOnBeneathTheDialog) {
+TEST_F(Colours, PollingContinuesWhileTheDialogIsOpen) {
     start_connected();
-    screen.answer_colour(chosen, 3500);
-    operator_clicks(form1::mnu_color_testo);
+    choose_colour(chosen, 3500);
     run_for(3500);
     EXPECT_GE(port->sent.size(), 9u);
     EXPECT_EQ(app::read_text_colour(), std::to_string(chosen));
 }
 
-TEST_F(Colours, NothingIsColouredWhenTheUnitIsNotToBeReadAgain) {
+TEST_F(Colours, NoRereadColoursNothing) {
     view::load(form1::Form1);
     app::state.no_reread = true;
     link::main_window_activated();

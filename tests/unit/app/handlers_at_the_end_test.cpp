@@ -1,5 +1,5 @@
-// Every handler of every widget, worked while the program ends: nothing reaches the unit, and the
-// end does not wait for the handler.
+// Every handler of every widget, run while the program ends: no frame is sent, and the end does not
+// wait for the handler.
 #include "tests/support/bench.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -33,7 +33,7 @@ void move_handle(view::Widget& slider) {
     slider.on.change();
 }
 
-// Hidden and disabled ones too: what is out of reach now may be in reach in another state.
+// Also of hidden and disabled widgets, which the operator can reach in another state.
 std::vector<Act> acts_of(view::Widget& w) {
     std::vector<Act> acts;
     if (w.on.click) acts.push_back({"click", w.on.click});
@@ -46,7 +46,7 @@ std::vector<Act> acts_of(view::Widget& w) {
     return acts;
 }
 
-// Agrees to everything.
+// Answers yes to everything.
 struct WillingScreen : view::HeadlessScreen {
     view::Answer message_box(const view::MessageBox& box) override {
         return box.buttons == view::Buttons::ok ? view::Answer::ok : view::Answer::yes;
@@ -101,7 +101,7 @@ std::vector<Act> all_acts() {
     return all;
 }
 
-// Without this the other two could not fail.
+// The condition for the other two to be able to fail.
 TEST(HandlersAtTheEnd, ManyWriteAtOtherTimes) {
     int writers = 0;
     for (const Act& act : all_acts()) {
@@ -121,7 +121,7 @@ void expect_quiet_end(Probe& run, const Act& act, int last_ms) {
     EXPECT_THAT(run.frames(), testing::IsEmpty()) << act.name;
 }
 
-TEST(HandlersAtTheEnd, NoneSendsAfterTheMainWindowsClosing) {
+TEST(HandlersAtTheEnd, NoneSendsAfterTheMainWindowHasClosed) {
     for (const Act& act : all_acts()) {
         Probe run;
         run.connect();
@@ -130,7 +130,7 @@ TEST(HandlersAtTheEnd, NoneSendsAfterTheMainWindowsClosing) {
     }
 }
 
-TEST(HandlersAtTheEnd, NoneSendsAfterTheDialogsCancel) {
+TEST(HandlersAtTheEnd, NoneSendsAfterCancelInTheDialog) {
     for (const Act& act : all_acts()) {
         Probe run;
         run.open_dialog();

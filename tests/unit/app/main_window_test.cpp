@@ -1,4 +1,5 @@
-// The frame of the main window: panels, service controls, the windows that it opens, field marks.
+// The main window: its panels and service controls, the windows that it opens, and the marking of
+// fields.
 #include "app/app_state.h"
 #include "app/field_marking.h"
 #include "app/panel_buttons.h"
@@ -23,7 +24,7 @@ using testing::ElementsAre;
 class MainWindow : public ReplyBench {
   protected:
     void SetUp() override { start_scripted(); }
-    static std::vector<std::string> panels_on_view() {
+    static std::vector<std::string> shown_panels() {
         std::vector<std::string> names;
         for (view::Widget* panel : {&form1::frame_engine, &form1::Frame_impostazioni,
                                     &form1::Frame_Lambda, &form1::Frame_diagnosi})
@@ -34,7 +35,7 @@ class MainWindow : public ReplyBench {
 
 class MainWindowAtStart : public Bench {};
 
-TEST_F(MainWindowAtStart, TheCarMenuIsDisabledUntilARecordWasRead) {
+TEST_F(MainWindowAtStart, CarMenuIsDisabled) {
     port->silent = true;
     start_program();
     run_for(3000);
@@ -42,21 +43,20 @@ TEST_F(MainWindowAtStart, TheCarMenuIsDisabledUntilARecordWasRead) {
     EXPECT_THAT(screen.message_boxes, testing::IsEmpty());
 }
 
-TEST_F(MainWindow, StartsOnTheEnginePanelWithTheServiceControlsHidden) {
-    EXPECT_THAT(panels_on_view(), ElementsAre("frame_engine"));
+TEST_F(MainWindow, StartsOnTheEnginePanel) {
+    EXPECT_THAT(shown_panels(), ElementsAre("frame_engine"));
     EXPECT_TRUE(view::visible(form1::Command_exit));
     EXPECT_TRUE(view::enabled(form1::Command5));
     for (view::Widget* w : {&form1::Label_sfondo, &form1::Label_ct, &form1::lbl_ct})
         EXPECT_FALSE(view::visible(*w)) << w->name;
 }
 
-TEST_F(MainWindow, TheSettingsPanelStopsThePollingAtOnceAndHidesTheExit) {
-    const bool was_polling = form1::Timer_stato_sistema.is_on();
+TEST_F(MainWindow, SettingsPanelStopsThePolling) {
     operator_clicks(form1::Command_impostazioni);
-    EXPECT_THAT(panels_on_view(), ElementsAre("Frame_impostazioni"));
+    EXPECT_THAT(shown_panels(), ElementsAre("Frame_impostazioni"));
     EXPECT_TRUE(state.settings_panel_open);
     EXPECT_FALSE(state.poll_enabled);
-    EXPECT_FALSE(form1::Timer_stato_sistema.is_on()) << was_polling;
+    EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
     EXPECT_TRUE(form1::Timer_chiusura_stato.is_on());
     EXPECT_FALSE(form1::Timer3.is_on());
     EXPECT_FALSE(view::enabled(form1::Command5));
@@ -68,23 +68,23 @@ TEST_F(MainWindow, TheSettingsPanelStopsThePollingAtOnceAndHidesTheExit) {
     EXPECT_THAT(frames(), ElementsAre());
 }
 
-TEST_F(MainWindow, TheEngineButtonTooSoonBehindAPanelsButtonIsUndoneByThePanelsDelayedStop) {
+TEST_F(MainWindow, DelayedStopOfAPanelUndoesTheEngineButton) {
     operator_clicks(form1::Command_impostazioni);
     run_for(100);
     operator_clicks(form1::Command_engine);
     run_for(5000);
-    EXPECT_THAT(panels_on_view(), ElementsAre("frame_engine"));
+    EXPECT_THAT(shown_panels(), ElementsAre("frame_engine"));
     EXPECT_FALSE(state.poll_enabled);
     forget_wire();
     run_for(5000);
     EXPECT_THAT(frames(), ElementsAre());
     operator_clicks(form1::Command_engine);
     run_for(1000);
-    EXPECT_TRUE(state.poll_enabled) << "pressed once more";
+    EXPECT_TRUE(state.poll_enabled) << "after the second click";
     EXPECT_THAT(frames(), testing::Not(ElementsAre()));
 }
 
-TEST_F(MainWindow, TheSettingsPanelPlacesTheTankSlidersButNotTheFifthAndWritesNothing) {
+TEST_F(MainWindow, SettingsPanelPlacesFourTankSliders) {
     mirrors.tank_min_mv = 1948;
     mirrors.tank_max_mv = 3964;
     mirrors.tank_threshold_1 = 48;
@@ -96,8 +96,8 @@ TEST_F(MainWindow, TheSettingsPanelPlacesTheTankSlidersButNotTheFifthAndWritesNo
     operator_clicks(form1::Command_impostazioni);
     run_for(3000);
     std::vector<double> values;
-    for (int i = 0; i < 5; ++i)
-        values.push_back(view::value(form1::Slider1[i]));
+    for (int row = 0; row < 5; ++row)
+        values.push_back(view::value(form1::Slider1[row]));
     EXPECT_THAT(values, ElementsAre(48, 66, 86, 95, fifth));
     EXPECT_EQ(view::text(form1::Text_min_tank), "1948");
     EXPECT_EQ(view::text(form1::lbl_205), "1948");
@@ -108,7 +108,7 @@ TEST_F(MainWindow, TheSettingsPanelPlacesTheTankSlidersButNotTheFifthAndWritesNo
     EXPECT_THAT(writes(), ElementsAre());
 }
 
-TEST_F(MainWindow, TheEngineButtonComesHomeAndRestartsThePolling) {
+TEST_F(MainWindow, EngineButtonRestartsThePolling) {
     operator_clicks(form1::Command_impostazioni);
     run_for(3000);
     state.ui_loading = true;
@@ -118,10 +118,10 @@ TEST_F(MainWindow, TheEngineButtonComesHomeAndRestartsThePolling) {
     EXPECT_FALSE(state.settings_panel_open);
     EXPECT_TRUE(state.poll_enabled);
     EXPECT_TRUE(view::enabled(form1::Command5));
-    EXPECT_THAT(panels_on_view(), ElementsAre("Frame_impostazioni")) << "not before its wait";
+    EXPECT_THAT(shown_panels(), ElementsAre("Frame_impostazioni")) << "until its wait has ended";
     EXPECT_FALSE(view::visible(form1::Command_exit));
     run_for(1000);
-    EXPECT_THAT(panels_on_view(), ElementsAre("frame_engine"));
+    EXPECT_THAT(shown_panels(), ElementsAre("frame_engine"));
     EXPECT_TRUE(view::visible(form1::Command_exit));
     EXPECT_EQ(view::focus(), &form1::Form1);
     EXPECT_FALSE(state.ui_loading);
@@ -129,28 +129,28 @@ TEST_F(MainWindow, TheEngineButtonComesHomeAndRestartsThePolling) {
     EXPECT_GE(port->sent.size(), 2u);
 }
 
-// No telegram shares the wait here, so that its length shows.
-TEST_F(MainWindow, TheEngineButtonWaits500MillisecondsForThePollingToRun) {
+// The port is closed, so that no telegram changes the length of the wait.
+TEST_F(MainWindow, EngineButtonWaits500MsForThePolling) {
     operator_clicks(form1::Command_impostazioni);
     run_for(3000);
     inside_program([] { link::close_port(); });
     operator_clicks(form1::Command_engine);
     run_for(499);
-    EXPECT_THAT(panels_on_view(), ElementsAre("Frame_impostazioni"));
+    EXPECT_THAT(shown_panels(), ElementsAre("Frame_impostazioni"));
     run_for(1);
-    EXPECT_THAT(panels_on_view(), ElementsAre("frame_engine"));
+    EXPECT_THAT(shown_panels(), ElementsAre("frame_engine"));
 }
 
-TEST_F(MainWindow, TheEngineButtonWaitsForNothingWhenThePollingRuns) {
+TEST_F(MainWindow, EngineButtonDoesNotWaitWhilePolling) {
     for (int i = 0; i < 100 && !form1::Timer_stato_sistema.is_on(); ++i)
         run_for(10);
     ASSERT_TRUE(form1::Timer_stato_sistema.is_on());
     inside_program([] { view::set_visible(form1::frame_engine, false); });
     operator_clicks(form1::Command_engine);
-    EXPECT_THAT(panels_on_view(), ElementsAre("frame_engine"));
+    EXPECT_THAT(shown_panels(), ElementsAre("frame_engine"));
 }
 
-TEST_F(MainWindow, TheEngineButtonGivesAShutOutWindowBack) {
+TEST_F(MainWindow, EngineButtonEnablesTheWindow) {
     inside_program([] {
         view::set_enabled(form1::Form1, false);
         form1::Command_engine.on.click();
@@ -159,7 +159,7 @@ TEST_F(MainWindow, TheEngineButtonGivesAShutOutWindowBack) {
     EXPECT_TRUE(view::enabled(form1::Form1));
 }
 
-TEST_F(MainWindow, TheLambdaPanelShowsTheMirrorsAndWritesNothing) {
+TEST_F(MainWindow, LambdaPanelShowsTheMirrors) {
     mirrors.lambda_open_loop_max = 512;
     mirrors.lambda_closed_loop_max = 433;
     mirrors.lambda_control = 1;
@@ -167,7 +167,7 @@ TEST_F(MainWindow, TheLambdaPanelShowsTheMirrorsAndWritesNothing) {
     mirrors.lambda_input_kind = 1;
     inside_program([] { view::set_text(form1::Label35, "4"); });
     operator_clicks(form1::Command_lambda);
-    EXPECT_THAT(panels_on_view(), ElementsAre("Frame_Lambda"));
+    EXPECT_THAT(shown_panels(), ElementsAre("Frame_Lambda"));
     EXPECT_TRUE(view::visible(form1::Picture1));
     EXPECT_FALSE(view::enabled(form1::Command5));
     EXPECT_FALSE(view::visible(form1::Command_exit));
@@ -188,10 +188,10 @@ TEST_F(MainWindow, TheLambdaPanelShowsTheMirrorsAndWritesNothing) {
     EXPECT_TRUE(view::selected(form1::Option_tens));
     run_for(5000);
     EXPECT_THAT(writes(), ElementsAre());
-    EXPECT_FALSE(state.poll_enabled) << "stopped 200 ms later";
+    EXPECT_FALSE(state.poll_enabled) << "stopped after 200 ms";
 }
 
-TEST_F(MainWindow, TheTraceOfTheLambdaPanelEndsOnTheOtherPanels) {
+TEST_F(MainWindow, OtherPanelsEndTheLambdaTrace) {
     for (view::Widget* button : {&form1::Command_engine, &form1::Command_impostazioni}) {
         operator_clicks(form1::Command_lambda);
         run_for(1000);
@@ -202,7 +202,7 @@ TEST_F(MainWindow, TheTraceOfTheLambdaPanelEndsOnTheOtherPanels) {
     }
 }
 
-TEST_F(MainWindow, TheParameterMenuStopsPollingAndTraceAndOpensItsWindow) {
+TEST_F(MainWindow, ParameterMenuOpensItsWindow) {
     operator_clicks(form1::Command_lambda);
     run_for(100);
     operator_clicks(form1::barra1);
@@ -226,7 +226,7 @@ TEST_F(MainWindow, TwoButtonsOpenTheirWindows) {
     EXPECT_TRUE(acquisizione::acquisizione.loaded);
 }
 
-TEST_F(MainWindow, TheStopButtonStopsAndTheStartButtonDoesNothing) {
+TEST_F(MainWindow, StopButtonStopsThePolling) {
     EXPECT_FALSE(form1::Command1.on.click);
     inside_program([] { view::set_visible(form1::Command2, true); });
     operator_clicks(form1::Command2);
@@ -238,7 +238,7 @@ TEST_F(MainWindow, TheStopButtonStopsAndTheStartButtonDoesNothing) {
     EXPECT_THAT(frames(), ElementsAre());
 }
 
-TEST_F(MainWindow, TwoDoubleClicksBringTheServiceControlsAndHideThem) {
+TEST_F(MainWindow, DoubleClicksShowOrHideTheServiceControls) {
     const std::vector<view::Widget*> brought = {
         &form1::Label_sfondo,   &form1::Label_pressione_taratura,
         &form1::lbl_ct,         &form1::lbl_ktar,
@@ -265,7 +265,7 @@ TEST_F(MainWindow, TwoDoubleClicksBringTheServiceControlsAndHideThem) {
     EXPECT_EQ(view::focus(), &form1::Text2);
 }
 
-TEST_F(MainWindow, AFieldThatIsEnteredIsRedAndEmptyUntilItsEnterWasHandled) {
+TEST_F(MainWindow, FieldIsRedUntilEnter) {
     inside_program([] { app::begin_field_edit(form1::Text_time_comm); });
     EXPECT_TRUE(form1::Text_time_comm.look.edit_marker);
     EXPECT_EQ(form1::Text_time_comm.look.back, 8421631);
@@ -279,7 +279,7 @@ TEST_F(MainWindow, AFieldThatIsEnteredIsRedAndEmptyUntilItsEnterWasHandled) {
     EXPECT_EQ(view::text(form1::Text_time_comm), "12");
 }
 
-TEST_F(MainWindow, TheTwoPanelButtonsShowWhenTheProgramIsBusy) {
+TEST_F(MainWindow, PanelButtonsShowThatTheProgramIsBusy) {
     inside_program([] { app::show_busy_on_buttons(); });
     EXPECT_EQ(form1::Command_engine.look.pointer, view::Pointer::hourglass);
     EXPECT_EQ(form1::Command_impostazioni.look.pointer, view::Pointer::hourglass);
@@ -288,7 +288,7 @@ TEST_F(MainWindow, TheTwoPanelButtonsShowWhenTheProgramIsBusy) {
     EXPECT_EQ(form1::Command_impostazioni.look.pointer, view::Pointer::custom);
 }
 
-TEST_F(MainWindow, TheManualOpensAtItsFirstPageInTheLanguageOfTheProgram) {
+TEST_F(MainWindow, ManualOpensInTheLanguageInUse) {
     state.current_language = "pl";
     operator_clicks(form1::mnu_Manual);
     EXPECT_THAT(screen.manuals, ElementsAre((folder / "zol.chm").string() + " pl/index.htm"));
@@ -297,7 +297,7 @@ TEST_F(MainWindow, TheManualOpensAtItsFirstPageInTheLanguageOfTheProgram) {
     EXPECT_EQ(screen.manuals.back(), "a.chm b.htm");
 }
 
-TEST_F(MainWindow, TheExitDuringAWaitLeavesNoHandlerAbleToWrite) {
+TEST_F(MainWindow, ExitDuringAWaitKeepsHandlersFromWriting) {
     operator_drags(form1::Slider_ktar, 1500); // waits 400 ms before its first write
     run_for(100);
     operator_clicks(form1::Command_exit);
@@ -311,8 +311,9 @@ TEST_F(MainWindow, TheExitDuringAWaitLeavesNoHandlerAbleToWrite) {
     EXPECT_THAT(writes(), ElementsAre());
 }
 
-// Whoever starts the polling while the panel comes up: the gauge is set with a quiet line.
-TEST_F(MainWindow, ThePollingThatComesBackWhileTheSettingsOpenIsStoppedAndWaitedOut) {
+// A handler may start the polling while the panel is being shown. The gauge is filled with a free
+// line.
+TEST_F(MainWindow, SettingsPanelStopsPollingStartedMeanwhile) {
     screen.on_changed = [](view::Widget& widget, view::Aspect) {
         if (&widget == &form1::Frame_impostazioni) monitor::start_polling();
     };

@@ -24,7 +24,7 @@ std::string without_comments(const std::string& code) {
     return std::regex_replace(code, std::regex("//[^\n]*"), "");
 }
 
-// Of the messages' names. A name that nothing uses is found by the second test.
+// By the name in the catalogue of messages.
 std::map<std::string, int> numbers_by_name() {
     const std::string code = without_comments(text_of(sources / "app/message_catalogue.h"));
     const std::regex row("constexpr int (\\w+) = (\\d+);");
@@ -34,12 +34,12 @@ std::map<std::string, int> numbers_by_name() {
     return found;
 }
 
-// The logic and the windows, without the messages' own header.
+// The logic and the windows, without the catalogue.
 std::vector<fs::path> other_sources() {
     std::vector<fs::path> found;
-    for (const char* room :
+    for (const char* module :
          {"app", "link", "monitor", "calibration", "diagnostics", "maintenance", "view/windows"})
-        for (const auto& entry : fs::directory_iterator(sources / room))
+        for (const auto& entry : fs::directory_iterator(sources / module))
             if (entry.is_regular_file() && entry.path().filename() != "message_catalogue.h")
                 found.push_back(entry.path());
     return found;
@@ -71,8 +71,8 @@ TEST(MessageNames, AreAllUsed) {
         EXPECT_TRUE(std::regex_search(code, std::regex("messages::" + name + "\\b"))) << name;
 }
 
-// Where a message is asked for, put into a control or set down in a table of captions.
-TEST(MessageNames, StandForEveryNumber) {
+// In a call that takes a message, and in a table of captions.
+TEST(MessageNames, ReplaceEveryNumber) {
     const std::regex number(
         "(message\\(|replace_by\\(|set_message\\([^;]*, |\\{form1::\\w+, )1[0-2]"
         "[0-9]{2}[^0-9]");

@@ -1,4 +1,4 @@
-// Numbers as the operator types and reads them, and as the wire takes them.
+// Numbers as the operator types and reads them, and as a frame takes them.
 #include "app/numbers.h"
 
 #include <cmath>
@@ -13,12 +13,12 @@ using app::number_text;
 using app::round_half_even;
 using app::val;
 
-TEST(ANumberThatIsTyped, IsReadAsFarAsItGoes) {
+TEST(TypedNumber, IsReadAsFarAsItGoes) {
     EXPECT_EQ(val("1200"), 1200);
     EXPECT_EQ(val("1200 rpm"), 1200);
     EXPECT_EQ(val("12.5"), 12.5);
     EXPECT_EQ(val("12.5.7"), 12.5);
-    EXPECT_EQ(val("12,5"), 12) << "a comma ends it, in every language";
+    EXPECT_EQ(val("12,5"), 12) << "a comma ends it";
     EXPECT_EQ(val(".5"), 0.5);
     EXPECT_EQ(val("5."), 5);
     EXPECT_EQ(val("007"), 7);
@@ -26,14 +26,14 @@ TEST(ANumberThatIsTyped, IsReadAsFarAsItGoes) {
     EXPECT_EQ(val("3e2"), 3) << "no powers of ten";
 }
 
-TEST(ANumberThatIsTyped, MayHaveBlanksAnywhere) {
+TEST(TypedNumber, MayHaveBlanksAnywhere) {
     EXPECT_EQ(val("  42  "), 42);
     EXPECT_EQ(val("1 2 3"), 123);
     EXPECT_EQ(val("\t4\n2"), 42);
     EXPECT_EQ(val("- 5"), -5);
 }
 
-TEST(ANumberThatIsTyped, MayHaveOneSignInFront) {
+TEST(TypedNumber, MayHaveOneSignInFront) {
     EXPECT_EQ(val("-5"), -5);
     EXPECT_EQ(val("+5"), 5);
     EXPECT_EQ(val("-.25"), -0.25);
@@ -41,7 +41,7 @@ TEST(ANumberThatIsTyped, MayHaveOneSignInFront) {
     EXPECT_EQ(val("5-3"), 5);
 }
 
-TEST(ANumberThatIsTyped, IsZeroWhereNoneStandsInFront) {
+TEST(TypedNumber, IsZeroWithoutDigitsInFront) {
     for (const char* text : {"", " ", "rpm", "-", "+", ".", "-.", "x5", "NaN", "inf", "--"}) {
         EXPECT_EQ(val(text), 0) << text;
         EXPECT_FALSE(std::signbit(val(text))) << text << ": a zero has no sign";
@@ -52,7 +52,7 @@ TEST(ANumberThatIsTyped, IsZeroWhereNoneStandsInFront) {
               0);
 }
 
-TEST(ANumberThatIsTyped, IsNotMadeOfForeignDigits) {
+TEST(TypedNumber, HasAsciiDigitsOnly) {
     EXPECT_EQ(val("١٢"), 0);   // Arabic-Indic
     EXPECT_EQ(val("１２"), 0); // full width
     EXPECT_EQ(val("½"), 0);
@@ -60,7 +60,7 @@ TEST(ANumberThatIsTyped, IsNotMadeOfForeignDigits) {
     EXPECT_EQ(val("\xFF\xFE 5"), 0);
 }
 
-TEST(ANumberThatIsTyped, MayBeEndless) {
+TEST(TypedNumber, MayHaveTenThousandDigits) {
     const double largest = std::numeric_limits<double>::max();
     EXPECT_EQ(val(std::string(10'000, '9')), largest);
     EXPECT_EQ(val("-" + std::string(10'000, '9')), -largest);
@@ -74,7 +74,7 @@ TEST(ANumberThatIsTyped, MayBeEndless) {
     EXPECT_NEAR(val("0.3" + std::string(10'000, '3')), 1.0 / 3, 1e-15);
 }
 
-TEST(ANumberThatIsShown, IsTheShortestThatReadsBackTheSame) {
+TEST(ShownNumber, IsTheShortestThatReadsBackTheSame) {
     EXPECT_EQ(number_text(12.6), "12.6");
     EXPECT_EQ(number_text(5 * 0.78), "3.9");
     EXPECT_EQ(number_text(0.1 + 0.2), "0.3");
@@ -91,19 +91,19 @@ TEST(ANumberThatIsShown, IsTheShortestThatReadsBackTheSame) {
     }
 }
 
-TEST(ANumberThatIsShown, HasNoNegativeZero) {
+TEST(ShownNumber, HasNoNegativeZero) {
     EXPECT_EQ(number_text(0), "0");
     EXPECT_EQ(number_text(-0.0), "0");
 }
 
-TEST(ANumberThatIsShown, MayBeVeryLargeOrVerySmall) {
+TEST(ShownNumber, MayBeVeryLargeOrVerySmall) {
     EXPECT_EQ(number_text(std::numeric_limits<double>::max()).size(), 309u);
     EXPECT_EQ(val(number_text(std::numeric_limits<double>::max())),
               std::numeric_limits<double>::max());
     EXPECT_TRUE(number_text(std::numeric_limits<double>::denorm_min()).starts_with("0.000"));
 }
 
-TEST(ANumberForTheWire, IsRoundedToTheNearestAndTiesGoToTheEvenOne) {
+TEST(NumberForAFrame, IsRoundedWithTiesToEven) {
     EXPECT_EQ(round_half_even(0.5), 0);
     EXPECT_EQ(round_half_even(1.5), 2);
     EXPECT_EQ(round_half_even(2.5), 2);
@@ -115,7 +115,7 @@ TEST(ANumberForTheWire, IsRoundedToTheNearestAndTiesGoToTheEvenOne) {
     EXPECT_EQ(round_half_even(1200), 1200);
 }
 
-TEST(ANumberForTheWire, IsRoundedToPlacesInTheSameWay) {
+TEST(NumberForAFrame, IsRoundedToPlacesWithTiesToEven) {
     EXPECT_EQ(number_text(round_half_even(12.346, 2)), "12.35");
     EXPECT_EQ(number_text(round_half_even(0.125, 2)), "0.12");
     EXPECT_EQ(number_text(round_half_even(0.375, 2)), "0.38");

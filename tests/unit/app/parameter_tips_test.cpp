@@ -1,4 +1,4 @@
-// The parameters that a control's text names are those that it writes when it is worked.
+// The parameters that the text of a control names are those that it writes when it is used.
 #include "app/helper_texts.h"
 #include "tests/unit/calibration/calibration_bench.h"
 #include "view/windows/acquisizione.h"
@@ -16,7 +16,7 @@ using view::Widget;
 
 class ParametersInTips : public CalibrationBench {
   protected:
-    // Brings the control out, whatever panel it stands on.
+    // Shows and enables the control with all that contains it.
     static void make_reachable(Widget& control) {
         for (Widget* w = &control; w; w = w->parent) {
             view::set_visible(*w, true);
@@ -24,7 +24,7 @@ class ParametersInTips : public CalibrationBench {
         }
     }
 
-    void work(Widget& control) {
+    void use(Widget& control) {
         switch (control.kind) {
         case Kind::slider: {
             const double value = view::value(control), step = control.look.small_change;
@@ -40,7 +40,7 @@ class ParametersInTips : public CalibrationBench {
     std::set<int> written_by(Widget& control) {
         inside_program([&control] { make_reachable(control); });
         forget_wire();
-        work(control);
+        use(control);
         run_for(15'000);
         std::set<int> numbers;
         for (const Frame& frame : writes())
@@ -54,41 +54,41 @@ class ParametersInTips : public CalibrationBench {
             << full_name(control);
     }
 
-    static bool is_worked(const Widget& w) {
+    static bool is_usable(const Widget& w) {
         return w.kind != Kind::label && w.kind != Kind::frame && !app::parameters_of(w).empty();
     }
 };
 
-TEST_F(ParametersInTips, OfTheMainWindowAreThoseThatItsControlsWrite) {
+TEST_F(ParametersInTips, OfTheMainWindowAreThoseThatItWrites) {
     start_connected();
     go_on_gas();
     inside_program([] { link::mirrors.pressure_sensor = 1; });
-    int worked = 0;
+    int used = 0;
     for (auto* list : {&form1::Form1.controls, &form1::Form1.menus})
         for (Widget* w : *list) {
-            if (!is_worked(*w)) continue;
+            if (!is_usable(*w)) continue;
             // The pair acts only on a change from the opposite choice.
             inside_program([w] {
                 link::mirrors.modular_changeover = w == &form1::Opt_modulare_no ? 1 : 0;
                 app::state.ui_loading = false;
             });
             expect_named_and_written(*w);
-            ++worked;
+            ++used;
         }
-    EXPECT_GT(worked, 40);
+    EXPECT_GT(used, 40);
 }
 
-TEST_F(ParametersInTips, OfTheChangeoverWindowAreThoseThatItsControlsWrite) {
+TEST_F(ParametersInTips, OfTheChangeoverWindowAreThoseThatItWrites) {
     start_connected();
     operator_clicks(form1::Command_impostazioni);
     run_for(1000);
     operator_clicks(form1::Command303);
     run_for(500);
     for (Widget* w : form3::Form3.controls)
-        if (is_worked(*w)) expect_named_and_written(*w);
+        if (is_usable(*w)) expect_named_and_written(*w);
 }
 
-TEST_F(ParametersInTips, OfTheAcquisitionsSavingAreThoseThatItWrites) {
+TEST_F(ParametersInTips, OfTheAcquisitionAreThoseThatItWrites) {
     start_connected();
     operator_clicks(form1::Command5);
     run_for(2000);
@@ -96,7 +96,7 @@ TEST_F(ParametersInTips, OfTheAcquisitionsSavingAreThoseThatItWrites) {
     expect_named_and_written(acquisizione::Command_salva);
 }
 
-TEST_F(ParametersInTips, OfTheFaultCodesAreThoseThatTheUnitKeepsThemIn) {
+TEST_F(ParametersInTips, OfTheFaultCodesAreThoseOfTheUnit) {
     int number = 145;
     for (Widget* label :
          {&form1::lbl_par_1, &form1::lbl_par_2, &form1::lbl_par_3, &form1::lbl_par_4,
@@ -104,7 +104,7 @@ TEST_F(ParametersInTips, OfTheFaultCodesAreThoseThatTheUnitKeepsThemIn) {
         EXPECT_THAT(app::parameters_of(*label), testing::ElementsAre(number++));
 }
 
-TEST_F(ParametersInTips, AreNamedByTheMenuItemsThatWriteOne) {
+TEST_F(ParametersInTips, AreNamedByTheMenuItemsThatWriteThem) {
     start_connected();
     for (Widget* item :
          {&form1::mnu_search, &form1::mnu_direction_normal_eobd, &form1::mnu_direction_inverse_eobd,
@@ -114,7 +114,7 @@ TEST_F(ParametersInTips, AreNamedByTheMenuItemsThatWriteOne) {
         EXPECT_FALSE(app::parameters_of(*item).empty()) << full_name(*item);
 }
 
-TEST_F(ParametersInTips, AreNamedWhereverAControlWritesOne) {
+TEST_F(ParametersInTips, AreNamedByTheControlsThatWriteThem) {
     start_connected();
     for (auto* list : {&form1::Form1.controls, &form1::Form1.menus})
         for (Widget* w : *list) {

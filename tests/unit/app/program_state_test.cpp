@@ -1,4 +1,4 @@
-// One run leaves nothing to the next: what the fixtures begin with puts every part back.
+// No run changes the next one: the reset at the beginning of each fixture puts every part back.
 #include "tests/support/program_state.h"
 
 #include "app/application_folder.h"
@@ -20,7 +20,7 @@ namespace {
 
 class ProgramState : public Bench {
   protected:
-    // In the middle of a pass, with a unit, settings and captions that are not the usual ones.
+    // Stops in the middle of a pass, with a unit, settings and captions other than the usual ones.
     void run_a_program() {
         use_unit({.family = 4, .version = 7, .revision = 71, .warm = true});
         screen.screen = {20250, 18000};
@@ -41,7 +41,7 @@ class ProgramState : public Bench {
     }
 };
 
-TEST_F(ProgramState, AfterTheResetIsThatBeforeAnyStart) {
+TEST_F(ProgramState, IsThatBeforeAnyStartAfterTheReset) {
     run_a_program();
     reset_program_state();
     EXPECT_EQ(app::state.ecu_family, 0);
@@ -62,7 +62,7 @@ TEST_F(ProgramState, AfterTheResetIsThatBeforeAnyStart) {
     EXPECT_EQ(view::focus(), nullptr);
 }
 
-TEST_F(ProgramState, AHandlerThatWaitedForAPassIsForgotten) {
+TEST_F(ProgramState, HandlerThatWaitedForAPassIsDropped) {
     bool ran = false;
     monitor::after_the_next_repeat([&ran] { ran = true; });
     reset_program_state();

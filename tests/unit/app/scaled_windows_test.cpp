@@ -1,4 +1,4 @@
-// The windows were drawn for one screen; they fit the one they find.
+// The windows of the program, scaled to the screen that they find.
 #include "tests/support/bench.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -8,11 +8,20 @@
 namespace zol::tests {
 namespace {
 
-class ScaledWindows : public Bench {};
+class ScaledWindows : public Bench {
+  protected:
+    void start_on(int width_pixels, int height_pixels) {
+        screen.screen = {width_pixels * 15.0, height_pixels * 15.0};
+        start_connected();
+    }
+    // The height of its text, as the scaling estimates it.
+    static void expect_height_of_type(const view::Look& list) {
+        EXPECT_NEAR(list.place.height, list.font_size * 28 + 84, 0.01);
+    }
+};
 
-TEST_F(ScaledWindows, TheMainWindowFillsTheScreenItFinds) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
+TEST_F(ScaledWindows, MainWindowFillsItsScreen) {
+    start_on(1366, 768);
     const auto& form = form1::Form1;
     EXPECT_EQ(form.look.tag, "ResizeON");
     EXPECT_NEAR(form.look.place.width, form.design.place.width * 1366 / 675, 1);
@@ -20,9 +29,8 @@ TEST_F(ScaledWindows, TheMainWindowFillsTheScreenItFinds) {
                 form1::Label_rpm.design.font_size * (768 * 15 - 990) / 8010, 0.01);
 }
 
-TEST_F(ScaledWindows, WhatShowsNoTypeHasNoneToScale) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
+TEST_F(ScaledWindows, ControlsWithoutTypeKeepTheirs) {
+    start_on(1366, 768);
     for (const view::Widget* w : form1::Form1.controls) {
         const bool typeless = w->kind == view::Kind::shape || w->kind == view::Kind::picture ||
                               w->kind == view::Kind::movie || w->kind == view::Kind::slider;
@@ -30,7 +38,7 @@ TEST_F(ScaledWindows, WhatShowsNoTypeHasNoneToScale) {
     }
 }
 
-TEST_F(ScaledWindows, TheConnectionDialogFitsTheScreenToo) {
+TEST_F(ScaledWindows, ConnectionDialogFitsTheScreen) {
     screen.screen = {1366 * 15, 768 * 15};
     port->silent = true;
     start_program();
@@ -42,26 +50,23 @@ TEST_F(ScaledWindows, TheConnectionDialogFitsTheScreenToo) {
     EXPECT_NEAR(dialog.look.place.height, dialog.design.place.height * (768 * 15 - 705) / 8295, 1);
 }
 
-TEST_F(ScaledWindows, TheScreenTheyWereDrawnForLeavesThemAsDrawn) {
-    screen.screen = {675 * 15, 600 * 15};
-    start_connected();
+TEST_F(ScaledWindows, OwnScreenLeavesThemAsDrawn) {
+    start_on(675, 600);
     EXPECT_EQ(form1::Form1.look.tag, "");
     EXPECT_EQ(form1::Form1.look.place, form1::Form1.design.place);
     for (const view::Widget* w : form1::Form1.controls)
         EXPECT_EQ(w->look.font_size, w->design.font_size) << view::full_name(*w);
 }
 
-TEST_F(ScaledWindows, OnAHigherScreenOfTheSameWidthTypeGrowsWithTheHeight) {
-    screen.screen = {675 * 15, 1024 * 15};
-    start_connected();
+TEST_F(ScaledWindows, HigherScreenEnlargesTheType) {
+    start_on(675, 1024);
     EXPECT_EQ(form1::Form1.look.place.width, form1::Form1.design.place.width);
     EXPECT_NEAR(form1::Label_rpm.look.font_size,
                 form1::Label_rpm.design.font_size * (1024 * 15 - 990) / 8010, 0.01);
 }
 
-TEST_F(ScaledWindows, TheChangeoverWindowAndTheAcquisitionThatItLoadsFitTheScreen) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
+TEST_F(ScaledWindows, ChangeoverWindowFitsTheScreen) {
+    start_on(1366, 768);
     operator_clicks(form1::Command_impostazioni);
     run_for(2000);
     operator_clicks(form1::Command303);
@@ -76,28 +81,25 @@ TEST_F(ScaledWindows, TheChangeoverWindowAndTheAcquisitionThatItLoadsFitTheScree
     }
 }
 
-TEST_F(ScaledWindows, AListKeepsTheHeightThatItsTypeMakes) {
-    screen.screen = {1366 * 15, 768 * 15};
-    start_connected();
+TEST_F(ScaledWindows, ListHasTheHeightOfItsType) {
+    start_on(1366, 768);
     const auto& list = form1::Combo_tank_level.look;
-    EXPECT_NEAR(list.place.height, list.font_size * 28 + 84, 0.01);
+    expect_height_of_type(list);
     EXPECT_NEAR(list.place.height,
                 form1::Combo_tank_level.design.place.height * (768 * 15 - 990) / 8010, 60);
 }
 
-TEST_F(ScaledWindows, OnASmallerScreenAListHasTheHeightThatItsTypeMakesToo) {
-    screen.screen = {640 * 15, 480 * 15};
-    start_connected();
+TEST_F(ScaledWindows, ListOnASmallScreenHasTheHeightOfItsType) {
+    start_on(640, 480);
     const auto& list = form1::Combo_tank_level.look;
     EXPECT_NEAR(list.font_size, form1::Combo_tank_level.design.font_size * (480 * 15 - 990) / 8010,
                 0.01);
-    EXPECT_NEAR(list.place.height, list.font_size * 28 + 84, 0.01);
+    expect_height_of_type(list);
 }
 
-// Below four and a half points type is a grey line, and bold makes it a black one.
-TEST_F(ScaledWindows, OnATinyScreenTypeStopsBeingSmallerAndIsNoLongerBold) {
-    screen.screen = {320 * 15, 240 * 15};
-    start_connected();
+// Smaller type is not legible, and bold less so.
+TEST_F(ScaledWindows, TinyScreenLimitsTheType) {
+    start_on(320, 240);
     int were_bold = 0;
     for (const view::Widget* w : form1::Form1.controls) {
         if (w->kind != view::Kind::label) continue;

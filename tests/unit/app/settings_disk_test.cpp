@@ -1,4 +1,4 @@
-// The settings on a disk that has no room left.
+// The settings on a full disk.
 #include "app/settings_file.h"
 #include "tests/support/bench.h"
 #include "tests/support/small_disk.h"
@@ -13,9 +13,9 @@ constexpr std::size_t sixteen_pages = 65536;
 
 class SettingsOnFullDisk : public Bench {
   protected:
-    const std::string before = "; the workshop's own line\n[General]\nLANGUAGE=uk\nCOM=1\n";
+    const std::string before = "; a line of the user\n[General]\nLANGUAGE=uk\nCOM=1\n";
 
-    // The application folder anew, on the small disk, and then no room for anything more.
+    // Makes the application folder on the small disk, and fills the disk.
     void fill_folder() {
         std::filesystem::create_directory(folder / "log");
         std::filesystem::create_directory_symlink(
@@ -28,7 +28,7 @@ class SettingsOnFullDisk : public Bench {
     }
 };
 
-TEST_F(SettingsOnFullDisk, StayWholeAndTheNextChangeIsStoredOnceThereIsRoom) {
+TEST_F(SettingsOnFullDisk, StayWholeUntilThereIsRoom) {
     const auto refusal = on_small_disk(folder, sixteen_pages, [this] {
         fill_folder();
         app::write_text_colour("255");
@@ -41,7 +41,7 @@ TEST_F(SettingsOnFullDisk, StayWholeAndTheNextChangeIsStoredOnceThereIsRoom) {
     if (refusal) GTEST_SKIP() << *refusal;
 }
 
-TEST_F(SettingsOnFullDisk, ChangeForThisRunOnlyAndTheWindowGoesOn) {
+TEST_F(SettingsOnFullDisk, ChangeForThisRunOnly) {
     const auto refusal = on_small_disk(folder, sixteen_pages, [this] {
         fill_folder();
         start_connected();
@@ -58,7 +58,7 @@ TEST_F(SettingsOnFullDisk, ChangeForThisRunOnlyAndTheWindowGoesOn) {
     if (refusal) GTEST_SKIP() << *refusal;
 }
 
-TEST_F(SettingsOnFullDisk, AreNotBegunWhereThereWereNone) {
+TEST_F(SettingsOnFullDisk, AreNotBegunWithoutRoom) {
     const auto refusal = on_small_disk(folder, sixteen_pages, [this] {
         fill_disk(folder);
         app::write_language("de");

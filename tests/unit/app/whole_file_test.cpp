@@ -1,4 +1,5 @@
-// Texts from files that are written in one code page or the other, and the blanks around them.
+// The text of files in UTF-8 or Latin-1, the blanks around it, and the descriptors of read and
+// written files.
 #include "app/whole_file.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +16,7 @@ TEST(TextOfAFile, InUtf8StaysAsItIs) {
         EXPECT_EQ(as_utf8(text), text);
 }
 
-TEST(TextOfAFile, InTheOldCodePageIsTurnedIntoUtf8LetterByLetter) {
+TEST(TextOfAFile, InLatin1IsConverted) {
     EXPECT_EQ(as_utf8("caff\xE8 nero"), "caff\xC3\xA8 nero");
     EXPECT_EQ(as_utf8("\x80"), "\xC2\x80");
     EXPECT_EQ(as_utf8("\xBF"), "\xC2\xBF");
@@ -23,23 +24,23 @@ TEST(TextOfAFile, InTheOldCodePageIsTurnedIntoUtf8LetterByLetter) {
     EXPECT_EQ(as_utf8("\xFF"), "\xC3\xBF");
 }
 
-TEST(TextOfAFile, WithALetterThatIsNoWellFormedOneIsOfTheOldCodePage) {
-    EXPECT_EQ(as_utf8("\xC1\x80"), "\xC3\x81\xC2\x80");               // too long a form
-    EXPECT_EQ(as_utf8("\xC2\x7F"), "\xC3\x82\x7F");                   // no continuation
-    EXPECT_EQ(as_utf8("\xC2\xC0"), "\xC3\x82\xC3\x80");               // nor this
-    EXPECT_EQ(as_utf8("\xE0\xA0y"), "\xC3\xA0\xC2\xA0y");             // one too few
+TEST(TextOfAFile, WithAMalformedLetterIsLatin1) {
+    EXPECT_EQ(as_utf8("\xC1\x80"), "\xC3\x81\xC2\x80");               // overlong form
+    EXPECT_EQ(as_utf8("\xC2\x7F"), "\xC3\x82\x7F");                   // no continuation byte
+    EXPECT_EQ(as_utf8("\xC2\xC0"), "\xC3\x82\xC3\x80");               // neither
+    EXPECT_EQ(as_utf8("\xE0\xA0y"), "\xC3\xA0\xC2\xA0y");             // one byte too few
     EXPECT_EQ(as_utf8("\xF0\x90\x80y"), "\xC3\xB0\xC2\x90\xC2\x80y"); // of four
     EXPECT_EQ(as_utf8("\xF5\x80\x80\x80"), "\xC3\xB5\xC2\x80\xC2\x80\xC2\x80");
 }
 
-TEST(TextOfAFile, ThatIsCutInTheMiddleOfALetterIsOfTheOldCodePage) {
+TEST(TextOfAFile, CutInTheMiddleOfALetterIsLatin1) {
     const std::string_view longer = "\xC3\xA9\xE2\x82\xAC";
     EXPECT_EQ(as_utf8(longer.substr(0, 1)), "\xC3\x83");
     EXPECT_EQ(as_utf8(longer.substr(0, 4)), "\xC3\x83\xC2\xA9\xC3\xA2\xC2\x82");
     EXPECT_EQ(as_utf8(longer), longer);
 }
 
-TEST(TextOfAFile, LosesBlanksTabsAndReturnsAtBothEndsOnly) {
+TEST(TextOfAFile, LosesBlanksAtBothEnds) {
     EXPECT_EQ(trim(" \t\ra \t\rb\r \t"), "a \t\rb");
     EXPECT_EQ(trim("a"), "a");
     EXPECT_EQ(trim(" \t\r"), "");
@@ -54,7 +55,7 @@ std::ptrdiff_t open_files() {
     return std::distance(begin(files), end(files));
 }
 
-TEST(AWholeFile, IsClosedAgainHoweverReadingAndWritingEnd) {
+TEST(AWholeFile, IsClosedHoweverReadingOrWritingEnds) {
     const auto folder =
         std::filesystem::temp_directory_path() / ("zol_whole_" + std::to_string(::getpid()));
     std::filesystem::create_directories(folder / "folder");
@@ -66,7 +67,7 @@ TEST(AWholeFile, IsClosedAgainHoweverReadingAndWritingEnd) {
     EXPECT_FALSE(replace_file(folder / "folder", "volt"));
     EXPECT_FALSE(replace_file(folder / "nowhere" / "file", "volt"));
     EXPECT_EQ(open_files(), before);
-    EXPECT_FALSE(std::filesystem::exists(folder / "file.new")); // the name that it was written as
+    EXPECT_FALSE(std::filesystem::exists(folder / "file.new"));
     std::filesystem::remove_all(folder);
 }
 
