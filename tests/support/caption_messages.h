@@ -38,7 +38,6 @@ inline constexpr std::pair<const char*, int> caption_messages[] = {
     {"mnu_reset_centralina", 1250},
     {"MNU_VERSIONE", 1251},
     {"mnu_reset_check", 1273},
-    {"mnu_reset_time_ongas", 1274},
-};
+    {"mnu_reset_time_ongas", 1274}};
 
 } // namespace zol::tests

@@ -210,43 +210,37 @@ TEST_F(WindowScaling, WidthFactorOfOneShrinks) {
     EXPECT_EQ(button.properties[font_size], 20);
 }
 
-TEST_F(WindowScaling, WidthFactorOfOneHasTheSmallestType) {
-    scale(button, 1, 0.4);
-    EXPECT_EQ(button.properties[font_size], 4.5);
+// Bold type of `drawn` points on a control that refuses type below `smallest` points.
+struct Type {
+    const char* name;
+    double width_factor, height_factor, drawn, smallest;
+    double points;
+    bool bold;
+    const char* font;
+};
+
+class ScaledType : public WindowScaling, public testing::WithParamInterface<Type> {};
+
+TEST_P(ScaledType, HasItsSize) {
+    const Type& row = GetParam();
+    button.properties[font_size] = row.drawn;
+    button.smallest_font = row.smallest;
+    scale(button, row.width_factor, row.height_factor);
+    EXPECT_NEAR(button.properties[font_size], row.points, 0.001);
+    EXPECT_EQ(button.properties[font_bold], row.bold ? 1 : 0);
+    EXPECT_EQ(button.font_name, row.font);
 }
 
-TEST_F(WindowScaling, TypeThatCannotShrinkGetsAnotherFont) {
-    button.smallest_font = 8.9; // wanted: 8
-    scale(button, 0.8, 0.8);
-    EXPECT_EQ(button.font_name, "Arial");
-    EXPECT_NEAR(button.properties[font_size], 8, 0.001);
-}
-
-TEST_F(WindowScaling, TypeWithinATenthKeepsItsFont) {
-    button.smallest_font = 8.7;
-    scale(button, 0.8, 0.8);
-    EXPECT_EQ(button.font_name, "MS");
-    EXPECT_EQ(button.properties[font_size], 8.7);
-}
-
-TEST_F(WindowScaling, TypeHasFourAndAHalfPointsAtLeast) {
-    scale(button, 0.4, 0.4);
-    EXPECT_EQ(button.properties[font_size], 4.5);
-    EXPECT_EQ(button.properties[font_bold], 0);
-    EXPECT_EQ(button.font_name, "MS");
-}
-
-TEST_F(WindowScaling, TypeOfExactlyFourAndAHalfPointsStaysBold) {
-    button.properties[font_size] = 4.5;
-    scale(button, 0.6, 1);
-    EXPECT_EQ(button.properties[font_bold], 1);
-}
-
-TEST_F(WindowScaling, WiderScreenAllowsSmallerType) {
-    scale(button, 2, 0.2);
-    EXPECT_EQ(button.properties[font_size], 2);
-    EXPECT_EQ(button.properties[font_bold], 1);
-}
+INSTANTIATE_TEST_SUITE_P(
+    , ScaledType,
+    testing::Values(
+        Type{"WidthFactorOfOneHasTheSmallestType", 1, 0.4, 10, 0, 4.5, false, "MS"},
+        Type{"TypeThatCannotShrinkGetsAnotherFont", 0.8, 0.8, 10, 8.9, 8, true, "Arial"},
+        Type{"TypeWithinATenthKeepsItsFont", 0.8, 0.8, 10, 8.7, 8.7, true, "MS"},
+        Type{"TypeHasFourAndAHalfPointsAtLeast", 0.4, 0.4, 10, 0, 4.5, false, "MS"},
+        Type{"TypeOfExactlyFourAndAHalfPointsStaysBold", 0.6, 1, 4.5, 0, 4.5, true, "MS"},
+        Type{"WiderScreenAllowsSmallerType", 2, 0.2, 10, 0, 2, true, "MS"}),
+    [](const auto& row) { return row.param.name; });
 
 TEST_F(WindowScaling, ControlWithTypeButNoHeightIsScaled) {
     const Properties drawn{{left, 50}, {width, 100}, {font_size, 10}};

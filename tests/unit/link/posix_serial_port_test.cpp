@@ -17,9 +17,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-TEST_F(SerialCable, EveryByteValuePassesBothWays) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, EveryByteValuePassesBothWays) {
     Bytes all;
     for (int byte = 0; byte < 256; ++byte)
         all.push_back(static_cast<std::uint8_t>(byte));
@@ -29,15 +27,9 @@ TEST_F(SerialCable, EveryByteValuePassesBothWays) {
     EXPECT_EQ(read(256), all);
 }
 
-TEST_F(SerialCable, EmptyLineGivesNoBytes) {
-    Cable cable;
-    connect(cable);
-    EXPECT_EQ(port.read_all(), Bytes{});
-}
+TEST_F(ConnectedCable, EmptyLineGivesNoBytes) { EXPECT_EQ(port.read_all(), Bytes{}); }
 
-TEST_F(SerialCable, BytesBetweenTwoReadsWaitForTheSecond) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, BytesBetweenTwoReadsWaitForTheSecond) {
     cable.send({80, 67, 0});
     EXPECT_THAT(read(3), ElementsAre(80, 67, 0));
     cable.send({6});
@@ -80,9 +72,7 @@ TEST_F(SerialCable, PortThatAnotherProgramHoldsIsBusy) {
     EXPECT_EQ(open_com1(), std::nullopt);
 }
 
-TEST_F(SerialCable, ClosedPortIsFreeForOthers) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, ClosedPortIsFreeForOthers) {
     port.close();
     EXPECT_FALSE(port.is_open());
     port.close(); // a closed port stays closed
@@ -90,9 +80,7 @@ TEST_F(SerialCable, ClosedPortIsFreeForOthers) {
     EXPECT_EQ(open_com1(), std::nullopt);
 }
 
-TEST_F(SerialCable, OpenPortStaysWithItsDevice) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, OpenPortStaysWithItsDevice) {
     port.set_number(2);
     EXPECT_THAT(port.open().value_or(""), HasSubstr(std::strerror(EBUSY)));
     EXPECT_TRUE(port.is_open());
@@ -158,9 +146,7 @@ TEST_F(SerialCable, OtherLineSettingsAreRefused) {
     EXPECT_FALSE(port.is_open());
 }
 
-TEST_F(SerialCable, PulledAdapterLeavesThePortOpen) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, PulledAdapterLeavesThePortOpen) {
     cable.pull();
     EXPECT_FALSE(port.write(poll_frame));
     EXPECT_FALSE(port.write(poll_frame));
@@ -183,9 +169,7 @@ TEST_F(SerialCable, NextWriteFindsTheAdapterThatCameBack) {
     EXPECT_THAT(read(3), ElementsAre(1, 0, 2));
 }
 
-TEST_F(SerialCable, LineThatTakesNothingFailsInsteadOfBlocking) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, LineThatTakesNothingFailsInsteadOfBlocking) {
     const Bytes block(4096, 0);
     bool taken = true;
     for (int i = 0; i < 1000 && taken; ++i)
@@ -214,9 +198,7 @@ TEST_F(SerialCable, DanglingLinkReplacesTheUsualDevice) {
               "COM1: " + (folder / "ports/com1").string() + " -> /dev/no-such-adapter (not there)");
 }
 
-TEST_F(SerialCable, OnlyAFailedReadIsAFault) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, OnlyAFailedReadIsAFault) {
     for (const int error : {EIO, EAGAIN}) {
         const tests::WatchedCalls watch(
             [error](int, std::string_view) { return tests::Fate{.error = error}; });
@@ -224,9 +206,7 @@ TEST_F(SerialCable, OnlyAFailedReadIsAFault) {
     }
 }
 
-TEST_F(SerialCable, InterruptedCallIsRepeated) {
-    Cable cable;
-    connect(cable);
+TEST_F(ConnectedCable, InterruptedCallIsRepeated) {
     const Bytes frame = tests::write_bytes(3, 1250);
     // Each first try is interrupted, and each second one moves a part of its bytes.
     const auto interrupt = [](int count, std::string_view) {

@@ -103,7 +103,7 @@ class SerialCable : public testing::Test {
     // Opens the cable as COM1.
     void connect(const Cable& cable) {
         lead_com1_to(cable.device);
-        ASSERT_EQ(open_com1(), std::nullopt);
+        EXPECT_EQ(open_com1(), std::nullopt);
     }
     void expect_open_fails(int error) {
         EXPECT_THAT(open_com1().value_or(""), testing::HasSubstr(std::strerror(error)));
@@ -128,6 +128,13 @@ class SerialCable : public testing::Test {
 
     const std::filesystem::path folder;
     PosixSerialPort port;
+};
+
+// With a cable that is open as COM1.
+class ConnectedCable : public SerialCable {
+  protected:
+    ConnectedCable() { connect(cable); }
+    Cable cable;
 };
 
 } // namespace zol::link
