@@ -1,6 +1,8 @@
 // What the main window writes after the changeover window: the filling mark is set when that window
 // is left.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
+#include "view/windows/form3.h"
 
 namespace zol::tests {
 namespace {
@@ -8,9 +10,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class AfterChangeoverWindow : public PanelBench {
+class AfterChangeoverWindow : public LogicTest {
   protected:
-    AfterChangeoverWindow() : PanelBench({.family = 4, .version = 7, .revision = 71}) {}
+    AfterChangeoverWindow() : LogicTest({.family = 4, .version = 7, .revision = 71}) {}
 
     void leave_by_exit() {
         open_changeover();
@@ -73,7 +75,7 @@ TEST_F(AfterChangeoverWindow, ClosingByTheFrameClearsTheMarkOnTheDirectPath) {
 }
 
 TEST_F(AfterChangeoverWindow, ClosingByTheFrameKeepsTheMarkAfterTheDialog) {
-    connect_by_dialog();
+    start_by_dialog();
     operator_clicks(form1::Command_impostazioni);
     run_for(1000);
     reopen_changeover();

@@ -1,6 +1,6 @@
-// The Automatic Tuning System: its course and each of its ends.
+// The automatic tuning: its sequence, its decision and each of its ends.
 #include "monitor/polling.h"
-#include "tests/unit/calibration/tuning_bench.h"
+#include "tests/unit/calibration/tuning_fixture.h"
 
 namespace zol::tests {
 namespace {
@@ -12,7 +12,28 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Answer;
 
-class AutomaticTuning : public TuningBench {};
+constexpr const char* lean = "-- L - REPEAT WAIT TUNING   --";
+constexpr const char* rich = "-- R - REPEAT WAIT TUNING   --";
+constexpr const char* too_lean = "-- AUTO MAGRA ALZ. PRESS... --";
+constexpr const char* too_rich = "-- AUTO RICCA DIMIN. PRESS. --";
+
+std::string says(int ms, const char* caption) {
+    return std::to_string(ms) + " lbl_tuning says " + caption;
+}
+
+class AutomaticTuning : public TuningTest {
+  protected:
+    // Also with the line hidden before, so that hiding it is noted as a change.
+    void show_line() {
+        inside_program([] { view::set_visible(lbl_tuning, true); });
+    }
+    // What follows the two changes with which each run begins.
+    std::vector<std::string> later_changes() const {
+        EXPECT_EQ(changes.at(0), "0 lbl_tuning shown");
+        EXPECT_EQ(changes.at(1), says(0, "-- WAIT TUNING... --"));
+        return {changes.begin() + 2, changes.end()};
+    }
+};
 
 TEST_F(AutomaticTuning, AsksInTheseWords) {
     start_without_polling();
@@ -24,129 +45,124 @@ TEST_F(AutomaticTuning, AsksInTheseWords) {
     EXPECT_EQ(box.icon, view::Icon::information);
 }
 
-TEST_F(AutomaticTuning, DeclinedItStillTakesTwoSeconds) {
+TEST_F(AutomaticTuning, DeclinedItTakesTwoSeconds) {
     start_without_polling();
-    inside_program([] { view::set_visible(lbl_tuning, true); }); // to see the end
-    changes.clear();
+    show_line();
+    mark();
     start_tuning(Answer::no);
     run_for(5000);
     EXPECT_THAT(changes, ElementsAre("2000 lbl_tuning hidden"));
-    EXPECT_THAT(timed_frames(), IsEmpty());
+    EXPECT_THAT(timed(), IsEmpty());
     EXPECT_EQ(state.tuning_mode, 0);
 }
 
-TEST_F(AutomaticTuning, ARunThatFindsTheGasTimeInTheWindowFinishes) {
-    petrol_time = 2000, gas_time = 1650;
+TEST_F(AutomaticTuning, GasTimeInTheWindowFinishesIt) {
     start_without_polling();
     start_tuning();
-    screen.answer_message("AUTO READY TO GO!!!", Answer::ok, 700);
+    answer_closing_box(700);
     EXPECT_EQ(state.tuning_mode, 1);
     run_for(first_decision_ms + 2000 + 700 + 1999);
-    inside_program([] { view::set_visible(lbl_tuning, true); }); // to see the end
+    show_line();
     run_for(2000);
-    EXPECT_THAT(changes,
-                ElementsAre("0 lbl_tuning shown", "0 lbl_tuning says -- WAIT TUNING... --",
-                            "38800 lbl_tuning says -- FINISH --", "40800 lbl_tuning hidden",
-                            "43499 lbl_tuning shown", "43500 lbl_tuning hidden"));
+    EXPECT_THAT(later_changes(), ElementsAre(says(38800, "-- FINISH --"), "40800 lbl_tuning hidden",
+                                             "43499 lbl_tuning shown", "43500 lbl_tuning hidden"));
     EXPECT_EQ(tuning.tinj_petrol_avg, 2000);
     EXPECT_EQ(tuning.tinj_gas_adjusted, 1800);
-    EXPECT_EQ(screen.message_boxes.at(1).text, "AUTO READY TO GO!!!");
-    EXPECT_EQ(screen.message_boxes.at(1).title, "");
-    EXPECT_EQ(screen.message_boxes.at(1).buttons, view::Buttons::ok);
-    EXPECT_EQ(screen.message_boxes.at(1).icon, view::Icon::none);
+    const view::MessageBox& box = screen.message_boxes.at(1);
+    EXPECT_EQ(box.text, "AUTO READY TO GO!!!");
+    EXPECT_EQ(box.title, "");
+    EXPECT_EQ(box.buttons, view::Buttons::ok);
+    EXPECT_EQ(box.icon, view::Icon::none);
     EXPECT_THAT(writes(), IsEmpty());
     EXPECT_EQ(state.tuning_mode, 0);
     EXPECT_TRUE(state.on_gas) << "the engine stays on gas";
     EXPECT_TRUE(state.poll_enabled);
 }
 
-TEST_F(AutomaticTuning, APollingThatAPassBroughtBackEndsAheadOfTheTurnToGas) {
+TEST_F(AutomaticTuning, PollingIsStoppedBeforeTheTurnToGas) {
     start_without_polling();
     start_tuning();
-    constexpr int end_of_pass_ms = start_ms + settle_ms + pass_ms;
-    run_for(end_of_pass_ms - 1);
+    run_for(start_ms + settle_ms + pass_ms - 1);
     inside_program([] { monitor::start_polling(); });
     run_for(1);
     EXPECT_FALSE(state.poll_enabled);
-    screen.answer_message("AUTO READY", Answer::ok);
+    answer_closing_box();
     run_for(first_decision_ms);
 }
 
 TEST_F(AutomaticTuning, EachPassAsksTwentyTimesEvery900Milliseconds) {
     start_without_polling();
     start_tuning();
-    screen.answer_message("AUTO READY", Answer::ok);
+    answer_closing_box();
     run_for(first_decision_ms);
-    const auto frames = timed_frames();
-    ASSERT_EQ(frames.size(), 41u);
-    for (int i = 0; i < 20; ++i) {
-        EXPECT_EQ(frames[static_cast<std::size_t>(i)], At(1400 + 900 * i, Send(3)));
-        EXPECT_EQ(frames[static_cast<std::size_t>(i) + 21], At(20800 + 900 * i, Send(3)));
-    }
-    EXPECT_EQ(frames[20], At(19800, Send(22)));
+    std::vector<Timed> expected;
+    for (int i = 0; i < 20; ++i)
+        expected.push_back(At(1400 + 900 * i, Send(3)));
+    expected.push_back(At(19'800, Send(22)));
+    for (int i = 0; i < 20; ++i)
+        expected.push_back(At(20'800 + 900 * i, Send(3)));
+    EXPECT_EQ(timed(), expected);
     run_for(4000);
 }
 
-TEST_F(AutomaticTuning, ThePollingIsForbiddenForTheFirstPassAndAllowedForTheSecond) {
+TEST_F(AutomaticTuning, OnlyTheSecondPassAllowsPolling) {
     start_without_polling();
     start_tuning();
-    screen.answer_message("AUTO READY", Answer::ok);
+    answer_closing_box();
     const auto allowed_at = [&](std::int64_t ms) {
-        run_for(ms - (now_ms() - begun_at()));
+        run_for(ms - (now_ms() - marked_ms()));
         return state.poll_enabled;
     };
     EXPECT_TRUE(allowed_at(1399));
     EXPECT_FALSE(allowed_at(1400));
-    EXPECT_FALSE(allowed_at(19400)) << "stopped once more before the changeover";
-    EXPECT_FALSE(allowed_at(20799));
-    EXPECT_TRUE(allowed_at(20800));
+    EXPECT_FALSE(allowed_at(19'400)) << "stopped again before the changeover";
+    EXPECT_FALSE(allowed_at(20'799));
+    EXPECT_TRUE(allowed_at(20'800));
     inside_program([] { state.poll_enabled = false; });
-    EXPECT_FALSE(allowed_at(38799));
-    EXPECT_TRUE(allowed_at(38800)) << "a second time behind the pass";
+    EXPECT_FALSE(allowed_at(38'799));
+    EXPECT_TRUE(allowed_at(38'800)) << "allowed again after the pass";
     run_for(5000);
 }
 
-TEST_F(AutomaticTuning, FromGasItGoesBackToPetrolFirst) {
+TEST_F(AutomaticTuning, OnGasItFirstGoesBackToPetrol) {
     start_without_polling();
     inside_program([] { state.on_gas = true; });
     start_tuning();
     run_for(599);
-    EXPECT_THAT(timed_frames(), IsEmpty());
     EXPECT_FALSE(state.poll_enabled);
     run_for(200);
-    EXPECT_FALSE(state.poll_enabled) << "the unit is left time to change over";
+    EXPECT_FALSE(state.poll_enabled) << "the unit is given time to change over";
     run_for(1);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(600, Send(4))));
     EXPECT_TRUE(state.poll_enabled);
     run_for(1000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(600, Send(4)), At(1800, Send(3))));
+    EXPECT_THAT(timed(), ElementsAre(At(600, Send(4)), At(1800, Send(3))));
     EXPECT_FALSE(state.poll_enabled);
 }
 
-TEST_F(AutomaticTuning, AlsoFromAChangeoverThatIsStillWaiting) {
+TEST_F(AutomaticTuning, PendingChangeoverIsTakenBackFirst) {
     start_without_polling();
     inside_program([] { state.gas_requested = true; });
     start_tuning();
     run_for(700);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(600, Send(4))));
+    EXPECT_THAT(timed(), ElementsAre(At(600, Send(4))));
 }
 
-TEST_F(AutomaticTuning, WithoutGasPressureItDoesNot) {
+TEST_F(AutomaticTuning, WithoutGasPressureItStaysOnPetrol) {
     start_without_polling();
     inside_program([] { state.no_press = true; });
     start_tuning();
     run_for(1500);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(1400, Send(3))));
+    EXPECT_THAT(timed(), ElementsAre(At(1400, Send(3))));
 }
 
 // --- The decision
 
-TEST_F(AutomaticTuning, ALeanGasTimeRaisesTheGainByTheRatioAndMeasuresAgain) {
-    petrol_time = 2000, gas_time = 1900; // and 150: 2.5 percent above
+TEST_F(AutomaticTuning, LeanGasTimeRaisesTheGain) {
+    gas_time = 1900; // with 150 added, 2.5 percent above the petrol time: 1200 x 1.025
     start_without_polling();
     start_tuning();
     run_for(first_decision_ms);
-    // 1200 x 1.025. The lower gain's own writing runs inside the assignment.
+    // The handler of the slider runs inside the assignment.
     EXPECT_EQ(view::value(Slider_ktar), 1230);
     run_for(2200);
     // On gas, so that the pressure is captured too: 400, 400, 400 and 200 inside, 400, 400.
@@ -154,139 +170,131 @@ TEST_F(AutomaticTuning, ALeanGasTimeRaisesTheGainByTheRatioAndMeasuresAgain) {
                 ElementsAre(Write(3, 1230), Write(4, 1030), Write(4, 1030), Write(104, 1400)));
     gas_time = 1650;
     run_for(40'000);
-    EXPECT_THAT(changes, testing::Contains("41000 lbl_tuning says -- L - REPEAT WAIT TUNING   --"));
-    const auto frames = timed_frames();
-    const auto back = std::ranges::find(frames, Send(4), &Timed::frame);
-    ASSERT_NE(back, frames.end());
-    EXPECT_EQ(back->ms, 41'200) << "straight to the head of the loop, back to petrol";
-    screen.answer_message("AUTO READY", Answer::ok);
+    EXPECT_EQ(later_changes().at(0), says(41'000, lean));
+    // The next round begins with the return to petrol.
+    EXPECT_THAT(timed(), testing::Contains(At(41'200, Send(4))));
+    EXPECT_EQ(std::ranges::count(frames(), Send(4)), 1);
+    answer_closing_box();
     run_for(10'000);
 }
 
-TEST_F(AutomaticTuning, ARichGasTimeLowersTheGainByTheRatioAndMeasuresAgain) {
-    petrol_time = 2000, gas_time = 1450; // and 150: four fifths
+TEST_F(AutomaticTuning, RichGasTimeLowersTheGain) {
+    gas_time = 1450; // with 150 added, four fifths of the petrol time
     start_without_polling();
-    gain_stands_at(1500);
+    gain_is(1500);
     start_tuning();
-    run_for(first_decision_ms + 1000);
+    run_for(first_decision_ms + 2000);
     EXPECT_EQ(view::value(Slider_ktar), 1200);
-    run_for(1000);
     EXPECT_THAT(writes(), ElementsAre(Write(3, 1200), Write(4, 1001), Write(104, 1400)));
-    EXPECT_EQ(changes.back(), "40400 lbl_tuning says -- R - REPEAT WAIT TUNING   --");
+    EXPECT_EQ(changes.back(), says(40'400, rich));
 }
 
 struct GainCase {
-    double petrol, gas, start, end;
+    double gas, start, end; // gas time, on 2000 us of petrol time; gain
     const char* caption;
 };
-
 void PrintTo(const GainCase& it, std::ostream* out) {
-    *out << it.start << " x " << it.gas + 150 << " / " << it.petrol;
+    *out << it.start << " x " << it.gas + 150 << " / 2000";
 }
 
-class TuningGain : public TuningBench, public testing::WithParamInterface<GainCase> {};
+class TuningGain : public AutomaticTuning, public testing::WithParamInterface<GainCase> {};
 
-TEST_P(TuningGain, IsRoundedToEvenAndEndsAtItsLimits) {
-    petrol_time = GetParam().petrol, gas_time = GetParam().gas;
+TEST_P(TuningGain, IsRoundedToEvenWithinItsLimits) {
+    gas_time = GetParam().gas;
     start_without_polling();
-    gain_stands_at(GetParam().start);
+    gain_is(GetParam().start);
     start_tuning();
     run_for(first_decision_ms + 2300);
     EXPECT_EQ(view::value(Slider_ktar), GetParam().end);
-    EXPECT_EQ(view::text(lbl_tuning), GetParam().caption);
+    EXPECT_EQ(shown(), GetParam().caption);
 }
 
-constexpr const char* lean = "-- L - REPEAT WAIT TUNING   --";
-constexpr const char* rich = "-- R - REPEAT WAIT TUNING   --";
-constexpr const char* too_lean = "-- AUTO MAGRA ALZ. PRESS... --";
-constexpr const char* too_rich = "-- AUTO RICCA DIMIN. PRESS. --";
-
 INSTANTIATE_TEST_SUITE_P(Rounds, TuningGain,
-                         testing::Values(GainCase{2000, 2850, 1003, 1504, lean}, // 1504.5
-                                         GainCase{2000, 2850, 1001, 1502, lean}, // 1501.5
-                                         GainCase{2000, 2850, 1199, 1798, lean}, // 1798.5
-                                         GainCase{2000, 2850, 1200, 1800, too_lean},
-                                         GainCase{2000, 2850, 1199.6, 1799, lean},
-                                         GainCase{2000, 9850, 1100, 1800, too_lean},
-                                         GainCase{2000, 1450, 1376, 1101, rich}, // 1100.8
-                                         GainCase{2000, 1450, 1375, 1100, too_rich},
-                                         GainCase{2000, 850, 1601, 1100, too_rich}, // 800.5
-                                         GainCase{2000, 850, 1050, 1100, too_rich}));
+                         testing::Values(GainCase{2850, 1003, 1504, lean}, // 1504.5
+                                         GainCase{2850, 1001, 1502, lean}, // 1501.5
+                                         GainCase{2850, 1199, 1798, lean}, // 1798.5
+                                         GainCase{2850, 1200, 1800, too_lean},
+                                         GainCase{2850, 1199.6, 1799, lean},
+                                         GainCase{9850, 1100, 1800, too_lean},
+                                         GainCase{1450, 1376, 1101, rich}, // 1100.8
+                                         GainCase{1450, 1375, 1100, too_rich},
+                                         GainCase{850, 1601, 1100, too_rich}, // 800.5
+                                         GainCase{850, 1050, 1100, too_rich}));
 
-TEST_F(AutomaticTuning, AtTheUpperLimitItAsksForMorePressureAndEnds) {
-    petrol_time = 2000, gas_time = 2850;
+TEST_F(AutomaticTuning, UpperLimitAsksForMorePressure) {
+    gas_time = 2850;
     start_without_polling();
     start_tuning();
     run_for(first_decision_ms + 6000);
-    // 2200 ms of writing behind the decision at 38800, then the last 2000.
-    EXPECT_THAT(changes, ElementsAre("0 lbl_tuning shown", "0 lbl_tuning says -- WAIT TUNING... --",
-                                     "41000 lbl_tuning says -- AUTO MAGRA ALZ. PRESS... --",
-                                     "43000 lbl_tuning hidden"));
+    // 2200 ms of writing follow the decision at 38800, then the last 2000.
+    EXPECT_THAT(later_changes(), ElementsAre(says(41'000, too_lean), "43000 lbl_tuning hidden"));
     EXPECT_THAT(writes(),
                 ElementsAre(Write(3, 1800), Write(4, 1600), Write(4, 1600), Write(104, 1400)));
     EXPECT_EQ(screen.message_boxes.size(), 1u);
 }
 
-TEST_F(AutomaticTuning, AtTheLowerLimitItAsksForLessPressureAndEnds) {
-    petrol_time = 2000, gas_time = 1000;
+TEST_F(AutomaticTuning, LowerLimitAsksForLessPressure) {
+    gas_time = 1000;
     start_without_polling();
     start_tuning();
     run_for(first_decision_ms + 6000);
-    // The caption comes before the writing here, and on gas the pressure is written too.
-    EXPECT_THAT(changes, ElementsAre("0 lbl_tuning shown", "0 lbl_tuning says -- WAIT TUNING... --",
-                                     "38800 lbl_tuning says -- AUTO RICCA DIMIN. PRESS. --",
-                                     "42400 lbl_tuning hidden"));
+    // The caption comes before the writing here.
+    EXPECT_THAT(later_changes(), ElementsAre(says(38'800, too_rich), "42400 lbl_tuning hidden"));
     EXPECT_THAT(writes(), ElementsAre(Write(3, 1100), Write(4, 1001), Write(104, 1400)));
     EXPECT_EQ(screen.message_boxes.size(), 1u);
 }
 
-TEST_F(AutomaticTuning, AGainThatTheRatioLeavesWhereItIsWritesNothingAndMeasuresAgain) {
+TEST_F(AutomaticTuning, UnchangedGainIsMeasuredAgainUnwritten) {
     petrol_time = 10'000, gas_time = 9851; // 1200.12
     start_without_polling();
     start_tuning();
     run_for(first_decision_ms + 500);
-    EXPECT_THAT(writes(), IsEmpty());
-    EXPECT_EQ(view::text(lbl_tuning), "-- L - REPEAT WAIT TUNING   --");
+    EXPECT_EQ(shown(), lean);
     EXPECT_EQ(timed_commands().back(), At(first_decision_ms + 200, Send(4)));
     run_for(60'000);
     EXPECT_THAT(writes(), IsEmpty());
     EXPECT_GE(std::ranges::count(frames(), Send(22)), 2);
 }
 
-class WindowEdge : public TuningBench,
-                   public testing::WithParamInterface<std::pair<double, bool>> {};
-
-// The adjusted gas time lies in an open window: P - 300 < G < P.
-TEST_P(WindowEdge, IsNoPartOfTheWindow) {
-    const auto [adjusted, finishes] = GetParam();
-    petrol_time = 2000, gas_time = adjusted - 150;
-    start_without_polling();
-    start_tuning();
-    if (finishes) screen.answer_message("AUTO READY", Answer::ok);
-    run_for(first_decision_ms + 5000);
-    EXPECT_EQ(tuning.tinj_gas_adjusted, adjusted);
-    EXPECT_THAT(writes(), IsEmpty());
-    if (finishes) return;
-    EXPECT_THAT(changes, ElementsAre("0 lbl_tuning shown", "0 lbl_tuning says -- WAIT TUNING... --",
-                                     "40800 lbl_tuning hidden"))
-        << "it ends without a word";
-    EXPECT_EQ(screen.message_boxes.size(), 1u);
-}
-
-INSTANTIATE_TEST_SUITE_P(Edges, WindowEdge,
-                         testing::Values(std::pair{2000.0, false}, std::pair{1700.0, false},
-                                         std::pair{1999.95, true}, std::pair{1700.05, true},
-                                         std::pair{1800.0, true}));
-
-TEST_F(AutomaticTuning, AnEngineThatStandsLeavesTheGainWhereItIs) {
+TEST_F(AutomaticTuning, EngineAtRestLeavesTheGain) {
     petrol_time = 0, gas_time = 0;
     start_without_polling();
     start_tuning();
     run_for(2 * first_decision_ms);
     EXPECT_EQ(view::value(Slider_ktar), 1200);
     EXPECT_THAT(writes(), IsEmpty());
-    EXPECT_EQ(view::text(lbl_tuning), "-- L - REPEAT WAIT TUNING   --");
+    EXPECT_EQ(shown(), lean);
 }
+
+// The adjusted gas time is inside the window if P - 300 < G < P; the edges are outside.
+class TuningInWindow : public AutomaticTuning, public testing::WithParamInterface<double> {};
+
+TEST_P(TuningInWindow, Finishes) {
+    gas_time = GetParam() - 150;
+    start_without_polling();
+    start_tuning();
+    answer_closing_box();
+    run_for(first_decision_ms + 5000);
+    EXPECT_EQ(tuning.tinj_gas_adjusted, GetParam());
+    EXPECT_THAT(writes(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Inside, TuningInWindow, testing::Values(1700.05, 1800.0, 1999.95));
+
+class TuningOnWindowEdge : public TuningInWindow {};
+
+TEST_P(TuningOnWindowEdge, EndsWithoutABox) {
+    gas_time = GetParam() - 150;
+    start_without_polling();
+    start_tuning();
+    run_for(first_decision_ms + 5000);
+    EXPECT_EQ(tuning.tinj_gas_adjusted, GetParam());
+    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(later_changes(), ElementsAre("40800 lbl_tuning hidden"));
+    EXPECT_EQ(screen.message_boxes.size(), 1u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Edges, TuningOnWindowEdge, testing::Values(1700.0, 2000.0));
 
 } // namespace
 } // namespace zol::tests

@@ -1,5 +1,7 @@
 // The controls of the changeover window: each writes at once, with its own wait.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
+#include "view/windows/form3.h"
 
 namespace zol::tests {
 namespace {
@@ -9,9 +11,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class ChangeoverControls : public PanelBench {
+class ChangeoverControls : public LogicTest {
   protected:
-    ChangeoverControls() : PanelBench(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
+    ChangeoverControls() : LogicTest(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
 };
 
 struct OptionCase {

@@ -1,7 +1,9 @@
 // The changeover window as a whole: how it fills, what it locks, and how it goes.
 #include "app/message_catalogue.h"
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/acquisizione.h"
+#include "view/windows/form1.h"
+#include "view/windows/form3.h"
 
 namespace zol::tests {
 namespace {
@@ -12,9 +14,9 @@ using testing::IsEmpty;
 using view::Pointer;
 
 // A unit that has everything the window shows.
-class ChangeoverWindow : public PanelBench {
+class ChangeoverWindow : public LogicTest {
   protected:
-    ChangeoverWindow() : PanelBench(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
+    ChangeoverWindow() : LogicTest(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
 
     void in_the_unit(int number, int value) {
         unit->set_parameter(number, static_cast<std::uint16_t>(value));
@@ -223,7 +225,7 @@ TEST_F(ChangeoverWindow, OptionsDoNothingWhileThePollingFlagLocksThem) {
 }
 
 TEST_F(ChangeoverWindow, WithTheSettingsPanelOpenTheWatchdogLeavesTheOptionsUnlocked) {
-    connect_by_dialog();
+    start_by_dialog();
     operator_clicks(form1::Command_impostazioni);
     run_for(1000);
     reopen_changeover();
@@ -276,7 +278,7 @@ TEST_F(ChangeoverWindow, AfterExitTheMainWindowWritesNothingUntilTheEngineButton
 }
 
 TEST_F(ChangeoverWindow, OnTheDialogsRoadTheWatchdogBringsThePollingBack) {
-    connect_by_dialog();
+    start_by_dialog();
     operator_clicks(form1::Command_impostazioni);
     run_for(1000);
     reopen_changeover();

@@ -1,5 +1,6 @@
 // The other controls of the calibration: attenuation, temperature correction, rpm multiplier.
-#include "tests/unit/calibration/calibration_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -11,14 +12,14 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class Attenuation : public CalibrationBench {};
+class Attenuation : public WarmCar {};
 
 TEST_F(Attenuation, TheSliderIsLockedWhileItsValueIsWritten) {
     start_during_a_poll();
     follow({&Form1, &Slider_attenuazione, &Label_attenuazione});
     operator_drags(Slider_attenuazione, 30);
     run_for(1000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(101, 30))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(101, 30))));
     EXPECT_THAT(changes,
                 ElementsAre("0 Slider_attenuazione at 30", "0 Form1 hourglass",
                             "0 Slider_attenuazione disabled", "400 Label_attenuazione says 30- ",
@@ -32,11 +33,11 @@ TEST_F(Attenuation, ThePollingComesBackOnlyByTheWatchdog) {
     start_during_a_poll();
     operator_drags(Slider_attenuazione, 30);
     run_for(600);
-    EXPECT_FALSE(polls_come_in(5000));
+    EXPECT_FALSE(polls_in(5000));
     EXPECT_FALSE(state.poll_enabled);
     inside_program([] { Timer6.on(); });
     run_for(500);
-    EXPECT_TRUE(polls_come_in(100));
+    EXPECT_TRUE(polls_in(100));
 }
 
 TEST_F(Attenuation, NothingIsWrittenWhileTheProgramFillsItsWidgets) {
@@ -61,17 +62,17 @@ TEST_F(Attenuation, ACablePulledDuringTheWriteUnlocksTheSliderAllTheSame) {
     EXPECT_FALSE(view::enabled(Slider_attenuazione));
     run_for(1);
     EXPECT_TRUE(view::enabled(Slider_attenuazione));
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_THAT(writes(), IsEmpty());
 }
 
-class TemperatureCorrection : public CalibrationBench {
+class TemperatureCorrection : public WarmCar {
   protected:
     void open_settings_panel() {
         start_during_a_poll();
         operator_clicks(Command_impostazioni);
         run_for(1000);
-        begin_notes();
+        mark();
     }
 };
 
@@ -80,7 +81,7 @@ TEST_F(TemperatureCorrection, IsWrittenAtOnceWithNoWaitBeforeIt) {
     follow({&Form1, &Slider3});
     operator_drags(Slider3, 7);
     run_for(1000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(52, 7))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(52, 7))));
     EXPECT_THAT(changes,
                 ElementsAre("0 Slider3 at 7", "0 Form1 hourglass", "200 Form1 normal pointer"));
     EXPECT_EQ(unit->parameter(52), 7);
@@ -94,7 +95,7 @@ TEST_F(TemperatureCorrection, DoesNotTouchThePolling) {
         EXPECT_TRUE(state.poll_enabled);
     });
     run_for(1000);
-    EXPECT_EQ(timed_frames().at(0), At(0, Write(52, 5)));
+    EXPECT_EQ(timed().at(0), At(0, Write(52, 5)));
     EXPECT_GE(std::ranges::count(frames(), Send(3)), 2);
 }
 
@@ -153,13 +154,13 @@ TEST_F(TemperatureCorrection, APulledCableStillGivesThePointerBack) {
     open_settings_panel();
     port->unplugged = true;
     operator_drags(Slider3, 9);
-    EXPECT_EQ(pointer(), Pointer::hourglass);
+    EXPECT_EQ(Form1.look.pointer, Pointer::hourglass);
     run_for(200);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_EQ(mirrors.temperature_correction, 9);
 }
 
-class RpmMultiplier : public CalibrationBench {};
+class RpmMultiplier : public WarmCar {};
 
 TEST_F(RpmMultiplier, MoreRpmLowersTheMultiplierByFive) {
     start_during_a_poll();
@@ -167,7 +168,7 @@ TEST_F(RpmMultiplier, MoreRpmLowersTheMultiplierByFive) {
     operator_clicks(Command_rpm_piu);
     EXPECT_FALSE(state.poll_enabled);
     run_for(2000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(200, Write(1, 5))));
+    EXPECT_THAT(timed(), ElementsAre(At(200, Write(1, 5))));
     EXPECT_THAT(changes,
                 ElementsAre("0 Command_rpm_piu disabled", "0 Command_rpm_piu hourglass",
                             "0 Form1 hourglass", "0 Command_rpm_meno disabled",
@@ -184,7 +185,7 @@ TEST_F(RpmMultiplier, LessRpmRaisesTheMultiplierByFive) {
     run_for(699);
     inside_program([] { view::set_focus(Text2); }); // wherever the keyboard goes meanwhile
     run_for(1301);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(1, 15))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(1, 15))));
     EXPECT_THAT(changes,
                 ElementsAre("0 Command_rpm_meno disabled", "0 Command_rpm_meno hourglass",
                             "0 Form1 hourglass", "0 Command_rpm_piu disabled",
@@ -202,10 +203,10 @@ TEST_F(RpmMultiplier, TheTimerGoesOnButThePollingStaysForbiddenUntilTheWatchdog)
     EXPECT_FALSE(state.poll_enabled);
     run_for(50);
     EXPECT_FALSE(Timer_stato_sistema.is_on()) << "its first tick ends it";
-    EXPECT_FALSE(polls_come_in(3000));
+    EXPECT_FALSE(polls_in(3000));
     inside_program([] { Timer6.on(); });
     run_for(500);
-    EXPECT_TRUE(polls_come_in(100));
+    EXPECT_TRUE(polls_in(100));
 }
 
 TEST_F(RpmMultiplier, TheTimerGoesOnBehindLessRpmToo) {
@@ -222,7 +223,7 @@ TEST_F(RpmMultiplier, AWatchdogThatWasFasterIsStoppedAndWaitedFor) {
     start_between_polls();
     inside_program([] { Timer6.on(); });
     run_for(350); // between two passes again, and 150 ms from the watchdog's tick
-    begin_notes();
+    mark();
     operator_clicks(Command_rpm_piu);
     run_for(149);
     EXPECT_FALSE(state.poll_enabled);
@@ -230,7 +231,7 @@ TEST_F(RpmMultiplier, AWatchdogThatWasFasterIsStoppedAndWaitedFor) {
     EXPECT_TRUE(state.poll_enabled) << "the watchdog";
     run_for(1850);
     // The pass that it began takes the 200 ms over, from 200 to 500, and runs on from 550.
-    EXPECT_EQ(timed_frames().at(0), At(200, Send(3)));
+    EXPECT_EQ(timed().at(0), At(200, Send(3)));
     ASSERT_EQ(timed_commands().size(), 1u);
     EXPECT_EQ(timed_commands()[0], At(1000, Write(1, 5)));
 }
@@ -245,7 +246,7 @@ TEST_F(RpmMultiplier, AWatchdogThatWasFasterCostsHalfASecond) {
     });
     run_for(501);
     EXPECT_FALSE(Timer_stato_sistema.is_on());
-    EXPECT_THAT(timed_frames(), ElementsAre(At(700, Write(1, 5))));
+    EXPECT_THAT(timed(), ElementsAre(At(700, Write(1, 5))));
 }
 
 TEST_F(RpmMultiplier, BelowFiveItGoesBackUp) {
@@ -266,7 +267,7 @@ TEST_F(RpmMultiplier, HasNoUpperLimitAndWhatHasNoBytesIsNotSent) {
     operator_clicks(Command_rpm_meno);
     run_for(1000);
     follow({&Command_rpm_meno});
-    begin_notes();
+    mark();
     operator_clicks(Command_rpm_meno);
     run_for(1000);
     EXPECT_THAT(writes(), IsEmpty());
@@ -295,7 +296,7 @@ TEST_F(RpmMultiplier, APulledCableUnlocksTheButtonsAllTheSame) {
     EXPECT_TRUE(view::enabled(Command_rpm_piu));
     EXPECT_TRUE(view::enabled(Command_rpm_meno));
     EXPECT_EQ(Command_rpm_meno.look.pointer, Pointer::custom);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_THAT(writes(), IsEmpty());
 }
 

@@ -1,6 +1,7 @@
 // Fuel, pressure sensor, and the conditions of the changeover on the settings panel.
 #include "app/message_catalogue.h"
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -11,10 +12,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class FuelPanel : public PanelBench {
+class FuelPanel : public LogicTest {
   protected:
     // Family 4 has the modular pair on view.
-    FuelPanel() : PanelBench(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
+    FuelPanel() : LogicTest(sim::Options{.family = 4, .version = 7, .revision = 71}) {}
 
     // But for the temperature correction, which heeds no filling.
     std::vector<Frame> other_writes() const {

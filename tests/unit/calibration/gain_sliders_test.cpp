@@ -1,5 +1,6 @@
 // The two gain sliders of the engine panel and the buttons that move the lower one.
-#include "tests/unit/calibration/calibration_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -11,14 +12,14 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class GainSliders : public CalibrationBench {};
+class GainSliders : public WarmCar {};
 
 TEST_F(GainSliders, RaisingTheGainOnLpgPullsThePowerGainAlongAndWritesItTwice) {
     start_during_a_poll();
     operator_drags(Slider_ktar, 1250);
     run_for(1800);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(3, 1250)), At(1200, Write(4, 1050)),
-                                            At(1400, Write(4, 1050)), At(1800, Send(3))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(3, 1250)), At(1200, Write(4, 1050)),
+                                     At(1400, Write(4, 1050)), At(1800, Send(3))));
     EXPECT_EQ(view::value(Slider_power), 1050);
     EXPECT_EQ(unit->parameter(3), 1250);
     EXPECT_EQ(unit->parameter(4), 1050);
@@ -60,9 +61,9 @@ TEST_F(GainSliders, ThePollingGoesOnBesideTheRestOnceThePowerGainHasMoved) {
     operator_drags(Slider_ktar, 1250);
     run_for(1750);
     // The telegram's 300 ms end the last 400 ms before their time: both stand on one timer.
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(3, 1250)), At(1200, Write(4, 1050)),
-                                            At(1400, Write(4, 1050)), At(1450, Send(3))));
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(3, 1250)), At(1200, Write(4, 1050)),
+                                     At(1400, Write(4, 1050)), At(1450, Send(3))));
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
 }
 
 TEST_F(GainSliders, PointerAndTipsFollowTheWholeMove) {
@@ -131,8 +132,8 @@ TEST_F(GainSliders, AtTheEndOfAMoveThePollingRunsAndTheWindowHasTheKeys) {
     run_for(400);
     EXPECT_TRUE(state.poll_enabled);
     EXPECT_EQ(view::focus(), &Form1);
-    EXPECT_EQ(pointer(), Pointer::normal);
-    EXPECT_TRUE(polls_come_in(400));
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
+    EXPECT_TRUE(polls_in(400));
 }
 
 TEST_F(GainSliders, OnPetrolNoCalibrationPressureIsWritten) {
@@ -145,17 +146,17 @@ TEST_F(GainSliders, OnPetrolNoCalibrationPressureIsWritten) {
 
 TEST_F(GainSliders, OnGasTheShownPressureIsWrittenAsTheCalibrationPressure) {
     start_during_a_poll();
-    go_on_gas();
+    change_over_to_gas();
     while (!Timer_stato_sistema.is_on())
         run_for(1);
     while (Timer_stato_sistema.is_on())
         run_for(1);
-    begin_notes();
+    mark();
     operator_drags(Slider_ktar, 1500);
     run_for(1800);
     const int shown = std::stoi(view::text(LabeL_pressure));
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(3, 1500)), At(1200, Write(4, 1300)),
-                                            At(1400, Write(4, 1300)), At(1800, Write(104, shown))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(3, 1500)), At(1200, Write(4, 1300)),
+                                     At(1400, Write(4, 1300)), At(1800, Write(104, shown))));
     EXPECT_EQ(mirrors.calibration_pressure, shown);
     run_for(399);
     EXPECT_EQ(port->sent.size(), 4u);
@@ -169,7 +170,7 @@ TEST_F(GainSliders, OnGasTheShownPressureIsWrittenAsTheCalibrationPressure) {
 TEST_F(GainSliders, OnGasWithoutAPressureSensorNoPressureIsWritten) {
     unit->set_parameter(sim::par::pressure_sensor, 0);
     start_during_a_poll();
-    go_on_gas();
+    change_over_to_gas();
     forget_wire();
     operator_drags(Slider_ktar, 1500);
     run_for(3000);
@@ -191,7 +192,7 @@ TEST_F(GainSliders, MovingThePowerGainLeavesTheOtherWhereItIs) {
     EXPECT_FALSE(state.poll_enabled);
     EXPECT_FALSE(Timer_stato_sistema.is_on());
     run_for(600);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(4, 1400))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(4, 1400))));
     EXPECT_THAT(changes, ElementsAre("0 Slider_power at 1400", "0 Slider_power tip 399",
                                      "0 Form1 hourglass", "600 Form1 normal pointer"));
     EXPECT_EQ(mirrors.ktar_high, 1400);
@@ -211,12 +212,12 @@ TEST_F(GainSliders, WhileTheProgramFillsItsWidgetsTheGainsWriteNothing) {
         view::set_focus(Text2);
         view::set_value_and_run_handler(Slider_power, 1300);
         EXPECT_EQ(view::focus(), &Text2);
-        EXPECT_EQ(pointer(), Pointer::hourglass);
+        EXPECT_EQ(Form1.look.pointer, Pointer::hourglass);
         view::set_value_and_run_handler(Slider_ktar, 1300);
     });
     // The lower gain's handler gives focus and pointer all the same.
     EXPECT_EQ(view::focus(), &Form1);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     run_for(2000);
     EXPECT_THAT(writes(), IsEmpty());
     EXPECT_TRUE(state.poll_enabled);
@@ -290,12 +291,12 @@ TEST_F(GainSliders, ACablePulledDuringAMoveLeavesTheWindowAlive) {
     EXPECT_TRUE(state.poll_enabled);
     EXPECT_EQ(mirrors.ktar_high, 1050) << "the mirror is the record, sent or not";
     port->unplugged = false;
-    EXPECT_TRUE(polls_come_in(1000));
+    EXPECT_TRUE(polls_in(1000));
 }
 
-class GainSlidersOnMethane : public CalibrationBench {
+class GainSlidersOnMethane : public WarmCar {
   protected:
-    GainSlidersOnMethane() : CalibrationBench(0) {}
+    GainSlidersOnMethane() : WarmCar(0) {}
 };
 
 TEST_F(GainSlidersOnMethane, ThePowerGainFollowsAt300BelowAndNeverBelow1001) {

@@ -1,5 +1,6 @@
 // The menus of gas injectors and car types.
-#include "tests/unit/calibration/calibration_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -11,7 +12,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class InjectorMenu : public CalibrationBench {
+class InjectorMenu : public WarmCar {
   protected:
     std::string marks() {
         std::string all;
@@ -40,8 +41,8 @@ TEST_F(InjectorMenu, MatrixOf2OhmWritesItsThreeConstants) {
     EXPECT_FALSE(state.poll_enabled);
     EXPECT_FALSE(Timer_stato_sistema.is_on());
     run_for(3000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 30)),
-                                            At(1400, Write(202, 2100))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 30)),
+                                     At(1400, Write(202, 2100))));
     EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
                                      "0 Command_impostazioni hourglass", "0 Form1 hourglass",
                                      "1900 Form1 normal pointer", "2300 Command_engine own pointer",
@@ -57,8 +58,8 @@ TEST_F(InjectorMenu, MatrixOf3OhmWaitsLongerBehindEachWrite) {
     run_for(1600);
     EXPECT_EQ(mirrors.injector_opening, 3800) << "with the third write, not behind its waits";
     run_for(1400);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, 20000)), At(1000, Write(200, 40)),
-                                            At(1600, Write(202, 3900))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 20000)), At(1000, Write(200, 40)),
+                                     At(1600, Write(202, 3900))));
     EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
                                      "0 Command_impostazioni hourglass", "0 Form1 hourglass",
                                      "2200 Form1 normal pointer", "2600 Command_engine own pointer",
@@ -72,8 +73,8 @@ TEST_F(InjectorMenu, ValtekDoesItWithoutPanelButtonsAndMarks) {
     inside_program([] { mirrors.injector_opening = 2100; });
     operator_clicks(mnu_valtek);
     run_for(3000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, 8000)), At(900, Write(200, 60)),
-                                            At(1400, Write(202, 4000))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 8000)), At(900, Write(200, 60)),
+                                     At(1400, Write(202, 4000))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1900 Form1 normal pointer"));
     EXPECT_EQ(mirrors.injector_opening, 2100);
 }
@@ -84,8 +85,8 @@ TEST_F(InjectorMenu, MivraWritesItsThreeConstants) {
     inside_program([] { mirrors.injector_opening = 1234; });
     operator_clicks(mnu_mivra);
     run_for(3000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 27)),
-                                            At(1400, Write(202, 2700))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 27)),
+                                     At(1400, Write(202, 2700))));
     EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
                                      "0 Command_impostazioni hourglass", "0 Form1 hourglass",
                                      "1900 Form1 normal pointer", "2300 Command_engine own pointer",
@@ -126,10 +127,10 @@ TEST_F(InjectorMenu, ThePollingStaysForbiddenUntilTheWatchdog) {
     EXPECT_FALSE(state.poll_enabled);
     run_for(50);
     EXPECT_FALSE(Timer_stato_sistema.is_on());
-    EXPECT_FALSE(polls_come_in(3000));
+    EXPECT_FALSE(polls_in(3000));
     inside_program([] { Timer6.on(); });
     run_for(500);
-    EXPECT_TRUE(polls_come_in(100));
+    EXPECT_TRUE(polls_in(100));
 }
 
 TEST_F(InjectorMenu, WhileTheProgramFillsItsWidgetsNothingIsWritten) {
@@ -145,7 +146,7 @@ TEST_F(InjectorMenu, WhileTheProgramFillsItsWidgetsNothingIsWritten) {
     EXPECT_EQ(changes.size(), 12u) << "three entries, two buttons, there and back";
     EXPECT_EQ(Command_engine.look.pointer, Pointer::custom);
     EXPECT_EQ(Command_impostazioni.look.pointer, Pointer::custom);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
 }
 
 TEST_F(InjectorMenu, ACarTypeWritesTheTimeConstantAlone) {
@@ -155,7 +156,7 @@ TEST_F(InjectorMenu, ACarTypeWritesTheTimeConstantAlone) {
     } const types[] = {{type_a, 20000}, {type_b, 5000}, {type_c, 1500}};
     start_during_a_poll();
     for (const auto& type : types) {
-        begin_notes();
+        mark();
         follow({&Form1, &Command_engine, &Command_impostazioni});
         operator_clicks(type.item);
         EXPECT_FALSE(state.poll_enabled);
@@ -164,7 +165,7 @@ TEST_F(InjectorMenu, ACarTypeWritesTheTimeConstantAlone) {
         run_for(1);
         EXPECT_TRUE(Timer_stato_sistema.is_on());
         run_for(1000);
-        EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, type.value))));
+        EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, type.value))));
         EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "900 Form1 normal pointer"));
         EXPECT_EQ(unit->parameter(201), type.value);
         EXPECT_FALSE(state.poll_enabled);
@@ -188,8 +189,8 @@ TEST_F(InjectorMenu, ACablePulledBetweenTheWritesGivesAllPointersBack) {
     run_for(1000);
     port->unplugged = true;
     run_for(1300);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 30))));
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 30))));
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_EQ(Command_engine.look.pointer, Pointer::custom);
     EXPECT_EQ(mirrors.injector_opening, 2000);
 }

@@ -1,6 +1,7 @@
 // The fitter's shortcuts, but for automatic tuning and parameter edit.
 #include "calibration/engine_panel.h"
-#include "tests/unit/calibration/calibration_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -16,7 +17,7 @@ constexpr int space = 32, page_up = 33, page_down = 34, end_key = 35, home = 36,
               right = 39, down = 40;
 constexpr int shift = 1, ctrl = 2, alt = 4;
 
-class Keyboard : public CalibrationBench {
+class Keyboard : public WarmCar {
   protected:
     // The slider's value after a key, with nothing written: the step alone.
     double after_key(view::Widget& slider, double from, int key) {
@@ -44,7 +45,7 @@ TEST_F(Keyboard, ShiftAltAndUnlistedKeysDoNothing) {
         for (const int state_of_shift : {0, ctrl})
             operator_presses(Form1, key, state_of_shift);
     EXPECT_EQ(view::focus(), &Slider_power);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(state.poll_enabled);
     run_for(2000);
     EXPECT_THAT(timed_commands(), IsEmpty());
@@ -110,7 +111,7 @@ TEST_F(Keyboard, AStepWritesAsADragDoes) {
                                               At(1400, Write(4, 1010))));
     EXPECT_EQ(view::focus(), &Text2);
     run_for(200);
-    begin_notes();
+    mark();
     operator_presses(Form1, page_up);
     run_for(700);
     EXPECT_THAT(writes(), ElementsAre(Write(4, 1020)));
@@ -166,10 +167,10 @@ TEST_F(Keyboard, SpaceOnPetrolGoesOverToGas) {
 
 TEST_F(Keyboard, SpaceOnGasGoesBackToPetrol) {
     start_during_a_poll();
-    go_on_gas();
+    change_over_to_gas();
     while (Timer_stato_sistema.is_on())
         run_for(1);
-    begin_notes();
+    mark();
     operator_presses(Form1, space);
     run_for(900);
     EXPECT_THAT(timed_commands(), ElementsAre(At(400, Send(4))));
@@ -178,7 +179,7 @@ TEST_F(Keyboard, SpaceOnGasGoesBackToPetrol) {
 
 TEST_F(Keyboard, SpaceTakesBackAChangeoverThatIsStillWaiting) {
     start_during_a_poll();
-    tamper_with_status([](link::Bytes& status) { put_word(status, 26, 2); });
+    port->alter = telegrams_with(26, 2);
     run_for(1000);
     ASSERT_TRUE(state.gas_requested);
     forget_wire();
@@ -190,7 +191,7 @@ TEST_F(Keyboard, SpaceTakesBackAChangeoverThatIsStillWaiting) {
 
 TEST_F(Keyboard, SpaceWithoutGasPressureGoesBackToPetrol) {
     start_during_a_poll();
-    tamper_with_status([](link::Bytes& status) { put_word(status, 26, 5); });
+    port->alter = telegrams_with(26, 5);
     run_for(1000);
     ASSERT_TRUE(state.no_press);
     forget_wire();
@@ -218,7 +219,7 @@ TEST_F(Keyboard, SpaceWithThePulledCableGivesPointerAndPollingBack) {
     port->unplugged = true;
     run_for(600);
     EXPECT_THAT(timed_commands(), IsEmpty());
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_TRUE(state.poll_enabled);
 }
 
@@ -235,7 +236,7 @@ TEST_F(Keyboard, ForcedStartAnsweredYesIsWritten) {
     EXPECT_EQ(box.title, "Forced START");
     EXPECT_EQ(box.buttons, view::Buttons::yes_no);
     EXPECT_EQ(box.icon, view::Icon::none);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(122, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(122, 1))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1100 Form1 normal pointer"));
     EXPECT_EQ(unit->parameter(122), 1);
 }
@@ -246,17 +247,17 @@ TEST_F(Keyboard, ForcedStartAnsweredNoWritesNought) {
     screen.answer_message("Forced start", Answer::no);
     operator_presses(Form1, 70, ctrl);
     run_for(1200);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(122, 0))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(122, 0))));
     EXPECT_EQ(link::mirrors.forced_start_mode, 3) << "the changeover window keeps what it shows";
 }
 
 TEST_F(Keyboard, ThePollingRunsOnBeneathTheQuestion) {
     start_during_a_poll();
     run_for(320); // the pass is over: the next one begins beneath the box
-    begin_notes();
+    mark();
     screen.answer_message("Forced start", Answer::no, 3000);
     operator_presses(Form1, 70, ctrl);
-    EXPECT_EQ(pointer(), Pointer::normal) << "no hourglass before the answer";
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal) << "no hourglass before the answer";
     run_for(3000);
     EXPECT_GE(std::ranges::count(frames(), Send(3)), 8);
     run_for(1500);
@@ -275,11 +276,11 @@ TEST_F(Keyboard, ForcedStartWithNoTextToAskWithStillAsks) {
 
 TEST_F(Keyboard, TheShownSpeedBecomesTheChangeoverSpeed) {
     start_during_a_poll();
-    tamper_with_status([](link::Bytes& status) { put_word(status, 6, 2345); });
+    port->alter = telegrams_with(6, 2345);
     run_for(1000);
     while (Timer_stato_sistema.is_on())
         run_for(1);
-    begin_notes();
+    mark();
     follow({&Form1});
     screen.answer_message("rpm: 2345", Answer::yes);
     operator_presses(Form1, 71, ctrl);
@@ -288,7 +289,7 @@ TEST_F(Keyboard, TheShownSpeedBecomesTheChangeoverSpeed) {
     EXPECT_EQ(box.text, "Use the present engine speed as changeover speed? rpm: 2345");
     EXPECT_EQ(box.title, "RPM SWITCH");
     EXPECT_EQ(box.buttons, view::Buttons::yes_no);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(400, Write(121, 2345))));
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(121, 2345))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1100 Form1 normal pointer"));
     EXPECT_EQ(unit->parameter(121), 2345);
     EXPECT_NE(link::mirrors.changeover_rpm, 2345) << "the changeover window keeps what it shows";
@@ -315,7 +316,7 @@ TEST_F(Keyboard, TheSpeedIsTakenBeforeTheQuestionAndDecliningChangesNothing) {
     forget_wire();
     screen.answer_message("rpm: ", Answer::no);
     operator_presses(Form1, 71, ctrl);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     run_for(2000);
     EXPECT_THAT(writes(), IsEmpty());
 }
@@ -325,7 +326,7 @@ TEST_F(Keyboard, DecliningTheSpeedLeavesThePollingRunning) {
     screen.answer_message("rpm: ", Answer::no);
     operator_presses(Form1, 71, ctrl);
     EXPECT_TRUE(state.poll_enabled);
-    EXPECT_TRUE(polls_come_in(400));
+    EXPECT_TRUE(polls_in(400));
 }
 
 TEST_F(Keyboard, AnUnreadableSpeedCountsAsNought) {
@@ -342,14 +343,14 @@ TEST_F(Keyboard, AfterForcedStartAndSpeedThePollingComesBackOnlyByTheWatchdog) {
     screen.answer_message("Forced start", Answer::no);
     operator_presses(Form1, 70, ctrl);
     run_for(1200);
-    EXPECT_FALSE(polls_come_in(3000));
+    EXPECT_FALSE(polls_in(3000));
     inside_program([] { Timer6.on(); });
     run_for(500);
-    EXPECT_TRUE(polls_come_in(1000));
+    EXPECT_TRUE(polls_in(1000));
     screen.answer_message("rpm: ", Answer::yes);
     operator_presses(Form1, 71, ctrl);
     run_for(2500);
-    EXPECT_TRUE(polls_come_in(1000));
+    EXPECT_TRUE(polls_in(1000));
 }
 
 TEST_F(Keyboard, WithTheSettingsPanelOpenNotEvenTheWatchdogBringsThePollingBack) {
@@ -360,10 +361,10 @@ TEST_F(Keyboard, WithTheSettingsPanelOpenNotEvenTheWatchdogBringsThePollingBack)
     screen.answer_message("Forced start", Answer::yes);
     operator_presses(Form1, 70, ctrl);
     run_for(2000);
-    EXPECT_FALSE(polls_come_in(5000));
+    EXPECT_FALSE(polls_in(5000));
     operator_clicks(Command_engine);
     run_for(1000);
-    EXPECT_TRUE(polls_come_in(1000));
+    EXPECT_TRUE(polls_in(1000));
 }
 
 TEST_F(Keyboard, ACablePulledUnderTheQuestionEndsInTheNormalPointer) {
@@ -372,9 +373,9 @@ TEST_F(Keyboard, ACablePulledUnderTheQuestionEndsInTheNormalPointer) {
     operator_presses(Form1, 70, ctrl);
     port->unplugged = true;
     run_for(1099);
-    EXPECT_EQ(pointer(), Pointer::hourglass);
+    EXPECT_EQ(Form1.look.pointer, Pointer::hourglass);
     run_for(1);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_THAT(writes(), IsEmpty());
 }
 

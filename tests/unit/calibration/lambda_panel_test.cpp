@@ -1,5 +1,6 @@
 // The settings of the lambda panel, beside its own read of the line.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -10,11 +11,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class LambdaPanel : public PanelBench {
+class LambdaPanel : public LogicTest {
   protected:
     // Family 3 shows both kinds of sensor, and has no second telegram that this panel's read cuts
     // into.
-    LambdaPanel() : PanelBench(sim::Options{.family = 3, .version = 7, .revision = 71}) {}
+    LambdaPanel() : LogicTest(sim::Options{.family = 3, .version = 7, .revision = 71}) {}
 
     void open_lambda() {
         start_connected();

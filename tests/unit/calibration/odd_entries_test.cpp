@@ -1,5 +1,7 @@
 // Every numeric entry field with every kind of text that a keyboard can bring.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
+#include "view/windows/form3.h"
 
 namespace zol::tests {
 namespace {
@@ -42,10 +44,10 @@ const Entry entries[] = {
     {"3." + std::string(9998, '1'), 3},
 };
 
-class OddEntries : public PanelBench {
+class OddEntries : public LogicTest {
   protected:
     // Family 3 has every field, and no second telegram that the lambda panel's read cuts into.
-    OddEntries() : PanelBench(sim::Options{.family = 3, .version = 7, .revision = 71}) {}
+    OddEntries() : LogicTest(sim::Options{.family = 3, .version = 7, .revision = 71}) {}
 
     // The field's own write comes first, if there is one; what follows it has its parameters.
     void expect_each_entry(view::Widget& field, int parameter) {

@@ -1,5 +1,7 @@
 // Ctrl+V: any parameter by its number.
-#include "tests/unit/calibration/calibration_bench.h"
+#include "link/ecu_frames.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -11,7 +13,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class ParameterEdit : public CalibrationBench {
+class ParameterEdit : public WarmCar {
   protected:
     void edit(const std::string& number, const std::string& value) {
         screen.answer_input("Digita il Parametro da Modificare", number);
@@ -24,7 +26,7 @@ class ParameterEdit : public CalibrationBench {
         forget_wire();
         edit(number, value);
         run_for(2000);
-        EXPECT_EQ(pointer(), Pointer::normal) << number << ", " << value;
+        EXPECT_EQ(Form1.look.pointer, Pointer::normal) << number << ", " << value;
         for (const auto& sent : port->sent) {
             EXPECT_EQ(sent.bytes.size(), 9u) << number << ", " << value;
         }
@@ -44,7 +46,7 @@ TEST_F(ParameterEdit, AsksForNumberAndValueAndWritesThem) {
     EXPECT_EQ(screen.input_boxes[0].title, "Modifica Parametro");
     EXPECT_EQ(screen.input_boxes[1].prompt, "Inserisci il valore da assegnare al Parametro : 101");
     EXPECT_EQ(screen.input_boxes[1].title, "Modifica Parametro");
-    EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(101, 75))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(101, 75))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "700 Form1 normal pointer"));
     EXPECT_EQ(unit->parameter(101), 75);
 }
@@ -56,7 +58,7 @@ TEST_F(ParameterEdit, TheHourglassStandsWhileTheOperatorIsAsked) {
     screen.answer_input("Parametro : 101", "1", 2000);
     operator_presses(Form1, 86, 2);
     run_for(4000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(3000, Write(101, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(3000, Write(101, 1))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "3700 Form1 normal pointer"));
 }
 
@@ -64,10 +66,10 @@ TEST_F(ParameterEdit, ThePollingComesBackOnlyByTheWatchdog) {
     start_during_a_poll();
     edit("101", "75");
     run_for(700);
-    EXPECT_FALSE(polls_come_in(3000));
+    EXPECT_FALSE(polls_in(3000));
     inside_program([] { Timer6.on(); });
     run_for(500);
-    EXPECT_TRUE(polls_come_in(100));
+    EXPECT_TRUE(polls_in(100));
 }
 
 TEST_F(ParameterEdit, BothBoxesCancelledWriteNoughtToParameterNought) {
@@ -137,7 +139,7 @@ TEST_F(ParameterEdit, AValueWithNoBytesSkipsTheWritingAndKeepsTheLastWait) {
     follow({&Form1});
     edit("101", "-1");
     run_for(1000);
-    EXPECT_THAT(timed_frames(), IsEmpty());
+    EXPECT_THAT(timed(), IsEmpty());
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "400 Form1 normal pointer"));
 }
 
@@ -156,7 +158,7 @@ TEST_F(ParameterEdit, TurningTheCoilSignalUpwardsSetsItsFilterFirst) {
     follow({&Form1});
     edit("126", "1");
     run_for(2000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(125, 4000)), At(700, Write(126, 1))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(125, 4000)), At(700, Write(126, 1))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1400 Form1 normal pointer"));
     EXPECT_EQ(unit->parameter(125), 4000);
     EXPECT_EQ(unit->parameter(126), 1);
@@ -179,7 +181,7 @@ TEST_F(ParameterEdit, Number4000StaysInTheTool) {
     EXPECT_THAT(writes_of("4000", "-70000"), IsEmpty());
     EXPECT_EQ(state.local_flag_4000, -70000);
     follow({&Form1});
-    begin_notes();
+    mark();
     edit("4000", "1");
     run_for(1000);
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "400 Form1 normal pointer"));
@@ -222,7 +224,7 @@ TEST_F(ParameterEdit, ACablePulledBetweenTheTwoWritesLosesTheSecondOnly) {
     run_for(350);
     port->unplugged = true;
     run_for(1050);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(125, 4000))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(125, 4000))));
     EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1100 Form1 normal pointer"));
 }
 
@@ -232,8 +234,8 @@ TEST_F(ParameterEdit, AKeyDuringTheWaitEntersAfresh) {
     run_for(100);
     edit("110", "25");
     run_for(1500);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(101, 75)), At(100, Write(110, 25))));
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(101, 75)), At(100, Write(110, 25))));
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 // The power adjustment dialog, through the routine that shows it.
 #include "calibration/power_dialog.h"
 #include "monitor/polling.h"
-#include "tests/unit/calibration/calibration_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 #include "view/windows/form_power.h"
 
 namespace zol::tests {
@@ -15,13 +16,13 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class PowerDialog : public CalibrationBench {
+class PowerDialog : public WarmCar {
   protected:
     void open_dialog() {
         start_during_a_poll();
         inside_program([] { calibration::show_power_dialog(); });
         run_for(1000);
-        begin_notes();
+        mark();
     }
     double high_gain_of(double low, view::Widget& option) {
         mirrors.ktar_low = low;
@@ -35,7 +36,7 @@ TEST_F(PowerDialog, HasTheWordWhileItIsOpen) {
     EXPECT_TRUE(Form_power.shown);
     EXPECT_FALSE(view::enabled(Form1));
     EXPECT_FALSE(state.poll_enabled);
-    EXPECT_FALSE(polls_come_in(2000));
+    EXPECT_FALSE(polls_in(2000));
     EXPECT_EQ(view::text(Option_5), "+5%");
     EXPECT_EQ(view::text(Option_15), "+15%");
     EXPECT_EQ(view::text(Option_25), "+25%");
@@ -69,12 +70,12 @@ TEST_F(PowerDialog, OkWritesTheGainAsTheNumberAndStaysOpen) {
     follow({&Form_power, &Form1});
     high_gain_of(1200, Option_15);
     inside_program([] { monitor::start_polling(); });
-    begin_notes();
+    mark();
     operator_clicks(form_power::cmd_ok);
     EXPECT_FALSE(state.poll_enabled);
     EXPECT_FALSE(Timer_stato_sistema.is_on());
     run_for(2000);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(0, Write(1380, 4))));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Write(1380, 4))));
     EXPECT_THAT(changes, ElementsAre("0 Form_power hourglass", "700 Form_power normal pointer"));
     EXPECT_TRUE(Form_power.shown);
     EXPECT_EQ(unit->parameter(4), 1001) << "the unit has no parameter 1380";
@@ -110,11 +111,11 @@ TEST_F(PowerDialog, CancelGivesTheMainWindowAndThePollingBack) {
     run_for(1);
     EXPECT_TRUE(state.poll_enabled);
     EXPECT_FALSE(state.ui_loading);
-    EXPECT_EQ(pointer(), Pointer::hourglass);
+    EXPECT_EQ(Form1.look.pointer, Pointer::hourglass);
     run_for(400);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
     EXPECT_EQ(view::focus(), &Text2);
-    EXPECT_TRUE(polls_come_in(1000));
+    EXPECT_TRUE(polls_in(1000));
     EXPECT_THAT(writes(), IsEmpty());
 }
 
@@ -128,9 +129,9 @@ TEST_F(PowerDialog, ThePointerComesBackAThirdWaitBehindThePolling) {
     });
     operator_clicks(form_power::cmd_cancel);
     run_for(400 + 400 + 399);
-    EXPECT_EQ(pointer(), Pointer::hourglass);
+    EXPECT_EQ(Form1.look.pointer, Pointer::hourglass);
     run_for(1);
-    EXPECT_EQ(pointer(), Pointer::normal);
+    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
 }
 
 TEST_F(PowerDialog, ClosedByItsFrameItDoesNotLeaveTheMainWindowLocked) {

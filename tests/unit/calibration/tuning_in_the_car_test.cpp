@@ -1,82 +1,77 @@
-// The Automatic Tuning System on a line, an engine and an operator that do as they like.
-#include "tests/unit/calibration/tuning_bench.h"
+// The automatic tuning: measuring, the temperature gate, and what happens during a run.
+#include "tests/unit/calibration/tuning_fixture.h"
 
 namespace zol::tests {
 namespace {
 
 using namespace form1;
 using app::state;
-using calibration::tuning;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Answer;
 
-class TuningInTheCar : public TuningBench {};
+class TuningInTheCar : public TuningTest {};
 
 // --- Measuring
 
-TEST_F(TuningInTheCar, AShortBufferCostsATurnAndGivesNoSample) {
+TEST_F(TuningInTheCar, ShortReplyGivesNoSample) {
     start_without_polling();
     lengths = {0, 26, 27};
+    follow({&Label_sfondo}); // the number of the next sample, then the length of the reply
     start_tuning();
-    follow({&Label_sfondo});
-    changes.clear();
     run_for(3600);
-    EXPECT_THAT(timed_frames(), ElementsAre(At(1400, Send(3)), At(2000, Send(3)), At(2600, Send(3)),
-                                            At(3500, Send(3))));
+    EXPECT_THAT(timed(), ElementsAre(At(1400, Send(3)), At(2000, Send(3)), At(2600, Send(3)),
+                                     At(3500, Send(3))));
     EXPECT_THAT(changes, ElementsAre("1400 Label_sfondo says 1", "2000 Label_sfondo says 0",
                                      "2000 Label_sfondo says 1", "2600 Label_sfondo says 26",
                                      "2600 Label_sfondo says 1", "3200 Label_sfondo says 27",
                                      "3500 Label_sfondo says 1"));
 }
 
-TEST_F(TuningInTheCar, ASilentUnitHoldsItInTheSampler) {
+TEST_F(TuningInTheCar, SilentUnitIsAskedEvery600Milliseconds) {
     start_without_polling();
     start_tuning();
     run_for(1000);
     port->alter = nullptr;
     port->silent = true;
     run_for(600'000);
-    EXPECT_EQ(view::text(lbl_tuning), "-- WAIT TUNING... --");
-    const auto asked = timed_frames();
-    EXPECT_EQ(asked.size(), 1000u) << "every 600 ms";
-    EXPECT_TRUE(std::ranges::all_of(asked, [](const Timed& it) { return it.frame == Send(3); }));
-    EXPECT_TRUE(view::enabled(Form1)) << "the window stays alive";
+    EXPECT_EQ(shown(), "-- WAIT TUNING... --");
+    EXPECT_EQ(frames(), std::vector(1000, Send(3)));
+    EXPECT_TRUE(view::enabled(Form1));
 }
 
-TEST_F(TuningInTheCar, TheRunShowsTheLiveValuesItself) {
+TEST_F(TuningInTheCar, RunShowsTheLiveValues) {
     start_without_polling();
     petrol_time = 2468;
     start_tuning();
     inside_program([] {
-        view::set_text(Label_carburante, "?");
-        view::set_text(Label_rpm, "?");
-        view::set_text(LabeL_pressure, "?");
+        for (view::Widget* label : {&Label_carburante, &Label_rpm, &LabeL_pressure})
+            view::set_text(*label, "?");
         state.no_press = true;
     });
     run_for(2000);
-    EXPECT_EQ(view::text(Label_rpm), "850");
-    EXPECT_EQ(view::text(Label_tinj), "2468");
-    EXPECT_EQ(view::text(LabeL_pressure), "1400");
-    EXPECT_EQ(view::text(Label_carburante), "PETROL");
+    EXPECT_EQ(text(Label_rpm), "850");
+    EXPECT_EQ(text(Label_tinj), "2468");
+    EXPECT_EQ(text(LabeL_pressure), "1400");
+    EXPECT_EQ(text(Label_carburante), "PETROL");
     EXPECT_FALSE(state.no_press);
-    EXPECT_EQ(tuning.tinj_samples[0], 2468);
+    EXPECT_EQ(calibration::tuning.tinj_samples[0], 2468);
 }
 
-TEST_F(TuningInTheCar, TheSamplerKnowsPetrolGasAndNoPressureAndNothingElse) {
+TEST_F(TuningInTheCar, SamplerKnowsPetrolGasNoPressureOnly) {
     start_without_polling();
     start_tuning();
     const auto turn_with = [&](int fuel) {
         inside_program([] { view::set_text(Label_carburante, "?"); });
         fuel_state = fuel;
-        run_for(900);
-        return view::text(Label_carburante);
+        run_for(turn_ms);
+        return text(Label_carburante);
     };
     run_for(1300);
     inside_program([] { state.gas_requested = true; });
     EXPECT_EQ(turn_with(1), "LPG");
     EXPECT_TRUE(state.on_gas);
-    EXPECT_TRUE(state.gas_requested) << "only the polling loop knows a request";
+    EXPECT_TRUE(state.gas_requested) << "only the polling loop clears a request here";
     EXPECT_EQ(turn_with(2), "?");
     EXPECT_EQ(turn_with(3), "?");
     EXPECT_TRUE(state.on_gas);
@@ -84,7 +79,7 @@ TEST_F(TuningInTheCar, TheSamplerKnowsPetrolGasAndNoPressureAndNothingElse) {
     EXPECT_TRUE(state.no_press);
     EXPECT_FALSE(state.gas_requested);
     EXPECT_EQ(turn_with(2), "?");
-    EXPECT_FALSE(state.gas_requested) << "nor does the sampler make one";
+    EXPECT_FALSE(state.gas_requested) << "the sampler does not set a request";
     EXPECT_TRUE(state.on_gas);
     EXPECT_EQ(turn_with(0), "PETROL");
     EXPECT_FALSE(state.on_gas);
@@ -95,96 +90,102 @@ TEST_F(TuningInTheCar, TheSamplerKnowsPetrolGasAndNoPressureAndNothingElse) {
 
 // --- The temperature gate
 
-TEST_F(TuningInTheCar, ACoolEngineIsWaitedForInSteps) {
+TEST_F(TuningInTheCar, TemperatureIsTestedEveryTwoSeconds) {
     start_without_polling();
     inside_program([] { view::set_text(Label_temp, "49"); });
     start_tuning();
     run_for(3000);
-    EXPECT_THAT(timed_frames(), IsEmpty());
+    EXPECT_THAT(timed(), IsEmpty());
     inside_program([] { view::set_text(Label_temp, "50"); });
     run_for(3000);
-    // Tested every 2000 ms, the caption stays as it stands.
-    EXPECT_THAT(timed_frames(), ElementsAre(At(4000 + 1400, Send(3))));
+    EXPECT_THAT(timed(), ElementsAre(At(4000 + 1400, Send(3))));
     EXPECT_THAT(changes, ElementsAre("0 lbl_tuning shown", "0 lbl_tuning says -- WAIT TUNING... --",
                                      "0 lbl_tuning says -- WAIT TEMPERATURE... --"));
 }
 
-TEST_F(TuningInTheCar, AnUnreadableTemperatureCountsAsCold) {
+TEST_F(TuningInTheCar, UnreadableTemperatureCountsAsCold) {
     start_without_polling();
     inside_program([] { view::set_text(Label_temp, "--"); });
     start_tuning();
     run_for(60'000);
-    EXPECT_EQ(view::text(lbl_tuning), "-- WAIT TEMPERATURE... --");
-    EXPECT_THAT(timed_frames(), IsEmpty());
+    EXPECT_EQ(shown(), "-- WAIT TEMPERATURE... --");
+    EXPECT_THAT(timed(), IsEmpty());
 }
 
-class ColdStart : public TuningBench {
-  protected:
-    void start_cold() {
-        use_unit({});
-        unit->set_parameter(sim::par::automatic, 0);
-    }
-};
+class ColdStart : public TuningTest, public testing::WithParamInterface<bool> {};
 
-TEST_F(ColdStart, ARunBegunInTheMiddleOfAPollStillSeesTheEngineGrowWarm) {
-    start_cold();
-    start_during_a_poll();
+TEST_P(ColdStart, TuningNoticesThatTheEngineHasWarmedUp) {
+    use_unit({});
+    set_parameter(sim::par::automatic, 0);
+    if (GetParam())
+        start_during_a_poll();
+    else
+        start_between_polls();
     start_tuning();
-    screen.answer_message("AUTO READY", Answer::ok);
+    answer_closing_box();
     run_for(5000);
-    EXPECT_EQ(view::text(lbl_tuning), "-- WAIT TEMPERATURE... --");
-    EXPECT_TRUE(polls_come_in(400));
+    EXPECT_EQ(shown(), "-- WAIT TEMPERATURE... --");
+    EXPECT_TRUE(polls_in(400));
     run_for(400'000);
-    EXPECT_NE(view::text(lbl_tuning), "-- WAIT TEMPERATURE... --");
+    EXPECT_NE(shown(), "-- WAIT TEMPERATURE... --");
 }
 
-TEST_F(ColdStart, ARunBegunBetweenTwoPollsSeesItToo) {
-    start_cold();
-    start_between_polls();
-    start_tuning();
-    screen.answer_message("AUTO READY", Answer::ok);
-    run_for(5000);
-    EXPECT_TRUE(polls_come_in(400));
-    run_for(400'000);
-    EXPECT_NE(view::text(lbl_tuning), "-- WAIT TEMPERATURE... --");
-}
+INSTANTIATE_TEST_SUITE_P(StartedDuringAPoll, ColdStart, testing::Bool());
 
-// --- Beside other things
+// --- During a run
 
-TEST_F(TuningInTheCar, WithTheWatchdogBothPassesRunBesideThePollingLoop) {
+TEST_F(TuningInTheCar, WatchdogRestartsThePolling) {
     start_during_a_poll();
     inside_program([] { Timer6.on(); });
     start_tuning();
     run_for(5000);
-    ASSERT_TRUE(timed_commands().empty()) << "still in the first pass";
-    EXPECT_TRUE(polls_come_in(3000));
-    // More than the sampler's own: at most one every 600 ms.
-    EXPECT_GT(std::ranges::count(frames(), Send(3)), 6);
+    ASSERT_THAT(timed_commands(), IsEmpty()) << "still in the first pass";
+    // The sampler alone would send 5, one every 600 ms.
+    EXPECT_GT(std::ranges::count(frames_in(3000), Send(3)), 6);
 }
 
-TEST_F(TuningInTheCar, AKeyDuringTheRunEntersAfresh) {
+TEST_F(TuningInTheCar, KeyMovesTheGain) {
     start_without_polling();
     start_tuning();
     run_for(3000);
     operator_presses(Form1, 39);
     run_for(2000);
     EXPECT_THAT(writes(), ElementsAre(Write(3, 1210), Write(4, 1010), Write(4, 1010)));
-    screen.answer_message("\rAutomatic Tuning System\r", Answer::no);
-    operator_presses(Form1, 84, 2);
-    run_for(2500);
-    EXPECT_FALSE(view::visible(lbl_tuning)) << "the declined one hides the line of both";
 }
 
-TEST_F(TuningInTheCar, ACablePulledDuringTheRunAndPutBackLetsItGoOn) {
+TEST_F(TuningInTheCar, DecliningASecondRunHidesTheLine) {
+    start_without_polling();
+    start_tuning();
+    run_for(3000);
+    start_tuning(Answer::no);
+    run_for(2500);
+    EXPECT_FALSE(view::visible(lbl_tuning));
+}
+
+// The first run measures on and ends with its own box.
+TEST_F(TuningInTheCar, SecondRunClearsTheModeOfTheFirst) {
+    start_without_polling();
+    start_tuning();
+    run_for(5000);
+    start_tuning();
+    answer_closing_box();
+    answer_closing_box();
+    run_until_boxes(3);
+    run_for(3000);
+    EXPECT_EQ(state.tuning_mode, 0);
+    run_until_boxes(4);
+    run_for(5000);
+    EXPECT_EQ(state.tuning_mode, 0);
+}
+
+TEST_F(TuningInTheCar, ReconnectedCableLetsItGoOn) {
     start_between_polls();
     start_tuning();
     run_for(10'000);
     port->unplugged = true;
     run_for(30'000);
-    forget_wire();
     port->unplugged = false;
-    run_for(60'000);
-    EXPECT_GE(std::ranges::count(frames(), Send(22)), 1);
+    EXPECT_THAT(frames_in(60'000), testing::Contains(Send(22)));
 }
 
 } // namespace

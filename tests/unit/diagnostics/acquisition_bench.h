@@ -3,7 +3,7 @@
 
 #include "app/app_state.h"
 #include "monitor/polling.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
 
@@ -20,7 +20,7 @@ inline link::Bytes telegram(int injection_time, std::size_t length = 29, int ech
     return bytes;
 }
 
-class Acquisition : public Bench {
+class Acquisition : public LogicTest {
   protected:
     // The unit's telegrams name this injection time from now on.
     void engine_injects(int injection_time, std::size_t length = 29, int echo = 3) {

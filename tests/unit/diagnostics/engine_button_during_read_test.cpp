@@ -1,6 +1,6 @@
 // On the direct path the main window reads the unit again when the acquisition window closes. The
 // engine button pressed during that read starts the polling beside it.
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -25,7 +25,7 @@ std::vector<Case> cases() {
     return all;
 }
 
-class EngineButtonDuringRead : public Bench, public testing::WithParamInterface<Case> {
+class EngineButtonDuringRead : public LogicTest, public testing::WithParamInterface<Case> {
   protected:
     void press_engine_after_closing_acquisition(int family, int ms) {
         use_unit({.family = family, .version = 7, .revision = 71, .warm = true});

@@ -1,6 +1,6 @@
 // The diagnosis menu: protocol search and direction.
 #include "monitor/polling.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
@@ -16,7 +16,7 @@ const std::vector<view::Widget*> protocol_items = {
     &form1::mnuCAN500KStandard, &form1::mnuCAN500KExtended, &form1::mnuJ1850vpw,
     &form1::mnuJ1850pwm};
 
-class DiagnosisMenu : public Bench {
+class DiagnosisMenu : public LogicTest {
   protected:
     static std::vector<std::string> marked() {
         std::vector<std::string> names;

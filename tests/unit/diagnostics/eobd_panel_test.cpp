@@ -1,7 +1,7 @@
 // The diagnosis panel: reading, explaining and clearing the faults.
 #include "diagnostics/eobd_panel.h"
 
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
@@ -13,7 +13,7 @@ using testing::ElementsAreArray;
 using testing::IsEmpty;
 using view::Pointer;
 
-class FaultPanel : public Bench {
+class FaultPanel : public LogicTest {
   protected:
     void open_panel() {
         start_connected();

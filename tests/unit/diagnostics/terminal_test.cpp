@@ -1,6 +1,6 @@
 // The hand-over of the line, and the debug pair.
 #include "monitor/polling.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
 
@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class Terminal : public Bench {
+class Terminal : public LogicTest {
   protected:
     void start_with_service_buttons() {
         start_connected();

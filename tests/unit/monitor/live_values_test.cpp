@@ -1,14 +1,15 @@
 // On which panels the live values are live, as the manual says it.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 #include <functional>
 
 namespace zol::tests {
 namespace {
 
-class LiveValues : public PanelBench {
+class LiveValues : public LogicTest {
   protected:
-    LiveValues() : PanelBench({.family = 3, .version = 7, .revision = 71, .warm = true}) {}
+    LiveValues() : LogicTest({.family = 3, .version = 7, .revision = 71, .warm = true}) {}
 
     // The unit's telegrams say this from now on.
     void put(std::size_t position, int value) {

@@ -1,5 +1,6 @@
 // The two end voltages of the tank's sender, entered by hand.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -8,7 +9,7 @@ using namespace form1;
 using testing::ElementsAre;
 using view::Pointer;
 
-class TankFields : public PanelBench {};
+class TankFields : public LogicTest {};
 
 TEST_F(TankFields, AClickMarksAndClearsTheField) {
     open_settings();

@@ -1,6 +1,7 @@
 // The choice of the tank's sender: what the unit gets, and what the panel shows afterwards.
 #include "monitor/tank_level.h"
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -10,7 +11,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class TankPresets : public PanelBench {
+class TankPresets : public LogicTest {
   protected:
     // A tank that has nothing in common with any preset.
     void open_odd_tank() {

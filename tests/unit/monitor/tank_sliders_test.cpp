@@ -1,7 +1,9 @@
 // The thresholds between the rows of the tank gauge: what is accepted, what springs back, and the
 // three ways of filling the panel.
+#include "app/numbers.h"
 #include "monitor/tank_level.h"
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
@@ -11,7 +13,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using view::Pointer;
 
-class TankSliders : public PanelBench {
+class TankSliders : public LogicTest {
   protected:
     // The unit's factory values: 3, 25, 50 and 75 percent.
     void drag(int row, double value) {
@@ -197,7 +199,7 @@ TEST_F(TankSliders, AfterTheFirstReadingTheSecondSliderStandsOneBelowItsThreshol
 }
 
 TEST_F(TankSliders, AfterTheConnectionDialogTheSecondSliderStandsOnItsThreshold) {
-    connect_by_dialog();
+    start_by_dialog();
     EXPECT_THAT(all(), ElementsAre(3, 25, 50, 75, 75));
     EXPECT_EQ(text(Label_led1) + text(Label9), "24%25%");
     EXPECT_EQ(text(lbl_203), "3975");
@@ -225,7 +227,7 @@ TEST_F(TankSliders, TheLiveReadingOfTheSenderStandsOnThePanel) {
     EXPECT_EQ(text(Label_level_attuale), text(label_liv2));
 }
 
-class MillivoltScale : public PanelBench {
+class MillivoltScale : public LogicTest {
   protected:
     int mv(const char* empty, const char* full, double percent) {
         view::set_text(Text_min_tank, empty);
