@@ -1,8 +1,8 @@
 // Control of the replies that the polling reads.
 #pragma once
 
-#include "tests/support/bench.h"
 #include "tests/support/frames.h"
+#include "tests/support/logic_fixture.h"
 
 #include <deque>
 
@@ -16,7 +16,7 @@ link::Bytes reply_of_length(const Reply& reply, std::size_t length) {
 
 // Starts the polling on a unit of the given family. From then on each read after a command 3 or 16
 // takes the next reply of its queue, or `telegram` or `live` if the queue is empty.
-class ReplyBench : public Bench {
+class ReplyTest : public LogicTest {
   protected:
     void start_scripted(int family = 0, int version = 2, int revision = 71) {
         use_unit({.family = family, .version = version, .revision = revision, .warm = true});
@@ -58,5 +58,6 @@ class ReplyBench : public Bench {
         return next;
     }
 };
+using ReplyBench = ReplyTest; // its former name
 
 } // namespace zol::tests

@@ -4,7 +4,7 @@
 #include "app/colours.h"
 #include "app/settings_file.h"
 #include "link/activation.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "tests/support/program_state.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/form1.h"
@@ -35,7 +35,7 @@ const std::set<std::string> coloured_by_dialog =
 const std::set<std::string> coloured_at_start_only =
     names("Label20 Label42 Label49 Label48 Label44 Label43 Label1 Label19 Label16");
 
-class Colours : public Bench {
+class Colours : public LogicTest {
   protected:
     static constexpr view::Colour chosen = view::rgb(10, 20, 30);
     void start_with_colour(const std::string& colour) {

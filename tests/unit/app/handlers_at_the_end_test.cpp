@@ -1,6 +1,6 @@
 // Every handler of every widget, run while the program ends: no frame is sent, and the end does not
 // wait for the handler.
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 
@@ -56,7 +56,7 @@ struct WillingScreen : view::HeadlessScreen {
 };
 
 // One run of the program, up to the act.
-class Probe : public Bench {
+class Probe : public LogicTest {
   public:
     Probe() { view::use_screen(willing_); }
     void TestBody() override {}
@@ -78,10 +78,10 @@ class Probe : public Bench {
             act.work();
         });
     }
-    using Bench::frames;
-    using Bench::run_for;
-    using Bench::time;
-    using Bench::writes;
+    using LogicTest::frames;
+    using LogicTest::run_for;
+    using LogicTest::time;
+    using LogicTest::writes;
 
   private:
     WillingScreen willing_;

@@ -1,7 +1,7 @@
 // The language files of the project, and a language folder of the test's own in their place.
 #pragma once
 
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 #include <fstream>
@@ -34,7 +34,7 @@ inline std::map<std::string, TipLines> tip_sections(const std::string& language)
     return sections;
 }
 
-class LanguageFolder : public Bench {
+class LanguageFolder : public LogicTest {
   protected:
     // Replaces the project's files by an empty folder.
     void use_own_language_folder() {

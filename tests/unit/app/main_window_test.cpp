@@ -21,7 +21,7 @@ using app::state;
 using link::mirrors;
 using testing::ElementsAre;
 
-class MainWindow : public ReplyBench {
+class MainWindow : public ReplyTest {
   protected:
     void SetUp() override { start_scripted(); }
     static std::vector<std::string> shown_panels() {
@@ -33,7 +33,7 @@ class MainWindow : public ReplyBench {
     }
 };
 
-class MainWindowAtStart : public Bench {};
+class MainWindowAtStart : public LogicTest {};
 
 TEST_F(MainWindowAtStart, CarMenuIsDisabled) {
     port->silent = true;

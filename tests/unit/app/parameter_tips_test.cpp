@@ -1,7 +1,8 @@
 // The parameters that the text of a control names are those that it writes when it is used.
 #include "app/helper_texts.h"
-#include "tests/unit/calibration/calibration_bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/acquisizione.h"
+#include "view/windows/form1.h"
 #include "view/windows/form3.h"
 
 #include <map>
@@ -14,7 +15,7 @@ using testing::ContainerEq;
 using view::Kind;
 using view::Widget;
 
-class ParametersInTips : public CalibrationBench {
+class ParametersInTips : public WarmCar {
   protected:
     // Shows and enables the control with all that contains it.
     static void make_reachable(Widget& control) {
@@ -61,7 +62,7 @@ class ParametersInTips : public CalibrationBench {
 
 TEST_F(ParametersInTips, OfTheMainWindowAreThoseThatItWrites) {
     start_connected();
-    go_on_gas();
+    change_over_to_gas();
     inside_program([] { link::mirrors.pressure_sensor = 1; });
     int used = 0;
     for (auto* list : {&form1::Form1.controls, &form1::Form1.menus})

@@ -1,13 +1,13 @@
 // The stored port and its menu, which count in three different ways on purpose.
 #include "app/app_state.h"
 #include "app/settings_file.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
 
-class StoredPort : public Bench {
+class StoredPort : public LogicTest {
   protected:
     void start_with_port(const std::string& line) {
         write_file("setting.ini", "[General]\nLANGUAGE=uk\n" + line);

@@ -10,15 +10,14 @@
 #include "link/port_devices.h"
 #include "maintenance/service_records.h"
 #include "monitor/polling_pass.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/screen.h"
-#include "view/timers.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
 
-class ProgramState : public Bench {
+class ProgramState : public LogicTest {
   protected:
     // Stops in the middle of a pass, with a unit, settings and captions other than the usual ones.
     void run_a_program() {

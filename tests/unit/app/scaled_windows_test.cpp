@@ -1,5 +1,5 @@
 // The windows of the program, scaled to the screen that they find.
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -8,7 +8,7 @@
 namespace zol::tests {
 namespace {
 
-class ScaledWindows : public Bench {
+class ScaledWindows : public LogicTest {
   protected:
     void start_on(int width_pixels, int height_pixels) {
         screen.screen = {width_pixels * 15.0, height_pixels * 15.0};

@@ -1,6 +1,6 @@
 // The settings on a full disk.
 #include "app/settings_file.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "tests/support/small_disk.h"
 #include "view/windows/form1.h"
 
@@ -11,7 +11,7 @@ using testing::IsEmpty;
 
 constexpr std::size_t sixteen_pages = 65536;
 
-class SettingsOnFullDisk : public Bench {
+class SettingsOnFullDisk : public LogicTest {
   protected:
     const std::string before = "; a line of the user\n[General]\nLANGUAGE=uk\nCOM=1\n";
 

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "app/settings_file.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 
 namespace zol::tests {
 
-class SettingsFolder : public Bench {
+class SettingsFolder : public LogicTest {
   protected:
     static constexpr const char* file = "setting.ini";
 

@@ -1,8 +1,6 @@
 // The end of the program comes 600 ms after the request, whatever runs, and no frame is sent from
 // then on.
-#include "tests/support/bench.h"
-#include "view/timers.h"
-#include "view/windows/centralina_attiva.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
@@ -10,7 +8,7 @@ namespace {
 
 using testing::IsEmpty;
 
-class ProgramEnd : public Bench {
+class ProgramEnd : public LogicTest {
   protected:
     // 600 ms from now, with the port closed and no frame until then.
     void expect_end() {
@@ -84,14 +82,7 @@ TEST_P(EndAtAMoment, SendsNothingOnTheActivationPath) {
 }
 
 TEST_P(EndAtAMoment, SendsNothingWithTheWatchdogRunning) {
-    port->silent = true;
-    start_program();
-    run_for(1200);
-    port->silent = false;
-    operator_clicks(centralina_attiva::Command_test);
-    run_for(1600);
-    operator_clicks(centralina_attiva::Command_ok);
-    run_for(9000);
+    start_by_dialog();
     ASSERT_TRUE(form1::Timer6.is_on());
     run_for(GetParam());
     operator_closes(form1::Form1);

@@ -1,6 +1,6 @@
 // The start-up, up to the first activation of the main window.
 #include "app/program/startup.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 #include "view/windows/frm_splash.h"
@@ -10,7 +10,7 @@ namespace {
 
 using testing::IsEmpty;
 
-class Startup : public Bench {
+class Startup : public LogicTest {
   protected:
     void activate_again() {
         inside_program([] {

@@ -1,6 +1,5 @@
 // The first read on the activation path: the main window is activated and the unit replies at once.
 #include "tests/unit/link/crafted_unit.h"
-#include "view/timers.h"
 #include "view/windows/frm_splash.h"
 
 namespace zol::tests {
@@ -8,7 +7,7 @@ namespace {
 
 using testing::IsEmpty;
 
-class ActivationPath : public CraftedBench {
+class ActivationPath : public CraftedUnitTest {
   protected:
     ActivationPath() {
         crafted.set_words_of_a_car();
@@ -21,12 +20,8 @@ class ActivationPath : public CraftedBench {
 TEST_F(ActivationPath, SendsPresenceVersionImageThenPolls) {
     start_program();
     run_for(5000);
-    const std::pair<int, std::int64_t> expected[] = {{6, 500}, {7, 1200}, {1, 2800}, {3, 4850}};
-    ASSERT_EQ(port->sent.size(), std::size(expected));
-    for (std::size_t i = 0; i < std::size(expected); ++i) {
-        EXPECT_EQ(port->sent[i].frame, Send(expected[i].first));
-        EXPECT_EQ(port->sent[i].at_ms, expected[i].second);
-    }
+    EXPECT_THAT(timed(), testing::ElementsAre(At(500, Send(6)), At(1200, Send(7)),
+                                              At(2800, Send(1)), At(4850, Send(3))));
 }
 
 TEST_F(ActivationPath, EngineButtonDuringTheReadLetsTheFillWrite) {
@@ -148,8 +143,7 @@ TEST_F(ActivationPath, TemperatureCorrectionAbove10IsWrittenBackAs10) {
     EXPECT_EQ(frames().back(), Write(52, 10));
     run_for(100);
     EXPECT_EQ(writes().size(), 1U);
-    EXPECT_EQ(frames().back(), Send(3));
-    EXPECT_EQ(port->sent.back().at_ms, 5050); // 200 ms after the write
+    EXPECT_EQ(timed().back(), At(5050, Send(3))); // 200 ms after the write
 }
 
 TEST_F(ActivationPath, GainsOutOfRangeLeaveTheSlidersAlone) {

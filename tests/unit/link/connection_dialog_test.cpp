@@ -2,7 +2,6 @@
 #include "link/connection_dialog.h"
 
 #include "tests/unit/link/crafted_unit.h"
-#include "view/timers.h"
 #include "view/windows/frm_splash.h"
 #include "view/windows/style.h"
 
@@ -17,7 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using view::Pointer;
 
-class ConnectionDialog : public CraftedBench {
+class ConnectionDialog : public CraftedUnitTest {
   protected:
     // Clicks on the test, which ends `ms` later with this result and not earlier.
     void expect_test(int ms, const std::string& text, bool ok_enabled) {
@@ -102,8 +101,7 @@ TEST_F(ConnectionDialog, SelectsTheStoredPort) {
 // Closed, 300 ms, opened, request, 500 ms: all of it twice.
 TEST_F(ConnectionDialog, GoodTestReopensThePortTwice) {
     open_the_dialog();
-    forget_wire();
-    const auto clicked_ms = now_ms();
+    mark();
     operator_chooses(Combo1, 2); // COM4
     operator_clicks(Command_test);
     EXPECT_FALSE(port->is_open());
@@ -117,9 +115,7 @@ TEST_F(ConnectionDialog, GoodTestReopensThePortTwice) {
     EXPECT_EQ(Label2.look.back, windows::paper) << "the default of the toolkit";
     EXPECT_FALSE(view::enabled(Command_ok));
     run_for(1300);
-    ASSERT_THAT(frames(), ElementsAre(Send(6), Send(6)));
-    EXPECT_EQ(port->sent[0].at_ms - clicked_ms, 300);
-    EXPECT_EQ(port->sent[1].at_ms - clicked_ms, 1100);
+    EXPECT_THAT(timed(), ElementsAre(At(300, Send(6)), At(1100, Send(6))));
     EXPECT_EQ(port->closed, 2);
     EXPECT_EQ(port->opened, 3); // the first when the main window was loaded
 }

@@ -1,8 +1,8 @@
 // A control unit whose replies the test decides, for what a sound unit never sends.
 #pragma once
 
-#include "tests/support/bench.h"
 #include "tests/support/frames.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 
@@ -74,11 +74,11 @@ inline std::string path_name(Path path) {
 }
 
 // The whole program with a CraftedUnit at the end of the line.
-class CraftedBench : public Bench {
+class CraftedUnitTest : public LogicTest {
   protected:
     CraftedUnit crafted;
 
-    CraftedBench() {
+    CraftedUnitTest() {
         port->silent = true; // the simulated unit gets the requests, its replies are dropped
         port->alter = [this](const Bytes&) {
             if (port->sent.empty()) return Bytes{};

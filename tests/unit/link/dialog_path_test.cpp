@@ -2,27 +2,26 @@
 // seconds after the dialog has closed.
 #include "link/first_read.h"
 #include "tests/unit/link/crafted_unit.h"
-#include "view/timers.h"
 #include "view/windows/frm_splash.h"
 
 namespace zol::tests {
 namespace {
 
 using namespace centralina_attiva;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
-class DialogPath : public CraftedBench {
+class DialogPath : public CraftedUnitTest {
   protected:
     DialogPath() {
         crafted.set_words_of_a_car();
         crafted.set_words({{154, 2300}, {156, 1}});
     }
-    // Passes the port test and clicks OK, from where `wire` counts.
+    // Passes the port test and clicks OK, from where `timed` counts.
     void click_ok() {
         open_the_dialog();
         pass_the_port_test();
-        forget_wire();
-        ok_ms = now_ms();
+        mark();
         operator_clicks(Command_ok);
     }
     // Up to the end of the dialog.
@@ -30,23 +29,14 @@ class DialogPath : public CraftedBench {
         click_ok();
         run_for(4200);
     }
-    std::vector<std::pair<int, std::int64_t>> wire() const {
-        std::vector<std::pair<int, std::int64_t>> all;
-        for (const auto& sent : port->sent)
-            all.emplace_back(sent.frame.command, sent.at_ms - ok_ms);
-        return all;
-    }
-    std::int64_t ok_ms = 0;
 };
-
-using Wire = std::vector<std::pair<int, std::int64_t>>;
 
 TEST_F(DialogPath, SendsVersionThenImageThenPolls) {
     click_ok();
     run_for(4800);
     // 1600 ms after the version request, 1800 after the image request and 800 to the end; then the
     // watchdog's 500 and 50 to the first poll.
-    EXPECT_EQ(wire(), (Wire{{7, 0}, {1, 1600}, {3, 4750}}));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Send(7)), At(1600, Send(1)), At(4750, Send(3))));
 }
 
 TEST_F(DialogPath, DialogIsBusyUntilItCloses) {
@@ -191,7 +181,7 @@ TEST_F(DialogPath, RepeatsTheVersionRequestWithoutLimit) {
     run_for(50 * 1600 + 1);
     EXPECT_EQ(frames().size(), 51U);
     for (std::size_t i = 0; i < 51; ++i)
-        EXPECT_EQ(wire()[i], (std::pair{7, static_cast<std::int64_t>(i) * 1600}));
+        EXPECT_EQ(timed()[i], At(static_cast<std::int64_t>(i) * 1600, Send(7)));
     run_for(1600);
     EXPECT_EQ(frames().back(), Send(1));
 }
@@ -201,7 +191,8 @@ TEST_F(DialogPath, KeepsTheOldValuesAfterThreeLostImages) {
     link::mirrors.ktar_low = 1111;
     click_ok();
     run_for(1600 + 3 * 1800 + 800);
-    EXPECT_EQ(wire(), (Wire{{7, 0}, {1, 1600}, {1, 3400}, {1, 5200}}));
+    EXPECT_THAT(timed(), ElementsAre(At(0, Send(7)), At(1600, Send(1)), At(3400, Send(1)),
+                                     At(5200, Send(1))));
     EXPECT_FALSE(Centralina_Attiva.loaded);
     EXPECT_EQ(link::mirrors.ktar_low, 1111);
     EXPECT_THAT(screen.message_boxes, IsEmpty());

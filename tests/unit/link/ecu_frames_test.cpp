@@ -2,8 +2,7 @@
 #include "link/ecu_frames.h"
 
 #include "link/first_read.h"
-#include "tests/support/bench.h"
-#include "view/timers.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
@@ -88,7 +87,7 @@ TEST(Replies, FieldAfterTheEndLeavesItsDestinationAlone) {
 }
 
 // The program only lets time pass, with an open port that no handler uses.
-class SerialLayer : public Bench {
+class SerialLayer : public LogicTest {
   protected:
     SerialLayer() {
         port->set_number(1);

@@ -1,5 +1,5 @@
 // A number field by mouse and by keyboard.
-#include "tests/support/panel_bench.h"
+#include "tests/support/logic_fixture.h"
 
 namespace zol::tests {
 namespace {
@@ -7,7 +7,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class NumberField : public PanelBench {
+class NumberField : public LogicTest {
   protected:
     view::Widget& field = form1::text_temp_comm;
     std::string held;

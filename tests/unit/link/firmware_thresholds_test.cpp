@@ -20,7 +20,7 @@ void PrintTo(const Firmware& firmware, std::ostream* out) {
 
 constexpr double untouched = -7;
 
-class Thresholds : public CraftedBench, public testing::WithParamInterface<Firmware> {
+class Thresholds : public CraftedUnitTest, public testing::WithParamInterface<Firmware> {
   protected:
     Thresholds() {
         crafted.family = family;

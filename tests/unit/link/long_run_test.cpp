@@ -1,6 +1,5 @@
 // A day of use: the polling keeps its rhythm, and nothing grows.
-#include "tests/support/bench.h"
-#include "view/timers.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 #include <chrono>
@@ -10,7 +9,7 @@
 namespace zol::tests {
 namespace {
 
-class LongRun : public Bench {
+class LongRun : public LogicTest {
   protected:
     // An hour of the program's time. The record of the wire is the test's own and would grow.
     void run_an_hour() {

@@ -1,7 +1,6 @@
 // Menu ticks, options and lines that follow from the family or from one word of the image, on both
 // paths of the first read.
 #include "tests/unit/link/crafted_unit.h"
-#include "view/timers.h"
 
 namespace zol::tests {
 namespace {
@@ -10,7 +9,7 @@ using testing::ElementsAreArray;
 using testing::HasSubstr;
 using Names = std::vector<std::string>;
 
-class Marks : public CraftedBench {
+class Marks : public CraftedUnitTest {
   protected:
     // The extended words of the long layout are read on both paths, and no others.
     Marks() { crafted.set_firmware(4, 6, 30); }
@@ -163,7 +162,7 @@ struct Features {
     }
 };
 
-class FeaturesOfFamily : public CraftedBench, public testing::WithParamInterface<Features> {};
+class FeaturesOfFamily : public CraftedUnitTest, public testing::WithParamInterface<Features> {};
 
 TEST_P(FeaturesOfFamily, AreShown) {
     crafted.family = GetParam().family;

@@ -5,7 +5,6 @@
 #include "tests/support/image_oracle.h"
 #include "tests/support/mirror_oracle.h"
 #include "tests/unit/link/crafted_unit.h"
-#include "view/timers.h"
 
 #include <algorithm>
 
@@ -17,7 +16,7 @@ using testing::ElementsAre;
 
 constexpr double untouched = -7;
 
-class ShortReplies : public CraftedBench {
+class ShortReplies : public CraftedUnitTest {
   protected:
     void forget_mirrors() {
         for (const auto& row : oracle::mirrors_of_parameters)
@@ -129,7 +128,7 @@ TEST_F(ShortReplies, WrongVersionEchoIsRequestedAgainOnActivation) {
 }
 
 // Reads the version by itself, so that each length takes one exchange.
-class VersionOfAnyLength : public CraftedBench {
+class VersionOfAnyLength : public CraftedUnitTest {
   protected:
     VersionOfAnyLength() { start_idle(); }
     bool read(const Bytes& reply) {

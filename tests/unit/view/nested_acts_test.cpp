@@ -1,7 +1,6 @@
 // Acts of the operator during the waits of other acts: how many may nest, and what is dropped at
 // the limit.
-#include "tests/support/bench.h"
-#include "view/timers.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
 
@@ -13,7 +12,7 @@ namespace {
 namespace acts = view::operator_acts;
 
 // Each act runs inside the wait of the one before, as in the real window.
-class NestedActs : public Bench {
+class NestedActs : public LogicTest {
   protected:
     NestedActs() {
         start_connected();

@@ -1,13 +1,12 @@
 // The windows without the handlers of the program, for tests of what a widget does by itself.
 #pragma once
 
-#include "tests/support/bench.h"
-#include "view/timers.h"
+#include "tests/support/logic_fixture.h"
 
 namespace zol::tests {
 
 // Each event that a test connects through `notes` is added to `events`.
-class PlainWindows : public Bench {
+class PlainWindows : public LogicTest {
   protected:
     PlainWindows() {
         for (view::Widget* window : view::all_windows())

@@ -1,7 +1,7 @@
 // The one pump: timers, waits and virtual time, without the timers of the program.
 #include "view/timers.h"
 
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
@@ -15,7 +15,7 @@ Timer fast(form1::Form1, "test_fast", 100);
 Timer slow(form1::Form1, "test_slow", 250);
 Timer waiting(form1::Form1, "test_waiting", 0);
 
-class Timers : public Bench {
+class Timers : public LogicTest {
   protected:
     Timers() {
         waiting.tick = [] { waiting.off(); };
