@@ -4,7 +4,6 @@
 #include "app/application_folder.h"
 #include "app/colours.h"
 #include "app/numbers.h"
-#include "link/ecu_frames.h"
 #include "link/parameter_mirrors.h"
 #include "link/tank_display.h"
 #include "monitor/panels.h"
@@ -20,7 +19,6 @@ namespace zol::app {
 namespace {
 
 using link::mirrors;
-using link::wait_ms;
 using view::Pointer;
 using view::Widget;
 
@@ -54,10 +52,6 @@ void settings_clicked() {
     view::place_value(form1::Slider1[1], mirrors.tank_threshold_2);
     view::place_value(form1::Slider1[2], mirrors.tank_threshold_3);
     view::place_value(form1::Slider1[3], mirrors.tank_threshold_4);
-    if (form1::Timer_stato_sistema.is_on()) {
-        monitor::stop_polling();
-        wait_ms(600);
-    }
     state.ui_loading = false;
 }
 

@@ -1,4 +1,4 @@
-// Any warning of the toolkit fails the test that it comes in.
+// Any warning of the toolkit fails the test that is running.
 #pragma once
 
 #include <QString>
@@ -10,9 +10,9 @@ namespace zol::tests {
 
 inline void complain(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtDebugMsg || type == QtInfoMsg) return;
-    // A screen that nobody sees has nothing to raise; that is not the program's fault.
+    // The offscreen screen cannot raise windows.
     if (text.startsWith("This plugin does not support")) return;
-    ADD_FAILURE() << "the toolkit complains: " << text.toStdString();
+    ADD_FAILURE() << "warning of the toolkit: " << text.toStdString();
 }
 
 } // namespace zol::tests

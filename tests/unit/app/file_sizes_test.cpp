@@ -30,7 +30,7 @@ class FileSizes : public LanguageFolder {
         write_file(name, content);
         rlimit most{};
         ::getrlimit(RLIMIT_FSIZE, &most);
-        most.rlim_cur = most.rlim_max; // whoever runs the tests may have set a lower one
+        most.rlim_cur = most.rlim_max; // the user may have set a lower one
         ::setrlimit(RLIMIT_FSIZE, &most);
         fs::resize_file(folder / name, terabyte);
     }
@@ -71,7 +71,7 @@ TEST_F(FileSizes, SettingsTooLongToReadAreNotOverwritten) {
     EXPECT_EQ(fs::file_size(folder / "setting.ini"), terabyte);
 }
 
-TEST_F(FileSizes, SettingsOfAMebibyteAreStillReadAndWritten) {
+TEST_F(FileSizes, SettingsOfAMebibyteAreStillUsed) {
     const std::string content = "[General]\nCOM=5\n";
     const std::string rest(mebibyte - content.size(), '\n');
     write_file("setting.ini", content + rest);

@@ -311,22 +311,5 @@ TEST_F(MainWindow, ExitDuringAWaitKeepsHandlersFromWriting) {
     EXPECT_THAT(writes(), ElementsAre());
 }
 
-// A handler may start the polling while the panel is being shown. The gauge is filled with a free
-// line.
-TEST_F(MainWindow, SettingsPanelStopsPollingStartedMeanwhile) {
-    screen.on_changed = [](view::Widget& widget, view::Aspect) {
-        if (&widget == &form1::Frame_impostazioni) monitor::start_polling();
-    };
-    state.ui_loading = true;
-    operator_clicks(form1::Command_impostazioni);
-    screen.on_changed = nullptr;
-    EXPECT_FALSE(state.poll_enabled);
-    EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
-    run_for(599);
-    EXPECT_TRUE(state.ui_loading);
-    run_for(1);
-    EXPECT_FALSE(state.ui_loading);
-}
-
 } // namespace
 } // namespace zol::tests

@@ -175,7 +175,7 @@ class PortMarks : public ConnectionDialog, public testing::WithParamInterface<in
 
 // The settings file gets the port's own number, `com_port_number` the place in the list plus 1, and
 // the menu from COM5 on the tick of the port before.
-TEST_P(PortMarks, OkStoresAndTicksThePort) {
+TEST_P(PortMarks, OkStoresThePort) {
     const int entry = GetParam();
     const int stored[] = {1, 2, 4, 5, 6, 7, 8};
     view::Widget* const marked[] = {&form1::com1, &form1::com2, &form1::com4, &form1::com4,
@@ -209,7 +209,7 @@ TEST_F(ConnectionDialog, OkStaysDisabledUntilTheDialogCloses) {
     EXPECT_FALSE(Centralina_Attiva.loaded);
 }
 
-TEST_F(ConnectionDialog, CancelStoresThePortAndEndsTheProgram) {
+TEST_F(ConnectionDialog, CancelEndsTheProgram) {
     open_the_dialog();
     operator_chooses(Combo1, 3); // COM5
     forget_wire();

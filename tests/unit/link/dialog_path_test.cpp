@@ -213,8 +213,14 @@ TEST_F(DialogPath, TakesTheThirdImage) {
 }
 
 TEST_F(DialogPath, OpenSettingsPanelKeepsTheWatchdogOff) {
-    click_ok();
-    app::state.settings_panel_open = true;
+    crafted.present = false;
+    start_program();
+    run_for(1000);
+    operator_clicks(form1::Command_impostazioni);
+    run_for(200); // up to the dialog
+    crafted.present = true;
+    pass_the_port_test();
+    operator_clicks(Command_ok);
     run_for(4200);
     EXPECT_FALSE(Centralina_Attiva.loaded);
     EXPECT_FALSE(form1::Timer6.is_on());

@@ -140,7 +140,7 @@ class VersionOfAnyLength : public CraftedUnitTest {
     }
 };
 
-TEST_F(VersionOfAnyLength, TakesWhatArrivedAndKeepsTheRest) {
+TEST_F(VersionOfAnyLength, TakesWhatArrived) {
     for (std::size_t length = 0; length <= 300; ++length) {
         app::state.ecu_family = 90;
         app::state.ecu_version = 91;

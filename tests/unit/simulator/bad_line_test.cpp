@@ -153,7 +153,7 @@ TEST(BadLine, ReleasesAReplyThatHasNoNext) {
     EXPECT_EQ(line.take(2'100'000), counted(10));
 }
 
-TEST(BadLine, IsPulledAndPutBack) {
+TEST(BadLine, IsPulledForAWhile) {
     FaultyLine faulty({.unplug = 1, .unplug_ms = 500});
     auto& [source, line] = faulty;
     line.receive(counted(5), 0);

@@ -35,9 +35,9 @@ class Terminal {
         if (shell_ == 0) {
             setsid();
             const int own = open(ptsname(fd_), O_RDWR);
-            const ssize_t told = write(own, "$", 1);
+            const ssize_t written = write(own, "$", 1);
             pause();
-            _exit(static_cast<int>(told));
+            _exit(static_cast<int>(written));
         }
         EXPECT_EQ(read_until(fd_, [](const std::string& got) { return !got.empty(); }), "$");
     }

@@ -13,7 +13,7 @@ using testing::IsEmpty;
 using view::Answer;
 using view::Buttons;
 
-TEST(HeadlessScreen, UnexpectedQuestionIsReportedAndDismissed) {
+TEST(HeadlessScreen, UnexpectedQuestionIsReported) {
     view::HeadlessScreen screen;
     EXPECT_EQ(screen.message_box({"Reset all?", "", Buttons::yes_no}), Answer::no);
     EXPECT_EQ(screen.message_box({"Done", ""}), Answer::ok);

@@ -241,15 +241,15 @@ TEST_F(Timers, SetEndComesDuringAnyNumberOfWaits) {
 }
 
 TEST_F(Timers, EarlierOfTwoSetEndsHolds) {
-    std::string told;
+    std::string ends;
     inside_program([&] {
-        view::end_program_within(500, [&] { told += "first "; });
-        view::end_program_within(900, [&] { told += "later "; });
-        view::end_program_within(200, [&] { told += "earlier "; });
+        view::end_program_within(500, [&] { ends += "first "; });
+        view::end_program_within(900, [&] { ends += "later "; });
+        view::end_program_within(200, [&] { ends += "earlier "; });
     });
     run_for(200);
     EXPECT_TRUE(time.ended());
-    EXPECT_EQ(told, "earlier ");
+    EXPECT_EQ(ends, "earlier ");
 }
 
 TEST_F(Timers, NextDueTimeIsTheSetEndIfNoTimerIsEarlier) {
