@@ -1,5 +1,6 @@
 // A number field by mouse and by keyboard.
 #include "tests/support/logic_fixture.h"
+#include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
