@@ -37,7 +37,8 @@ TEST_F(ActivationPath, EngineButtonDuringTheReadLetsTheFillWrite) {
 }
 
 TEST_F(ActivationPath, WaitAfterTheReadEndsWithTheFirstPoll) {
-    crafted.set_word(8, 1200); // the value that the gain slider has, so that its handler does not run
+    crafted.set_word(8,
+                     1200); // the value that the gain slider has, so that its handler does not run
     start_program();
     run_for(4799);
     EXPECT_TRUE(app::state.ui_loading);
