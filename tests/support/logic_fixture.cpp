@@ -44,6 +44,9 @@ std::string state_of(const view::Widget& widget, view::Aspect aspect) {
     case view::Aspect::text: return "says " + look.text;
     case view::Aspect::tip: return "tip " + look.tip;
     case view::Aspect::value: return "at " + std::to_string(static_cast<int>(look.value));
+    case view::Aspect::colours: return "back " + std::to_string(look.back);
+    case view::Aspect::edit_marker: return look.edit_marker ? "marked" : "unmarked";
+    case view::Aspect::tab_stop: return look.tab_stop ? "with tab stop" : "without tab stop";
     default: return "changed";
     }
 }
@@ -161,38 +164,47 @@ std::int64_t LogicTest::ms_until(const std::function<bool()>& condition) {
     return now_ms() - marked_ms_;
 }
 
-void LogicTest::operator_clicks(view::Widget& widget) {
+void LogicTest::operator_clicks(view::Widget& widget, Time then) {
     inside_program([&] { view::operator_acts::click(widget); });
+    let_pass(then);
 }
 
 void LogicTest::operator_double_clicks(view::Widget& widget) {
     inside_program([&] { view::operator_acts::double_click(widget); });
 }
 
-void LogicTest::operator_drags(view::Widget& slider, double value) {
+void LogicTest::operator_drags(view::Widget& slider, double value, Time then) {
     inside_program([&slider, value] { view::operator_acts::drag_to(slider, value); });
+    let_pass(then);
 }
 
-void LogicTest::operator_chooses(view::Widget& combo, int index) {
+void LogicTest::operator_chooses(view::Widget& combo, int index, Time then) {
     inside_program([&combo, index] { view::operator_acts::choose(combo, index); });
+    let_pass(then);
 }
 
 void LogicTest::operator_types(view::Widget& text_box, const std::string& text) {
     inside_program([&text_box, text] { view::operator_acts::type(text_box, text); });
 }
 
-void LogicTest::operator_enters(view::Widget& text_box, const std::string& text) {
+void LogicTest::operator_enters(view::Widget& text_box, const std::string& text, Time then) {
     operator_clicks(text_box);
     operator_types(text_box, text);
-    operator_presses(*text_box.window, view::operator_acts::enter);
+    operator_presses(*text_box.window, view::operator_acts::enter, then);
 }
 
-void LogicTest::operator_presses(view::Widget& window, int code, int shift) {
+void LogicTest::operator_presses(view::Widget& window, int code, int shift, Time then) {
     inside_program([&window, code, shift] { view::operator_acts::key(window, code, shift); });
+    let_pass(then);
 }
 
-void LogicTest::operator_closes(view::Widget& window) {
+void LogicTest::operator_presses(view::Widget& window, int code, Time then) {
+    operator_presses(window, code, 0, then);
+}
+
+void LogicTest::operator_closes(view::Widget& window, Time then) {
     inside_program([&window] { view::operator_acts::close(window); });
+    let_pass(then);
 }
 
 void LogicTest::mark() {

@@ -12,6 +12,7 @@
 #include "view/view.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -19,6 +20,11 @@
 #include <optional>
 
 namespace zol::tests {
+
+// Nearly every test of the logic uses these.
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 class LogicTest : public testing::Test {
   protected:
@@ -44,21 +50,24 @@ class LogicTest : public testing::Test {
     void stop_polling(); // and waits until the last pass has ended
 
     // --- Time
+    using Time = std::chrono::milliseconds;
     void run_for(std::int64_t ms) { time.run_for(ms); }
     std::int64_t now_ms() { return time.now_us() / 1000; }
     // Lets time pass until the condition holds; the time since mark(). Fails after a minute.
     std::int64_t ms_until(const std::function<bool()>& condition);
 
-    // --- The operator. Each act returns when the program lets time pass.
-    void operator_clicks(view::Widget& widget);
+    // --- The operator. Each act returns when the program lets time pass, and `then` later if it is
+    // set.
+    void operator_clicks(view::Widget& widget, Time then = {});
     void operator_double_clicks(view::Widget& widget);
-    void operator_drags(view::Widget& slider, double value);
-    void operator_chooses(view::Widget& combo, int index);
+    void operator_drags(view::Widget& slider, double value, Time then = {});
+    void operator_chooses(view::Widget& combo, int index, Time then = {});
     void operator_types(view::Widget& text_box, const std::string& text);
     // Clicks into the field, types and presses Enter.
-    void operator_enters(view::Widget& text_box, const std::string& text);
-    void operator_presses(view::Widget& window, int code, int shift = 0);
-    void operator_closes(view::Widget& window);
+    void operator_enters(view::Widget& text_box, const std::string& text, Time then = {});
+    void operator_presses(view::Widget& window, int code, int shift, Time then = {});
+    void operator_presses(view::Widget& window, int code, Time then = {});
+    void operator_closes(view::Widget& window, Time then = {});
     void inside_program(std::function<void()> work) { time.act(std::move(work)); }
 
     // --- Notes: the frames that the tool sent, and the changes of the widgets that a test follows,
@@ -97,6 +106,9 @@ class LogicTest : public testing::Test {
     std::unique_ptr<SimulatedPort> port;
 
   private:
+    void let_pass(Time then) {
+        if (then > Time{}) run_for(then.count());
+    }
     std::int64_t marked_ms_ = 0;
 };
 
