@@ -1,6 +1,7 @@
-// The parameter dump to the last byte. The files of `files/` were written by hand from the list of
-// labels and from the bytes below; nothing that makes a dump had a part in them.
-#include "tests/unit/maintenance/dump_bench.h"
+// The parameter dump, byte for byte. The files of `files/` were written by hand from the list of
+// labels and from the bytes below, not by a program.
+#include "tests/support/frames.h"
+#include "tests/unit/maintenance/dump_fixture.h"
 
 #include <fstream>
 #include <iterator>
@@ -45,25 +46,31 @@ constexpr Pair edges[] = {
 // A reply to command 1 with these words first, as long as the family's images are.
 template <typename Words>
 link::Bytes image_of(const Words& words, std::size_t length) {
-    link::Bytes image = {80, 67, 0, 0, 1};
+    link::Bytes image = frame_bytes(1);
     for (const auto& word : words)
         image.insert(image.end(), {word.high, word.low});
-    image.resize(length, 7);
-    return image;
+    return of_length(image, length, 7);
 }
 
-link::Bytes image_of_family_0() { return image_of(car_on_lpg, 107); }
-
-// What stands behind byte 107 has no line.
-link::Bytes image_of_family_1() { return image_of(edges, 155); }
-
-// Family 2: every byte is its own place in the reply, counted from 1.
-link::Bytes image_of_family_2() {
+// Family 2: every byte is its own position in the reply, counted from 1.
+link::Bytes image_of_positions() {
     link::Bytes image(187);
     std::iota(image.begin(), image.end(), std::uint8_t{1});
     image[4] = 1; // the echo
     return image;
 }
+
+class DumpBytes : public DumpTest {
+  protected:
+    void expect_bytes_of_family(int family) {
+        std::ifstream in(ZOL_SOURCE_DIR "/tests/unit/maintenance/files/dump_family_" +
+                             std::to_string(family) + ".txt",
+                         std::ios::binary);
+        const std::string expected{std::istreambuf_iterator<char>(in), {}};
+        ASSERT_EQ(std::ranges::count(expected, '\n'), 51);
+        EXPECT_EQ(read_text(dump_file), expected);
+    }
+};
 
 struct Dump {
     int family;
@@ -71,41 +78,27 @@ struct Dump {
     friend void PrintTo(const Dump& dump, std::ostream* out) { *out << "family " << dump.family; }
 };
 
-class DumpBytes : public DumpBench {
-  protected:
-    static std::string written_by_hand(int family) {
-        std::ifstream in(ZOL_SOURCE_DIR "/tests/unit/maintenance/files/dump_family_" +
-                             std::to_string(family) + ".txt",
-                         std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    void expect_bytes_of_family(int family) {
-        const std::string expected = written_by_hand(family);
-        ASSERT_EQ(std::count(expected.begin(), expected.end(), '\n'), 51);
-        EXPECT_EQ(read_text(dump_file), expected);
-    }
-};
-
 class DumpBytesOfImage : public DumpBytes, public testing::WithParamInterface<Dump> {};
 
 TEST_P(DumpBytesOfImage, AreThoseOfTheFileWrittenByHand) {
-    start_quietly(GetParam().family);
-    answer_everything_with(GetParam().image);
-    fitter_dumps();
+    use_unit({.family = GetParam().family, .version = 7, .revision = 71});
+    start_quietly();
+    image_is(GetParam().image);
+    operator_dumps();
     expect_bytes_of_family(GetParam().family);
 }
 
-// Family 1 has other words from byte 80 on; the labels stay what they are.
+// The words of family 1 differ from byte 80 on; the labels do not. Bytes after 107 have no line.
 INSTANTIATE_TEST_SUITE_P(Families, DumpBytesOfImage,
-                         testing::Values(Dump{0, image_of_family_0()}, Dump{1, image_of_family_1()},
-                                         Dump{2, image_of_family_2()}));
+                         testing::Values(Dump{0, image_of(car_on_lpg, 107)},
+                                         Dump{1, image_of(edges, 155)},
+                                         Dump{2, image_of_positions()}));
 
-// The whole way: the same car's values in the unit's own memory, handed out by the unit itself.
-TEST_F(DumpBytes, OfAUnitThatHoldsTheCarsValues) {
-    start_quietly(0);
+TEST_F(DumpBytes, AreThoseOfTheUnitsOwnImage) {
+    start_quietly();
     for (const Word& word : car_on_lpg)
         unit->memory().set(word.parameter, static_cast<std::uint16_t>(word.high * 256 + word.low));
-    fitter_dumps();
+    operator_dumps();
     expect_bytes_of_family(0);
 }
 

@@ -1,9 +1,10 @@
-// What the tool writes to the unit and the parameter file does not hold, against the manual's list
-// of what to note by hand.
+// The manual's list of what to note by hand: the parameters that the tool writes and the parameter
+// file does not hold.
 #include "app/helper_texts.h"
 #include "maintenance/factory_reset.h"
 #include "maintenance/parameter_dump.h"
-#include "tests/support/bench.h"
+#include "tests/support/image_oracle.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 #include <algorithm>
@@ -47,9 +48,9 @@ std::string section_of_the_manual() {
     return page.substr(heading, page.find("<h2>", heading + 1) - heading);
 }
 
-class ParameterFileGaps : public Bench {
+class ParameterFileGaps : public LogicTest {
   protected:
-    // The controls name what they write; a test of its own holds them to it.
+    // Another test compares what a control names with what it writes.
     static Numbers written_by_controls() {
         Numbers numbers;
         for (const view::Widget* window : view::all_windows())
@@ -61,7 +62,6 @@ class ParameterFileGaps : public Bench {
     }
     Numbers written_by_the_reset() {
         start_connected();
-        forget_wire();
         screen.answer_message("", view::Answer::yes);
         screen.answer_message("FINE RESET ECU", view::Answer::ok);
         inside_program(maintenance::reset_control_unit);
@@ -71,24 +71,19 @@ class ParameterFileGaps : public Bench {
             numbers.insert(frame.number);
         return numbers;
     }
-    static Numbers correction_cells() {
-        Numbers cells;
-        for (const auto& [first, last] : {std::pair{74, 98}, {108, 109}, {111, 119}, {159, 170}})
-            for (int number = first; number <= last; ++number)
-                cells.insert(number);
-        return cells;
-    }
 };
 
 TEST_F(ParameterFileGaps, FileHolds51Parameters) { EXPECT_EQ(in_the_file().size(), 51u); }
 
-TEST_F(ParameterFileGaps, ManualNamesWhatControlsWriteAndFileLacks) {
+TEST_F(ParameterFileGaps, ManualListsWhatTheFileLacks) {
+    const std::vector<int> cell_list = oracle::correction_cells();
+    const Numbers cells(cell_list.begin(), cell_list.end());
     const Numbers reset = written_by_the_reset();
     Numbers written = written_by_controls();
     written.insert(reset.begin(), reset.end());
-    EXPECT_EQ(without(correction_cells(), reset), Numbers{}) << "the reset writes each cell";
+    EXPECT_EQ(without(cells, reset), Numbers{}) << "the reset writes each cell";
     EXPECT_THAT(numbers_in(section_of_the_manual(), "PAR_"),
-                ContainerEq(without(without(written, in_the_file()), correction_cells())));
+                ContainerEq(without(without(written, in_the_file()), cells)));
 }
 
 } // namespace
