@@ -15,8 +15,7 @@ class AcquisitionOnLiveData : public LogicTest, public testing::WithParamInterfa
     void open_window() {
         start_connected();
         run_for(5000 + GetParam());
-        operator_clicks(form1::Command5);
-        run_for(3000);
+        operator_clicks(form1::Command5, 3000ms);
     }
     int shown() { return std::stoi(text(acquisizione::Label1)); }
     void expect_window_follows_engine() {
@@ -83,8 +82,7 @@ TEST_P(AcquisitionAfterSilence, WindowFollowsTheEngineAgain) {
 
 TEST_P(AcquisitionAfterSilence, SaveEnds) {
     open_window_before_the_silence();
-    operator_clicks(acquisizione::Command_salva);
-    run_for(20'000);
+    operator_clicks(acquisizione::Command_salva, 20'000ms);
     EXPECT_FALSE(acquisizione::acquisizione.loaded);
 }
 

@@ -1,5 +1,5 @@
-// On the direct path the main window reads the unit again when the acquisition window closes. The
-// engine button pressed during that read starts the polling beside it.
+// On the activation path the main window reads the unit again when the acquisition window closes.
+// The engine button pressed during that read starts the polling too.
 #include "tests/support/logic_fixture.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -15,8 +15,8 @@ struct Case {
     int pressed_ms; // after the closing
 };
 
-// The whole read for the families without live data. On one with them, what follows the presence
-// test: see below.
+// The whole read for the families without live data. With them, what follows the presence test; for
+// that test see below.
 std::vector<Case> cases() {
     std::vector<Case> all;
     for (const int family : {0, 1, 2})
@@ -30,8 +30,7 @@ class EngineButtonDuringRead : public LogicTest, public testing::WithParamInterf
     void press_engine_after_closing_acquisition(int family, int ms) {
         use_unit({.family = family, .version = 7, .revision = 71, .warm = true});
         start_connected();
-        operator_clicks(form1::Command5);
-        run_for(3000);
+        operator_clicks(form1::Command5, 3000ms);
         operator_clicks(acquisizione::Command_chiudi);
         run_for(ms);
         operator_clicks(form1::Command_engine);
@@ -49,7 +48,7 @@ class EngineButtonDuringRead : public LogicTest, public testing::WithParamInterf
     }
 };
 
-TEST_P(EngineButtonDuringRead, PollingAndReadTakeEachOthersAnswers) {
+TEST_P(EngineButtonDuringRead, PollingTakesTheRepliesOfTheRead) {
     press_engine_after_closing_acquisition(GetParam().family, GetParam().pressed_ms);
     run_for(60'000);
     EXPECT_GT(sent_in(7, 60'000), 60) << "the version is still asked for";
@@ -59,10 +58,8 @@ TEST_P(EngineButtonDuringRead, PollingAndReadTakeEachOthersAnswers) {
 TEST_P(EngineButtonDuringRead, SettingsThenEngineBringPollingBack) {
     press_engine_after_closing_acquisition(GetParam().family, GetParam().pressed_ms);
     run_for(60'000);
-    operator_clicks(form1::Command_impostazioni);
-    run_for(5000);
-    operator_clicks(form1::Command_engine);
-    run_for(3000);
+    operator_clicks(form1::Command_impostazioni, 5000ms);
+    operator_clicks(form1::Command_engine, 3000ms);
     expect_only_polling();
     unit->engine().throttle_set = 60;
     run_for(5000);
@@ -81,10 +78,8 @@ TEST_P(EngineButtonDuringPresenceTest, TheConnectionDialogOpens) {
     press_engine_after_closing_acquisition(GetParam().family, GetParam().pressed_ms);
     run_for(10'000);
     ASSERT_TRUE(centralina_attiva::Centralina_Attiva.shown);
-    operator_clicks(centralina_attiva::Command_test);
-    run_for(3000);
-    operator_clicks(centralina_attiva::Command_ok);
-    run_for(15'000);
+    operator_clicks(centralina_attiva::Command_test, 3000ms);
+    operator_clicks(centralina_attiva::Command_ok, 15'000ms);
     expect_only_polling();
 }
 

@@ -1,188 +1,167 @@
 // The diagnosis menu: protocol search and direction.
 #include "monitor/polling.h"
+#include "tests/support/frames.h"
 #include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using view::Pointer;
+using namespace form1;
 
+// In the order of the codes, from 1.
 const std::vector<view::Widget*> protocol_items = {
-    &form1::mnu_search,         &form1::mnu_KWP2000_fast,   &form1::mnu_KWP2000_slow,
-    &form1::mnu_iso9141,        &form1::mnuCAN250KStandard, &form1::mnuCAN250KExtended,
-    &form1::mnuCAN500KStandard, &form1::mnuCAN500KExtended, &form1::mnuJ1850vpw,
-    &form1::mnuJ1850pwm};
+    &mnu_search,         &mnu_KWP2000_fast,   &mnu_KWP2000_slow,   &mnu_iso9141,
+    &mnuCAN250KStandard, &mnuCAN250KExtended, &mnuCAN500KStandard, &mnuCAN500KExtended,
+    &mnuJ1850vpw,        &mnuJ1850pwm};
+
+std::vector<const view::Widget*> marked() {
+    std::vector<const view::Widget*> items;
+    std::ranges::copy_if(protocol_items, std::back_inserter(items),
+                         [](const view::Widget* item) { return view::checked(*item); });
+    return items;
+}
 
 class DiagnosisMenu : public LogicTest {
   protected:
-    static std::vector<std::string> marked() {
-        std::vector<std::string> names;
-        for (const view::Widget* item : protocol_items)
-            if (view::checked(*item)) names.push_back(item->name);
-        return names;
-    }
     void start_with_protocol(int code) {
         unit->memory().set(143, static_cast<std::uint16_t>(code));
         start_connected();
     }
-    void start_quietly() {
-        start_connected();
-        inside_program(monitor::stop_polling);
-        run_for(1000);
-        forget_wire();
-    }
 };
 
-TEST_F(DiagnosisMenu, AnImageWithProtocolNoughtMarksTheSearch) {
+// --- Protocol
+
+TEST_F(DiagnosisMenu, Protocol0MarksTheSearch) {
     start_with_protocol(0);
-    EXPECT_THAT(marked(), ElementsAre("mnu_search"));
+    EXPECT_THAT(marked(), ElementsAre(&mnu_search));
 }
 
 class DiagnosisProtocol : public DiagnosisMenu, public testing::WithParamInterface<int> {};
 
 TEST_P(DiagnosisProtocol, IsTheOneItemMarked) {
     start_with_protocol(GetParam());
-    const auto index = static_cast<std::size_t>(GetParam() - 1);
-    EXPECT_THAT(marked(), ElementsAre(protocol_items[index]->name));
+    EXPECT_THAT(marked(), ElementsAre(protocol_items[static_cast<std::size_t>(GetParam() - 1)]));
 }
 
 INSTANTIATE_TEST_SUITE_P(Code, DiagnosisProtocol, testing::Range(1, 11));
 
-TEST_F(DiagnosisMenu, AnUnknownProtocolLeavesTheMarkOfTheReadBefore) {
+TEST_F(DiagnosisMenu, UnknownProtocolLeavesTheMark) {
     start_with_protocol(4);
-    ASSERT_THAT(marked(), ElementsAre("mnu_iso9141"));
+    ASSERT_THAT(marked(), ElementsAre(&mnu_iso9141));
     unit->memory().set(143, 11);
     inside_program([] {
-        view::hide(form1::Form1);
-        view::show(form1::Form1);
+        view::hide(Form1);
+        view::show(Form1);
     });
     run_for(8000);
     ASSERT_EQ(link::mirrors.eobd_protocol, 11);
-    EXPECT_THAT(marked(), ElementsAre("mnu_iso9141"));
+    EXPECT_THAT(marked(), ElementsAre(&mnu_iso9141));
 }
 
-TEST_F(DiagnosisMenu, TheSearchWritesOneAndLeavesTheMarks) {
+TEST_F(DiagnosisMenu, SearchWrites1) {
     start_quietly();
     const auto before = marked();
-    const auto clicked = now_ms();
-    operator_clicks(form1::mnu_search);
-    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
-    run_for(499);
-    EXPECT_TRUE(form1::Timer2.is_on());
-    run_for(1);
-    EXPECT_FALSE(form1::Timer2.is_on());
-    EXPECT_THAT(frames(), ElementsAre(Write(143, 1)));
-    EXPECT_EQ(port->sent[0].at_ms - clicked, 200);
+    operator_clicks(mnu_search);
+    EXPECT_FALSE(busy(Form1));
+    EXPECT_EQ(ms_until([] { return !Timer2.is_on(); }), 500);
+    EXPECT_THAT(timed(), ElementsAre(At(200, Write(143, 1))));
     EXPECT_EQ(link::mirrors.eobd_protocol, 1);
     EXPECT_EQ(marked(), before);
     EXPECT_EQ(unit->parameter(143), 1);
 }
 
-TEST_F(DiagnosisMenu, TheSearchEndsOnTheProtocolOfTheCar) {
+TEST_F(DiagnosisMenu, SearchEndsOnTheProtocolOfTheCar) {
     use_unit({.warm = true, .protocol = 5});
     start_connected();
-    operator_clicks(form1::mnu_search);
-    run_for(10'000);
+    operator_clicks(mnu_search, 10'000ms);
     EXPECT_EQ(unit->parameter(143), 5);
 }
 
-TEST_F(DiagnosisMenu, TheSearchGoesOutBesideThePolling) {
+TEST_F(DiagnosisMenu, SearchLeavesThePollingRunning) {
     start_connected();
-    operator_clicks(form1::mnu_search);
-    run_for(3000);
+    operator_clicks(mnu_search, 3000ms);
     EXPECT_THAT(writes(), ElementsAre(Write(143, 1)));
     EXPECT_TRUE(app::state.poll_enabled);
     EXPECT_GT(frames().size(), 5u);
-    EXPECT_EQ(port->sent.back().frame, Send(3));
+    EXPECT_EQ(frames().back(), Send(3));
 }
 
-TEST_F(DiagnosisMenu, TheSearchGoesOutThoughItIsMarkedAlready) {
+TEST_F(DiagnosisMenu, MarkedSearchWritesAgain) {
     start_with_protocol(1);
-    ASSERT_THAT(marked(), ElementsAre("mnu_search"));
-    operator_clicks(form1::mnu_search);
-    run_for(1000);
+    ASSERT_THAT(marked(), ElementsAre(&mnu_search));
+    operator_clicks(mnu_search, 1000ms);
     EXPECT_THAT(writes(), ElementsAre(Write(143, 1)));
 }
 
-TEST_F(DiagnosisMenu, TheProtocolsThemselvesOnlyShow) {
+TEST_F(DiagnosisMenu, ProtocolItemsDoNothing) {
     start_quietly();
     const auto before = marked();
     for (view::Widget* item : protocol_items)
-        if (item != &form1::mnu_search) operator_clicks(*item);
+        if (item != &mnu_search) operator_clicks(*item);
     run_for(2000);
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_EQ(marked(), before);
 }
 
-TEST_F(DiagnosisMenu, InverseIs257OnTheWireAndOneInTheMirror) {
+// --- Direction
+
+TEST_F(DiagnosisMenu, InverseIs257OnTheWire) {
     start_quietly();
-    const auto clicked = now_ms();
-    operator_clicks(form1::mnu_direction_inverse_eobd);
-    EXPECT_FALSE(view::checked(form1::mnu_direction_inverse_eobd));
+    operator_clicks(mnu_direction_inverse_eobd);
+    EXPECT_FALSE(view::checked(mnu_direction_inverse_eobd));
     run_for(399);
     EXPECT_EQ(link::mirrors.eobd_direction, 0);
     run_for(201);
-    ASSERT_THAT(frames(), ElementsAre(Write(142, 257)));
-    EXPECT_THAT(port->sent[0].bytes, ElementsAre(80, 67, 0, 9, 2, 0, 142, 1, 1));
-    EXPECT_EQ(port->sent[0].at_ms - clicked, 400);
-    EXPECT_EQ(link::mirrors.eobd_direction, 1);
-    EXPECT_TRUE(view::checked(form1::mnu_direction_inverse_eobd));
-    EXPECT_FALSE(view::checked(form1::mnu_direction_normal_eobd));
+    ASSERT_THAT(timed(), ElementsAre(At(400, Write(142, 257))));
+    EXPECT_EQ(port->sent[0].bytes, write_bytes(142, 257));
+    EXPECT_EQ(link::mirrors.eobd_direction, 1) << "1 in the mirror";
+    EXPECT_TRUE(view::checked(mnu_direction_inverse_eobd));
+    EXPECT_FALSE(view::checked(mnu_direction_normal_eobd));
 }
 
-TEST_F(DiagnosisMenu, NormalIsNought) {
+TEST_F(DiagnosisMenu, NormalIs0) {
     start_quietly();
-    operator_clicks(form1::mnu_direction_inverse_eobd);
-    run_for(1000);
-    forget_wire();
-    operator_clicks(form1::mnu_direction_normal_eobd);
-    run_for(1000);
+    operator_clicks(mnu_direction_inverse_eobd, 1000ms);
+    mark();
+    operator_clicks(mnu_direction_normal_eobd, 1000ms);
     ASSERT_THAT(frames(), ElementsAre(Write(142, 0)));
-    EXPECT_THAT(port->sent[0].bytes, ElementsAre(80, 67, 0, 9, 2, 0, 142, 0, 0));
     EXPECT_EQ(link::mirrors.eobd_direction, 0);
-    EXPECT_FALSE(view::checked(form1::mnu_direction_inverse_eobd));
-    EXPECT_TRUE(view::checked(form1::mnu_direction_normal_eobd));
+    EXPECT_FALSE(view::checked(mnu_direction_inverse_eobd));
+    EXPECT_TRUE(view::checked(mnu_direction_normal_eobd));
 }
 
-TEST_F(DiagnosisMenu, TheDirectionKeepsTheKeyboardOffTheAttenuationMeanwhile) {
+TEST_F(DiagnosisMenu, DirectionTakesTheTabStopOfTheAttenuation) {
     start_connected();
-    inside_program([] { view::set_focus(form1::Slider_attenuazione); });
-    ASSERT_EQ(view::focus(), &form1::Slider_attenuazione);
-    for (view::Widget* item :
-         {&form1::mnu_direction_inverse_eobd, &form1::mnu_direction_normal_eobd}) {
+    follow({&Form1, &Slider_attenuazione});
+    for (view::Widget* item : {&mnu_direction_inverse_eobd, &mnu_direction_normal_eobd}) {
+        inside_program([] { view::set_focus(Slider_attenuazione); });
+        ASSERT_TRUE(focused(Slider_attenuazione));
+        mark();
         operator_clicks(*item);
-        EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
-        EXPECT_FALSE(form1::Slider_attenuazione.look.tab_stop);
-        EXPECT_NE(view::focus(), &form1::Slider_attenuazione);
-        run_for(599);
-        EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
-        run_for(1);
-        EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
-        EXPECT_TRUE(form1::Slider_attenuazione.look.tab_stop);
-        EXPECT_EQ(view::focus(), &form1::Text2);
-        inside_program([] { view::set_focus(form1::Slider_attenuazione); });
+        EXPECT_FALSE(focused(Slider_attenuazione));
+        run_for(600);
+        EXPECT_TRUE(focused(Text2));
+        EXPECT_THAT(changes,
+                    testing::UnorderedElementsAre(
+                        "0 Form1 hourglass", "0 Slider_attenuazione without tab stop",
+                        "600 Form1 normal pointer", "600 Slider_attenuazione with tab stop"));
     }
 }
 
-TEST_F(DiagnosisMenu, TheDirectionLeavesThePollingStopped) {
+TEST_F(DiagnosisMenu, DirectionLeavesThePollingStopped) {
     start_connected();
-    operator_clicks(form1::mnu_direction_inverse_eobd);
-    run_for(1000);
-    forget_wire();
-    run_for(10'000);
-    EXPECT_THAT(frames(), IsEmpty());
+    operator_clicks(mnu_direction_inverse_eobd, 1000ms);
+    EXPECT_THAT(frames_in(10'000), IsEmpty());
     EXPECT_FALSE(app::state.poll_enabled);
 }
 
-// 257 on the wire comes back as 257 in the image, and any value but 1 is marked "Normal".
-TEST_F(DiagnosisMenu, ALaterReadOfTheInverseDirectionMarksNormal) {
+// The unit returns the 257 that it was sent, and only 1 is marked "Inverse".
+TEST_F(DiagnosisMenu, InverseDirectionIsReadBackAsNormal) {
     unit->memory().set(142, 257);
     start_connected();
-    EXPECT_TRUE(view::checked(form1::mnu_direction_normal_eobd));
-    EXPECT_FALSE(view::checked(form1::mnu_direction_inverse_eobd));
+    EXPECT_TRUE(view::checked(mnu_direction_normal_eobd));
+    EXPECT_FALSE(view::checked(mnu_direction_inverse_eobd));
 }
 
 } // namespace

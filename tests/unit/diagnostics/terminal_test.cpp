@@ -1,4 +1,4 @@
-// The hand-over of the line, and the debug pair.
+// The hand-over of the line to another program, and the debug pair.
 #include "monitor/polling.h"
 #include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
@@ -7,30 +7,7 @@
 namespace zol::tests {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using view::Pointer;
-
-class Terminal : public LogicTest {
-  protected:
-    void start_with_service_buttons() {
-        start_connected();
-        operator_double_clicks(form1::Label18);
-        inside_program(monitor::stop_polling);
-        run_for(1000);
-        inside_program(monitor::start_polling);
-        run_for(20);
-        inside_program(monitor::stop_polling);
-        run_for(100);
-        forget_wire();
-    }
-    void start_quietly() {
-        start_connected();
-        inside_program(monitor::stop_polling);
-        run_for(1000);
-        forget_wire();
-    }
-};
+using namespace form1;
 
 struct HandOver {
     const char* name;
@@ -39,135 +16,125 @@ struct HandOver {
     sim::ControlUnit::Mode mode;
 };
 
-class TerminalHandOver : public Terminal, public testing::WithParamInterface<HandOver> {};
+class TerminalHandOver : public LogicTest, public testing::WithParamInterface<HandOver> {
+  protected:
+    void hand_over_on_a_quiet_line() {
+        start_connected();
+        operator_double_clicks(Label18); // shows the buttons
+        stop_polling();
+        mark();
+        operator_clicks(*GetParam().button);
+    }
+};
 
-TEST_P(TerminalHandOver, SendsItsCommandAndLetsGoOfThePort) {
-    start_with_service_buttons();
-    const auto clicked = now_ms();
-    operator_clicks(*GetParam().button);
+TEST_P(TerminalHandOver, SendsItsCommandThenClosesThePort) {
+    hand_over_on_a_quiet_line();
     EXPECT_TRUE(app::state.no_reread);
     EXPECT_FALSE(app::state.poll_enabled);
-    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
-    run_for(1599);
-    EXPECT_TRUE(port->is_open());
-    run_for(1);
-    EXPECT_FALSE(port->is_open());
-    EXPECT_THAT(frames(), ElementsAre(Send(GetParam().command)));
-    EXPECT_EQ(port->sent[0].at_ms - clicked, 800);
+    EXPECT_FALSE(busy(Form1));
+    EXPECT_EQ(ms_until([this] { return !port->is_open(); }), 1600);
+    EXPECT_THAT(timed(), ElementsAre(At(800, Send(GetParam().command))));
     EXPECT_EQ(unit->mode(), GetParam().mode);
 }
 
-TEST_P(TerminalHandOver, TwiceSendsNothingTheSecondTime) {
-    start_with_service_buttons();
-    operator_clicks(*GetParam().button);
+TEST_P(TerminalHandOver, SecondOneSendsNothing) {
+    hand_over_on_a_quiet_line();
     run_for(2000);
     forget_wire();
-    operator_clicks(*GetParam().button);
-    run_for(5000);
+    operator_clicks(*GetParam().button, 5000ms);
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_FALSE(port->is_open());
     EXPECT_THAT(screen.message_boxes, IsEmpty());
 }
 
-// Neither the engine button nor the way back from another window asks the unit anything.
+// Neither the engine button nor the return from another window asks the unit anything.
 TEST_P(TerminalHandOver, LeavesTheLineQuietForTheRestOfTheRun) {
-    start_with_service_buttons();
-    operator_clicks(*GetParam().button);
+    hand_over_on_a_quiet_line();
     run_for(2000);
     forget_wire();
-    operator_clicks(form1::Command_engine);
-    run_for(5000);
-    operator_clicks(form1::barra1);
-    run_for(1000);
-    operator_clicks(form2::cmd_exit);
-    run_for(10'000);
+    operator_clicks(Command_engine, 5000ms);
+    operator_clicks(barra1, 1000ms);
+    operator_clicks(form2::cmd_exit, 10'000ms);
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_FALSE(port->is_open());
     EXPECT_TRUE(app::state.no_reread);
 }
 
-TEST_P(TerminalHandOver, DuringThePollingTheTelegramUnderWayEndsFirst) {
+TEST_P(TerminalHandOver, WaitsForAPendingTelegram) {
     start_connected();
-    operator_double_clicks(form1::Label18);
+    operator_double_clicks(Label18);
     forget_wire();
-    operator_clicks(*GetParam().button);
-    run_for(5000);
+    operator_clicks(*GetParam().button, 5000ms);
     EXPECT_THAT(frames(), ElementsAre(Send(GetParam().command)));
 }
 
 INSTANTIATE_TEST_SUITE_P(To, TerminalHandOver,
-                         testing::Values(HandOver{"Terminal", &form1::Command_hyperterminal, 20,
+                         testing::Values(HandOver{"Terminal", &Command_hyperterminal, 20,
                                                   sim::ControlUnit::Mode::terminal},
-                                         HandOver{"Download", &form1::Command_scarico, 21,
+                                         HandOver{"Download", &Command_scarico, 21,
                                                   sim::ControlUnit::Mode::download}),
                          [](const auto& to) { return std::string(to.param.name); });
 
-class DebugPair : public Terminal {};
+class DebugPair : public LogicTest {
+  protected:
+    void expect_state(bool on) {
+        EXPECT_EQ(link::mirrors.debug_flag, on ? 1 : 0);
+        EXPECT_EQ(view::checked(mnu_debug_yes), on);
+        EXPECT_EQ(view::checked(mnu_debug_no), !on);
+    }
+};
 
-TEST_F(DebugPair, YesWritesBothSwitches) {
+TEST_F(DebugPair, YesWritesBothFlags) {
     start_quietly();
-    const auto clicked = now_ms();
-    operator_clicks(form1::mnu_debug_yes);
-    run_for(5000);
-    EXPECT_THAT(frames(), ElementsAre(Write(153, 1), Write(20, 1)));
-    EXPECT_EQ(port->sent[0].at_ms - clicked, 400);
-    EXPECT_THAT(gaps_between_writes(), ElementsAre(300 + 200));
+    operator_clicks(mnu_debug_yes, 5000ms);
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(153, 1)), At(900, Write(20, 1))));
     EXPECT_EQ(unit->parameter(153), 1);
     EXPECT_EQ(unit->parameter(20), 1);
-    EXPECT_EQ(link::mirrors.debug_flag, 1);
-    EXPECT_TRUE(view::checked(form1::mnu_debug_yes));
-    EXPECT_FALSE(view::checked(form1::mnu_debug_no));
+    expect_state(true);
 }
 
-TEST_F(DebugPair, NoWritesBothSwitchesBack) {
+TEST_F(DebugPair, NoWritesBothFlagsBack) {
     start_quietly();
-    operator_clicks(form1::mnu_debug_yes);
-    run_for(2000);
+    operator_clicks(mnu_debug_yes, 2000ms);
     forget_wire();
-    operator_clicks(form1::mnu_debug_no);
-    run_for(2000);
+    operator_clicks(mnu_debug_no, 2000ms);
     EXPECT_THAT(frames(), ElementsAre(Write(153, 0), Write(20, 0)));
-    EXPECT_EQ(link::mirrors.debug_flag, 0);
-    EXPECT_FALSE(view::checked(form1::mnu_debug_yes));
-    EXPECT_TRUE(view::checked(form1::mnu_debug_no));
+    expect_state(false);
 }
 
-TEST_F(DebugPair, TheItemAlreadyMarkedSendsBothAllTheSame) {
+TEST_F(DebugPair, MarkedItemWritesAgain) {
     start_quietly();
     for (int i = 0; i < 2; ++i) {
         forget_wire();
-        operator_clicks(form1::mnu_debug_yes);
-        run_for(2000);
+        operator_clicks(mnu_debug_yes, 2000ms);
         EXPECT_THAT(frames(), ElementsAre(Write(153, 1), Write(20, 1)));
     }
 }
 
-TEST_F(DebugPair, MovesItsMarkBetweenTheTwoWrites) {
+TEST_F(DebugPair, MarkIsMovedWithTheSecondWrite) {
     start_quietly();
-    operator_clicks(form1::mnu_debug_yes);
-    run_for(899);
-    EXPECT_FALSE(view::checked(form1::mnu_debug_yes));
-    EXPECT_THAT(frames(), ElementsAre(Write(153, 1)));
-    run_for(1);
-    EXPECT_TRUE(view::checked(form1::mnu_debug_yes));
-    EXPECT_THAT(frames(), ElementsAre(Write(153, 1), Write(20, 1)));
+    follow({&mnu_debug_yes});
+    operator_clicks(mnu_debug_yes, 2000ms);
+    EXPECT_THAT(changes, ElementsAre("900 mnu_debug_yes checked"));
 }
 
-TEST_F(DebugPair, HourglassAndFocusComeBackAndThePollingDoesNot) {
+TEST_F(DebugPair, FocusIsMovedAtTheEnd) {
     start_connected();
-    operator_clicks(form1::mnu_debug_no);
-    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
-    EXPECT_FALSE(form1::Slider_attenuazione.look.tab_stop);
-    inside_program([] { view::set_focus(form1::Form1); });
-    run_for(1099);
-    EXPECT_EQ(form1::Form1.look.pointer, Pointer::hourglass);
-    run_for(1);
-    EXPECT_EQ(form1::Form1.look.pointer, Pointer::normal);
-    EXPECT_TRUE(form1::Slider_attenuazione.look.tab_stop);
-    EXPECT_EQ(view::focus(), &form1::Text2);
-    forget_wire();
-    run_for(10'000);
-    EXPECT_THAT(frames(), IsEmpty());
+    follow({&Form1, &Slider_attenuazione});
+    mark();
+    operator_clicks(mnu_debug_no);
+    inside_program([] { view::set_focus(Form1); });
+    EXPECT_EQ(ms_until([] { return focused(Text2); }), 1100);
+    EXPECT_THAT(changes, testing::UnorderedElementsAre("0 Form1 hourglass",
+                                                       "0 Slider_attenuazione without tab stop",
+                                                       "1100 Form1 normal pointer",
+                                                       "1100 Slider_attenuazione with tab stop"));
+}
+
+TEST_F(DebugPair, LeavesThePollingStopped) {
+    start_connected();
+    operator_clicks(mnu_debug_no, 1100ms);
+    EXPECT_THAT(frames_in(10'000), IsEmpty());
     EXPECT_FALSE(app::state.poll_enabled);
 }
 
