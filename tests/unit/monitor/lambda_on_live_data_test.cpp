@@ -12,8 +12,7 @@ class LambdaOnLiveData : public LogicTest, public testing::WithParamInterface<in
     void open_panel() {
         start_connected();
         run_for(5000 + GetParam());
-        operator_clicks(form1::Command_lambda);
-        run_for(3000);
+        operator_clicks(form1::Command_lambda, 3000ms);
     }
 };
 

@@ -1,4 +1,5 @@
-// The polling loop: what goes out, when, and how it takes silence, wrong answers and stops.
+// The polling loop: which requests it sends, when, and how silence, wrong replies and stops affect
+// it.
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
 #include "monitor/polling.h"
@@ -10,117 +11,117 @@ namespace zol::tests {
 namespace {
 
 using testing::Each;
-using testing::ElementsAre;
 
 class Polling : public ReplyBench {
   protected:
-    // The heartbeat flips on each telegram that is shown.
-    static bool beaten_since(view::Colour before) { return form1::Shape2.look.back != before; }
+    static const std::string& rpm() { return text(form1::Label_rpm); }
+    void set_tab_stops(bool on) {
+        for (view::Widget* slider : {&form1::Slider_ktar, &form1::Slider_attenuazione})
+            view::set_tab_stop(*slider, on);
+    }
+    static bool tab_stops() {
+        return form1::Slider_ktar.look.tab_stop && form1::Slider_attenuazione.look.tab_stop;
+    }
+    struct Taken {
+        bool shown; // the heartbeat flips with each telegram that is shown
+        std::int64_t next_request_ms;
+    };
+    Taken take(const link::Bytes& reply) {
+        next_telegrams = {reply};
+        forget_wire();
+        run_until_sent(1); // the reply has been read
+        const auto before = form1::Shape2.look.back;
+        run_until_sent(2);
+        return {form1::Shape2.look.back != before, gap_behind(0)};
+    }
 };
 
-TEST_F(Polling, AUnitThatAnswersIsAskedEvery350Milliseconds) {
+TEST_F(Polling, AsksEvery350Milliseconds) {
     start_connected();
     run_for(1050);
     ASSERT_THAT(frames(), ElementsAre(Send(3), Send(3), Send(3)));
     EXPECT_EQ(gap_behind(0), 350);
     EXPECT_EQ(gap_behind(1), 350);
-    EXPECT_GT(app::val(view::text(form1::Label_rpm)), 0);
+    EXPECT_GT(app::val(rpm()), 0);
 }
 
-TEST_F(Polling, TheRequestIsFiveBytesLong) {
+TEST_F(Polling, RequestHasFiveBytes) {
     start_connected();
-    run_for(350);
-    ASSERT_FALSE(port->sent.empty());
-    EXPECT_THAT(port->sent[0].bytes, ElementsAre(80, 67, 0, 5, 3));
+    run_until_sent(1);
+    EXPECT_EQ(port->sent[0].bytes, frame_bytes(3));
 }
 
-TEST_F(Polling, TheFirstTickAfterAPauseFindsNothingAndAsksAgain) {
+TEST_F(Polling, FirstTickAfterAPauseAsksTwice) {
     start_scripted();
-    operator_clicks(form1::Command_impostazioni);
-    run_for(3000);
-    forget_wire();
+    operator_clicks(form1::Command_impostazioni, 3000ms);
     telegram.rpm = 2222;
     next_telegrams = {{}};
-    const auto start = now_ms();
-    operator_clicks(form1::Command_engine);
-    run_for(649);
-    EXPECT_NE(view::text(form1::Label_rpm), "2222");
-    ASSERT_THAT(frames(), ElementsAre(Send(3), Send(3)));
-    EXPECT_EQ(port->sent[0].at_ms - start, 50);
-    EXPECT_EQ(port->sent[1].at_ms - start, 350);
+    mark();
+    operator_clicks(form1::Command_engine, 649ms);
+    EXPECT_NE(rpm(), "2222");
+    EXPECT_THAT(timed(), ElementsAre(At(50, Send(3)), At(350, Send(3))));
     run_for(2);
-    EXPECT_EQ(view::text(form1::Label_rpm), "2222");
+    EXPECT_EQ(rpm(), "2222");
 }
 
-TEST_F(Polling, AWholeTelegramIsShownOneWaitAfterItWasRead) {
+TEST_F(Polling, TelegramIsShownOneWaitAfterItWasRead) {
     start_scripted();
     telegram.rpm = 3333;
     forget_wire();
     run_until_sent(1);
     run_for(290);
-    EXPECT_NE(view::text(form1::Label_rpm), "3333");
+    EXPECT_NE(rpm(), "3333");
     run_for(10);
-    EXPECT_EQ(view::text(form1::Label_rpm), "3333");
+    EXPECT_EQ(rpm(), "3333");
 }
 
-TEST_F(Polling, StoppedInTheMiddleOfAPassItLeavesNoTimerRunningBehindIt) {
-    start_connected();
-    while (form1::Timer_stato_sistema.is_on())
-        run_for(1);
+TEST_F(Polling, StoppedDuringAPassItLeavesNoTimerOn) {
+    start_during_a_poll();
     inside_program(monitor::stop_polling);
     run_for(310);
-    EXPECT_FALSE(form1::Timer2.is_on()); // the pass is over
+    EXPECT_FALSE(form1::Timer2.is_on());
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-TEST_F(Polling, ASilentUnitIsAskedEvery300MillisecondsForEverAndTheValuesStandStill) {
+TEST_F(Polling, SilentUnitIsAskedEvery300Milliseconds) {
     start_scripted();
     show({.rpm = 1111});
     telegram = {};
     port->alter = [](const link::Bytes&) { return link::Bytes{}; };
     run_for(1000);
-    forget_wire();
-    run_for(60'000);
-    EXPECT_EQ(port->sent.size(), 200u);
-    EXPECT_THAT(frames(), Each(Send(3)));
-    EXPECT_EQ(view::text(form1::Label_rpm), "1111");
+    EXPECT_EQ(frames_in(60'000), std::vector(200, Send(3)));
+    EXPECT_EQ(rpm(), "1111") << "the values do not change";
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-TEST_F(Polling, ASilentUnitIsAskedOnAfterTheStopAndThePollingEndsWithItsNextTelegram) {
+// The loop tests neither the flag nor the panel until the next telegram.
+TEST_F(Polling, SilentUnitIsAskedOnAfterTheStop) {
     start_scripted();
     port->silent = true;
     port->alter = nullptr;
     run_for(1000);
-    operator_clicks(form1::Command_impostazioni);
-    run_for(3000);
-    forget_wire();
-    run_for(3000);
-    EXPECT_EQ(port->sent.size(), 10u) << "the loop looks at neither flag nor panel";
+    operator_clicks(form1::Command_impostazioni, 3000ms);
+    EXPECT_EQ(frames_in(3000).size(), 10u);
     port->silent = false;
     run_for(1000);
-    forget_wire();
-    run_for(5000);
-    EXPECT_THAT(frames(), ElementsAre());
+    EXPECT_THAT(frames_in(5000), IsEmpty());
 }
 
-TEST_F(Polling, APulledPlugEndsNothingAndTheUnitIsHeardAgainWhenItIsBack) {
+TEST_F(Polling, GoesOnWhenThePulledCableIsBack) {
     start_scripted();
     show({.rpm = 1111});
     port->unplugged = true;
-    forget_wire();
-    run_for(30'000);
-    EXPECT_THAT(frames(), ElementsAre());
-    EXPECT_EQ(view::text(form1::Label_rpm), "1111");
+    EXPECT_THAT(frames_in(30'000), IsEmpty());
+    EXPECT_EQ(rpm(), "1111");
     port->unplugged = false;
     show({.rpm = 1222});
-    EXPECT_EQ(view::text(form1::Label_rpm), "1222");
+    EXPECT_EQ(rpm(), "1222");
     forget_wire();
     run_until_sent(2);
     EXPECT_EQ(gap_behind(0), 350);
 }
 
-TEST_F(Polling, ALineThatFloodsIsReadNoMoreOftenThanItIsAsked) {
+TEST_F(Polling, ReadsAFloodedLineOncePerRequest) {
     start_scripted();
     port->alter = [this](const link::Bytes&) {
         ++reads;
@@ -132,118 +133,98 @@ TEST_F(Polling, ALineThatFloodsIsReadNoMoreOftenThanItIsAsked) {
     EXPECT_EQ(reads, 100);
 }
 
-// 0 asks again; 1 to 26 is dropped and ends the pass; from 27 on the echo decides.
-TEST_F(Polling, EveryLengthOfAReplyWithTheRightEchoIsTakenForWhatItIs) {
+// An empty reply asks again; 1 to 26 bytes are dropped and end the pass; longer ones are shown.
+TEST_F(Polling, ReplyOfEachLengthWithTheRightEcho) {
     start_scripted();
     for (std::size_t length = 0; length <= 300; ++length) {
-        next_telegrams = {reply_of_length(telegram, length)};
-        forget_wire();
-        run_until_sent(1); // the reply has been read
-        const auto before = form1::Shape2.look.back;
-        run_until_sent(2);
-        const bool shown = length >= 27;
-        EXPECT_EQ(gap_behind(0), length == 0 ? 300 : 350) << length << " bytes";
-        EXPECT_EQ(beaten_since(before), shown) << length << " bytes";
+        SCOPED_TRACE(length);
+        const Taken taken = take(reply_of_length(telegram, length));
+        EXPECT_EQ(taken.next_request_ms, length == 0 ? 300 : 350);
+        EXPECT_EQ(taken.shown, length >= 27);
     }
 }
 
-TEST_F(Polling, EveryLengthOfAReplyWithAWrongEchoIsTakenForWhatItIs) {
+// From 27 bytes on the echo decides, and a wrong one asks again.
+TEST_F(Polling, ReplyOfEachLengthWithAWrongEcho) {
     start_scripted();
-    Telegram wrong;
-    wrong.echo = 16;
     for (std::size_t length = 0; length <= 300; ++length) {
-        next_telegrams = {reply_of_length(wrong, length)};
-        forget_wire();
-        run_until_sent(1);
-        const auto before = form1::Shape2.look.back;
-        run_until_sent(2);
-        const bool dropped = length >= 1 && length < 27;
-        EXPECT_EQ(gap_behind(0), dropped ? 350 : 300) << length << " bytes";
-        EXPECT_FALSE(beaten_since(before)) << length << " bytes";
+        SCOPED_TRACE(length);
+        const Taken taken = take(reply_of_length(Telegram{.echo = 16}, length));
+        EXPECT_EQ(taken.next_request_ms, length >= 1 && length < 27 ? 350 : 300);
+        EXPECT_FALSE(taken.shown);
     }
 }
 
-TEST_F(Polling, AWrongEchoIsAskedAgainWithoutLimit) {
+TEST_F(Polling, WrongEchoIsAskedAgainWithoutLimit) {
     start_scripted();
     show({.rpm = 1111});
     telegram = {.rpm = 4444, .echo = 1};
-    forget_wire();
-    run_for(30'000);
-    EXPECT_GE(port->sent.size(), 99u);
-    EXPECT_EQ(view::text(form1::Label_rpm), "1111");
+    EXPECT_GE(frames_in(30'000).size(), 99u);
+    EXPECT_EQ(rpm(), "1111");
     show({.rpm = 1333});
-    EXPECT_EQ(view::text(form1::Label_rpm), "1333");
+    EXPECT_EQ(rpm(), "1333");
 }
 
-TEST_F(Polling, TheTickOnAClosedPortSwitchesItselfOffAndShowsNothing) {
+TEST_F(Polling, TickOnAClosedPortStopsItsTimer) {
     start_scripted();
     show({.rpm = 1111});
-    inside_program([] { monitor::stop_polling(); });
-    run_for(1000);
+    stop_polling();
     telegram.rpm = 5555;
-    inside_program([] {
+    inside_program([this] {
         link::close_port();
-        view::set_tab_stop(form1::Slider_ktar, false);
+        set_tab_stops(false);
         monitor::start_polling();
     });
-    forget_wire();
     run_for(60);
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
     EXPECT_TRUE(app::state.poll_enabled);
-    EXPECT_TRUE(form1::Slider_ktar.look.tab_stop);
+    EXPECT_TRUE(tab_stops());
     inside_program([] { link::open_port(1); });
-    run_for(5000);
-    EXPECT_THAT(frames(), ElementsAre()) << "the open port alone brings no polling back";
-    EXPECT_EQ(view::text(form1::Label_rpm), "1111");
+    EXPECT_THAT(frames_in(5000), IsEmpty()) << "opening the port does not restart the polling";
+    EXPECT_EQ(rpm(), "1111");
 }
 
-TEST_F(Polling, AStopDuringTheWaitLetsTheTelegramUnderWayBeShownAndNothingFollows) {
+TEST_F(Polling, StopLetsThePendingTelegramBeShown) {
     start_scripted();
     forget_wire();
     telegram.rpm = 6666;
     run_until_sent(1);
     run_for(100);
-    inside_program([] { monitor::stop_polling(); });
-    EXPECT_NE(view::text(form1::Label_rpm), "6666");
+    inside_program(monitor::stop_polling);
+    EXPECT_NE(rpm(), "6666");
     run_for(5000);
-    EXPECT_EQ(view::text(form1::Label_rpm), "6666");
+    EXPECT_EQ(rpm(), "6666");
     EXPECT_EQ(port->sent.size(), 1u);
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-TEST_F(Polling, AStoppedTickSendsNothingAndGivesTheSlidersTheirTabStop) {
+TEST_F(Polling, StoppedTickSendsNothing) {
     start_scripted();
-    inside_program([] { monitor::stop_polling(); });
-    run_for(1000);
-    forget_wire();
-    inside_program([] {
-        view::set_tab_stop(form1::Slider_attenuazione, false);
-        view::set_tab_stop(form1::Slider_ktar, false);
+    stop_polling();
+    inside_program([this] {
+        set_tab_stops(false);
         form1::Timer_stato_sistema.on();
     });
+    mark();
     run_for(50);
-    EXPECT_TRUE(form1::Slider_attenuazione.look.tab_stop);
-    EXPECT_TRUE(form1::Slider_ktar.look.tab_stop);
+    EXPECT_TRUE(tab_stops());
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
     run_for(5000);
-    EXPECT_THAT(frames(), ElementsAre());
+    EXPECT_THAT(frames(), IsEmpty());
 }
 
-TEST_F(Polling, TheSlidersHaveNoTabStopUntilTheFirstTickIsOver) {
+TEST_F(Polling, SlidersGetTheirTabStopAfterTheFirstTick) {
     start_program();
-    for (int i = 0; i < 2000 && !form1::Timer_stato_sistema.is_on(); ++i)
-        run_for(10);
+    ms_until([] { return form1::Timer_stato_sistema.is_on(); });
     EXPECT_FALSE(form1::Slider_attenuazione.look.tab_stop);
     EXPECT_FALSE(form1::Slider_ktar.look.tab_stop);
     run_for(2000);
-    EXPECT_TRUE(form1::Slider_attenuazione.look.tab_stop);
-    EXPECT_TRUE(form1::Slider_ktar.look.tab_stop);
+    EXPECT_TRUE(tab_stops());
 }
 
-TEST_F(Polling, ATickUnloadsTheConnectionDialogIfItIsStillThere) {
+TEST_F(Polling, TickUnloadsTheConnectionDialog) {
     start_scripted();
-    inside_program([] { monitor::stop_polling(); });
-    run_for(1000);
+    stop_polling();
     inside_program([] {
         view::show(centralina_attiva::Centralina_Attiva);
         form1::Timer_stato_sistema.on();
@@ -253,27 +234,23 @@ TEST_F(Polling, ATickUnloadsTheConnectionDialogIfItIsStillThere) {
     EXPECT_FALSE(centralina_attiva::Centralina_Attiva.loaded);
 }
 
-TEST_F(Polling, TheDelayedStopComes200MillisecondsLaterAndOnce) {
+TEST_F(Polling, DelayedStopComesOnceAfter200Milliseconds) {
     start_scripted();
+    mark();
     inside_program([] { form1::Timer_chiusura_stato.on(); });
-    run_for(199);
-    EXPECT_TRUE(app::state.poll_enabled);
-    run_for(1);
-    EXPECT_FALSE(app::state.poll_enabled);
+    EXPECT_EQ(ms_until([] { return !app::state.poll_enabled; }), 200);
     EXPECT_FALSE(form1::Timer_chiusura_stato.is_on());
     run_for(1000);
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-TEST_F(Polling, TheReadingButtonStartsThePollingAgain) {
+TEST_F(Polling, ReadingButtonStartsIt) {
     start_scripted();
-    inside_program([] { monitor::stop_polling(); });
-    run_for(1000);
-    forget_wire();
-    const auto start = now_ms();
+    stop_polling();
+    mark();
     operator_clicks(form1::Command31);
     run_until_sent(1);
-    EXPECT_EQ(port->sent[0].at_ms - start, 50);
+    EXPECT_EQ(timed().at(0), At(50, Send(3)));
     EXPECT_TRUE(app::state.poll_enabled);
 }
 

@@ -1,5 +1,4 @@
 // The choice of the tank's sender: what the unit gets, and what the panel shows afterwards.
-#include "monitor/tank_level.h"
 #include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
@@ -7,24 +6,21 @@ namespace zol::tests {
 namespace {
 
 using namespace form1;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using view::Pointer;
 
 class TankPresets : public LogicTest {
   protected:
     // A tank that has nothing in common with any preset.
     void open_odd_tank() {
         for (const auto& [number, value] : {std::pair{32, 10}, {33, 20}, {34, 30}, {35, 40}})
-            unit->set_parameter(number, static_cast<std::uint16_t>(value));
+            set_parameter(number, value);
         open_settings();
     }
 };
 
 struct Sender {
     int empty_mv, full_mv;
-    int t1, t2, t3, t4; // as the unit gets them: the upper two one above the preset
-    const char* border_mv[4];
+    int t1, t2, t3, t4; // as the unit gets them: the upper two are one above the preset
+    std::vector<std::string> border_mv;
 };
 
 const Sender senders[] = {
@@ -39,139 +35,134 @@ const Sender senders[] = {
 class EachTankPreset : public TankPresets, public testing::WithParamInterface<int> {
   protected:
     const Sender& sender = senders[GetParam()];
+
+    void choose() {
+        open_odd_tank();
+        operator_chooses(Combo_tank_level, GetParam());
+    }
+    static std::vector<double> sliders() {
+        std::vector<double> values;
+        for (int row = 0; row < 5; ++row)
+            values.push_back(view::value(Slider1[row]));
+        return values;
+    }
+    static std::string percent(int value) { return std::to_string(value) + "%"; }
 };
 
-TEST_P(EachTankPreset, GoesToTheUnitByWayOfTheSlidersAndThenWhole) {
-    open_odd_tank();
-    operator_chooses(Combo_tank_level, GetParam());
+// The nudge of the sliders sends the thresholds, then the whole tank is sent.
+TEST_P(EachTankPreset, IsSent) {
+    choose();
     run_for(5000);
+    const auto [empty, full, t1, t2, t3, t4, border] = sender;
     EXPECT_THAT(timed(),
-                ElementsAre(At(200, Write(32, sender.t1)), At(600, Write(33, sender.t2)),
-                            At(1000, Write(34, sender.t3)), At(1400, Write(35, sender.t4)),
-                            At(1800, Write(130, GetParam())), At(2100, Write(30, sender.empty_mv)),
-                            At(2400, Write(31, sender.full_mv)), At(2700, Write(32, sender.t1)),
-                            At(3000, Write(33, sender.t2)), At(3200, Write(34, sender.t3)),
-                            At(3500, Write(35, sender.t4))));
-    EXPECT_EQ(unit->parameter(130), GetParam());
-    EXPECT_EQ(unit->parameter(30), sender.empty_mv);
-    EXPECT_EQ(unit->parameter(31), sender.full_mv);
-    EXPECT_EQ(unit->parameter(35), sender.t4);
+                ElementsAre(At(200, Write(32, t1)), At(600, Write(33, t2)), At(1000, Write(34, t3)),
+                            At(1400, Write(35, t4)), At(1800, Write(130, GetParam())),
+                            At(2100, Write(30, empty)), At(2400, Write(31, full)),
+                            At(2700, Write(32, t1)), At(3000, Write(33, t2)),
+                            At(3200, Write(34, t3)), At(3500, Write(35, t4))));
+    for (const Timed& each : timed())
+        EXPECT_EQ(unit->parameter(each.frame.number), each.frame.value);
     EXPECT_EQ(app::state.tank_type, GetParam());
     EXPECT_EQ(link::mirrors.tank_sensor_par, GetParam());
-    EXPECT_EQ(link::mirrors.tank_threshold_3, sender.t3);
+    EXPECT_EQ(link::mirrors.tank_threshold_3, t3);
 }
 
-TEST_P(EachTankPreset, LeavesTheSlidersOneAboveTheLowerLabels) {
-    open_odd_tank();
-    operator_chooses(Combo_tank_level, GetParam());
+TEST_P(EachTankPreset, LeavesTheLowerSlidersOneAboveTheirLabels) {
+    choose();
     EXPECT_EQ(view::value(Slider1[2]), sender.t3 - 1);
     EXPECT_EQ(view::value(Slider1[3]), sender.t4 - 1);
-    EXPECT_EQ(view::value(Slider1[4]), sender.t4 + 1); // placed one above the fourth, and raised
+    EXPECT_EQ(view::value(Slider1[4]), sender.t4 + 1) << "placed one above the fourth, then raised";
     run_for(5000);
-    const auto percent = [](int value) { return std::to_string(value) + "%"; };
-    EXPECT_EQ(view::value(Slider1[0]), sender.t1 + 1);
-    EXPECT_EQ(view::value(Slider1[1]), sender.t2 + 1);
-    EXPECT_EQ(view::value(Slider1[2]), sender.t3);
-    EXPECT_EQ(view::value(Slider1[3]), sender.t4);
-    EXPECT_EQ(view::value(Slider1[4]), sender.t4);
-    EXPECT_EQ(text(Label_led0), percent(sender.t1));
-    EXPECT_EQ(text(Label8), percent(sender.t1 + 1));
-    EXPECT_EQ(text(Label_led1), percent(sender.t2));
-    EXPECT_EQ(text(Label9), percent(sender.t2 + 1));
-    EXPECT_EQ(text(Label_led2), percent(sender.t3));
-    EXPECT_EQ(text(Label10), percent(sender.t3 + 1));
-    EXPECT_EQ(text(Label_led3), percent(sender.t4));
-    EXPECT_EQ(text(Label11), percent(sender.t4 + 1));
+    EXPECT_THAT(sliders(),
+                ElementsAre(sender.t1 + 1, sender.t2 + 1, sender.t3, sender.t4, sender.t4));
+    const std::tuple<int, view::Widget*, view::Widget*> rows[] = {
+        {sender.t1, &Label_led0, &Label8},
+        {sender.t2, &Label_led1, &Label9},
+        {sender.t3, &Label_led2, &Label10},
+        {sender.t4, &Label_led3, &Label11}};
+    for (const auto& [threshold, upper_bound, next_lower_bound] : rows) {
+        EXPECT_EQ(text(*upper_bound), percent(threshold));
+        EXPECT_EQ(text(*next_lower_bound), percent(threshold + 1));
+    }
 }
 
-TEST_P(EachTankPreset, ShowsItsVoltagesOnTheScale) {
-    open_odd_tank();
-    operator_chooses(Combo_tank_level, GetParam());
+TEST_P(EachTankPreset, ShowsItsVoltages) {
+    choose();
     run_for(5000);
-    EXPECT_EQ(text(Text_min_tank), std::to_string(sender.empty_mv));
-    EXPECT_EQ(text(lbl_205), std::to_string(sender.empty_mv));
-    EXPECT_EQ(text(Text_max_tank), std::to_string(sender.full_mv));
-    EXPECT_EQ(text(lbl_200), std::to_string(sender.full_mv));
-    EXPECT_EQ(text(lbl_204), sender.border_mv[0]);
-    EXPECT_EQ(text(lbl_203), sender.border_mv[1]);
-    EXPECT_EQ(text(lbl_202), sender.border_mv[2]);
-    EXPECT_EQ(text(lbl_201), sender.border_mv[3]);
+    for (const view::Widget* empty : {&Text_min_tank, &lbl_205})
+        EXPECT_EQ(text(*empty), std::to_string(sender.empty_mv));
+    for (const view::Widget* full : {&Text_max_tank, &lbl_200})
+        EXPECT_EQ(text(*full), std::to_string(sender.full_mv));
+    EXPECT_EQ((std::vector{text(lbl_204), text(lbl_203), text(lbl_202), text(lbl_201)}),
+              sender.border_mv);
 }
 
 INSTANTIATE_TEST_SUITE_P(Senders, EachTankPreset, testing::Range(0, 6));
 
-TEST_F(TankPresets, ALabelThatAPresetLeavesAsItWasKeepsTheVoltageOfTheSenderBefore) {
-    open_settings(); // 3 percent of 3900 to 4200 mV
+// The label of 3 percent does not change, so its voltage stays that of the sender before.
+TEST_F(TankPresets, UnchangedLabelKeepsItsVoltage) {
+    open_settings(); // 3900 to 4200 mV
     ASSERT_EQ(text(Label_led0) + " " + text(lbl_204), "3% 3909");
-    operator_chooses(Combo_tank_level, 2); // 3 percent too, of 150 to 400 mV
+    operator_chooses(Combo_tank_level, 2); // 150 to 400 mV
     run_for(5000);
     EXPECT_EQ(text(Label_led0) + " " + text(lbl_204), "3% 3909");
     EXPECT_EQ(text(Label_led1) + " " + text(lbl_203), "30% 225");
     EXPECT_EQ(text(lbl_205), "150");
 }
 
-TEST_F(TankPresets, TheListKeepsItsHourglassToTheEndAndTheWindowUntilTheFirstRowIsDone) {
+// A row that has been handled gives the pointer of the window back.
+TEST_F(TankPresets, ListKeepsItsHourglassToTheEnd) {
     open_odd_tank();
     operator_chooses(Combo_tank_level, 0);
-    EXPECT_TRUE(busy(Form1));
     EXPECT_TRUE(busy(Combo_tank_level));
-    run_for(399);
     EXPECT_TRUE(busy(Form1));
-    run_for(1);
-    EXPECT_FALSE(busy(Form1)); // a row that is done gives the pointer back
-    run_for(3399);
-    EXPECT_TRUE(busy(Combo_tank_level));
-    run_for(1);
-    EXPECT_EQ(Combo_tank_level.look.pointer, Pointer::normal);
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
+    EXPECT_EQ(ms_until([] { return !busy(Form1); }), 400);
+    EXPECT_EQ(ms_until([] { return !busy(Combo_tank_level); }), 3800);
+    EXPECT_FALSE(busy(Form1));
 }
 
-TEST_F(TankPresets, NothingGoesOutWhileTheProgramFillsItsWindow) {
+TEST_F(TankPresets, FillingSendsNothing) {
     open_odd_tank();
     app::state.ui_loading = true;
-    operator_chooses(Combo_tank_level, 4);
-    run_for(5000);
+    operator_chooses(Combo_tank_level, 4, 5000ms);
     EXPECT_THAT(frames(), IsEmpty());
     EXPECT_EQ(app::state.tank_type, 0);
     EXPECT_EQ(text(Text_min_tank), "3900");
-    EXPECT_EQ(Combo_tank_level.look.pointer, Pointer::normal);
+    EXPECT_FALSE(busy(Combo_tank_level));
 }
 
-TEST_F(TankPresets, ASelectionAboveTheSixPresetsSendsTheValuesAsTheyStand) {
+// The list has six entries; this one is added by the test.
+TEST_F(TankPresets, SeventhEntrySendsTheValuesAsTheyAre) {
     open_odd_tank();
     inside_program([] {
         auto items = Combo_tank_level.look.items;
         items.push_back("a seventh");
         view::set_items(Combo_tank_level, items);
     });
-    operator_chooses(Combo_tank_level, 6);
-    run_for(5000);
+    operator_chooses(Combo_tank_level, 6, 5000ms);
     EXPECT_THAT(writes(), testing::IsSupersetOf({Write(130, 6), Write(30, 3900), Write(31, 4200),
                                                  Write(32, 10), Write(33, 20), Write(34, 31),
                                                  Write(35, 41)}));
     EXPECT_EQ(app::state.tank_type, 6);
 }
 
-TEST_F(TankPresets, ACablePulledHalfwayLetsTheSelectionRunToItsEnd) {
+TEST_F(TankPresets, PulledCableLeavesItsTimes) {
     open_odd_tank();
-    operator_chooses(Combo_tank_level, 5);
-    run_for(1000);
+    operator_chooses(Combo_tank_level, 5, 1000ms);
     port->unplugged = true;
-    run_for(2799);
-    EXPECT_TRUE(busy(Combo_tank_level));
-    run_for(1);
-    EXPECT_FALSE(busy(Combo_tank_level));
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
-    EXPECT_EQ(writes().size(), 3u); // nothing behind the third threshold
+    EXPECT_EQ(ms_until([] { return !busy(Combo_tank_level); }), 3800);
+    EXPECT_FALSE(busy(Form1));
+    EXPECT_EQ(writes().size(), 3u) << "nothing after the third threshold";
     EXPECT_EQ(link::mirrors.tank_threshold_4, 80);
     port->unplugged = false;
     mark();
-    operator_drags(Slider1[0], 2);
-    run_for(1000);
+    operator_drags(Slider1[0], 2, 1000ms);
     EXPECT_THAT(writes(), ElementsAre(Write(32, 2)));
 }
 
-TEST_F(TankPresets, TheBoxOfFreeValuesWritesItsTypeAndChangesNothingElse) {
+// --- The box of free values
+
+TEST_F(TankPresets, BoxOfFreeValuesWritesItsTypeOnly) {
     open_odd_tank();
     operator_clicks(Check1);
     EXPECT_EQ(app::state.tank_type, 99);
@@ -184,23 +175,20 @@ TEST_F(TankPresets, TheBoxOfFreeValuesWritesItsTypeAndChangesNothingElse) {
     EXPECT_EQ(Combo_tank_level.look.list_index, 0);
 }
 
-TEST_F(TankPresets, TheBoxClearedGivesTypeZeroThoughTheListShowsAnother) {
-    unit->set_parameter(130, 3);
+TEST_F(TankPresets, ClearedBoxGivesType0WhateverTheListShows) {
+    set_parameter(130, 3);
     open_odd_tank();
-    ASSERT_EQ(Combo_tank_level.look.list_index, 3);
-    operator_clicks(Check1);
-    run_for(1000);
+    operator_clicks(Check1, 1000ms);
     mark();
-    operator_clicks(Check1);
-    run_for(1000);
+    operator_clicks(Check1, 1000ms);
     EXPECT_THAT(timed(), ElementsAre(At(0, Write(130, 0))));
     EXPECT_EQ(app::state.tank_type, 0);
     EXPECT_EQ(Combo_tank_level.look.list_index, 3);
     EXPECT_EQ(unit->parameter(130), 0);
 }
 
-TEST_F(TankPresets, TheBoxTickedByTheProgramWritesTooAndWaitsInTheMiddleOfTheReading) {
-    unit->set_parameter(130, 99);
+TEST_F(TankPresets, BoxTickedByTheReadingWritesToo) {
+    set_parameter(130, 99);
     start_program();
     run_for(15000);
     EXPECT_THAT(writes(), testing::Contains(Write(130, 99)).Times(1));

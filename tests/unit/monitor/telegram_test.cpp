@@ -1,8 +1,6 @@
 // What the window shows of one status telegram.
 #include "monitor/status_telegram.h"
 
-#include "app/app_state.h"
-#include "link/parameter_mirrors.h"
 #include "tests/support/replies.h"
 #include "view/windows/form1.h"
 
@@ -16,14 +14,15 @@ class TelegramShown : public ReplyBench {
         link::mirrors.fuel_type = 1;
         link::mirrors.pressure_sensor = 1;
     }
-    // On the unit with that version and revision.
-    void unit_is(int version, double revision) {
+    static void unit_is(int version, double revision) {
         app::state.ecu_version = version;
         app::state.ecu_revision = revision;
     }
+    static const std::string& battery() { return text(form1::Label20); }
+    static const std::string& fuel() { return text(form1::Label_carburante); }
 };
 
-TEST_F(TelegramShown, EveryFieldStandsInItsLabel) {
+TEST_F(TelegramShown, EachFieldHasItsLabel) {
     show({.rpm = 851,
           .injection_time = 3102,
           .pressure = 1013,
@@ -32,40 +31,41 @@ TEST_F(TelegramShown, EveryFieldStandsInItsLabel) {
           .temperature = 86,
           .state_number = 7,
           .tank = 2048});
-    EXPECT_EQ(view::text(form1::Label_rpm), "851");
-    EXPECT_EQ(view::text(form1::Label_tinj), "3102");
-    EXPECT_EQ(view::text(form1::LabeL_pressure), "1013");
-    EXPECT_EQ(view::text(form1::Label_lambda), "454");
-    EXPECT_EQ(view::text(form1::label_lambda_2), "454");
-    EXPECT_EQ(view::text(form1::Label_ktar), "1235");
-    EXPECT_EQ(view::text(form1::Label_temp), "86");
-    EXPECT_EQ(view::text(form1::Label_ct), "7");
-    EXPECT_EQ(view::text(form1::Label_level_attuale), "2048");
-    EXPECT_EQ(view::text(form1::label_liv2), "2048");
+    const std::pair<view::Widget&, const char*> labels[] = {{form1::Label_rpm, "851"},
+                                                            {form1::Label_tinj, "3102"},
+                                                            {form1::LabeL_pressure, "1013"},
+                                                            {form1::Label_lambda, "454"},
+                                                            {form1::label_lambda_2, "454"},
+                                                            {form1::Label_ktar, "1235"},
+                                                            {form1::Label_temp, "86"},
+                                                            {form1::Label_ct, "7"},
+                                                            {form1::Label_level_attuale, "2048"},
+                                                            {form1::label_liv2, "2048"}};
+    for (const auto& [label, shown] : labels)
+        EXPECT_EQ(text(label), shown) << label.name;
     EXPECT_EQ(app::state.engine_rpm, 851);
     EXPECT_EQ(app::state.gas_pressure, 1013);
     EXPECT_EQ(app::state.water_temperature, 86);
     EXPECT_EQ(app::state.lambda_sample, 454);
 }
 
-TEST_F(TelegramShown, WordsAreUnsignedAndTheirHighByteComesFirst) {
+TEST_F(TelegramShown, WordsAreUnsignedWithTheHighByteFirst) {
     show({.rpm = 256, .injection_time = 65535, .temperature = 32768});
-    EXPECT_EQ(view::text(form1::Label_rpm), "256");
-    EXPECT_EQ(view::text(form1::Label_tinj), "65535");
-    EXPECT_EQ(view::text(form1::Label_temp), "32768");
+    EXPECT_EQ(text(form1::Label_rpm), "256");
+    EXPECT_EQ(text(form1::Label_tinj), "65535");
+    EXPECT_EQ(text(form1::Label_temp), "32768");
 }
 
-TEST_F(TelegramShown, WithoutAPressureSensorThreeDashesStandForThePressure) {
-    link::mirrors.pressure_sensor = 0;
-    show({.pressure = 1013});
-    EXPECT_EQ(view::text(form1::LabeL_pressure), "---   ");
-    EXPECT_EQ(app::state.gas_pressure, 1013) << "the number is kept all the same";
-    link::mirrors.pressure_sensor = 2;
-    show({.pressure = 1014});
-    EXPECT_EQ(view::text(form1::LabeL_pressure), "---   ");
+TEST_F(TelegramShown, PressureIsDashesWithoutASensor) {
+    for (const int sensor : {0, 2}) {
+        link::mirrors.pressure_sensor = sensor;
+        show({.pressure = 1013 + sensor});
+        EXPECT_EQ(text(form1::LabeL_pressure), "---   ");
+        EXPECT_EQ(app::state.gas_pressure, 1013 + sensor) << "the number is kept";
+    }
 }
 
-TEST_F(TelegramShown, TheHeartFlipsBetweenPanelColourAndDarkRedWithEachGoodTelegram) {
+TEST_F(TelegramShown, HeartbeatFlipsWithEachGoodTelegram) {
     std::vector<view::Colour> colours;
     screen.on_changed = [&](view::Widget& widget, view::Aspect) {
         if (&widget == &form1::Shape2) colours.push_back(widget.look.back);
@@ -80,10 +80,10 @@ TEST_F(TelegramShown, TheHeartFlipsBetweenPanelColourAndDarkRedWithEachGoodTeleg
     run_for(400);
     colours.clear();
     run_for(5000);
-    EXPECT_TRUE(colours.empty()) << "a wrong telegram is no beat";
+    EXPECT_TRUE(colours.empty());
 }
 
-TEST_F(TelegramShown, AHeartOfAnyOtherColourTakesThePanelColourFirst) {
+TEST_F(TelegramShown, HeartbeatOfAnyOtherColourTakesThePanels) {
     forget_wire();
     run_until_sent(1);
     inside_program([] { view::set_back(form1::Shape2, view::yellow); });
@@ -91,61 +91,56 @@ TEST_F(TelegramShown, AHeartOfAnyOtherColourTakesThePanelColourFirst) {
     EXPECT_EQ(form1::Shape2.look.back, app::state.panel_colour);
 }
 
-TEST_F(TelegramShown, ALambdaSignalOfTwentyIsNoneAndOfTwentyOneIsOne) {
-    show({.lambda = 20});
-    EXPECT_EQ(view::text(form1::Label_lambda), "0");
-    EXPECT_EQ(view::text(form1::label_lambda_2), "0");
-    EXPECT_EQ(app::state.lambda_sample, 20);
-    show({.lambda = 21});
-    EXPECT_EQ(view::text(form1::Label_lambda), "21");
-    EXPECT_EQ(view::text(form1::label_lambda_2), "21");
-    show({.lambda = 0});
-    EXPECT_EQ(view::text(form1::Label_lambda), "0");
+TEST_F(TelegramShown, LambdaUpTo20IsShownAs0) {
+    for (const auto& [sent, shown] : {std::pair{20, "0"}, {21, "21"}, {0, "0"}}) {
+        show({.lambda = sent});
+        EXPECT_EQ(text(form1::Label_lambda), shown);
+        EXPECT_EQ(text(form1::label_lambda_2), shown);
+        EXPECT_EQ(app::state.lambda_sample, sent);
+    }
 }
 
-TEST_F(TelegramShown, TheBatteryShowsFromVersionSevenAndRevisionSeventyOneOn) {
-    unit_is(7, 71);
-    show({.battery = 2373});
-    EXPECT_TRUE(view::visible(form1::Label20));
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 12.5  Volts");
-    show({.battery = 2306});
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 12.15  Volts");
-    show({.battery = 0});
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 0  Volts");
-    show({.battery = 65535});
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 345.26  Volts");
+TEST_F(TelegramShown, BatteryIsShownFromVersion7Revision71On) {
+    for (const auto& [version, revision] : {std::pair{7, 71}, {8, 71}}) {
+        unit_is(version, revision);
+        for (const auto& [sent, shown] :
+             {std::pair{2373, "12.5"}, {2306, "12.15"}, {0, "0"}, {65535, "345.26"}}) {
+            show({.battery = sent});
+            EXPECT_EQ(battery(), std::string("Batt. ") + shown + "  Volts");
+            EXPECT_TRUE(view::visible(form1::Label20));
+        }
+    }
 }
 
-TEST_F(TelegramShown, AnOlderUnitShowsNoBatteryButHidesNone) {
-    for (const auto& [version, revision] :
-         std::vector<std::pair<int, double>>{{7, 70}, {6, 71}, {6, 200}, {0, 0}}) {
+TEST_F(TelegramShown, OlderUnitShowsNoBattery) {
+    for (const auto& [version, revision] : {std::pair{7, 70}, {6, 71}, {6, 200}, {0, 0}}) {
         unit_is(version, revision);
         show({.battery = 2373});
         EXPECT_FALSE(view::visible(form1::Label20)) << version << "." << revision;
-        EXPECT_EQ(view::text(form1::Label20), "");
+        EXPECT_EQ(battery(), "");
     }
+}
+
+TEST_F(TelegramShown, OlderUnitKeepsAShownBattery) {
     unit_is(7, 71);
     show({.battery = 2373});
     unit_is(7, 70);
     show({.battery = 2000});
     EXPECT_TRUE(view::visible(form1::Label20));
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 12.5  Volts");
-    unit_is(8, 71);
-    show({.battery = 0});
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 0  Volts");
+    EXPECT_EQ(battery(), "Batt. 12.5  Volts");
 }
 
-TEST_F(TelegramShown, AShortTelegramKeepsTheBatterysText) {
+TEST_F(TelegramShown, ShortTelegramKeepsTheBatterysText) {
     show({.battery = std::nullopt});
     unit_is(7, 71);
     show({.battery = std::nullopt});
     EXPECT_TRUE(view::visible(form1::Label20));
-    EXPECT_EQ(view::text(form1::Label20), "");
+    EXPECT_EQ(battery(), "");
     show({.battery = 2373});
     next_telegrams = {reply_of_length(Telegram{.rpm = 901}, 28)};
     telegram.battery.reset();
     run_for(1000);
-    EXPECT_EQ(view::text(form1::Label20), "Batt. 12.5  Volts");
+    EXPECT_EQ(battery(), "Batt. 12.5  Volts");
 }
 
 struct FuelCase {
@@ -162,68 +157,70 @@ const FuelCase fuel_cases[] = {{.state = 0, .text = "PETROL"},
                                {.state = 6, .text = "CHANGEOVER"},
                                {.state = 65535, .text = "CHANGEOVER"}};
 
-// Each state is met with the flags all off and all on before: those it does not name stay.
-TEST_F(TelegramShown, EachFuelStateHasItsTextAndItsFlags) {
-    for (const FuelCase& fuel : fuel_cases)
+// Each state arrives with all flags off and with all on: those that it does not name keep theirs.
+TEST_F(TelegramShown, EachFuelStateHasItsTextAndFlags) {
+    for (const FuelCase& each : fuel_cases)
         for (const bool before : {false, true}) {
-            telegram.fuel_state = fuel.state;
+            SCOPED_TRACE(each.state);
+            telegram.fuel_state = each.state;
             forget_wire();
             run_until_sent(1); // it has been read, and is shown when the wait is over
             app::state.on_gas = app::state.gas_requested = app::state.no_press = before;
             inside_program([] { view::set_text(form1::Label_carburante, "?"); });
             run_until_sent(2);
-            const bool kept = before && fuel.state != 0;
-            EXPECT_EQ(view::text(form1::Label_carburante), fuel.text) << fuel.state;
-            EXPECT_EQ(app::state.on_gas, fuel.on_gas || kept) << fuel.state;
-            EXPECT_EQ(app::state.gas_requested, fuel.gas_requested) << fuel.state;
-            EXPECT_EQ(app::state.no_press, fuel.no_press || kept) << fuel.state;
+            const bool kept = before && each.state != 0;
+            EXPECT_EQ(fuel(), each.text);
+            EXPECT_EQ(app::state.on_gas, each.on_gas || kept);
+            EXPECT_EQ(app::state.gas_requested, each.gas_requested);
+            EXPECT_EQ(app::state.no_press, each.no_press || kept);
         }
 }
 
-TEST_F(TelegramShown, OnGasTheTextFollowsTheFuelOfTheUnit) {
-    link::mirrors.fuel_type = 0;
-    show({.fuel_state = 1});
-    EXPECT_EQ(view::text(form1::Label_carburante), "CNG");
-    link::mirrors.fuel_type = 2;
-    show({.fuel_state = 1});
-    EXPECT_EQ(view::text(form1::Label_carburante), "CNG") << "whatever is not LPG";
+TEST_F(TelegramShown, AnyGasButLpgIsCng) {
+    for (const int fuel_type : {0, 2}) {
+        link::mirrors.fuel_type = fuel_type;
+        show({.fuel_state = 0});
+        show({.fuel_state = 1});
+        EXPECT_EQ(fuel(), "CNG");
+    }
 }
 
-TEST_F(TelegramShown, WithoutALanguageFileTheFuelKeepsItsTextButTheFlagsFollow) {
+TEST_F(TelegramShown, FuelKeepsItsTextWithoutALanguageFile) {
     app::state.current_language = "xx";
     inside_program([] { view::set_text(form1::Label_carburante, "as it was"); });
     show({.fuel_state = 1});
-    EXPECT_EQ(view::text(form1::Label_carburante), "as it was");
+    EXPECT_EQ(fuel(), "as it was");
     EXPECT_TRUE(app::state.on_gas);
     show({.fuel_state = 5});
-    EXPECT_EQ(view::text(form1::Label_carburante), "NO PRESS");
+    EXPECT_EQ(fuel(), "NO PRESS");
 }
 
-TEST_F(TelegramShown, TheFuelIsPaintedAnewOnlyWhenItChanges) {
+TEST_F(TelegramShown, FuelIsPaintedWhenItChangesOnly) {
     show({.fuel_state = 1});
-    int painted = 0;
-    screen.on_changed = [&](view::Widget& widget, view::Aspect) {
-        if (&widget == &form1::Label_carburante) ++painted;
-    };
+    follow({&form1::Label_carburante});
     run_for(3500);
-    EXPECT_EQ(painted, 0);
+    EXPECT_EQ(changes.size(), 0u);
     show({.fuel_state = 0});
-    EXPECT_EQ(painted, 1);
+    EXPECT_EQ(changes.size(), 1u);
 }
 
-TEST_F(TelegramShown, CalibrationPressureAndBothGainsAreShownAlongWithIt) {
+TEST_F(TelegramShown, CalibrationPressureIsUpdated) {
     link::mirrors.calibration_pressure = 1987;
+    show({});
+    EXPECT_EQ(text(form1::Label_pressione_taratura), "1987");
+}
+
+TEST_F(TelegramShown, GainsAreUpdatedFromTheirSliders) {
     inside_program([] {
         view::place_value(form1::Slider_ktar, 1313);
         view::place_value(form1::Slider_power, 1414);
     });
     show({});
-    EXPECT_EQ(view::text(form1::Label_pressione_taratura), "1987");
-    EXPECT_EQ(view::text(form1::Label27), "1313");
-    EXPECT_EQ(view::text(form1::Label44), "1414");
+    EXPECT_EQ(text(form1::Label27), "1313");
+    EXPECT_EQ(text(form1::Label44), "1414");
 }
 
-TEST_F(TelegramShown, TheFieldsComeInTheirOrder) {
+TEST_F(TelegramShown, FieldsAreSetInTheirOrder) {
     unit_is(7, 71);
     show({.fuel_state = 1});
     std::vector<std::string> order;
