@@ -1,5 +1,5 @@
-// What the main window writes after the changeover window: the filling mark is set when that window
-// is left.
+// The filling mark, which the changeover window leaves set: which controls of the main window it
+// blocks, and what clears it.
 #include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 #include "view/windows/form3.h"
@@ -7,20 +7,16 @@
 namespace zol::tests {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-class AfterChangeoverWindow : public LogicTest {
+class AfterChangeover : public LogicTest {
   protected:
-    AfterChangeoverWindow() : LogicTest({.family = 4, .version = 7, .revision = 71}) {}
+    AfterChangeover() : LogicTest({.family = 4, .version = 7, .revision = 71}) {}
 
     void leave_by_exit() {
         open_changeover();
         close_changeover();
-        mark();
     }
     std::vector<Frame> writes_of(const std::function<void()>& act) {
-        forget_wire();
+        mark();
         act();
         run_for(3000);
         return writes();
@@ -30,7 +26,7 @@ class AfterChangeoverWindow : public LogicTest {
     }
 };
 
-TEST_F(AfterChangeoverWindow, ControlsThatTestTheMarkWriteNothing) {
+TEST_F(AfterChangeover, MarkBlocksTheControlsThatTestIt) {
     leave_by_exit();
     EXPECT_THAT(writes_of_a_tank_slider(10), IsEmpty());
     EXPECT_THAT(writes_of([this] { operator_clicks(form1::Option_press_no); }), IsEmpty());
@@ -38,7 +34,7 @@ TEST_F(AfterChangeoverWindow, ControlsThatTestTheMarkWriteNothing) {
     EXPECT_THAT(writes_of_a_tank_slider(11), IsEmpty());
 }
 
-TEST_F(AfterChangeoverWindow, ControlsThatIgnoreTheMarkWrite) {
+TEST_F(AfterChangeover, OtherControlsWrite) {
     leave_by_exit();
     EXPECT_THAT(writes_of([this] { operator_clicks(form1::Check1); }), ElementsAre(Write(130, 99)));
     EXPECT_THAT(writes_of([this] { operator_enters(form1::Text_time_comm, "25"); }),
@@ -52,21 +48,19 @@ TEST_F(AfterChangeoverWindow, ControlsThatIgnoreTheMarkWrite) {
     EXPECT_TRUE(app::state.ui_loading) << "none of them clears it";
 }
 
-TEST_F(AfterChangeoverWindow, SettingsButtonClearsTheMark) {
+TEST_F(AfterChangeover, SettingsButtonClearsTheMark) {
     leave_by_exit();
-    operator_clicks(form1::Command_impostazioni);
-    run_for(1000);
+    operator_clicks(form1::Command_impostazioni, 1000ms);
     EXPECT_THAT(writes_of_a_tank_slider(10), ElementsAre(Write(32, 10)));
 }
 
-TEST_F(AfterChangeoverWindow, EngineButtonClearsTheMark) {
+TEST_F(AfterChangeover, EngineButtonClearsTheMark) {
     leave_by_exit();
-    operator_clicks(form1::Command_engine);
-    run_for(1000);
+    operator_clicks(form1::Command_engine, 1000ms);
     EXPECT_FALSE(app::state.ui_loading);
 }
 
-TEST_F(AfterChangeoverWindow, ClosingByTheFrameClearsTheMarkOnTheDirectPath) {
+TEST_F(AfterChangeover, CloseButtonClearsTheMark) {
     open_changeover();
     operator_closes(form3::Form3);
     EXPECT_TRUE(app::state.ui_loading);
@@ -74,13 +68,11 @@ TEST_F(AfterChangeoverWindow, ClosingByTheFrameClearsTheMarkOnTheDirectPath) {
     EXPECT_THAT(writes_of_a_tank_slider(10), ElementsAre(Write(32, 10)));
 }
 
-TEST_F(AfterChangeoverWindow, ClosingByTheFrameKeepsTheMarkAfterTheDialog) {
+TEST_F(AfterChangeover, CloseButtonKeepsTheMarkAfterTheDialog) {
     start_by_dialog();
-    operator_clicks(form1::Command_impostazioni);
-    run_for(1000);
+    operator_clicks(form1::Command_impostazioni, 1000ms);
     reopen_changeover();
-    operator_closes(form3::Form3);
-    run_for(60'000);
+    operator_closes(form3::Form3, 60'000ms);
     EXPECT_THAT(writes_of_a_tank_slider(10), IsEmpty());
 }
 

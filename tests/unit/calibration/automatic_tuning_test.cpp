@@ -8,8 +8,6 @@ namespace {
 using namespace form1;
 using app::state;
 using calibration::tuning;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using view::Answer;
 
 constexpr const char* lean = "-- L - REPEAT WAIT TUNING   --";
@@ -23,11 +21,11 @@ std::string says(int ms, const char* caption) {
 
 class AutomaticTuning : public TuningTest {
   protected:
-    // Also with the line hidden before, so that hiding it is noted as a change.
+    // After this, hiding the line is a change and is noted.
     void show_line() {
         inside_program([] { view::set_visible(lbl_tuning, true); });
     }
-    // What follows the two changes with which each run begins.
+    // The changes after the two with which each run begins.
     std::vector<std::string> later_changes() const {
         EXPECT_EQ(changes.at(0), "0 lbl_tuning shown");
         EXPECT_EQ(changes.at(1), says(0, "-- WAIT TUNING... --"));

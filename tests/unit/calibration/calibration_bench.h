@@ -6,6 +6,9 @@
 
 namespace zol::tests {
 
-using CalibrationBench = WarmCar;
+class CalibrationBench : public WarmCar {
+  protected:
+    void go_on_gas() { change_over_to_gas(); }
+};
 
 } // namespace zol::tests

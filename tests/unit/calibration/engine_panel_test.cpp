@@ -8,17 +8,14 @@ namespace {
 using namespace form1;
 using app::state;
 using link::mirrors;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using view::Pointer;
 
 class Attenuation : public WarmCar {};
 
-TEST_F(Attenuation, TheSliderIsLockedWhileItsValueIsWritten) {
+TEST_F(Attenuation, SliderIsLockedWhileItsValueIsWritten) {
     start_during_a_poll();
     follow({&Form1, &Slider_attenuazione, &Label_attenuazione});
-    operator_drags(Slider_attenuazione, 30);
-    run_for(1000);
+    operator_drags(Slider_attenuazione, 30, 1000ms);
     EXPECT_THAT(timed(), ElementsAre(At(400, Write(101, 30))));
     EXPECT_THAT(changes,
                 ElementsAre("0 Slider_attenuazione at 30", "0 Form1 hourglass",
@@ -26,21 +23,10 @@ TEST_F(Attenuation, TheSliderIsLockedWhileItsValueIsWritten) {
                             "600 Form1 normal pointer", "600 Slider_attenuazione enabled"));
     EXPECT_EQ(unit->parameter(101), 30);
     EXPECT_EQ(mirrors.attenuation, 30);
-    EXPECT_EQ(view::focus(), &Form1);
+    EXPECT_TRUE(focused(Form1));
 }
 
-TEST_F(Attenuation, ThePollingComesBackOnlyByTheWatchdog) {
-    start_during_a_poll();
-    operator_drags(Slider_attenuazione, 30);
-    run_for(600);
-    EXPECT_FALSE(polls_in(5000));
-    EXPECT_FALSE(state.poll_enabled);
-    inside_program([] { Timer6.on(); });
-    run_for(500);
-    EXPECT_TRUE(polls_in(100));
-}
-
-TEST_F(Attenuation, NothingIsWrittenWhileTheProgramFillsItsWidgets) {
+TEST_F(Attenuation, FillingWritesNothing) {
     start_during_a_poll();
     inside_program([] {
         state.ui_loading = true;
@@ -50,37 +36,15 @@ TEST_F(Attenuation, NothingIsWrittenWhileTheProgramFillsItsWidgets) {
     run_for(1000);
     EXPECT_THAT(writes(), IsEmpty());
     EXPECT_EQ(mirrors.attenuation, 20);
-    EXPECT_EQ(view::text(Label_attenuazione), "- 20") << "the first read has a form of its own";
+    EXPECT_EQ(text(Label_attenuazione), "- 20") << "the form of the first read";
 }
 
-TEST_F(Attenuation, ACablePulledDuringTheWriteUnlocksTheSliderAllTheSame) {
-    start_during_a_poll();
-    operator_drags(Slider_attenuazione, 30);
-    run_for(100);
-    port->unplugged = true;
-    run_for(499);
-    EXPECT_FALSE(view::enabled(Slider_attenuazione));
-    run_for(1);
-    EXPECT_TRUE(view::enabled(Slider_attenuazione));
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
-    EXPECT_THAT(writes(), IsEmpty());
-}
+class TemperatureCorrection : public WarmCar {};
 
-class TemperatureCorrection : public WarmCar {
-  protected:
-    void open_settings_panel() {
-        start_during_a_poll();
-        operator_clicks(Command_impostazioni);
-        run_for(1000);
-        mark();
-    }
-};
-
-TEST_F(TemperatureCorrection, IsWrittenAtOnceWithNoWaitBeforeIt) {
-    open_settings_panel();
+TEST_F(TemperatureCorrection, IsWrittenAtOnce) {
+    open_settings();
     follow({&Form1, &Slider3});
-    operator_drags(Slider3, 7);
-    run_for(1000);
+    operator_drags(Slider3, 7, 1000ms);
     EXPECT_THAT(timed(), ElementsAre(At(0, Write(52, 7))));
     EXPECT_THAT(changes,
                 ElementsAre("0 Slider3 at 7", "0 Form1 hourglass", "200 Form1 normal pointer"));
@@ -88,7 +52,7 @@ TEST_F(TemperatureCorrection, IsWrittenAtOnceWithNoWaitBeforeIt) {
     EXPECT_EQ(mirrors.temperature_correction, 7);
 }
 
-TEST_F(TemperatureCorrection, DoesNotTouchThePolling) {
+TEST_F(TemperatureCorrection, LeavesThePollingRunning) {
     start_between_polls();
     inside_program([] {
         view::set_value_and_run_handler(Slider3, 5);
@@ -99,7 +63,7 @@ TEST_F(TemperatureCorrection, DoesNotTouchThePolling) {
     EXPECT_GE(std::ranges::count(frames(), Send(3)), 2);
 }
 
-TEST_F(TemperatureCorrection, WritesAlsoWhileTheProgramFillsItsWidgets) {
+TEST_F(TemperatureCorrection, IsWrittenDuringTheFilling) {
     start_during_a_poll();
     inside_program([] {
         state.ui_loading = true;
@@ -109,11 +73,20 @@ TEST_F(TemperatureCorrection, WritesAlsoWhileTheProgramFillsItsWidgets) {
     EXPECT_THAT(writes(), ElementsAre(Write(52, 6)));
 }
 
+TEST_F(TemperatureCorrection, PulledCableLeavesItsTimes) {
+    open_settings();
+    port->unplugged = true;
+    operator_drags(Slider3, 9);
+    EXPECT_TRUE(busy(Form1));
+    EXPECT_EQ(ms_until([] { return !busy(Form1); }), 200);
+    EXPECT_EQ(mirrors.temperature_correction, 9);
+}
+
+// After the connection dialog the slider shows a value of the unit up to 20.
 class TemperatureBeyondScale : public TemperatureCorrection {
   protected:
-    // As the unit's value is shown after the connection dialog.
     void show_15() {
-        open_settings_panel();
+        open_settings();
         inside_program([] {
             view::set_range(Slider3, 0, 15);
             view::place_value(Slider3, 15);
@@ -121,127 +94,92 @@ class TemperatureBeyondScale : public TemperatureCorrection {
     }
 };
 
-class DragFromBeyondScale : public TemperatureBeyondScale,
-                            public testing::WithParamInterface<double> {};
-
-TEST_P(DragFromBeyondScale, OperatorSetsNoMoreThan10) {
+TEST_F(TemperatureBeyondScale, OperatorSetsNoMoreThan10) {
     show_15();
-    operator_drags(Slider3, GetParam());
-    run_for(500);
-    EXPECT_EQ(view::value(Slider3), std::min(10.0, GetParam()));
-    EXPECT_EQ(Slider3.look.max, 10);
-    EXPECT_THAT(writes(), ElementsAre(Write(52, std::min(10, static_cast<int>(GetParam())))));
+    for (const int value : {0, 9, 10, 11, 12, 14}) {
+        SCOPED_TRACE(value);
+        inside_program([] {
+            view::set_range(Slider3, 0, 15);
+            view::place_value(Slider3, 15);
+        });
+        mark();
+        operator_drags(Slider3, value, 500ms);
+        EXPECT_EQ(view::value(Slider3), std::min(10, value));
+        EXPECT_EQ(Slider3.look.max, 10);
+        EXPECT_THAT(writes(), ElementsAre(Write(52, std::min(10, value))));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Values, DragFromBeyondScale, testing::Values(0, 9, 10, 11, 12, 14));
 
 TEST_F(TemperatureBeyondScale, HandleLetGoWhereItWasWritesNothing) {
     show_15();
-    operator_drags(Slider3, 15);
-    run_for(500);
+    operator_drags(Slider3, 15, 500ms);
     EXPECT_EQ(view::value(Slider3), 15);
     EXPECT_THAT(writes(), IsEmpty());
 }
 
-TEST_F(TemperatureBeyondScale, DragShowsNoMoreThan10OnItsWay) {
+TEST_F(TemperatureBeyondScale, DragShowsNoMoreThan10) {
     show_15();
     inside_program([] { view::operator_acts::drag_on(Slider3, 13); });
     EXPECT_EQ(view::value(Slider3), 10);
     EXPECT_THAT(writes(), IsEmpty());
 }
 
-TEST_F(TemperatureCorrection, APulledCableStillGivesThePointerBack) {
-    open_settings_panel();
-    port->unplugged = true;
-    operator_drags(Slider3, 9);
-    EXPECT_EQ(Form1.look.pointer, Pointer::hourglass);
-    run_for(200);
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
-    EXPECT_EQ(mirrors.temperature_correction, 9);
-}
+class RpmMultiplier : public WarmCar {
+  protected:
+    void expect_locked_until(int ms, const std::string& clicked, const std::string& other) {
+        const std::string end = std::to_string(ms) + " ";
+        EXPECT_THAT(changes, testing::UnorderedElementsAre(
+                                 "0 " + clicked + " disabled", "0 " + clicked + " hourglass",
+                                 "0 Form1 hourglass", "0 " + other + " disabled",
+                                 end + clicked + " enabled", end + other + " enabled",
+                                 end + clicked + " own pointer", end + "Form1 normal pointer"));
+    }
+};
 
-class RpmMultiplier : public WarmCar {};
-
-TEST_F(RpmMultiplier, MoreRpmLowersTheMultiplierByFive) {
+TEST_F(RpmMultiplier, MoreRpmLowersItByFive) {
     start_during_a_poll();
     follow({&Form1, &Command_rpm_piu, &Command_rpm_meno});
     operator_clicks(Command_rpm_piu);
     EXPECT_FALSE(state.poll_enabled);
     run_for(2000);
     EXPECT_THAT(timed(), ElementsAre(At(200, Write(1, 5))));
-    EXPECT_THAT(changes,
-                ElementsAre("0 Command_rpm_piu disabled", "0 Command_rpm_piu hourglass",
-                            "0 Form1 hourglass", "0 Command_rpm_meno disabled",
-                            "800 Command_rpm_piu enabled", "800 Command_rpm_meno enabled",
-                            "800 Command_rpm_piu own pointer", "800 Form1 normal pointer"));
-    EXPECT_EQ(view::focus(), &Text2);
+    expect_locked_until(800, "Command_rpm_piu", "Command_rpm_meno");
+    EXPECT_TRUE(focused(Text2));
     EXPECT_EQ(unit->parameter(1), 5);
 }
 
-TEST_F(RpmMultiplier, LessRpmRaisesTheMultiplierByFive) {
+TEST_F(RpmMultiplier, LessRpmRaisesItByFive) {
     start_during_a_poll();
     follow({&Form1, &Command_rpm_piu, &Command_rpm_meno});
-    operator_clicks(Command_rpm_meno);
-    run_for(699);
-    inside_program([] { view::set_focus(Text2); }); // wherever the keyboard goes meanwhile
+    operator_clicks(Command_rpm_meno, 699ms);
+    inside_program([] { view::set_focus(Text2); });
     run_for(1301);
     EXPECT_THAT(timed(), ElementsAre(At(400, Write(1, 15))));
-    EXPECT_THAT(changes,
-                ElementsAre("0 Command_rpm_meno disabled", "0 Command_rpm_meno hourglass",
-                            "0 Form1 hourglass", "0 Command_rpm_piu disabled",
-                            "700 Command_rpm_piu enabled", "700 Command_rpm_meno enabled",
-                            "700 Command_rpm_meno own pointer", "700 Form1 normal pointer"));
-    EXPECT_EQ(view::focus(), &Form1);
+    expect_locked_until(700, "Command_rpm_meno", "Command_rpm_piu");
+    EXPECT_TRUE(focused(Form1));
     EXPECT_EQ(unit->parameter(1), 15);
 }
 
-TEST_F(RpmMultiplier, TheTimerGoesOnButThePollingStaysForbiddenUntilTheWatchdog) {
-    start_between_polls();
-    operator_clicks(Command_rpm_piu);
-    run_for(800);
-    EXPECT_TRUE(Timer_stato_sistema.is_on());
-    EXPECT_FALSE(state.poll_enabled);
-    run_for(50);
-    EXPECT_FALSE(Timer_stato_sistema.is_on()) << "its first tick ends it";
-    EXPECT_FALSE(polls_in(3000));
-    inside_program([] { Timer6.on(); });
-    run_for(500);
-    EXPECT_TRUE(polls_in(100));
-}
-
-TEST_F(RpmMultiplier, TheTimerGoesOnBehindLessRpmToo) {
-    start_between_polls();
-    operator_clicks(Command_rpm_meno);
-    run_for(699);
-    EXPECT_FALSE(Timer_stato_sistema.is_on());
-    run_for(1);
-    EXPECT_TRUE(Timer_stato_sistema.is_on());
-    EXPECT_FALSE(state.poll_enabled);
-}
-
-TEST_F(RpmMultiplier, AWatchdogThatWasFasterIsStoppedAndWaitedFor) {
+// The pass that the watchdog began takes the 200 ms over, from 200 to 500, and goes on at 550.
+TEST_F(RpmMultiplier, PollingThatTheWatchdogRestartedIsStopped) {
     start_between_polls();
     inside_program([] { Timer6.on(); });
     run_for(350); // between two passes again, and 150 ms from the watchdog's tick
     mark();
     operator_clicks(Command_rpm_piu);
-    run_for(149);
     EXPECT_FALSE(state.poll_enabled);
-    run_for(1);
-    EXPECT_TRUE(state.poll_enabled) << "the watchdog";
+    EXPECT_EQ(ms_until([] { return state.poll_enabled; }), 150);
     run_for(1850);
-    // The pass that it began takes the 200 ms over, from 200 to 500, and runs on from 550.
     EXPECT_EQ(timed().at(0), At(200, Send(3)));
-    ASSERT_EQ(timed_commands().size(), 1u);
-    EXPECT_EQ(timed_commands()[0], At(1000, Write(1, 5)));
+    EXPECT_THAT(timed_commands(), ElementsAre(At(1000, Write(1, 5))));
 }
 
-TEST_F(RpmMultiplier, AWatchdogThatWasFasterCostsHalfASecond) {
+// Without its tick, the restarted timer costs the 500 ms of a second stop.
+TEST_F(RpmMultiplier, RestartedTimerCostsHalfASecond) {
     start_during_a_poll();
-    operator_clicks(Command_rpm_piu);
-    run_for(199);
+    operator_clicks(Command_rpm_piu, 199ms);
     inside_program([] {
-        Timer_stato_sistema.tick = nullptr; // nothing is asked beside it
+        Timer_stato_sistema.tick = nullptr;
         Timer_stato_sistema.on();
     });
     run_for(501);
@@ -249,55 +187,36 @@ TEST_F(RpmMultiplier, AWatchdogThatWasFasterCostsHalfASecond) {
     EXPECT_THAT(timed(), ElementsAre(At(700, Write(1, 5))));
 }
 
-TEST_F(RpmMultiplier, BelowFiveItGoesBackUp) {
-    unit->set_parameter(1, 7);
+TEST_F(RpmMultiplier, GoesUpAgainBelowFive) {
+    set_parameter(1, 7);
     start_during_a_poll();
     for (const int expected : {2, 5, 5}) {
-        operator_clicks(Command_rpm_piu);
-        run_for(1000);
+        mark();
+        operator_clicks(Command_rpm_piu, 1000ms);
+        EXPECT_THAT(writes(), ElementsAre(Write(1, expected)));
         EXPECT_EQ(unit->parameter(1), expected);
         EXPECT_EQ(mirrors.rpm_multiplier, expected);
     }
-    EXPECT_THAT(writes(), ElementsAre(Write(1, 2), Write(1, 5), Write(1, 5)));
 }
 
-TEST_F(RpmMultiplier, HasNoUpperLimitAndWhatHasNoBytesIsNotSent) {
-    unit->set_parameter(1, 65530);
+TEST_F(RpmMultiplier, ValueWithoutBytesIsNotSent) {
+    set_parameter(1, 65530);
     start_during_a_poll();
-    operator_clicks(Command_rpm_meno);
-    run_for(1000);
-    follow({&Command_rpm_meno});
+    follow({&Form1, &Command_rpm_piu, &Command_rpm_meno});
+    operator_clicks(Command_rpm_meno, 1000ms);
     mark();
-    operator_clicks(Command_rpm_meno);
-    run_for(1000);
+    operator_clicks(Command_rpm_meno, 1000ms);
     EXPECT_THAT(writes(), IsEmpty());
-    EXPECT_EQ(mirrors.rpm_multiplier, 65540);
-    EXPECT_THAT(changes,
-                ElementsAre("0 Command_rpm_meno disabled", "0 Command_rpm_meno hourglass",
-                            "700 Command_rpm_meno enabled", "700 Command_rpm_meno own pointer"));
+    EXPECT_EQ(mirrors.rpm_multiplier, 65540) << "it has no upper limit";
+    expect_locked_until(700, "Command_rpm_meno", "Command_rpm_piu");
 }
 
-TEST_F(RpmMultiplier, ASecondPressDuringTheFirstFindsBothButtonsLocked) {
+TEST_F(RpmMultiplier, SecondPressFindsBothButtonsLocked) {
     start_during_a_poll();
+    operator_clicks(Command_rpm_piu, 100ms);
     operator_clicks(Command_rpm_piu);
-    run_for(100);
-    operator_clicks(Command_rpm_piu);
-    operator_clicks(Command_rpm_meno);
-    run_for(2000);
+    operator_clicks(Command_rpm_meno, 2000ms);
     EXPECT_THAT(writes(), ElementsAre(Write(1, 5)));
-}
-
-TEST_F(RpmMultiplier, APulledCableUnlocksTheButtonsAllTheSame) {
-    start_during_a_poll();
-    operator_clicks(Command_rpm_meno);
-    run_for(100);
-    port->unplugged = true;
-    run_for(600);
-    EXPECT_TRUE(view::enabled(Command_rpm_piu));
-    EXPECT_TRUE(view::enabled(Command_rpm_meno));
-    EXPECT_EQ(Command_rpm_meno.look.pointer, Pointer::custom);
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
-    EXPECT_THAT(writes(), IsEmpty());
 }
 
 } // namespace

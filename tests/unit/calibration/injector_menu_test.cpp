@@ -8,132 +8,112 @@ namespace {
 using namespace form1;
 using app::state;
 using link::mirrors;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using view::Pointer;
+
+struct Injector {
+    view::Widget& item;
+    int pulse, constant, opening; // what its entry writes
+    int wait_ms;                  // after each write
+    std::optional<int> held;      // the opening that its mirror takes
+    bool with_buttons;            // hourglass on the two panel buttons
+};
+void PrintTo(const Injector& it, std::ostream* out) { *out << it.item.name; }
+
+const Injector injectors[] = {
+    {mnu_matrix_2_ohm, 3000, 30, 2100, 500, 2000, true},
+    {mnu_matrix_3_ohm, 20000, 40, 3900, 600, 3800, true},
+    {mnu_valtek, 8000, 60, 4000, 500, std::nullopt, false},
+    {mnu_mivra, 3000, 27, 2700, 500, std::nullopt, true},
+};
 
 class InjectorMenu : public WarmCar {
   protected:
-    std::string marks() {
-        std::string all;
-        for (const view::Widget* item :
-             {&mnu_matrix_2_ohm, &mnu_matrix_3_ohm, &mnu_valtek, &mnu_mivra})
-            all += view::checked(*item) ? 'x' : '-';
-        return all;
-    }
+    const std::vector<view::Widget*> items = {&mnu_matrix_2_ohm, &mnu_matrix_3_ohm, &mnu_valtek,
+                                              &mnu_mivra};
+
+    // Which items are marked after a click on one of them, with this opening held.
     std::string marks_after(view::Widget& item, double held, view::Widget& marked_before) {
         inside_program([&] {
-            for (view::Widget* other :
-                 {&mnu_matrix_2_ohm, &mnu_matrix_3_ohm, &mnu_valtek, &mnu_mivra})
+            for (view::Widget* other : items)
                 view::set_checked(*other, other == &marked_before);
             mirrors.injector_opening = held;
         });
-        operator_clicks(item);
-        run_for(3500);
-        return marks();
+        operator_clicks(item, 3500ms);
+        std::string marks;
+        for (const view::Widget* each : items)
+            marks += view::checked(*each) ? 'x' : '-';
+        return marks;
     }
 };
 
-TEST_F(InjectorMenu, MatrixOf2OhmWritesItsThreeConstants) {
+class InjectorItem : public InjectorMenu, public testing::WithParamInterface<Injector> {};
+
+TEST_P(InjectorItem, WritesItsThreeConstants) {
+    const Injector& tested = GetParam();
     start_during_a_poll();
     follow({&Form1, &Command_engine, &Command_impostazioni});
-    operator_clicks(mnu_matrix_2_ohm);
+    operator_clicks(tested.item);
     EXPECT_FALSE(state.poll_enabled);
     EXPECT_FALSE(Timer_stato_sistema.is_on());
     run_for(3000);
-    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 30)),
-                                     At(1400, Write(202, 2100))));
-    EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
-                                     "0 Command_impostazioni hourglass", "0 Form1 hourglass",
-                                     "1900 Form1 normal pointer", "2300 Command_engine own pointer",
-                                     "2300 Command_impostazioni own pointer"));
-    EXPECT_EQ(unit->parameter(202), 2100);
-    EXPECT_EQ(mirrors.injector_opening, 2000) << "held, not written";
+    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, tested.pulse)),
+                                     At(400 + tested.wait_ms, Write(200, tested.constant)),
+                                     At(400 + 2 * tested.wait_ms, Write(202, tested.opening))));
+    EXPECT_EQ(unit->parameter(202), tested.opening);
+    const std::string writing_ends = std::to_string(400 + 3 * tested.wait_ms);
+    const std::string end = std::to_string(800 + 3 * tested.wait_ms);
+    std::vector<std::string> expected = {"0 Form1 hourglass",
+                                         writing_ends + " Form1 normal pointer"};
+    if (tested.with_buttons)
+        expected = {"0 Command_engine hourglass",
+                    "0 Command_impostazioni hourglass",
+                    expected[0],
+                    expected[1],
+                    end + " Command_engine own pointer",
+                    end + " Command_impostazioni own pointer"};
+    EXPECT_EQ(changes, expected);
 }
 
-TEST_F(InjectorMenu, MatrixOf3OhmWaitsLongerBehindEachWrite) {
+TEST_P(InjectorItem, HoldsItsOpeningFromTheThirdWriteOn) {
+    const Injector& tested = GetParam();
     start_during_a_poll();
-    follow({&Form1, &Command_engine, &Command_impostazioni});
-    operator_clicks(mnu_matrix_3_ohm);
-    run_for(1600);
-    EXPECT_EQ(mirrors.injector_opening, 3800) << "with the third write, not behind its waits";
-    run_for(1400);
-    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 20000)), At(1000, Write(200, 40)),
-                                     At(1600, Write(202, 3900))));
-    EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
-                                     "0 Command_impostazioni hourglass", "0 Form1 hourglass",
-                                     "2200 Form1 normal pointer", "2600 Command_engine own pointer",
-                                     "2600 Command_impostazioni own pointer"));
-    EXPECT_EQ(mirrors.injector_opening, 3800);
-}
-
-TEST_F(InjectorMenu, ValtekDoesItWithoutPanelButtonsAndMarks) {
-    start_during_a_poll();
-    follow({&Form1, &Command_engine, &Command_impostazioni, &mnu_matrix_2_ohm, &mnu_mivra});
-    inside_program([] { mirrors.injector_opening = 2100; });
-    operator_clicks(mnu_valtek);
+    mirrors.injector_opening = 1234;
+    operator_clicks(tested.item);
+    if (tested.held) {
+        EXPECT_EQ(ms_until([] { return mirrors.injector_opening != 1234; }),
+                  400 + 2 * tested.wait_ms);
+    }
     run_for(3000);
-    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 8000)), At(900, Write(200, 60)),
-                                     At(1400, Write(202, 4000))));
-    EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "1900 Form1 normal pointer"));
-    EXPECT_EQ(mirrors.injector_opening, 2100);
+    EXPECT_EQ(mirrors.injector_opening, tested.held.value_or(1234));
 }
 
-TEST_F(InjectorMenu, MivraWritesItsThreeConstants) {
-    start_during_a_poll();
-    follow({&Form1, &Command_engine, &Command_impostazioni});
-    inside_program([] { mirrors.injector_opening = 1234; });
-    operator_clicks(mnu_mivra);
-    run_for(3000);
-    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 27)),
-                                     At(1400, Write(202, 2700))));
-    EXPECT_THAT(changes, ElementsAre("0 Command_engine hourglass",
-                                     "0 Command_impostazioni hourglass", "0 Form1 hourglass",
-                                     "1900 Form1 normal pointer", "2300 Command_engine own pointer",
-                                     "2300 Command_impostazioni own pointer"));
-    EXPECT_EQ(mirrors.injector_opening, 1234);
-}
+INSTANTIATE_TEST_SUITE_P(Each, InjectorItem, testing::ValuesIn(injectors),
+                         [](const auto& tested) { return tested.param.item.name; });
 
-TEST_F(InjectorMenu, AChoiceMovesNoMarkByItself) {
+// MIVRA writes 2700, but its mark asks for 2300.
+TEST_F(InjectorMenu, ChoiceMovesNoMark) {
     start_during_a_poll();
     EXPECT_EQ(marks_after(mnu_matrix_2_ohm, 3900, mnu_matrix_3_ohm), "-x--");
     EXPECT_EQ(marks_after(mnu_matrix_3_ohm, 2100, mnu_matrix_2_ohm), "x---");
     EXPECT_EQ(marks_after(mnu_valtek, 2300, mnu_matrix_2_ohm), "x---");
-    EXPECT_EQ(marks_after(mnu_mivra, 2700, mnu_matrix_2_ohm), "x---")
-        << "2700 is written, but 2300 is asked for";
+    EXPECT_EQ(marks_after(mnu_mivra, 2700, mnu_matrix_2_ohm), "x---");
 }
 
-TEST_F(InjectorMenu, MivraMarksWhatTheHeldOpeningSays) {
+TEST_F(InjectorMenu, MivraMarksTheHeldOpening) {
     start_during_a_poll();
     EXPECT_EQ(marks_after(mnu_mivra, 2300, mnu_matrix_2_ohm), "---x");
     EXPECT_EQ(marks_after(mnu_mivra, 2100, mnu_mivra), "x---");
     EXPECT_EQ(marks_after(mnu_mivra, 3900, mnu_mivra), "-x--");
 }
 
-TEST_F(InjectorMenu, TheMarkOfTheHeldOpeningIsSetBehindTheThirdWrite) {
+TEST_F(InjectorMenu, MarkIsSetAfterTheThirdWrite) {
     start_during_a_poll();
     inside_program([] { mirrors.injector_opening = 2300; });
     follow({&mnu_mivra});
-    operator_clicks(mnu_mivra);
-    run_for(3000);
+    operator_clicks(mnu_mivra, 3000ms);
     EXPECT_THAT(changes, ElementsAre("1900 mnu_mivra checked"));
 }
 
-TEST_F(InjectorMenu, ThePollingStaysForbiddenUntilTheWatchdog) {
-    start_between_polls();
-    operator_clicks(mnu_matrix_2_ohm);
-    run_for(1900);
-    EXPECT_TRUE(Timer_stato_sistema.is_on());
-    EXPECT_FALSE(state.poll_enabled);
-    run_for(50);
-    EXPECT_FALSE(Timer_stato_sistema.is_on());
-    EXPECT_FALSE(polls_in(3000));
-    inside_program([] { Timer6.on(); });
-    run_for(500);
-    EXPECT_TRUE(polls_in(100));
-}
-
-TEST_F(InjectorMenu, WhileTheProgramFillsItsWidgetsNothingIsWritten) {
+TEST_F(InjectorMenu, FillingWritesNothing) {
     start_during_a_poll();
     inside_program([] { state.ui_loading = true; });
     follow({&Form1, &Command_engine, &Command_impostazioni});
@@ -143,56 +123,36 @@ TEST_F(InjectorMenu, WhileTheProgramFillsItsWidgetsNothingIsWritten) {
     EXPECT_TRUE(state.poll_enabled);
     run_for(3000);
     EXPECT_THAT(timed_commands(), IsEmpty());
-    EXPECT_EQ(changes.size(), 12u) << "three entries, two buttons, there and back";
-    EXPECT_EQ(Command_engine.look.pointer, Pointer::custom);
-    EXPECT_EQ(Command_impostazioni.look.pointer, Pointer::custom);
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
+    EXPECT_EQ(changes.size(), 12u) << "three items change the pointer of two buttons, twice";
+    EXPECT_EQ(Command_engine.look.pointer, view::Pointer::custom);
+    EXPECT_EQ(Command_impostazioni.look.pointer, view::Pointer::custom);
+    EXPECT_EQ(Form1.look.pointer, view::Pointer::normal);
 }
 
-TEST_F(InjectorMenu, ACarTypeWritesTheTimeConstantAlone) {
-    struct {
-        view::Widget& item;
-        int value;
-    } const types[] = {{type_a, 20000}, {type_b, 5000}, {type_c, 1500}};
+TEST_F(InjectorMenu, CarTypeWritesTheTimeConstantAlone) {
     start_during_a_poll();
-    for (const auto& type : types) {
+    follow({&Form1, &Command_engine, &Command_impostazioni});
+    for (const auto& [item, value] :
+         {std::pair{&type_a, 20000}, {&type_b, 5000}, {&type_c, 1500}}) {
         mark();
-        follow({&Form1, &Command_engine, &Command_impostazioni});
-        operator_clicks(type.item);
+        operator_clicks(*item);
         EXPECT_FALSE(state.poll_enabled);
-        run_for(899);
-        EXPECT_FALSE(Timer_stato_sistema.is_on());
-        run_for(1);
-        EXPECT_TRUE(Timer_stato_sistema.is_on());
+        EXPECT_EQ(ms_until([] { return Timer_stato_sistema.is_on(); }), 900);
         run_for(1000);
-        EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, type.value))));
+        EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, value))));
         EXPECT_THAT(changes, ElementsAre("0 Form1 hourglass", "900 Form1 normal pointer"));
-        EXPECT_EQ(unit->parameter(201), type.value);
+        EXPECT_EQ(unit->parameter(201), value);
         EXPECT_FALSE(state.poll_enabled);
     }
 }
 
-TEST_F(InjectorMenu, ACarTypeOverwritesWhatTheInjectorEntrySet) {
+TEST_F(InjectorMenu, CarTypeOverwritesTheInjectorsTime) {
     start_during_a_poll();
-    operator_clicks(mnu_matrix_3_ohm);
-    run_for(3000);
+    operator_clicks(mnu_matrix_3_ohm, 3000ms);
     EXPECT_EQ(unit->parameter(201), 20000);
-    operator_clicks(type_b);
-    run_for(1500);
+    operator_clicks(type_b, 1500ms);
     EXPECT_EQ(unit->parameter(201), 5000);
     EXPECT_EQ(unit->parameter(200), 40);
-}
-
-TEST_F(InjectorMenu, ACablePulledBetweenTheWritesGivesAllPointersBack) {
-    start_during_a_poll();
-    operator_clicks(mnu_matrix_2_ohm);
-    run_for(1000);
-    port->unplugged = true;
-    run_for(1300);
-    EXPECT_THAT(timed(), ElementsAre(At(400, Write(201, 3000)), At(900, Write(200, 30))));
-    EXPECT_EQ(Form1.look.pointer, Pointer::normal);
-    EXPECT_EQ(Command_engine.look.pointer, Pointer::custom);
-    EXPECT_EQ(mirrors.injector_opening, 2000);
 }
 
 } // namespace

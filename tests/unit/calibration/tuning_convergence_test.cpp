@@ -13,8 +13,7 @@ class TuningConverges : public TuningTest, public testing::WithParamInterface<in
   protected:
     TuningConverges() : TuningTest(GetParam()) {}
 
-    // Until its end or for an hour. Without those of the polling, frames are counted from its
-    // start.
+    // Runs the tuning to its end, for an hour at most. The frames are noted from its start.
     void tune_from(int gain) {
         inside_program([gain] { view::set_value_and_run_handler(form1::Slider_ktar, gain); });
         run_for(5000);

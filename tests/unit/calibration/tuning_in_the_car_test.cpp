@@ -6,8 +6,6 @@ namespace {
 
 using namespace form1;
 using app::state;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using view::Answer;
 
 class TuningInTheCar : public TuningTest {};
@@ -148,8 +146,7 @@ TEST_F(TuningInTheCar, KeyMovesTheGain) {
     start_without_polling();
     start_tuning();
     run_for(3000);
-    operator_presses(Form1, 39);
-    run_for(2000);
+    operator_presses(Form1, 39, 2000ms);
     EXPECT_THAT(writes(), ElementsAre(Write(3, 1210), Write(4, 1010), Write(4, 1010)));
 }
 
