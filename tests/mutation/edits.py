@@ -1,19 +1,21 @@
-"""The ways to break a line, and the places of the logic where each can be done."""
+"""All single edits of the logic that can be drawn. kept.py lists the kinds that cannot be drawn."""
 
 import dataclasses
 import re
 
 from source import statements_of, tokens_of
 
-# Belong to no module.
+# They belong to no module.
 START_EXECUTABLES = ("main.cpp", "box.cpp")
 FOLDERS = ("app", "app/program", "link", "monitor", "calibration", "diagnostics", "maintenance", "view", "view/windows")
 
-# Of a window's table, the figures that say how a widget or a timer behaves. Places, fonts and
-# colours are a picture: what must hold of them are relations, and no single figure.
+# In the table of a window only behaviour of widgets and timers is edited. Tests of positions, fonts and
+# colours check relations between them, not each number.
 BEHAVIOUR = re.compile(r"\.(?:range|starts_at|steps)\([^)]*\)|view::Timer [^;]*;")
 
 COMPARISONS = {"<": ("<=", ">"), "<=": ("<", ">="), ">": (">=", "<"), ">=": (">", "<="), "==": ("!=",), "!=": ("==",)}
+# Members that are easily mistaken for each other.
+MEMBERS = {"width": "height", "height": "width", "first": "second", "second": "first"}
 SIGNS = {"&&": "||", "||": "&&", "+": "-", "-": "+", "*": "/", "/": "*", "+=": "-=", "-=": "+=", "++": "--", "--": "++"}
 LETS_TIME_PASS = re.compile(r"wait|write_(parameter|record|row|edited)|read_version|unit_present|pump|view::(show|load|unload)|_box\(")
 ON_THE_WIRE = re.compile(r"send_|read_reply|_port\(")
@@ -31,7 +33,7 @@ class Edit:
 
 
 def enumerators(root):
-    """Every enumerator as it is written, with its neighbour in the list, by the list's own name."""
+    """The next enumerator of each enumerator, by the name of the enumeration and its own."""
     neighbours = {}
     for folder in FOLDERS:
         for header in sorted((root / folder).glob("*.h")):
@@ -44,7 +46,7 @@ def enumerators(root):
 
 
 def number_edits(token, source, tokens, i):
-    """Class and new texts of a number: an index, a wait or any other."""
+    """The kind of a number (an index, a wait or another) and its new texts."""
     text = token.text
     before = source[max(0, token.start - 60):token.start]
     if "." in text:
@@ -87,6 +89,8 @@ def token_edits(path, source, tokens, enums):
             yield edit("truth", {"true": "false", "false": "true"}[token.text])
         elif token.text in {"on", "off"} and previous.text == "." and tokens[i + 1].text == "(":
             yield edit("truth", {"on": "off", "off": "on"}[token.text])
+        elif token.text in MEMBERS and previous.text in {".", "->"} and tokens[i + 1].text != "=":
+            yield edit("member", MEMBERS[token.text])
         elif previous.text == "::" and (tokens[i - 2].text, token.text) in enums:
             yield edit("enumerator", enums[tokens[i - 2].text, token.text])
 
@@ -105,16 +109,16 @@ def statement_edits(path, source, tokens):
         if not before or before.first in NOT_DROPPED or DECLARES.match(source[before.start:before.end]):
             continue
         one = source[before.start:before.end]
-        # With no time between them, and not both on the wire, they may stand either way.
-        told_apart = (LETS_TIME_PASS.search(one) or LETS_TIME_PASS.search(text)
+        # Otherwise their order makes no difference.
+        matters = (LETS_TIME_PASS.search(one) or LETS_TIME_PASS.search(text)
                       or (ON_THE_WIRE.search(one) and ON_THE_WIRE.search(text)))
-        if one != text and told_apart:
+        if one != text and matters:
             between = source[before.end:s.start]
             yield Edit("order", path, before.start, one + between + text, text + between + one)
 
 
 def row_edits(path, source):
-    """Of a window's table: a verb left away that says how a widget starts."""
+    """In the table of a window: a call removed that sets the start state of a widget."""
     for match in re.finditer(r"\.(hidden|disabled|locked|runs_\w+)\(\)", source):
         yield Edit("statement dropped", path, match.start(), match[0], "")
 
@@ -131,8 +135,8 @@ def edits_of(root, path, enums):
 
 
 def all_edits(root):
-    """Every edit there is, by file. Not of link/parameter_catalogue.inc: its test compares each number
-    and text with other tables, and every edit would rebuild most of the program."""
+    """All edits, by file. link/parameter_catalogue.inc is left out: its test compares each number and text
+    with other tables, and each edit would rebuild most of the program."""
     enums = enumerators(root)
     files = [path for folder in FOLDERS for path in sorted((root / folder).glob("*.cpp"))]
     files = [path for path in files if path.name not in START_EXECUTABLES]

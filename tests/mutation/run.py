@@ -1,9 +1,10 @@
-"""Breaks the logic in a thousand places, one at a time, and demands that a test notices.
+"""Draws a thousand single edits of the logic, makes one at a time and demands that a test fails.
 
-Edits are drawn by a seed, spread over the files by their lines and within a file over the ways to
-break. What does not compile is not counted; what changes nothing that anybody can tell is. Survivors
-that were looked at stand in survivors.txt with the reason. A run that was broken off goes on where
-it was; --again tries its survivors once more, on today's tests.
+The draw depends on the seed. It weights the files by their number of lines with edits, and within a
+file first draws a kind of edit, then a place. An edit that does not compile is not counted. An edit
+that makes no visible difference counts as survived; survivors.txt gives the reason. A run that was
+stopped continues from its last edit; --again tries its survivors once more, with the present tests.
+Tests named LongRun.* are not run. At least 95 % must be caught.
 """
 
 import argparse
@@ -11,27 +12,32 @@ import collections
 import json
 import pathlib
 import random
+import re
 import signal
 import sys
 
 sys.dont_write_bytecode = True
 
 from edits import all_edits
-from workbench import CAUGHT, HOME, NOT_COMPILED, SURVIVED, TREE, Workbench
+from mutated_copy import CAUGHT, HOME, NOT_COMPILED, SURVIVED, TREE, MutatedCopy
 
 ACCEPTED = pathlib.Path(__file__).with_name("survivors.txt")
 CAUGHT_AT_LEAST = 0.95
 
 
+def code_of(lines):
+    return " ".join(re.sub(r"//[^\n]*", "", lines).split())
+
+
 def record_of(edit, source):
-    """The edit by its line, and by what the lines that it touches read before and after, each on one
-    line: so it is found again as long as nobody rewrites its place."""
+    """The edit with its line number and the code of its lines before and after, without comments. The code
+    identifies the edit in later versions of the file."""
     start = source.rfind("\n", 0, edit.at) + 1
     end = source.find("\n", edit.at + len(edit.old))
     before = source[start:end]
     after = source[start:edit.at] + edit.new + source[edit.at + len(edit.old):end]
     return {"path": edit.path, "line": source.count("\n", 0, edit.at) + 1, "kind": edit.kind,
-            "before": " ".join(before.split()), "after": " ".join(after.split())}
+            "before": code_of(before), "after": code_of(after)}
 
 
 def catalogue():
@@ -43,26 +49,25 @@ def catalogue():
             record = record_of(edit, source)
             key = f"{path}: {record['before']} ==> {record['after']}"
             times[key] += 1
-            # The same line may stand in a file more than once.
+            # A file may have the same line more than once.
             found[edit] = record | {"key": key if times[key] == 1 else f"{key} #{times[key]}"}
     return found
 
 
 def accepted_survivors():
-    """Reasons by key. A key stands at the line's start, its reason indented below."""
-    reasons, key = {}, None
+    """Reasons by key. One or more keys, a line each, are followed by their common reason, indented."""
+    reasons, keys = {}, []
     for line in ACCEPTED.read_text(encoding="utf-8").splitlines():
-        if line.startswith(" ") and key:
-            reasons[key] = (reasons[key] + " " + line.strip()).strip()
+        if line.startswith(" "):
+            reasons |= dict.fromkeys(keys, line.strip())
+            keys = []
         elif line and not line.startswith("#"):
-            key = line
-            reasons[key] = ""
+            keys.append(line)
     return reasons
 
 
 def drawn(seed, records):
-    """All edits in the order of the draw. Each file has its turn as often as it has lines with
-    something to break, and in its turn first a way to break is drawn, then a place."""
+    """All edits in the order of the draw."""
     chance = random.Random(seed)
     by_file = collections.defaultdict(lambda: collections.defaultdict(list))
     lines = collections.defaultdict(set)
@@ -82,8 +87,8 @@ def drawn(seed, records):
 
 
 class Results:
-    """What came of each edit, kept on the disk from edit to edit. One whose place was rewritten since
-    does not count any more."""
+    """The results of all edits so far, stored on disk after each. An edit whose code has changed since is
+    left out."""
 
     def __init__(self, seed):
         self.of_edit = catalogue()
@@ -105,9 +110,9 @@ class Results:
         return [record for record in self.records.values() if record["verdict"] == SURVIVED]
 
 
-def attempt(bench, edit, results, thorough):
+def attempt(copy, edit, results, thorough):
     record = results.of_edit[edit] | {"thorough": thorough}
-    outcome = bench.try_edit(edit.path, edit.old, edit.new, edit.at, thorough)
+    outcome = copy.try_edit(edit.path, edit.old, edit.new, edit.at, thorough)
     record |= {"verdict": outcome.verdict, "test": outcome.test, "seconds": round(outcome.seconds, 1)}
     results.add(record)
     if outcome.verdict == SURVIVED:
@@ -115,12 +120,12 @@ def attempt(bench, edit, results, thorough):
               f"    {record['before']}\n    {record['after']}", flush=True)
 
 
-def try_survivors(bench, results, wanted):
-    """Once more, and by all tests, those of the survivors that are wanted and not explained."""
+def try_survivors(copy, results, wanted):
+    """Tries the wanted survivors without a reason once more, with all tests."""
     reasons = accepted_survivors()
     for record in results.survivors():
         if wanted(record) and record["key"] not in reasons:
-            attempt(bench, results.edit_of[record["key"]], results, thorough=True)
+            attempt(copy, results.edit_of[record["key"]], results, thorough=True)
 
 
 def table(title, records, column):
@@ -137,16 +142,16 @@ def table(title, records, column):
 
 
 def report(results):
-    """Prints the tables and the survivors. True if enough was caught and the rest is explained."""
+    """Prints the tables and the survivors. True if enough were caught and the others have a reason."""
     records = list(results.records.values())
-    print(table("broken", records, lambda record: record["kind"]), end="\n\n")
-    print(table("room", records, lambda record: record["path"].rsplit("/", 1)[0]), end="\n\n")
+    print(table("kind", records, lambda record: record["kind"]), end="\n\n")
+    print(table("module", records, lambda record: record["path"].rsplit("/", 1)[0]), end="\n\n")
     reasons = accepted_survivors()
     unexplained = 0
     for record in sorted(results.survivors(), key=lambda r: (r["path"], r["line"])):
         reason = reasons.get(record["key"], "")
         unexplained += not reason
-        print(f"survived, line {record['line']}: {record['key']}\n    {reason or 'NOT EXPLAINED'}")
+        print(f"survived, line {record['line']}: {record['key']}\n    {reason or 'NO REASON GIVEN'}")
     caught = sum(record["verdict"] == CAUGHT for record in records)
     share = caught / max(len(results.counted()), 1)
     print(f"{len(results.counted())} edits counted, {caught} caught: {100 * share:.1f} %; "
@@ -156,22 +161,22 @@ def report(results):
 
 def main():
     options = argparse.ArgumentParser(prog="scripts/prove mutate", description=__doc__.split("\n\n")[0])
-    options.add_argument("--count", type=int, default=1000, help="edits that compile (1000)")
-    options.add_argument("--seed", type=int, default=None, help="of the draw; a new one by default")
-    options.add_argument("--again", action="store_true", help="only the survivors of the run with this seed")
+    options.add_argument("--count", type=int, default=1000, help="number of edits that compile (1000)")
+    options.add_argument("--seed", type=int, default=None, help="seed of the draw (a new one)")
+    options.add_argument("--again", action="store_true", help="only try the survivors of the run with this seed again")
     chosen = options.parse_args()
     seed = random.randrange(1_000_000) if chosen.seed is None else chosen.seed
     print(f"seed {seed}", flush=True)
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit("ended from outside"))  # with the copy put right
-    bench = Workbench()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("terminated"))  # restores the copy
+    copy = MutatedCopy()
     results = Results(seed)
     if not chosen.again:
         for edit in drawn(seed, results.of_edit):
             if len(results.counted()) >= chosen.count:
                 break
             if results.of_edit[edit]["key"] not in results.records:
-                attempt(bench, edit, results, thorough=False)
-    try_survivors(bench, results, lambda record: chosen.again or not record["thorough"])
+                attempt(copy, edit, results, thorough=False)
+    try_survivors(copy, results, lambda record: chosen.again or not record["thorough"])
     return 0 if report(results) else 1
 
 

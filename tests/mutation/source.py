@@ -1,4 +1,4 @@
-"""Enough of C++ to find what can be broken in it: tokens with their places, and statements."""
+"""A small C++ scanner for the edits: tokens with their positions, and statements."""
 
 import dataclasses
 import re

@@ -1,11 +1,11 @@
-"""Breaks the program on purpose, one edit at a time, and says which test noticed.
+"""A copy of the work tree in which one edit at a time is made, built and tested.
 
-    bench = Workbench()
-    outcome = bench.try_edit("link/activation.cpp", "wait_ms(700);", "wait_ms(699);")
+    copy = MutatedCopy()
+    outcome = copy.try_edit("link/activation.cpp", "wait_ms(700);", "wait_ms(699);")
     print(outcome.verdict, outcome.test)
 
-Works on a copy of the tree in build/mutation/tree; the checked-in files are only read. Each module
-of the logic is built there as a shared library, so a broken source costs one compilation and one link.
+The copy is in build/mutation/tree; the checked-in files are only read. Each module of the logic is a
+shared library in it, so an edit costs one compilation and one link.
 """
 
 import collections
@@ -25,17 +25,17 @@ HOME = ROOT / "build" / "mutation"
 TREE, BUILD, SCRATCH = HOME / "tree", HOME / "build", HOME / "tmp"
 NOTES = HOME / "notes.json"
 
-# The simulator's own tests prove nothing of the logic.
-ROOMS = ("view", "app", "link", "monitor", "calibration", "diagnostics", "maintenance")
+# The logic. The simulator's tests do not test it.
+MODULES = ("view", "app", "link", "monitor", "calibration", "diagnostics", "maintenance")
 CONFIGURE = ("-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -g0", "-DCMAKE_CXX_FLAGS=-w",
              "-DZOL_VIEW=OFF", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
-             f"-DCMAKE_PROJECT_INCLUDE={TREE}/tests/mutation/copy.cmake")
+             f"-DCMAKE_PROJECT_INCLUDE={TREE}/tests/mutation/mutated_copy.cmake")
 
-SLOW_MS = 400  # a test that takes longer than this runs after all others
-# A day of polling for each edit would be most of a run. What only it noticed counts as survived.
+SLOW_MS = 400  # a test that takes longer runs after all others
+# A day of polling takes too long for each edit. What only this test would notice counts as survived.
 NEVER = "LongRun."
-KNOWN_FIRST = 40  # how many of the tests that noticed something in this file before run first
-MEMORY = 4 << 30  # bytes: a break may make a loop that never stops collecting
+KNOWN_FIRST = 40  # so many tests that failed for edits of the same file before run first
+MEMORY = 4 << 30  # bytes: an edit may make a loop that allocates without end
 FILE_SIZE = 64 << 20
 
 CAUGHT, SURVIVED, NOT_COMPILED = "caught", "survived", "did not compile"
@@ -44,24 +44,24 @@ CAUGHT, SURVIVED, NOT_COMPILED = "caught", "survived", "did not compile"
 @dataclasses.dataclass
 class Outcome:
     verdict: str
-    test: str = ""  # "link_tests Suite.Name", with " (hangs)" or " (crashes)" where it ended so
+    test: str = ""  # "link_tests Suite.Name", with " (hangs)" or " (crashes)" if it ended in that way
     seconds: float = 0
 
 
-class Broken(Exception):
-    """The tree does not build or does not pass without any edit."""
+class Unusable(Exception):
+    """The tree does not build, or a test fails, without any edit."""
 
 
 def in_the_project():
-    """The files of the work tree that count: known to git or new, not ignored, and there."""
+    """The existing files of the work tree that are tracked or new, and not ignored."""
     listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
                             cwd=ROOT, check=True, capture_output=True, text=True).stdout
     return sorted(name for name in set(listed.split("\0")) if name and (ROOT / name).is_file())
 
 
 def sync():
-    """Makes the copy equal to the tree and leaves alone what is equal already, so that only what has
-    changed is built anew. True if something had."""
+    """Makes the copy equal to the tree. Does not touch equal files, so that only changed ones are built
+    again. True if there was a change."""
     changed = False
     wanted = set(in_the_project())
     for name in wanted:
@@ -90,8 +90,8 @@ def configure():
 
 
 def build(**more):
-    """What the compiler or linker said against it, or None."""
-    done = subprocess.run(["ninja", "-C", BUILD, "-j2", "--quiet", *(room + "_tests" for room in ROOMS)],
+    """The output of compiler and linker if the build fails, else None."""
+    done = subprocess.run(["ninja", "-C", BUILD, "-j2", "--quiet", *(module + "_tests" for module in MODULES)],
                           capture_output=True, text=True, env=environment(**more))
     return None if done.returncode == 0 else done.stdout + done.stderr
 
@@ -99,19 +99,19 @@ def build(**more):
 def limit(cpu_seconds):
     resource.setrlimit(resource.RLIMIT_CPU, (cpu_seconds, cpu_seconds))
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
-    # A test that means to make a larger file raises it for itself.
+    # A test that makes a larger file raises the soft limit.
     resource.setrlimit(resource.RLIMIT_FSIZE, (FILE_SIZE, resource.getrlimit(resource.RLIMIT_FSIZE)[1]))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
 
-def run_tests(room, selection, expected_ms):
-    """Runs what the filter selects up to the first failure. Returns the output and how it ended: "",
-    "fails", "hangs" or "crashes". Hanging is told by processor time, so a busy machine changes
-    nothing; only a standstill is told by the clock."""
+def run_tests(module, selection, expected_ms):
+    """Runs the selected tests up to the first failure. Returns the output and the result: "", "fails",
+    "hangs" or "crashes". The limit is on processor time, so that a busy machine changes nothing; real
+    time is limited only for a test that waits without end."""
     shutil.rmtree(SCRATCH, ignore_errors=True)
     SCRATCH.mkdir(parents=True)
     cpu = 3 + 2 * expected_ms // 1000
-    process = subprocess.Popen([BUILD / "tests" / f"{room}_tests", "--gtest_fail_fast", "--gtest_filter=" + selection],
+    process = subprocess.Popen([BUILD / "tests" / f"{module}_tests", "--gtest_fail_fast", "--gtest_filter=" + selection],
                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                cwd=SCRATCH, env=environment(), start_new_session=True, preexec_fn=lambda: limit(cpu))
     try:
@@ -124,7 +124,7 @@ def run_tests(room, selection, expected_ms):
 
 
 def name_of_failed(output, ended):
-    """The test that failed, or the one under way when the program ended otherwise."""
+    """The test that failed, or the test that was running when the program ended."""
     failed = re.findall(r"^\[  FAILED  \] (\S+?),? ", output, re.MULTILINE)
     if ended == "fails" and failed:
         return failed[0]
@@ -139,8 +139,8 @@ def module_of(path):
 
 @contextlib.contextmanager
 def edited(path, text):
-    """The copy with one file rewritten. Afterwards it is as before, object file included: nothing
-    but the library has to be made anew."""
+    """Rewrites one file of the copy. Restores it and its object file afterwards, so that only the library
+    has to be linked again."""
     file, object_file = TREE / path, BUILD / "CMakeFiles" / (module_of(path) + ".dir") / (path + ".o")
     kept = [(each, HOME / f"kept-{each.name}") for each in (file, object_file) if each.exists()]
     for each, copy in kept:
@@ -151,17 +151,17 @@ def edited(path, text):
     finally:
         for each, copy in kept:
             shutil.copy2(copy, each)
-        if not object_file.exists():  # a header, say: what was built from it is found by its time
+        if not object_file.exists():  # for example a header: ninja finds by its time what to build again
             file.touch()
         (BUILD / f"lib{module_of(path)}.so").unlink(missing_ok=True)
 
 
-class Workbench:
-    """One copy of the tree, built and found to pass. Whoever wants two must have two work trees."""
+class MutatedCopy:
+    """The copy of the tree, built, with all its tests passing. There is one for each work tree."""
 
     def __init__(self, say=print):
         HOME.mkdir(parents=True, exist_ok=True)
-        self.notes = {"durations": {}, "noticed": {}}
+        self.notes = {"durations": {}, "caught_by": {}}
         if NOTES.exists():
             self.notes = json.loads(NOTES.read_text())
         changed = sync()
@@ -169,19 +169,19 @@ class Workbench:
             configure()
         say("building the copy in build/mutation")
         if complaint := build():
-            raise Broken(complaint)
+            raise Unusable(complaint)
         if changed or not self.notes["durations"]:
             self.measure(say)
 
     def measure(self, say):
-        """Every test on the unbroken tree: all must pass, and how long each takes is kept."""
+        """Runs every test without an edit. All must pass; their durations are stored."""
         durations = {}
-        for room in ROOMS:
-            say(f"running {room}_tests unbroken")
-            output, ended = run_tests(room, f"*-{NEVER}*", 120_000)
+        for module in MODULES:
+            say(f"running {module}_tests without an edit")
+            output, ended = run_tests(module, f"*-{NEVER}*", 120_000)
             if ended:
-                raise Broken(f"{room}_tests {ended} without any edit: {name_of_failed(output, ended)}")
-            durations[room] = {name: int(ms) for name, ms in
+                raise Unusable(f"{module}_tests {ended} without any edit: {name_of_failed(output, ended)}")
+            durations[module] = {name: int(ms) for name, ms in
                                re.findall(r"^\[       OK \] (\S+?),? .*?\(?(\d+) ms\)", output, re.MULTILINE)}
         self.notes["durations"] = durations
         self.save()
@@ -190,54 +190,53 @@ class Workbench:
         NOTES.write_text(json.dumps(self.notes))
 
     def try_edit(self, path, old, new, at=None, thorough=True):
-        """Puts `new` in the place of `old` in one file: at the offset `at`, or where it stands if it
-        stands there once. Says what came of it; the copy is as before afterwards. If not thorough,
-        only the tests of the file's own room are asked, and those that noticed something in the
-        file before."""
+        """Replaces `old` by `new` in one file, at the offset `at`, or at its only occurrence, and restores the
+        file. If not thorough, runs only the tests of the file's own module and those that failed for
+        an edit of this file before."""
         file = TREE / path
         text = file.read_text(encoding="utf-8")
         if at is None:
             if text.count(old) != 1:
-                raise ValueError(f"{path}: {text.count(old)} places read {old!r}; one is needed")
+                raise ValueError(f"{path}: {text.count(old)} occurrences of {old!r}, not one")
             at = text.index(old)
         if text[at:at + len(old)] != old:
-            raise ValueError(f"{path}: offset {at} does not read {old!r}")
+            raise ValueError(f"{path}: offset {at} does not have {old!r}")
         started = time.monotonic()
         with edited(path, text[:at] + new + text[at + len(old):]):
-            # An edit is built once: no compiler cache has to keep it.
+            # An edit is built once, so the compiler cache is not used.
             outcome = Outcome(NOT_COMPILED) if build(CCACHE_DISABLE="1") else self.outcome_of_tests(path, thorough)
         outcome.seconds = time.monotonic() - started
         return outcome
 
     def outcome_of_tests(self, path, thorough):
-        for room, tests in self.stages(path, thorough):
-            expected = sum(self.notes["durations"][room][test] for test in tests)
-            output, ended = run_tests(room, ":".join(tests), expected)
+        for module, tests in self.stages(path, thorough):
+            expected = sum(self.notes["durations"][module][test] for test in tests)
+            output, ended = run_tests(module, ":".join(tests), expected)
             if not ended:
                 continue
             name = name_of_failed(output, ended)
-            noticed = self.notes["noticed"].setdefault(path, {})
-            noticed[f"{room} {name}"] = noticed.get(f"{room} {name}", 0) + 1
+            counts = self.notes["caught_by"].setdefault(path, {})
+            counts[f"{module} {name}"] = counts.get(f"{module} {name}", 0) + 1
             self.save()
-            return Outcome(CAUGHT, f"{room}_tests {name}" + ("" if ended == "fails" else f" ({ended})"))
+            return Outcome(CAUGHT, f"{module}_tests {name}" + ("" if ended == "fails" else f" ({ended})"))
         return Outcome(SURVIVED)
 
     def stages(self, path, thorough):
-        """Rooms with tests, in the order to run: those that noticed something in this file before,
-        the file's own room, the others, and at the end what is slow."""
+        """Modules and their tests in the order to run: first tests that failed for this file before, then the
+        file's own module, then the others, then slow tests."""
         durations = self.notes["durations"]
         own = path.split("/")[0]
-        rooms = sorted(ROOMS, key=lambda room: room != own)
+        modules = sorted(MODULES, key=lambda module: module != own)
         known = collections.defaultdict(list)
-        counted = collections.Counter(self.notes["noticed"].get(path, {}))
+        counted = collections.Counter(self.notes["caught_by"].get(path, {}))
         for key, _ in counted.most_common(KNOWN_FIRST):
-            room, name = key.split(" ", 1)
-            if room in rooms and durations[room].get(name, SLOW_MS) < SLOW_MS:
-                known[room].append(name)
+            module, name = key.split(" ", 1)
+            if module in modules and durations[module].get(name, SLOW_MS) < SLOW_MS:
+                known[module].append(name)
         yield from known.items()
-        rooms = rooms if thorough else rooms[:1]
-        for room in rooms:
-            yield room, [t for t, ms in durations[room].items() if ms < SLOW_MS and t not in known[room]]
-        for room in rooms:
-            if slow := [t for t, ms in durations[room].items() if ms >= SLOW_MS]:
-                yield room, slow
+        modules = modules if thorough else modules[:1]
+        for module in modules:
+            yield module, [t for t, ms in durations[module].items() if ms < SLOW_MS and t not in known[module]]
+        for module in modules:
+            if slow := [t for t, ms in durations[module].items() if ms >= SLOW_MS]:
+                yield module, slow

@@ -1,8 +1,8 @@
-# Given to CMake as CMAKE_PROJECT_INCLUDE: what is different in the copy that is broken.
+# For the mutated copy only: given to CMake as CMAKE_PROJECT_INCLUDE.
 
 cmake_language(DEFER CALL prepare_copy)
 function(prepare_copy)
-  # Most of what one source of the logic takes to compile are headers that no edit touches.
+  # These headers take most of the time to compile a source, and no drawn edit changes them.
   foreach(module view app link monitor calibration diagnostics maintenance program)
     target_precompile_headers(zol_${module} PRIVATE
       <algorithm> <array> <charconv> <cmath> <cstdlib> <deque> <filesystem> <functional> <numeric>
@@ -11,8 +11,8 @@ function(prepare_copy)
       link/ecu_frames.h link/parameter_mirrors.h)
   endforeach()
 
-  # A library that is shared is linked by itself, and its calls of the system are watched from there
-  # on; a test program with a watch of its own takes them over.
+  # A shared library is linked by itself, so its system calls must be wrapped in it. A test program
+  # that wraps them too replaces these wrappers.
   foreach(module app link program)
     target_link_libraries(zol_${module} PRIVATE system_calls)
   endforeach()
