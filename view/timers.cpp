@@ -139,6 +139,8 @@ void wait_on(Timer& timer, int ms) {
 
 int wait_depth() { return scheduler_state.wait_depth; }
 
+const std::vector<Timer*>& all_timers() { return Scheduler::timers(); }
+
 void load_timers(Widget& window) {
     Scheduler::of_window(window, [](Timer& t) {
         Scheduler::to_design(t);

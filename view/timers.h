@@ -11,6 +11,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace zol::view {
 
@@ -29,6 +30,7 @@ class Timer {
     bool is_on() const { return on_; }
     void set_interval(int ms); // if the timer is on, the new interval starts now
     int interval_ms() const { return interval_ms_; }
+    const Widget& window() const { return window_; }
 
     const std::string name;
     std::function<void()> tick;
@@ -95,6 +97,8 @@ void wait_on(Timer& timer, int ms);
 // How many waits are running, nested in each other.
 int wait_depth();
 
+// Every timer of every window. For tests.
+const std::vector<Timer*>& all_timers();
 // Gives the window's timers their designed state: the interval, and whether they are on at load.
 void load_timers(Widget& window);
 // Gives them their designed intervals and switches all of them off.

@@ -34,12 +34,12 @@ class BadPortTest : public Bench {
 
 constexpr int beats_when_clean = 60'000 / 350;
 
-TEST_F(BadPortTest, ACleanLineCarriesATelegramEach350Ms) {
+TEST_F(BadPortTest, CleanLineCarriesATelegramEach350Ms) {
     EXPECT_NEAR(beats_in_a_minute({}), beats_when_clean, 1);
     EXPECT_EQ(bad->damaged(), 0u);
 }
 
-TEST_F(BadPortTest, EveryFaultCostsTelegramsAndNoneStopsThePolling) {
+TEST_F(BadPortTest, NoLineFaultStopsThePolling) {
     const sim::BadLineOptions faults[] = {
         {.seed = 1, .drop = 0.01},
         {.seed = 2, .doubled = 0.01},
@@ -60,12 +60,12 @@ TEST_F(BadPortTest, EveryFaultCostsTelegramsAndNoneStopsThePolling) {
     }
 }
 
-TEST_F(BadPortTest, AChangedBitIsShownAsItComes) {
+TEST_F(BadPortTest, ChangedBitDoesNotStopThePolling) {
     EXPECT_GT(beats_in_a_minute({.seed = 3, .flip = 0.005}), beats_when_clean / 2);
     EXPECT_GT(bad->damaged(), 0u);
 }
 
-TEST_F(BadPortTest, SilenceEchoAndBabbleLeaveTheLastTelegramOnView) {
+TEST_F(BadPortTest, UselessBytesKeepTheLastTelegramShown) {
     EXPECT_LE(beats_in_a_minute({.silence = true}), 1);
     EXPECT_LE(beats_in_a_minute({.silence = true, .babble = true}), 1);
     EXPECT_LE(beats_in_a_minute({.silence = true, .echo = true}), 1);
@@ -73,7 +73,7 @@ TEST_F(BadPortTest, SilenceEchoAndBabbleLeaveTheLastTelegramOnView) {
     EXPECT_NEAR(beats_in_a_minute({}), beats_when_clean, 1);
 }
 
-TEST_F(BadPortTest, AnAdapterThatIsOutFaultsAndCannotBeOpened) {
+TEST_F(BadPortTest, PulledAdapterCannotBeOpened) {
     bad->set_options({.unplug = 1, .unplug_ms = 60'000});
     run_for(1000);
     ASSERT_FALSE(bad->plugged());
@@ -85,7 +85,7 @@ TEST_F(BadPortTest, AnAdapterThatIsOutFaultsAndCannotBeOpened) {
     EXPECT_NEAR(beats_in_a_minute({}), beats_when_clean, 1);
 }
 
-TEST_F(BadPortTest, APortWithoutPermissionStaysOpenAndCannotBeOpenedAnew) {
+TEST_F(BadPortTest, PortWithoutPermissionCannotBeReopened) {
     EXPECT_NEAR(beats_in_a_minute({.denied = true}), beats_when_clean, 1);
     bad->close();
     EXPECT_EQ(bad->open(), "Permission denied");
@@ -93,7 +93,7 @@ TEST_F(BadPortTest, APortWithoutPermissionStaysOpenAndCannotBeOpenedAnew) {
     EXPECT_EQ(bad->open(), std::nullopt);
 }
 
-TEST_F(BadPortTest, OneSeedIsOneRun) {
+TEST_F(BadPortTest, SameSeedGivesTheSameRun) {
     const auto run = [this](std::uint32_t seed) {
         bad->set_options({.seed = seed, .drop = 0.02, .flip = 0.02});
         const auto before = bad->damaged();

@@ -8,7 +8,7 @@ namespace {
 
 class AnyDay : public testing::TestWithParam<std::uint32_t> {};
 
-TEST_P(AnyDay, BreaksNoRuleAndComesBack) {
+TEST_P(AnyDay, BreaksNoRule) {
     const RunResult result = run({.seed = GetParam(), .hours = 0.3});
     EXPECT_THAT(result.findings, testing::IsEmpty());
     EXPECT_FALSE(result.recovery.empty());
@@ -18,7 +18,7 @@ TEST_P(AnyDay, BreaksNoRuleAndComesBack) {
 // One of each family, and as many more.
 INSTANTIATE_TEST_SUITE_P(OfEachFamily, AnyDay, testing::Range(1u, 11u));
 
-TEST(Soak, OneSeedIsOneRun) {
+TEST(Soak, SameSeedGivesTheSameRun) {
     const RunOptions options{.seed = 4711, .hours = 0.2, .keep_all = true};
     const RunResult once = run(options), again = run(options);
     EXPECT_EQ(once.transcript, again.transcript);

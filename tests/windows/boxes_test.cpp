@@ -1,5 +1,5 @@
 // Boxes: the operator answers when he likes, and the program's timers do not wait for him.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 
 #include <QColorDialog>
@@ -14,10 +14,10 @@ namespace {
 
 using namespace test_window;
 
-class Boxes : public QtBench {
+class Boxes : public WindowFixture {
   protected:
     Boxes() {
-        open(Bench);
+        open(Sample);
         Timer1.tick = [this] { ++ticks; };
         Timer1.on();
     }
@@ -34,7 +34,7 @@ class Boxes : public QtBench {
     int ticks = 0;
 };
 
-TEST_F(Boxes, AMessageIsShownToTheLetterAndAnsweredByItsButton) {
+TEST_F(Boxes, MessageTextIsShownUnchanged) {
     answer_with(QMessageBox::Ok);
     EXPECT_EQ(message_box({.text = "a < b & c", .title = "Reset", .icon = Icon::information}),
               Answer::ok);
@@ -42,13 +42,13 @@ TEST_F(Boxes, AMessageIsShownToTheLetterAndAnsweredByItsButton) {
     EXPECT_EQ(icon, QMessageBox::Information);
 }
 
-TEST_F(Boxes, CarriageReturnsPartTheLinesOfAMessage) {
+TEST_F(Boxes, CarriageReturnsBreakTheLinesOfAMessage) {
     answer_with(QMessageBox::Ok);
     message_box({.text = "\rfirst\r\rsecond", .title = ""});
     EXPECT_EQ(shown, "\nfirst\n\nsecond|");
 }
 
-TEST_F(Boxes, AQuestionHasYesAndNo) {
+TEST_F(Boxes, QuestionReturnsTheButtonPressed) {
     const MessageBox question{.text = "start?", .title = "", .buttons = Buttons::yes_no};
     answer_with(QMessageBox::Yes);
     EXPECT_EQ(message_box(question), Answer::yes);
@@ -56,7 +56,7 @@ TEST_F(Boxes, AQuestionHasYesAndNo) {
     EXPECT_EQ(message_box(question), Answer::no);
 }
 
-TEST_F(Boxes, AQuestionClosedByItsFrameOrEscapeIsANo) {
+TEST_F(Boxes, ClosedQuestionIsAnsweredNo) {
     const MessageBox question{.text = "start?", .title = "", .buttons = Buttons::yes_no};
     answer<QMessageBox>("message_box", [](QMessageBox& box) { box.close(); });
     EXPECT_EQ(message_box(question), Answer::no);
@@ -67,7 +67,7 @@ TEST_F(Boxes, AQuestionClosedByItsFrameOrEscapeIsANo) {
     EXPECT_EQ(message_box({.text = "done", .title = ""}), Answer::ok);
 }
 
-TEST_F(Boxes, TimersTickBeneathABox) {
+TEST_F(Boxes, TimersTickWhileABoxIsOpen) {
     int ticks_when_answered = 0;
     Timer3.tick = [&] {
         Timer3.off();
@@ -80,12 +80,12 @@ TEST_F(Boxes, TimersTickBeneathABox) {
     EXPECT_GE(ticks_when_answered, 2);
 }
 
-TEST_F(Boxes, TheWindowBeneathABoxDoesNotAnswerTheMouse) {
+TEST_F(Boxes, OpenBoxBlocksTheMouseInItsWindow) {
     bool clicked = false;
     Command1.on.click = [&] { clicked = true; };
     answer<QMessageBox>("message_box", [this](QMessageBox& box) {
-        QTest::mouseClick(top(Bench).windowHandle(), Qt::LeftButton, {},
-                          face(Command1).mapTo(&top(Bench), QPoint(5, 5)));
+        QTest::mouseClick(top(Sample).windowHandle(), Qt::LeftButton, {},
+                          face(Command1).mapTo(&top(Sample), QPoint(5, 5)));
         box.accept();
     });
     message_box({.text = "first me", .title = ""});
@@ -93,7 +93,7 @@ TEST_F(Boxes, TheWindowBeneathABoxDoesNotAnswerTheMouse) {
     EXPECT_FALSE(clicked);
 }
 
-TEST_F(Boxes, AnInputBoxGivesTheEntryOrNothing) {
+TEST_F(Boxes, InputBoxReturnsTheEntryOnlyIfAccepted) {
     answer<QInputDialog>("input_box", [this](QInputDialog& box) {
         shown = box.labelText() + "|" + box.windowTitle();
         QTest::keyClicks(box.findChild<QLineEdit*>(), "107");
@@ -108,7 +108,7 @@ TEST_F(Boxes, AnInputBoxGivesTheEntryOrNothing) {
     EXPECT_EQ(input_box("Digita il Parametro", "Modifica"), "");
 }
 
-TEST_F(Boxes, AColourBoxOpensWithTheOldColourAndCancelledGivesItBack) {
+TEST_F(Boxes, CancelledColourBoxReturnsTheOldColour) {
     answer<QColorDialog>("colour_box", [](QColorDialog& box) {
         EXPECT_EQ(qt::to_colour(box.currentColor()), rgb(10, 20, 30));
         box.setCurrentColor(QColor(1, 2, 3));
@@ -122,7 +122,7 @@ TEST_F(Boxes, AColourBoxOpensWithTheOldColourAndCancelledGivesItBack) {
     EXPECT_EQ(colour_box(rgb(10, 20, 30)), rgb(10, 20, 30));
 }
 
-TEST_F(Boxes, ABoxStandsOutFromAWindowOfItsOwnColour) {
+TEST_F(Boxes, BoxHasAnEdgeOfHighContrast) {
     const auto expect_edge = [](QWidget& box) {
         const QImage image = box.grab().toImage();
         const QColor ground = box.palette().color(QPalette::Window);
@@ -140,8 +140,8 @@ TEST_F(Boxes, ABoxStandsOutFromAWindowOfItsOwnColour) {
     colour_box(red);
 }
 
-TEST_F(Boxes, ABoxHasTheTypeOfTheWindowBeneathAndButtonsToTouch) {
-    top(Bench).resize(top(Bench).size() * 2);
+TEST_F(Boxes, BoxHasTheFontSizeOfTheActiveWindow) {
+    top(Sample).resize(top(Sample).size() * 2);
     settle();
     const double ordinary = face(Check1).font().pointSizeF();
     EXPECT_GT(ordinary, 12);
@@ -155,7 +155,7 @@ TEST_F(Boxes, ABoxHasTheTypeOfTheWindowBeneathAndButtonsToTouch) {
     message_box({.text = "start?", .title = "", .buttons = Buttons::yes_no});
 }
 
-TEST_F(Boxes, ASecondBoxMayOpenAboveTheFirst) {
+TEST_F(Boxes, SecondBoxOpensAboveTheFirst) {
     std::vector<std::string> order;
     Timer3.tick = [&] {
         Timer3.off();
@@ -170,7 +170,7 @@ TEST_F(Boxes, ASecondBoxMayOpenAboveTheFirst) {
     EXPECT_THAT(order, ::testing::ElementsAre("second", "first"));
 }
 
-TEST_F(Boxes, TheWindowBeneathMayGoWhileTheBoxIsUp) {
+TEST_F(Boxes, WindowCanCloseWhileItsBoxIsOpen) {
     open(Dialog);
     Timer3.tick = [&] {
         Timer3.off();

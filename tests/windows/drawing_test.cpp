@@ -1,5 +1,5 @@
 // What is painted, and what is not painted again.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QLabel>
 #include <QPaintEvent>
@@ -28,23 +28,23 @@ class PaintWatch : public QObject {
     QWidget& face_;
 };
 
-class Drawing : public QtBench {
+class Drawing : public WindowFixture {
   protected:
     Drawing() {
-        open(Bench);
+        open(Sample);
         run_for(50);
     }
     // What the operator sees at a point of the control, measured in its own twips.
     QColor pixel(Widget& w, double x_twips, double y_twips) {
-        const QImage image = top(Bench).grab().toImage();
+        const QImage image = top(Sample).grab().toImage();
         const QSize size = face(w).size();
         const QPoint at(static_cast<int>(x_twips / w.design.place.width * size.width()),
                         static_cast<int>(y_twips / w.design.place.height * size.height()));
-        return image.pixelColor(face(w).mapTo(&top(Bench), at));
+        return image.pixelColor(face(w).mapTo(&top(Sample), at));
     }
 };
 
-TEST_F(Drawing, ALineAndARectangleStandWhereTheyWereDrawn) {
+TEST_F(Drawing, ShapesAreDrawnAtTheirCoordinates) {
     draw_line(Picture1, 0, 750, 3000, 750, red);
     fill_rectangle(Picture1, 600, 750, 660, 150, green);
     EXPECT_EQ(pixel(Picture1, 1500, 755), QColor(255, 0, 0));
@@ -56,15 +56,15 @@ TEST_F(Drawing, ALineAndARectangleStandWhereTheyWereDrawn) {
     EXPECT_EQ(pixel(Picture1, 50, 50), QColor(255, 0, 0));
 }
 
-TEST_F(Drawing, ADrawingGrowsWithItsSurface) {
+TEST_F(Drawing, DrawingIsScaledWithItsSurface) {
     fill_rectangle(Picture1, 1500, 0, 3000, 1500, green);
-    top(Bench).resize(top(Bench).size() * 2);
+    top(Sample).resize(top(Sample).size() * 2);
     settle();
     EXPECT_EQ(pixel(Picture1, 2900, 1400), QColor(0, 255, 0));
     EXPECT_EQ(pixel(Picture1, 100, 100), QColor(0, 0, 0));
 }
 
-TEST_F(Drawing, ANewBarRepaintsOnlyItsOwnStretch) {
+TEST_F(Drawing, NewBarRepaintsOnlyItsOwnArea) {
     PaintWatch watch(face(Picture1));
     fill_rectangle(Picture1, 600, 750, 660, 150, green);
     settle();
@@ -72,25 +72,25 @@ TEST_F(Drawing, ANewBarRepaintsOnlyItsOwnStretch) {
     EXPECT_LT(watch.area.width(), 12);
 }
 
-TEST_F(Drawing, ALampIsACircleInItsColour) {
+TEST_F(Drawing, LampIsACircleInItsColour) {
     EXPECT_EQ(pixel(Lamp, 150, 150), QColor(255, 0, 0));
     set_back(Lamp, green);
     settle();
     EXPECT_EQ(pixel(Lamp, 150, 150), QColor(0, 255, 0));
-    EXPECT_EQ(pixel(Lamp, 5, 5), pixel(Bench, 8900, 7900)) << "its corners are the window's";
+    EXPECT_EQ(pixel(Lamp, 5, 5), pixel(Sample, 8900, 7900)) << "its corners are the window's";
 }
 
-TEST_F(Drawing, ALampThatIsOffIsDimGlassThatStandsOutFromTheWindow) {
-    set_back(Lamp, Bench.look.back);
+TEST_F(Drawing, LampThatIsOffIsDarkerThanTheWindow) {
+    set_back(Lamp, Sample.look.back);
     settle();
-    const QColor glass = pixel(Lamp, 150, 150), ground = pixel(Bench, 8900, 7900);
+    const QColor glass = pixel(Lamp, 150, 150), ground = pixel(Sample, 8900, 7900);
     EXPECT_LT(glass.lightness(), ground.lightness() - 10);
     EXPECT_GT(glass.lightness(), ground.lightness() / 2);
 }
 
-TEST_F(Drawing, ALampThatGoesOffAndOnInOneTickIsNotPaintedAgain) {
+TEST_F(Drawing, UnchangedLampIsNotRepaintedAfterATick) {
     PaintWatch watch(face(Lamp));
-    set_back(Lamp, Bench.look.back);
+    set_back(Lamp, Sample.look.back);
     set_back(Lamp, red);
     settle();
     EXPECT_EQ(watch.count, 0);
@@ -99,7 +99,7 @@ TEST_F(Drawing, ALampThatGoesOffAndOnInOneTickIsNotPaintedAgain) {
     EXPECT_EQ(watch.count, 1);
 }
 
-TEST_F(Drawing, WhatIsSetToWhatItIsAlreadyIsNotPaintedAgain) {
+TEST_F(Drawing, SettingTheSameValueDoesNotRepaint) {
     set_text(Label1, "850");
     set_value_and_run_handler(ProgressBar1, 20);
     settle();
@@ -112,7 +112,7 @@ TEST_F(Drawing, WhatIsSetToWhatItIsAlreadyIsNotPaintedAgain) {
     EXPECT_EQ(bar.count, 0);
 }
 
-TEST_F(Drawing, ALongTextGetsASmallerFontInsteadOfBeingCut) {
+TEST_F(Drawing, LongTextGetsASmallerFont) {
     auto& label = face<QLabel>(Label1);
     const double design = label.font().pointSizeF();
     set_text(Label1, "Interruttore temperatura");
@@ -125,7 +125,7 @@ TEST_F(Drawing, ALongTextGetsASmallerFontInsteadOfBeingCut) {
     EXPECT_DOUBLE_EQ(label.font().pointSizeF(), design);
 }
 
-TEST_F(Drawing, TheMovieTurnsWhileItIsSeenAndStopsWhenItIsHidden) {
+TEST_F(Drawing, MovieRunsOnlyWhileItIsVisible) {
     PaintWatch watch(face(Movie));
     run_until([&] { return watch.count >= 2; });
     set_visible(Movie, false);

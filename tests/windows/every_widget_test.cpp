@@ -1,5 +1,5 @@
 // Every widget of every window is on the screen under its own name, and shows what its model says.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -24,7 +24,7 @@ namespace zol::view {
 namespace {
 
 // Each of the program's windows and the bench's own, as a parameter.
-class EveryWindow : public QtBench, public ::testing::WithParamInterface<Widget*> {
+class EveryWindow : public WindowFixture, public ::testing::WithParamInterface<Widget*> {
   protected:
     EveryWindow() : window(*GetParam()) { open(window); }
     Widget& window;
@@ -79,7 +79,7 @@ Qt::CursorShape shape_of(Pointer pointer, Qt::CursorShape normal) {
                                          : normal;
 }
 
-TEST_P(EveryWindow, BearsItsNameAndTitle) {
+TEST_P(EveryWindow, HasItsTitleUnderItsName) {
     EXPECT_EQ(top(window).objectName().toStdString(), window.name);
     EXPECT_EQ(top(window).windowTitle().toStdString(), window.look.text);
     EXPECT_EQ(ground(top(window)),
@@ -124,7 +124,7 @@ TEST_P(EveryWindow, ShowsEachColourInItsPalette) {
     }
 }
 
-TEST_P(EveryWindow, ShowsEachTipAndPointer) {
+TEST_P(EveryWindow, ShowsTipsOfControlsWithTheirPointers) {
     for (Widget* w : window.controls) {
         EXPECT_EQ(face(*w).toolTip().toStdString(), w->look.tip) << full_name(*w);
         const auto normal = w->kind == Kind::text_box ? Qt::IBeamCursor : Qt::ArrowCursor;
@@ -138,7 +138,7 @@ TEST_P(EveryWindow, ShowsEachTipAndPointer) {
     }
 }
 
-TEST_P(EveryWindow, MirrorsWhatIsVisibleAndEnabled) {
+TEST_P(EveryWindow, MirrorsVisibilityWithEnabledState) {
     for (Widget* w : window.controls) {
         QWidget& on_screen = face(*w);
         for (int i = 0; i < 2; ++i) { // there and back
@@ -184,7 +184,7 @@ TEST_P(EveryWindow, HasItsWholeMenuTree) {
     }
 }
 
-TEST_P(EveryWindow, HoldsEachSliderListAndBarAtItsModelsValue) {
+TEST_P(EveryWindow, ShowsTheValueOfEachControl) {
     for (Widget* w : window.controls) {
         if (w->kind == Kind::slider) {
             auto& slider = face<QSlider>(*w);
@@ -213,7 +213,7 @@ TEST_P(EveryWindow, HoldsEachSliderListAndBarAtItsModelsValue) {
     }
 }
 
-TEST_P(EveryWindow, StandsAtItsDesignAgainAfterItWasLoadedAnew) {
+TEST_P(EveryWindow, LoadingAgainRestoresTheDesign) {
     for (Widget* w : window.controls)
         set_text(*w, "changed");
     unload(window);
@@ -228,7 +228,7 @@ INSTANTIATE_TEST_SUITE_P(OfTheProgram, EveryWindow,
                          ::testing::Values(&form1::Form1, &frm_splash::frmSplash,
                                            &centralina_attiva::Centralina_Attiva, &form2::Form2,
                                            &form3::Form3, &form_power::Form_power,
-                                           &acquisizione::acquisizione, &test_window::Bench),
+                                           &acquisizione::acquisizione, &test_window::Sample),
                          [](const auto& of) { return of.param->name; });
 
 } // namespace

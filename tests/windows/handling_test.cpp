@@ -2,7 +2,7 @@
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -31,7 +31,7 @@ const std::vector<Widget*> seven_windows = {&form1::Form1,
                                             &form_power::Form_power,
                                             &acquisizione::acquisizione};
 
-class SevenWindows : public QtBench {
+class SevenWindows : public WindowFixture {
   protected:
     SevenWindows() { app::use_application_folder(ZOL_SOURCE_DIR); }
 
@@ -44,7 +44,7 @@ class SevenWindows : public QtBench {
     }
 };
 
-TEST_F(SevenWindows, EachControlHasANameADescriptionAndATipInEachLanguage) {
+TEST_F(SevenWindows, EachControlIsDescribedInEachLanguage) {
     for (Widget* window : seven_windows) {
         open(*window);
         for (const char* language : {"it", "uk", "pl", "de", "fr"}) {
@@ -69,7 +69,7 @@ TEST_F(SevenWindows, EachControlHasANameADescriptionAndATipInEachLanguage) {
     }
 }
 
-TEST_F(SevenWindows, AValueIsReadOutWithItsNameAndUnit) {
+TEST_F(SevenWindows, AccessibleNameOfAValueHasItsUnit) {
     open(form1::Form1);
     speak("uk");
     set_text(form1::Label_rpm, "850");
@@ -80,7 +80,7 @@ TEST_F(SevenWindows, AValueIsReadOutWithItsNameAndUnit) {
     EXPECT_EQ(spoken(face(form1::Command_exit), QAccessible::Name), "EXIT");
 }
 
-TEST_F(SevenWindows, ATipOfItsOwnStandsAsItIsAndTheDescriptionTellsMore) {
+TEST_F(SevenWindows, OwnTipDoesNotReplaceTheDescription) {
     open(form1::Form1);
     speak("uk");
     EXPECT_EQ(face(form1::Slider_ktar).toolTip(), "199");
@@ -88,7 +88,7 @@ TEST_F(SevenWindows, ATipOfItsOwnStandsAsItIsAndTheDescriptionTellsMore) {
               form1::Slider_ktar.help.text);
 }
 
-TEST_F(SevenWindows, AnOptionIsAnnouncedAsOneOfSeveralAndCanBeChosenByItsReader) {
+TEST_F(SevenWindows, ScreenReaderCanSelectAnOption) {
     form_power::Option_15.on.click = [] {};
     open(form_power::Form_power);
     QAccessibleInterface* option =
@@ -103,7 +103,7 @@ TEST_F(SevenWindows, AnOptionIsAnnouncedAsOneOfSeveralAndCanBeChosenByItsReader)
     EXPECT_EQ(box->role(), QAccessible::PushButton);
 }
 
-TEST_F(SevenWindows, AListSaysItsNameAndItsEntryAndOpensForItsReader) {
+TEST_F(SevenWindows, ScreenReaderCanOpenAList) {
     open(centralina_attiva::Centralina_Attiva);
     speak("uk");
     Widget& ports = centralina_attiva::Combo1;
@@ -126,7 +126,7 @@ TEST_F(SevenWindows, AListSaysItsNameAndItsEntryAndOpensForItsReader) {
     EXPECT_TRUE(list->state().collapsed);
 }
 
-TEST_F(SevenWindows, EachWindowIsAnnouncedAsOne) {
+TEST_F(SevenWindows, EachWindowHasTheWindowRole) {
     for (Widget* window : seven_windows) {
         open(*window);
         EXPECT_EQ(QAccessible::queryAccessibleInterface(&top(*window))->role(), QAccessible::Window)
@@ -135,14 +135,14 @@ TEST_F(SevenWindows, EachWindowIsAnnouncedAsOne) {
     }
 }
 
-TEST_F(SevenWindows, TheListsOfMenusAreNamedToo) {
+TEST_F(SevenWindows, MenuListHasTheNameOfItsMenu) {
     open(form1::Form1);
     EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LINGUA");
     set_text(form1::mnu_Lingua, "LANGUAGE");
     EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LANGUAGE");
 }
 
-TEST_F(SevenWindows, ALongTipBreaksIntoLines) {
+TEST_F(SevenWindows, LongTipIsBrokenIntoLines) {
     open(form1::Form1);
     speak("de");
     for (Widget* w : form1::Form1.controls)
@@ -150,7 +150,7 @@ TEST_F(SevenWindows, ALongTipBreaksIntoLines) {
             EXPECT_LE(line.size(), 60) << full_name(*w);
 }
 
-TEST_F(SevenWindows, TheEntriesOfAListHaveTipsOfTheirOwn) {
+TEST_F(SevenWindows, ListEntriesHaveTheirOwnTips) {
     open(centralina_attiva::Centralina_Attiva);
     set_items(centralina_attiva::Combo1, {"COM1", "COM2"});
     set_item_tips(centralina_attiva::Combo1, {"COM1: /dev/ttyUSB0", "COM2: /dev/ttyUSB1"});
@@ -238,7 +238,7 @@ class TabKey : public SevenWindows {
     }
 };
 
-TEST_F(TabKey, LeadsThroughEachPanelAsItIsReadAndToEachControl) {
+TEST_F(TabKey, ReachesEachControlOfAPanelInReadingOrder) {
     answer_to_clicks();
     const std::vector<Widget*> panels = {&form1::frame_engine, &form1::Frame_impostazioni,
                                          &form1::Frame_Lambda, &form1::Frame_diagnosi};
@@ -254,7 +254,7 @@ TEST_F(TabKey, LeadsThroughEachPanelAsItIsReadAndToEachControl) {
     }
 }
 
-TEST_F(TabKey, LeadsThroughTheOtherWindowsAsTheyAreRead) {
+TEST_F(TabKey, ReachesEachControlOfAWindowInReadingOrder) {
     for (Widget* window : seven_windows) {
         if (window == &form1::Form1 || window == &frm_splash::frmSplash) continue;
         open(*window);
@@ -266,7 +266,7 @@ TEST_F(TabKey, LeadsThroughTheOtherWindowsAsTheyAreRead) {
     }
 }
 
-TEST_F(TabKey, GoesOnWhereTheOperatorWasWhenTheFocusIsParked) {
+TEST_F(TabKey, ContinuesFromTheLastControlUsed) {
     open(form1::Form1);
     press(top(form1::Form1), Qt::Key_Tab);
     while (focus() != &form1::Command_rpm_meno)

@@ -1,5 +1,5 @@
 // What a desktop shows of the program beside its windows.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -9,12 +9,12 @@ namespace {
 
 using namespace test_window;
 
-class ProgramIcon : public QtBench {};
+class ProgramIcon : public WindowFixture {};
 
-TEST_F(ProgramIcon, EveryWindowHasItInTheSizesThatDesktopsAskFor) {
-    open(Bench);
+TEST_F(ProgramIcon, EveryWindowHasItInDesktopSizes) {
+    open(Sample);
     open(Dialog);
-    for (Widget* window : {&Bench, &Dialog})
+    for (Widget* window : {&Sample, &Dialog})
         for (const int side : {16, 24, 32, 48, 128}) {
             const QImage picture = top(*window).windowIcon().pixmap(side, side).toImage();
             ASSERT_EQ(picture.size(), QSize(side, side));
@@ -22,7 +22,7 @@ TEST_F(ProgramIcon, EveryWindowHasItInTheSizesThatDesktopsAskFor) {
         }
 }
 
-TEST_F(ProgramIcon, IsAFlameBlueAboveAndGreenAtItsHeartInEachSize) {
+TEST_F(ProgramIcon, ShowsTheFlameInEachSize) {
     for (const int side : {16, 24, 32, 48, 128}) {
         const QImage picture = QApplication::windowIcon().pixmap(side, side).toImage();
         const auto seen = [&](double x, double y) {
@@ -34,7 +34,7 @@ TEST_F(ProgramIcon, IsAFlameBlueAboveAndGreenAtItsHeartInEachSize) {
     }
 }
 
-TEST_F(ProgramIcon, ADesktopFindsItByTheNameOfItsEntry) {
+TEST_F(ProgramIcon, HasTheNameOfTheDesktopEntry) {
     EXPECT_EQ(QGuiApplication::desktopFileName(), "zol-injection");
 }
 

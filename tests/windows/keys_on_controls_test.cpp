@@ -1,5 +1,5 @@
 // What the keys do to the control that has the focus, beside what the window does with them.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 #include "view/windows/form2.h"
@@ -15,7 +15,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class KeysOnControls : public QtBench {
+class KeysOnControls : public WindowFixture {
   protected:
     std::vector<std::string> done;
     void note(Widget& w) {
@@ -23,7 +23,7 @@ class KeysOnControls : public QtBench {
     }
 };
 
-TEST_F(KeysOnControls, SpaceAndEnterPressAButton) {
+TEST_F(KeysOnControls, SpaceOrEnterPressesAButton) {
     open(form2::Form2);
     note(form2::cmd_exit);
     set_focus(form2::cmd_exit);
@@ -32,7 +32,7 @@ TEST_F(KeysOnControls, SpaceAndEnterPressAButton) {
     EXPECT_THAT(done, ElementsAre("cmd_exit", "cmd_exit"));
 }
 
-TEST_F(KeysOnControls, ArrowsChooseWithinAGroupAndStopAtItsEnds) {
+TEST_F(KeysOnControls, ArrowsSelectOnlyWithinAGroup) {
     open(form3::Form3);
     for (Widget* w : {&form3::opt_norm, &form3::opt_perm, &form3::opt_acc})
         note(*w);
@@ -49,7 +49,7 @@ TEST_F(KeysOnControls, ArrowsChooseWithinAGroupAndStopAtItsEnds) {
     EXPECT_EQ(focus(), &form3::opt_perm);
 }
 
-TEST_F(KeysOnControls, EnterWorksOptionsAndTheBoxAsSpaceDoes) {
+TEST_F(KeysOnControls, EnterSelectsOptionsLikeSpace) {
     open(form1::Form1);
     set_visible(form1::frame_engine, false);
     set_visible(form1::Frame_impostazioni, true);
@@ -65,7 +65,7 @@ TEST_F(KeysOnControls, EnterWorksOptionsAndTheBoxAsSpaceDoes) {
 }
 
 // Plain arrows are the main window's own; with Shift they are the slider's.
-TEST_F(KeysOnControls, ArrowsWithShiftMoveASliderOfTheMainWindow) {
+TEST_F(KeysOnControls, ShiftArrowsMoveASliderOfTheMainWindow) {
     open(form1::Form1);
     form1::Form1.on.key = [](int, int shift) {
         if (shift == 0) set_focus(form1::Text2);
@@ -83,7 +83,7 @@ TEST_F(KeysOnControls, ArrowsWithShiftMoveASliderOfTheMainWindow) {
     EXPECT_EQ(focus(), &form1::Text2);
 }
 
-TEST_F(KeysOnControls, EnterOpensAListWhichTellsSo) {
+TEST_F(KeysOnControls, EnterOpensAList) {
     open(centralina_attiva::Centralina_Attiva);
     Widget& list = centralina_attiva::Combo1;
     set_items(list, {"COM1", "COM2"});
@@ -99,7 +99,7 @@ TEST_F(KeysOnControls, EnterOpensAListWhichTellsSo) {
     EXPECT_EQ(list.look.list_index, 1);
 }
 
-TEST_F(KeysOnControls, EnterStandsForTheClickOnALabelThatAnswersToOne) {
+TEST_F(KeysOnControls, EnterClicksALabelWithAClickHandler) {
     note(form1::lbl_par_3);
     open(form1::Form1);
     set_visible(form1::frame_engine, false);
@@ -112,7 +112,7 @@ TEST_F(KeysOnControls, EnterStandsForTheClickOnALabelThatAnswersToOne) {
     EXPECT_EQ(face(form1::lbl_par_1).focusPolicy(), Qt::NoFocus) << "nothing listens there";
 }
 
-TEST_F(KeysOnControls, AClickOnSuchALabelLeavesTheFocusWhereItIs) {
+TEST_F(KeysOnControls, ClickOnALabelKeepsTheFocus) {
     note(form1::lbl_par_3);
     open(form1::Form1);
     set_visible(form1::frame_engine, false);
@@ -123,7 +123,7 @@ TEST_F(KeysOnControls, AClickOnSuchALabelLeavesTheFocusWhereItIs) {
     EXPECT_EQ(focus(), &form1::Command10);
 }
 
-TEST_F(KeysOnControls, EnterBringsOutTheServiceControlsThatADoubleClickBringsOut) {
+TEST_F(KeysOnControls, EnterDoubleClicksALabelWithThatHandler) {
     form1::Label18.on.double_click = [this] { done.push_back("Label18"); };
     open(form1::Form1);
     face(form1::Label18).setFocus(Qt::TabFocusReason);
@@ -131,7 +131,7 @@ TEST_F(KeysOnControls, EnterBringsOutTheServiceControlsThatADoubleClickBringsOut
     EXPECT_THAT(done, ElementsAre("Label18"));
 }
 
-TEST_F(KeysOnControls, AMenuTellsWhenItOpensAndItsEntriesShowTheirTips) {
+TEST_F(KeysOnControls, OpeningAMenuRunsItsHandler) {
     form1::mnu_Porta_Seriale.on.opens = [this] { done.push_back("opens"); };
     open(form1::Form1);
     QMenu* menu = action(form1::mnu_Porta_Seriale).menu();
@@ -142,7 +142,7 @@ TEST_F(KeysOnControls, AMenuTellsWhenItOpensAndItsEntriesShowTheirTips) {
     menu->close();
 }
 
-TEST_F(KeysOnControls, ThatWalkThroughTheMenuBarAreNotTheWindows) {
+TEST_F(KeysOnControls, InTheMenuBarDoNotReachTheWindow) {
     open(form1::Form1);
     std::vector<int> seen;
     form1::Form1.on.key = [&](int code, int) { seen.push_back(code); };

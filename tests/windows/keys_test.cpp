@@ -1,5 +1,5 @@
 // A window sees each key before its focused control, and only its own keys.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QLineEdit>
 #include <QMessageBox>
@@ -15,16 +15,16 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
 
-class Keys : public QtBench {
+class Keys : public WindowFixture {
   protected:
     Keys() {
-        open(Bench);
-        Bench.on.key = [this](int code, int shift) { seen.emplace_back(code, shift); };
+        open(Sample);
+        Sample.on.key = [this](int code, int shift) { seen.emplace_back(code, shift); };
     }
     std::vector<std::pair<int, int>> seen;
 };
 
-TEST_F(Keys, EachKeyHasItsCodeAndTheShiftStateItsBits) {
+TEST_F(Keys, KeyCodesIncludeTheShiftState) {
     set_focus(Text1);
     QWidget& field = face(Text1);
     for (auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_PageUp, Qt::Key_PageDown,
@@ -42,10 +42,10 @@ TEST_F(Keys, EachKeyHasItsCodeAndTheShiftStateItsBits) {
     EXPECT_THAT(seen, ElementsAre(Pair(70, 2), Pair(71, 3), Pair(84, 4), Pair(37, 0)));
 }
 
-TEST_F(Keys, TheWindowSeesAKeyBeforeTheFieldDoes) {
+TEST_F(Keys, WindowReceivesAKeyBeforeItsField) {
     set_focus(Text1);
     std::string text_when_seen = "unseen", text_at_field = "unseen";
-    Bench.on.key = [&](int, int) { text_when_seen = text(Text1); };
+    Sample.on.key = [&](int, int) { text_when_seen = text(Text1); };
     Text1.on.key = [&](int code, int) {
         if (code == 13) text_at_field = text(Text1);
     };
@@ -56,19 +56,19 @@ TEST_F(Keys, TheWindowSeesAKeyBeforeTheFieldDoes) {
     EXPECT_EQ(text_at_field, "7");
 }
 
-TEST_F(Keys, AKeyGoesToTheControlThatTheWindowsHandlerGaveTheFocusTo) {
+TEST_F(Keys, KeyFollowsAFocusChangeByTheWindow) {
     set_focus(Slider_flat);
-    Bench.on.key = [](int, int) { set_focus(Text1); };
+    Sample.on.key = [](int, int) { set_focus(Text1); };
     press(face(Slider_flat), Qt::Key_Right);
     EXPECT_EQ(value(Slider_flat), 50) << "the slider lost its key with the focus";
     EXPECT_TRUE(face(Text1).hasFocus());
 }
 
-TEST_F(Keys, AFocusedSliderStepsAfterTheWindowHasSeenTheKey) {
+TEST_F(Keys, SliderStepsAfterTheWindowsKeyHandler) {
     set_focus(Slider_flat);
     double value_when_seen = -1;
     std::vector<double> changes;
-    Bench.on.key = [&](int, int) { value_when_seen = value(Slider_flat); };
+    Sample.on.key = [&](int, int) { value_when_seen = value(Slider_flat); };
     Slider_flat.on.change = [&] { changes.push_back(value(Slider_flat)); };
     press(face(Slider_flat), Qt::Key_Right);
     EXPECT_EQ(value_when_seen, 50);
@@ -77,7 +77,7 @@ TEST_F(Keys, AFocusedSliderStepsAfterTheWindowHasSeenTheKey) {
     EXPECT_THAT(changes, ElementsAre(51, 31, 100));
 }
 
-TEST_F(Keys, OnAnUprightSliderDownLeadsToHigherValues) {
+TEST_F(Keys, DownRaisesAVerticalSlider) {
     set_focus(Slider_tall);
     press(face(Slider_tall), Qt::Key_Down);
     EXPECT_EQ(value(Slider_tall), 10);
@@ -85,10 +85,10 @@ TEST_F(Keys, OnAnUprightSliderDownLeadsToHigherValues) {
     EXPECT_EQ(value(Slider_tall), 0);
 }
 
-TEST_F(Keys, SpaceOnAFocusedButtonIsTheWindowsKeyAndThenAClick) {
+TEST_F(Keys, SpaceReachesTheWindowBeforeTheButton) {
     set_focus(Command1);
     std::vector<std::string> order;
-    Bench.on.key = [&](int, int) {
+    Sample.on.key = [&](int, int) {
         order.push_back("key");
         wait_on(Timer2, 30); // the release comes in the meantime
     };
@@ -98,7 +98,7 @@ TEST_F(Keys, SpaceOnAFocusedButtonIsTheWindowsKeyAndThenAClick) {
     EXPECT_FALSE(face<QPushButton>(Command1).isDown());
 }
 
-TEST_F(Keys, AHeldKeyRepeats) {
+TEST_F(Keys, HeldKeyRepeats) {
     set_focus(Text1);
     for (int i = 0; i < 5; ++i) {
         QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Right, {}, "", true);
@@ -112,7 +112,7 @@ TEST_F(Keys, AHeldKeyRepeats) {
 TEST_F(Keys, FloodOfKeysNestsToTheLimit) {
     for (const bool repeats : {true, false}) {
         int deepest = 0;
-        Bench.on.key = [&](int, int) {
+        Sample.on.key = [&](int, int) {
             deepest = std::max(deepest, wait_depth() + 1);
             wait_on(Timer2, 20);
         };
@@ -140,7 +140,7 @@ TEST_F(Keys, FloodOfWheelStepsLeavesTheAcceptedValue) {
     EXPECT_EQ(face<QSlider>(Slider_flat).value(), value(Slider_flat));
 }
 
-TEST_F(Keys, DroppedTabLeavesTheFocusWhereTheLogicHasIt) {
+TEST_F(Keys, DroppedTabKeepsTheFocus) {
     Command1.on.click = [] { wait_on(Timer2, 50); };
     set_focus(Text1);
     for (int i = 0; i < operator_acts::deepest_acts; ++i)
@@ -152,7 +152,7 @@ TEST_F(Keys, DroppedTabLeavesTheFocusWhereTheLogicHasIt) {
     EXPECT_TRUE(face(Text1).hasFocus());
 }
 
-TEST_F(Keys, TheKeysOfAMessageBoxAreNotTheWindows) {
+TEST_F(Keys, KeysInAMessageBoxDoNotReachTheWindow) {
     answer<QMessageBox>("message_box",
                         [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
     message_box({.text = "FINE RESET ECU", .title = ""});
@@ -160,7 +160,7 @@ TEST_F(Keys, TheKeysOfAMessageBoxAreNotTheWindows) {
     EXPECT_THAT(seen, IsEmpty());
 }
 
-TEST_F(Keys, TabLeadsToTheNextControlAndTellsTheLogic) {
+TEST_F(Keys, TabRunsTheFocusHandlerOfTheNextControl) {
     set_focus(Option_a);
     bool entered = false;
     Option_b.on.got_focus = [&] { entered = true; };
@@ -171,24 +171,24 @@ TEST_F(Keys, TabLeadsToTheNextControlAndTellsTheLogic) {
     EXPECT_EQ(focus(), &Option_a);
 }
 
-TEST_F(Keys, TheWindowCanTakeTheFocusFromItsControls) {
+TEST_F(Keys, WindowCanTakeTheFocusFromItsControls) {
     set_focus(Text1);
-    set_focus(Bench);
+    set_focus(Sample);
     EXPECT_FALSE(face(Text1).hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
     settle();
     EXPECT_THAT(seen, ElementsAre(Pair(37, 0)));
 }
 
-TEST_F(Keys, AControlThatIsHiddenGivesTheFocusUpToTheWindow) {
+TEST_F(Keys, HiddenControlPassesTheFocusToItsWindow) {
     set_focus(Text1);
     set_visible(Text1, false);
     settle();
-    EXPECT_EQ(focus(), &Bench);
-    EXPECT_TRUE(top(Bench).hasFocus()) << "and not to the control behind it";
+    EXPECT_EQ(focus(), &Sample);
+    EXPECT_TRUE(top(Sample).hasFocus()) << "and not to the control behind it";
 }
 
-TEST_F(Keys, LettersTypedWhileEarlierOnesAreOnTheirWayStayInPlace) {
+TEST_F(Keys, QueuedLettersKeepTheirOrder) {
     set_focus(Text1);
     QTest::keyClicks(&face(Text1), "ab");
     pump_until(now_us()); // the field has the first letter, the logic has none yet
@@ -198,7 +198,7 @@ TEST_F(Keys, LettersTypedWhileEarlierOnesAreOnTheirWayStayInPlace) {
     EXPECT_EQ(face<QLineEdit>(Text1).text(), "abc");
 }
 
-TEST_F(Keys, TenThousandTypedLettersAllArriveInOrder) {
+TEST_F(Keys, TenThousandTypedLettersArriveInOrder) {
     set_focus(Text1);
     auto& field = face<QLineEdit>(Text1);
     field.setMaxLength(20'000);
@@ -212,9 +212,9 @@ TEST_F(Keys, TenThousandTypedLettersAllArriveInOrder) {
     EXPECT_EQ(seen.size(), 10'000U);
 }
 
-TEST_F(Keys, TypedTextStaysInTheFieldThatIsEnabledOnly) {
+TEST_F(Keys, DisabledWindowRejectsTypedText) {
     set_focus(Text1);
-    set_enabled(Bench, false);
+    set_enabled(Sample, false);
     QTest::keyClicks(&face(Text1), "123");
     settle();
     EXPECT_EQ(text(Text1), "");

@@ -52,7 +52,7 @@ bool looks_the_same(const QString& text, double points, int width, int flags) {
            same_pixels(drawn(ours, text, points, width, flags), wanted);
 }
 
-TEST(LargeFigures, AreDrawnAsTheToolkitDrawsThem) {
+TEST(LargeFigures, LookLikeTextDrawnByTheToolkit) {
     for (const char* number : {"0", "17", "654", "3208", "98765"})
         for (const double points : {30.0, 51.2, 51.1723, 64.0})
             for (const int width : {318, 319, 401})
@@ -60,7 +60,7 @@ TEST(LargeFigures, AreDrawnAsTheToolkitDrawsThem) {
                     << number << " in " << points << " points on " << width << " pixels";
 }
 
-TEST(LargeFigures, AreKeptForNumbersThatTheToolkitDrawsFromOutlines) {
+TEST(LargeFigures, AreCachedOnlyForLargeNumbers) {
     QImage image(400, 150, QImage::Format_RGB32);
     QPainter painter(&image);
     const auto kept = [&](const QString& text, int pixels) {
@@ -78,13 +78,13 @@ TEST(LargeFigures, AreKeptForNumbersThatTheToolkitDrawsFromOutlines) {
     EXPECT_FALSE(kept("1480", 68));
 }
 
-TEST(LargeFigures, KeepToTheirSide) {
+TEST(LargeFigures, KeepTheirAlignment) {
     for (const Qt::AlignmentFlag side : {Qt::AlignLeft, Qt::AlignRight})
         EXPECT_TRUE(looks_the_same("1480", 60, 400, side));
 }
 
 // More pictures than are kept: all go, and come again.
-TEST(LargeFigures, AreRightAfterAnyNumberOfThem) {
+TEST(LargeFigures, LookRightAfterTheCacheWasFull) {
     for (int number = 1000; number < 10000; number += 487)
         for (const int width : {318, 331, 344, 357})
             EXPECT_TRUE(looks_the_same(QString::number(number), 51.2, width, Qt::AlignHCenter))

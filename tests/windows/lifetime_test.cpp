@@ -1,5 +1,5 @@
 // Windows come and go at any moment, also from inside their own events.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QLineEdit>
 #include <QPointer>
@@ -13,9 +13,9 @@ namespace {
 using namespace test_window;
 using ::testing::ElementsAre;
 
-class WindowLife : public QtBench {};
+class WindowLife : public WindowFixture {};
 
-TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnButton) {
+TEST_F(WindowLife, ButtonCanUnloadItsWindow) {
     open(Dialog);
     const QPointer<QWidget> old = &top(Dialog);
     Dialog_ok.on.click = [] { unload(Dialog); };
@@ -24,7 +24,7 @@ TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnButton) {
     EXPECT_TRUE(old.isNull());
 }
 
-TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnKeyAndLoadedAgainInTheSameHandler) {
+TEST_F(WindowLife, KeyHandlerCanReloadItsWindow) {
     open(Dialog);
     set_text(Dialog_text, "old");
     Dialog.on.key = [](int, int) {
@@ -38,7 +38,7 @@ TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnKeyAndLoadedAgainInTheSameHandler
     EXPECT_EQ(face<QLineEdit>(Dialog_text).text(), "") << "fresh widgets, and no key for them";
 }
 
-TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnTimerWhileAButtonIsHeldDown) {
+TEST_F(WindowLife, TimerCanUnloadItsWindowDuringAMousePress) {
     open(Dialog);
     QTest::mousePress(&face(Dialog_ok), Qt::LeftButton);
     Timer_dialog.tick = [] { unload(Dialog); };
@@ -46,7 +46,7 @@ TEST_F(WindowLife, AWindowMayBeUnloadedByItsOwnTimerWhileAButtonIsHeldDown) {
     settle();
 }
 
-TEST_F(WindowLife, TheFrameAsksTheLogicToClose) {
+TEST_F(WindowLife, ClosingAWindowRunsItsHandlers) {
     open(Dialog);
     std::vector<std::string> events;
     Dialog.on.closing = [&] { events.push_back("closing"); };
@@ -58,7 +58,7 @@ TEST_F(WindowLife, TheFrameAsksTheLogicToClose) {
     EXPECT_FALSE(Dialog.loaded);
 }
 
-TEST_F(WindowLife, ADisabledWindowIsNotClosedByItsFrame) {
+TEST_F(WindowLife, DisabledWindowCannotBeClosed) {
     open(Dialog);
     set_enabled(Dialog, false);
     top(Dialog).close();
@@ -66,16 +66,16 @@ TEST_F(WindowLife, ADisabledWindowIsNotClosedByItsFrame) {
     EXPECT_TRUE(Dialog.shown);
 }
 
-TEST_F(WindowLife, TheDialogComesToTheFrontWhenTheWindowThatWaitsForItIsTouched) {
-    open(Bench);
+TEST_F(WindowLife, ActivatingADisabledWindowRaisesItsDialog) {
+    open(Sample);
     open(Dialog);
-    set_enabled(Bench, false);
-    top(Bench).activateWindow();
+    set_enabled(Sample, false);
+    top(Sample).activateWindow();
     run_until([&] { return top(Dialog).isActiveWindow(); });
 }
 
-TEST_F(WindowLife, AModalWindowHoldsItsCallerUntilItIsGone) {
-    open(Bench);
+TEST_F(WindowLife, ModalWindowBlocksItsCaller) {
+    open(Sample);
     std::vector<std::string> order;
     Dialog_ok.on.click = [&] {
         order.push_back("ok");
@@ -91,64 +91,64 @@ TEST_F(WindowLife, AModalWindowHoldsItsCallerUntilItIsGone) {
     EXPECT_THAT(order, ElementsAre("ok", "after"));
 }
 
-TEST_F(WindowLife, ActivationComesAfterTheShowingAndAfterAnotherWindowGaveWay) {
+TEST_F(WindowLife, ActivationRunsWhenAnotherWindowCloses) {
     std::vector<std::string> events;
-    Bench.on.activate = [&] { events.push_back("Bench"); };
+    Sample.on.activate = [&] { events.push_back("Sample"); };
     Dialog.on.activate = [&] { events.push_back("Dialog"); };
-    Bench.on.deactivate = [&] { events.push_back("Bench off"); };
-    open(Bench);
+    Sample.on.deactivate = [&] { events.push_back("Sample off"); };
+    open(Sample);
     open(Dialog);
     unload(Dialog);
     settle();
-    EXPECT_THAT(events, ElementsAre("Bench", "Bench off", "Dialog", "Bench"));
+    EXPECT_THAT(events, ElementsAre("Sample", "Sample off", "Dialog", "Sample"));
 }
 
-TEST_F(WindowLife, AWindowIsShownMinimisedAndMaximised) {
-    show(Bench);
-    set_window_state(Bench, WindowState::minimised);
+TEST_F(WindowLife, WindowStateIsShown) {
+    show(Sample);
+    set_window_state(Sample, WindowState::minimised);
     settle();
-    EXPECT_TRUE(top(Bench).isMinimized());
+    EXPECT_TRUE(top(Sample).isMinimized());
     expect_mirrored();
-    set_window_state(Bench, WindowState::maximised);
+    set_window_state(Sample, WindowState::maximised);
     settle();
-    EXPECT_TRUE(top(Bench).isMaximized());
-    EXPECT_FALSE(top(Bench).isMinimized());
+    EXPECT_TRUE(top(Sample).isMaximized());
+    EXPECT_FALSE(top(Sample).isMinimized());
 }
 
-TEST_F(WindowLife, AHiddenWindowKeepsItsWidgets) {
-    open(Bench);
+TEST_F(WindowLife, HiddenWindowKeepsItsWidgets) {
+    open(Sample);
     set_text(Label1, "stays");
-    hide(Bench);
+    hide(Sample);
     settle();
-    EXPECT_FALSE(top(Bench).isVisible());
+    EXPECT_FALSE(top(Sample).isVisible());
     set_text(Label1, "changed while hidden");
     expect_mirrored();
-    show(Bench);
+    show(Sample);
     settle();
-    EXPECT_TRUE(top(Bench).isVisible());
+    EXPECT_TRUE(top(Sample).isVisible());
     EXPECT_EQ(text(Label1), "changed while hidden");
 }
 
-TEST_F(WindowLife, TheContentFollowsTheSizeThatTheOperatorGivesTheWindow) {
-    open(Bench);
+TEST_F(WindowLife, ContentIsScaledWithTheWindow) {
+    open(Sample);
     const QRect design = face(Inside).geometry();
     const QSize content = face(Command1).parentWidget()->size();
-    top(Bench).resize(top(Bench).size() + content);
+    top(Sample).resize(top(Sample).size() + content);
     settle();
     EXPECT_NEAR(face(Inside).x(), 2 * design.x(), 1);
     EXPECT_NEAR(face(Inside).width(), 2 * design.width(), 2);
-    for (Widget* w : Bench.controls)
+    for (Widget* w : Sample.controls)
         EXPECT_TRUE(face(*w).parentWidget()->rect().contains(face(*w).geometry())) << full_name(*w);
 }
 
-TEST_F(WindowLife, APlaceFromTheLogicMovesTheControl) {
-    open(Bench);
+TEST_F(WindowLife, SettingAPlaceMovesTheControl) {
+    open(Sample);
     set_place(Command1, {300, 450, 1500, 600});
     settle();
     EXPECT_EQ(face(Command1).geometry(), QRect(20, 30, 100, 40));
 }
 
-TEST_F(WindowLife, LoadingAndUnloadingAThousandTimesLeavesNothingBehind) {
+TEST_F(WindowLife, ThousandLoadsLeaveNoWidgets) {
     const auto before = QApplication::allWidgets().size();
     for (int i = 0; i < 1000; ++i) {
         load(Dialog);
@@ -158,7 +158,7 @@ TEST_F(WindowLife, LoadingAndUnloadingAThousandTimesLeavesNothingBehind) {
     EXPECT_EQ(QApplication::allWidgets().size(), before);
 }
 
-TEST_F(WindowLife, TheManualOpensWhereItIsAndNothingHappensWhereItIsNot) {
+TEST_F(WindowLife, ManualOpensOnlyIfItExists) {
     QTemporaryDir folder;
     const auto file = folder.filePath("zol.chm").toStdString();
     show_manual(file, "index.htm");

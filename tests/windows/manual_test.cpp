@@ -1,5 +1,5 @@
 // The manual's window, with the pages that come with the program.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 
 #include <QDir>
@@ -17,7 +17,7 @@ namespace {
 
 using namespace test_window;
 
-class Manual : public QtBench {
+class Manual : public WindowFixture {
   protected:
     ~Manual() override { screen.close_manual(); }
 
@@ -45,7 +45,7 @@ class Manual : public QtBench {
     bool says_not_found() const { return part<QWidget>("Not_found").isVisible(); }
 };
 
-TEST_F(Manual, TheContentsLeadToEachChapterAndBackLeadsHome) {
+TEST_F(Manual, ContentsOpenEachChapter) {
     open_at("uk/index.htm");
     auto& contents = part<QListWidget>("Contents");
     ASSERT_GE(contents.count(), 16);
@@ -65,7 +65,7 @@ TEST_F(Manual, TheContentsLeadToEachChapterAndBackLeadsHome) {
     EXPECT_EQ(page(), "index.htm");
 }
 
-TEST_F(Manual, AWordIsFoundInWhateverChapterItStandsAndThenAgain) {
+TEST_F(Manual, SearchContinuesInTheNextChapter) {
     open_at("uk/index.htm");
     look_for("dialout");
     EXPECT_EQ(page(), "connect.htm");
@@ -83,7 +83,7 @@ TEST_F(Manual, AWordIsFoundInWhateverChapterItStandsAndThenAgain) {
     EXPECT_EQ(page(), "connect.htm");
 }
 
-TEST_F(Manual, AWordThatStandsNowhereIsSaidToBeMissingAndThePageStays) {
+TEST_F(Manual, UnknownWordKeepsThePage) {
     open_at("uk/tank.htm");
     look_for("zeppelin");
     EXPECT_TRUE(says_not_found());
@@ -94,7 +94,7 @@ TEST_F(Manual, AWordThatStandsNowhereIsSaidToBeMissingAndThePageStays) {
     EXPECT_EQ(page(), "tank.htm");
 }
 
-TEST_F(Manual, ThePicturesAreShown) {
+TEST_F(Manual, PicturesAreShown) {
     open_at("uk/connect.htm");
     auto& browser = part<QTextBrowser>("Page");
     const auto picture = browser.document()->resource(QTextDocument::ImageResource,
@@ -102,7 +102,7 @@ TEST_F(Manual, ThePicturesAreShown) {
     EXPECT_GT(picture.value<QImage>().width(), 600);
 }
 
-TEST_F(Manual, ALanguageWithNoPageOfItsOwnShowsTheEnglishOne) {
+TEST_F(Manual, MissingPageShowsTheEnglishPage) {
     QTemporaryDir folder;
     QDir(folder.path()).mkpath("manual/uk");
     QFile page_file(folder.filePath("manual/uk/index.htm"));
@@ -114,7 +114,7 @@ TEST_F(Manual, ALanguageWithNoPageOfItsOwnShowsTheEnglishOne) {
     EXPECT_TRUE(text().contains("In English"));
 }
 
-TEST_F(Manual, ALinkThatLeadsOutOfTheManualLeavesThePageAsItIs) {
+TEST_F(Manual, LinkOutOfTheManualKeepsThePage) {
     QTemporaryDir folder;
     QDir(folder.path()).mkpath("manual/uk");
     for (const char* name : {"manual/uk/index.htm", "outside.htm"}) {
@@ -132,16 +132,16 @@ TEST_F(Manual, ALinkThatLeadsOutOfTheManualLeavesThePageAsItIs) {
     }
 }
 
-TEST_F(Manual, TheWindowIsNoLargerThanTheScreen) {
+TEST_F(Manual, WindowIsNotLargerThanTheScreen) {
     open_at("uk/index.htm");
     const QWidget* window = part<QWidget>("Page").window();
     EXPECT_LE(window->width(), window->screen()->availableSize().width());
     EXPECT_LE(window->height(), window->screen()->availableSize().height());
 }
 
-TEST_F(Manual, ItsTypeIsThatOfTheMainWindowAndItsRowsAreTaller) {
-    open(Bench);
-    top(Bench).resize(top(Bench).size() * 2);
+TEST_F(Manual, FontSizeIsThatOfTheMainWindow) {
+    open(Sample);
+    top(Sample).resize(top(Sample).size() * 2);
     settle();
     open_at("uk/index.htm");
     const double ordinary = face(Check1).font().pointSizeF();
@@ -151,14 +151,14 @@ TEST_F(Manual, ItsTypeIsThatOfTheMainWindowAndItsRowsAreTaller) {
     EXPECT_GE(list.visualItemRect(list.item(0)).height(), 1.4 * list.fontMetrics().height());
 }
 
-TEST_F(Manual, ItStandsOutFromAWindowOfItsOwnColour) {
+TEST_F(Manual, WindowHasAnEdgeOfHighContrast) {
     open_at("uk/index.htm");
     QWidget& window = *part<QWidget>("Page").window();
     const QColor ground = window.palette().color(QPalette::Window);
     EXPECT_GE(qt::contrast(window.grab().toImage().pixelColor(0, 90), ground), 3);
 }
 
-TEST_F(Manual, WhatIsChosenOffOrAskedForCanBeRead) {
+TEST_F(Manual, TextHasEnoughContrastInEachState) {
     open_at("uk/index.htm");
     const auto contrast = [&](const char* name, QPalette::ColorGroup group,
                               QPalette::ColorRole ground, QPalette::ColorRole ink) {
@@ -171,7 +171,7 @@ TEST_F(Manual, WhatIsChosenOffOrAskedForCanBeRead) {
     EXPECT_GE(contrast("Back", QPalette::Disabled, QPalette::Button, QPalette::ButtonText), 4.5);
 }
 
-TEST_F(Manual, EveryPartIsReachedByTheTabKeyAndBearsAName) {
+TEST_F(Manual, TabReachesEveryPart) {
     open_at("uk/index.htm");
     for (const char* name : {"Contents", "Search", "Page"}) {
         EXPECT_FALSE(part<QWidget>(name).accessibleName().isEmpty()) << name;

@@ -1,5 +1,5 @@
 // The menus on the screen keep the state that the program gives them, whatever their window does.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include "app/app_state.h"
 #include "app/program/wiring.h"
@@ -17,7 +17,7 @@ namespace {
 
 using namespace test_window;
 
-class AnyMenus : public QtBench {
+class AnyMenus : public WindowFixture {
   protected:
     bool is_on(Widget& menu) const {
         const QAction& action = this->action(menu);
@@ -39,7 +39,7 @@ class AnyMenus : public QtBench {
 
 class Menus : public AnyMenus {
   protected:
-    Menus() { open(Bench); }
+    Menus() { open(Sample); }
 
     // As a window does that disables the main window while it is open.
     static void take_and_give_back(Widget& window) {
@@ -50,23 +50,23 @@ class Menus : public AnyMenus {
     }
 };
 
-TEST_F(Menus, DisabledMenuStaysOffWhenItsWindowComesBack) {
+TEST_F(Menus, DisabledMenuStaysOffWithItsWindowEnabled) {
     set_enabled(mnu_tools, false);
-    take_and_give_back(Bench);
+    take_and_give_back(Sample);
     EXPECT_FALSE(is_on(mnu_tools));
     EXPECT_FALSE(opens(mnu_tools));
     set_enabled(mnu_tools, true);
     EXPECT_TRUE(opens(mnu_tools));
 }
 
-TEST_F(Menus, DisabledSubmenuStaysOffWhenItsWindowComesBack) {
+TEST_F(Menus, DisabledSubmenuStaysOffWithItsWindowEnabled) {
     set_enabled(mnu_more, false);
-    take_and_give_back(Bench);
+    take_and_give_back(Sample);
     EXPECT_FALSE(is_on(mnu_more));
     EXPECT_TRUE(opens(mnu_tools));
 }
 
-TEST_F(Menus, SubmenuStaysOffWhenTheMenuAboveComesBack) {
+TEST_F(Menus, DisabledSubmenuStaysOffWithItsMenuEnabled) {
     set_enabled(mnu_more, false);
     take_and_give_back(mnu_tools);
     EXPECT_TRUE(is_on(mnu_tools));
@@ -75,36 +75,36 @@ TEST_F(Menus, SubmenuStaysOffWhenTheMenuAboveComesBack) {
     EXPECT_TRUE(is_on(mnu_more));
 }
 
-TEST_F(Menus, DisabledEntriesStayOffWhenTheirWindowComesBack) {
+TEST_F(Menus, DisabledEntriesStayOffWithTheirWindowEnabled) {
     for (Widget* entry : {&mnu_act, &mnu_mark, &mnu_top})
         set_enabled(*entry, false);
-    take_and_give_back(Bench);
+    take_and_give_back(Sample);
     for (Widget* entry : {&mnu_act, &mnu_mark, &mnu_top})
         EXPECT_FALSE(is_on(*entry)) << entry->name;
 }
 
-TEST_F(Menus, HiddenMenusStayHiddenWhenTheirWindowComesBack) {
+TEST_F(Menus, HiddenMenusStayHiddenWithTheirWindowEnabled) {
     for (Widget* entry : {&mnu_more, &mnu_mark, &mnu_top})
         set_visible(*entry, false);
-    take_and_give_back(Bench);
+    take_and_give_back(Sample);
     for (Widget* entry : {&mnu_more, &mnu_mark, &mnu_top})
         EXPECT_FALSE(action(*entry).isVisible()) << entry->name;
 }
 
-TEST_F(Menus, MenuEnabledUnderADisabledWindowOpensOnlyLater) {
+TEST_F(Menus, MenuOpensOnlyInAnEnabledWindow) {
     set_enabled(mnu_tools, false);
-    set_enabled(Bench, false);
+    set_enabled(Sample, false);
     set_enabled(mnu_tools, true);
     settle();
     EXPECT_FALSE(opens(mnu_tools));
-    set_enabled(Bench, true);
+    set_enabled(Sample, true);
     EXPECT_TRUE(opens(mnu_tools));
 }
 
-TEST_F(Menus, MenuDisabledUnderADisabledWindowStaysOff) {
-    set_enabled(Bench, false);
+TEST_F(Menus, MenuDisabledInADisabledWindowStaysOff) {
+    set_enabled(Sample, false);
     set_enabled(mnu_tools, false);
-    set_enabled(Bench, true);
+    set_enabled(Sample, true);
     EXPECT_FALSE(opens(mnu_tools));
 }
 
@@ -117,14 +117,6 @@ class MainWindowsMenus : public AnyMenus {
         app::connect_handlers();
         open(form1::Form1);
         set_enabled(form1::mnu_eobd, false);
-    }
-    ~MainWindowsMenus() override {
-        for (Timer* timer :
-             {&form1::Timer_stato_sistema, &form1::Timer_chiusura_stato, &form1::Timer1,
-              &form1::Timer2, &form1::Timer3, &form1::Timer4, &form1::Timer5, &form1::Timer6,
-              &form1::Timer_rpm, &form3::Timer2, &acquisizione::Timer_tinj,
-              &acquisizione::Timer_ricerca_max, &acquisizione::Timer1, &acquisizione::Timerx})
-            timer->tick = nullptr;
     }
     void open_and_close(Widget& window) {
         open(window);

@@ -1,7 +1,7 @@
 // The mirror check finds each difference between the screen and the data: in each case the
 // toolkit's side alone is changed, and the check must name what.
 #include "tests/support/mirror_check.h"
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -23,10 +23,10 @@ using ::testing::IsEmpty;
 using ::testing::StartsWith;
 using tests::mirror_differences;
 
-class MirrorCheck : public QtBench {
+class MirrorCheck : public WindowFixture {
   public:
     MirrorCheck() {
-        open(Bench);
+        open(Sample);
         for (Widget* w : {&Label1, &Text1, &Option_a})
             set_back(*w, yellow), set_fore(*w, rgb(1, 2, 3));
         set_pointer(Frame1, Pointer::custom);
@@ -45,9 +45,9 @@ class MirrorCheck : public QtBench {
         set_focus(Text1);
         settle();
     }
-    ~MirrorCheck() override { unload(Bench); }
+    ~MirrorCheck() override { unload(Sample); }
 
-    QWidget& bench() const { return top(Bench); }
+    QWidget& window() const { return top(Sample); }
     template <typename T = QWidget>
     T& on_screen(Widget& widget) const {
         return face<T>(widget);
@@ -63,22 +63,22 @@ void set_colour(QWidget& face, QPalette::ColorGroup group, QPalette::ColorRole r
     face.setPalette(palette);
 }
 
-TEST_F(MirrorCheck, FindsNothingWhereNothingDiffers) {
+TEST_F(MirrorCheck, FindsNoDifferenceWhereThereIsNone) {
     EXPECT_THAT(mirror_differences(), IsEmpty());
 }
 
-TEST_F(MirrorCheck, FindsNothingInAnUnseenWindow) {
+TEST_F(MirrorCheck, FindsNoDifferenceInAHiddenWindow) {
     load(Dialog);
     set_visible(Frame1, false);
-    set_enabled(Bench, false);
+    set_enabled(Sample, false);
     settle();
     EXPECT_THAT(mirror_differences(), IsEmpty());
-    hide(Bench);
+    hide(Sample);
     settle();
     EXPECT_THAT(mirror_differences(), IsEmpty());
 }
 
-TEST_F(MirrorCheck, FindsNothingUnderABox) {
+TEST_F(MirrorCheck, FindsNoDifferenceWhileABoxIsOpen) {
     answer<QDialog>("message_box", [](QDialog& box) {
         EXPECT_THAT(mirror_differences(), IsEmpty());
         box.accept();
@@ -86,7 +86,7 @@ TEST_F(MirrorCheck, FindsNothingUnderABox) {
     message_box({.text = "first me", .title = ""});
 }
 
-TEST_F(MirrorCheck, ReadsATipAsTheOperatorDoes) {
+TEST_F(MirrorCheck, ComparesTheVisibleTextOfATip) {
     set_tip(Slider_flat, "1 < 2 & so on");
     face(Slider_flat).setToolTip("<qt>1 &lt; 2 &amp; so<br>on</qt>");
     EXPECT_THAT(mirror_differences(), IsEmpty());
@@ -103,9 +103,9 @@ TEST_F(MirrorCheck, FindsAWindowThatTheDataDoesNotHave) {
 }
 
 TEST_F(MirrorCheck, FindsAWindowThatIsMissing) {
-    top(Bench).setObjectName("");
-    EXPECT_THAT(mirror_differences(), Contains("Bench: is not on the screen"));
-    top(Bench).setObjectName("Bench");
+    top(Sample).setObjectName("");
+    EXPECT_THAT(mirror_differences(), Contains("Sample: is not on the screen"));
+    top(Sample).setObjectName("Sample");
 }
 
 struct Change {
@@ -116,7 +116,7 @@ struct Change {
 
 class MirrorCheckNames : public MirrorCheck, public ::testing::WithParamInterface<Change> {};
 
-TEST_P(MirrorCheckNames, WhatDiffers) {
+TEST_P(MirrorCheckNames, EachDifference) {
     GetParam().make(*this);
     EXPECT_THAT(mirror_differences(), Contains(std::string(GetParam().difference)));
 }
@@ -125,146 +125,146 @@ using Case = const MirrorCheck&;
 
 const Change texts[] = {
     {"label", [](Case c) { c.on_screen<QLabel>(Label1).setText("849"); },
-     R"(Bench.Label1: text is "849" on the screen, "850" in the data)"},
+     R"(Sample.Label1: text is "849" on the screen, "850" in the data)"},
     {"markup", [](Case c) { c.on_screen<QLabel>(Label1).setTextFormat(Qt::AutoText); },
-     "Bench.Label1: plain text is no on the screen, yes in the data"},
+     "Sample.Label1: plain text is no on the screen, yes in the data"},
     {"button", [](Case c) { c.on_screen<QAbstractButton>(Command1).setText("STOP"); },
-     R"(Bench.Command1: text is "STOP" on the screen, "START" in the data)"},
+     R"(Sample.Command1: text is "STOP" on the screen, "START" in the data)"},
     {"option", [](Case c) { c.on_screen<QAbstractButton>(Option_a).setText(""); },
-     R"(Bench.Option_a: text is "" on the screen, "A" in the data)"},
+     R"(Sample.Option_a: text is "" on the screen, "A" in the data)"},
     {"check_box", [](Case c) { c.on_screen<QAbstractButton>(Check1).setText("M"); },
-     R"(Bench.Check1: text is "M" on the screen, "MANUAL" in the data)"},
+     R"(Sample.Check1: text is "M" on the screen, "MANUAL" in the data)"},
     {"frame", [](Case c) { c.on_screen<QGroupBox>(Frame1).setTitle("G"); },
-     R"(Bench.Frame1: text is "G" on the screen, "GROUP" in the data)"},
+     R"(Sample.Frame1: text is "G" on the screen, "GROUP" in the data)"},
     {"field", [](Case c) { c.on_screen<QLineEdit>(Text1).setText("7"); },
-     R"(Bench.Text1: text is "7" on the screen, "" in the data)"},
+     R"(Sample.Text1: text is "7" on the screen, "" in the data)"},
     {"notes", [](Case c) { c.on_screen<QPlainTextEdit>(Text_notes).setPlainText("one"); },
-     "Bench.Text_notes: text is \"one\" on the screen, \"one\ntwo\" in the data"},
+     "Sample.Text_notes: text is \"one\" on the screen, \"one\ntwo\" in the data"},
     {"menu", [](Case c) { c.entry(mnu_more).setText("LESS"); },
-     R"(Bench.mnu_more: text is "LESS" on the screen, "MORE" in the data)"},
-    {"title", [](Case c) { c.bench().setWindowTitle("Desk"); },
-     R"(Bench: title is "Desk" on the screen, "Bench" in the data)"},
+     R"(Sample.mnu_more: text is "LESS" on the screen, "MORE" in the data)"},
+    {"title", [](Case c) { c.window().setWindowTitle("Other"); },
+     R"(Sample: title is "Other" on the screen, "Sample" in the data)"},
     {"tip", [](Case c) { c.on_screen(Slider_flat).setToolTip("200"); },
-     R"(Bench.Slider_flat: tip is "200" on the screen, "199" in the data)"},
+     R"(Sample.Slider_flat: tip is "200" on the screen, "199" in the data)"},
     {"menu_tip", [](Case c) { c.entry(mnu_act).setToolTip("Acts later"); },
-     R"(Bench.mnu_act: tip is "Acts later" on the screen, "Acts at once" in the data)"},
+     R"(Sample.mnu_act: tip is "Acts later" on the screen, "Acts at once" in the data)"},
     {"tip_taken_for_markup",
      [](Case c) {
          set_tip(Slider_flat, "a <b>bold</b> act");
          c.on_screen(Slider_flat).setToolTip("a <b>bold</b> act");
      },
-     R"(Bench.Slider_flat: tip is "a bold act" on the screen, "a <b>bold</b> act" in the data)"},
+     R"(Sample.Slider_flat: tip is "a bold act" on the screen, "a <b>bold</b> act" in the data)"},
 };
 
 const Change states[] = {
     {"visible", [](Case c) { c.on_screen(Command1).hide(); },
-     "Bench.Command1: visible is no on the screen, yes in the data"},
+     "Sample.Command1: visible is no on the screen, yes in the data"},
     {"visible_by_frame", [](Case c) { c.on_screen(Frame1).hide(); },
-     "Bench.Inside: visible is no on the screen, yes in the data"},
+     "Sample.Inside: visible is no on the screen, yes in the data"},
     {"enabled", [](Case c) { c.on_screen(Command1).setEnabled(false); },
-     "Bench.Command1: enabled is no on the screen, yes in the data"},
-    {"enabled_by_window", [](Case c) { c.bench().setEnabled(false); },
-     "Bench.Inside: enabled is no on the screen, yes in the data"},
+     "Sample.Command1: enabled is no on the screen, yes in the data"},
+    {"enabled_by_window", [](Case c) { c.window().setEnabled(false); },
+     "Sample.Inside: enabled is no on the screen, yes in the data"},
     {"menu_enabled", [](Case c) { c.entry(mnu_more).menu()->setEnabled(true); },
-     "Bench.mnu_more: enabled is yes on the screen, no in the data"},
+     "Sample.mnu_more: enabled is yes on the screen, no in the data"},
     {"entry_enabled", [](Case c) { c.entry(mnu_mark).setEnabled(false); },
-     "Bench.mnu_mark: enabled is no on the screen, yes in the data"},
+     "Sample.mnu_mark: enabled is no on the screen, yes in the data"},
     {"entry_visible", [](Case c) { c.entry(mnu_top).setVisible(true); },
-     "Bench.mnu_top: visible is yes on the screen, no in the data"},
+     "Sample.mnu_top: visible is yes on the screen, no in the data"},
     {"checked", [](Case c) { c.entry(mnu_mark).setChecked(false); },
-     "Bench.mnu_mark: checked is no on the screen, yes in the data"},
+     "Sample.mnu_mark: checked is no on the screen, yes in the data"},
     {"checkable", [](Case c) { c.entry(mnu_act).setCheckable(true); },
-     "Bench.mnu_act: checkable is yes on the screen, no in the data"},
+     "Sample.mnu_act: checkable is yes on the screen, no in the data"},
     {"focus", [](Case c) { c.on_screen(Text2).setFocus(); },
-     R"(Bench: focus is "Text2" on the screen, "Text1" in the data)"},
+     R"(Sample: focus is "Text2" on the screen, "Text1" in the data)"},
     {"tab_stop", [](Case c) { c.on_screen(Command1).setFocusPolicy(Qt::ClickFocus); },
-     "Bench.Command1: tab stop is no on the screen, yes in the data"},
+     "Sample.Command1: tab stop is no on the screen, yes in the data"},
     {"edit_marker", [](Case c) { c.on_screen(Text1).setProperty("edit_marker", true); },
-     "Bench.Text1: edit marker is yes on the screen, no in the data"},
-    {"minimised", [](Case c) { c.bench().showMinimized(); },
-     R"(Bench: state is "minimised" on the screen, "normal" in the data)"},
-    {"maximised", [](Case c) { c.bench().showMaximized(); },
-     R"(Bench: state is "maximised" on the screen, "normal" in the data)"},
-    {"shown", [](Case c) { c.bench().hide(); },
-     "Bench: shown is no on the screen, yes in the data"},
+     "Sample.Text1: edit marker is yes on the screen, no in the data"},
+    {"minimised", [](Case c) { c.window().showMinimized(); },
+     R"(Sample: state is "minimised" on the screen, "normal" in the data)"},
+    {"maximised", [](Case c) { c.window().showMaximized(); },
+     R"(Sample: state is "maximised" on the screen, "normal" in the data)"},
+    {"shown", [](Case c) { c.window().hide(); },
+     "Sample: shown is no on the screen, yes in the data"},
     {"gone", [](Case c) { c.on_screen(Command1).setObjectName(""); },
-     "Bench.Command1: is 0 times on the screen"},
+     "Sample.Command1: is 0 times on the screen"},
     {"doubled", [](Case c) { c.on_screen(Text2).setObjectName("Text1"); },
-     "Bench.Text1: is 2 times on the screen"},
+     "Sample.Text1: is 2 times on the screen"},
 };
 
 const Change colours[] = {
     {"background",
      [](Case c) { set_colour(c.on_screen(Label1), QPalette::Active, QPalette::Window); },
-     "Bench.Label1: background is #0000ff on the screen, #ffff00 in the data"},
+     "Sample.Label1: background is #0000ff on the screen, #ffff00 in the data"},
     {"background_while_off",
      [](Case c) { set_colour(c.on_screen(Text1), QPalette::Disabled, QPalette::Base); },
-     "Bench.Text1: background while off is #0000ff on the screen, #ffff00 in the data"},
+     "Sample.Text1: background while off is #0000ff on the screen, #ffff00 in the data"},
     {"foreground",
      [](Case c) { set_colour(c.on_screen(Text1), QPalette::Inactive, QPalette::Text); },
-     "Bench.Text1: foreground is #0000ff on the screen, #010203 in the data"},
+     "Sample.Text1: foreground is #0000ff on the screen, #010203 in the data"},
     {"inherited_background",
      [](Case c) { set_colour(c.on_screen(Check1), QPalette::Active, QPalette::Window); },
-     "Bench.Check1: background is #0000ff on the screen, #c8d2dc in the data"},
-    {"window", [](Case c) { set_colour(c.bench(), QPalette::Active, QPalette::Window); },
-     "Bench: background is #0000ff on the screen, #c8d2dc in the data"},
+     "Sample.Check1: background is #0000ff on the screen, #c8d2dc in the data"},
+    {"window", [](Case c) { set_colour(c.window(), QPalette::Active, QPalette::Window); },
+     "Sample: background is #0000ff on the screen, #c8d2dc in the data"},
     {"unfilled", [](Case c) { c.on_screen(Option_a).setAutoFillBackground(false); },
-     "Bench.Option_a: background drawn is no on the screen, yes in the data"},
+     "Sample.Option_a: background drawn is no on the screen, yes in the data"},
     {"role", [](Case c) { c.on_screen(Label1).setForegroundRole(QPalette::Link); },
-     "Bench.Label1: role of the foreground is 14 on the screen, 0 in the data"},
+     "Sample.Label1: role of the foreground is 14 on the screen, 0 in the data"},
     {"pointer", [](Case c) { c.on_screen(Command1).setCursor(Qt::WaitCursor); },
-     "Bench.Command1: pointer is 3 on the screen, 0 in the data"},
+     "Sample.Command1: pointer is 3 on the screen, 0 in the data"},
     {"pointer_by_frame", [](Case c) { c.on_screen(Frame1).unsetCursor(); },
-     "Bench.Inside: pointer is 0 on the screen, 13 in the data"},
+     "Sample.Inside: pointer is 0 on the screen, 13 in the data"},
 };
 
 const Change values[] = {
     {"slider", [](Case c) { c.on_screen<QSlider>(Slider_flat).setValue(51); },
-     "Bench.Slider_flat: value is 51 on the screen, 50 in the data"},
+     "Sample.Slider_flat: value is 51 on the screen, 50 in the data"},
     {"handle",
      [](Case c) {
          c.on_screen<QSlider>(Slider_flat).setTracking(false);
          c.on_screen<QSlider>(Slider_flat).setSliderDown(true);
          c.on_screen<QSlider>(Slider_flat).setSliderPosition(60);
      },
-     "Bench.Slider_flat: handle is 60 on the screen, 50 in the data"},
+     "Sample.Slider_flat: handle is 60 on the screen, 50 in the data"},
     {"minimum", [](Case c) { c.on_screen<QSlider>(Slider_flat).setMinimum(1); },
-     "Bench.Slider_flat: least value is 1 on the screen, 0 in the data"},
+     "Sample.Slider_flat: least value is 1 on the screen, 0 in the data"},
     {"maximum", [](Case c) { c.on_screen<QSlider>(Slider_flat).setMaximum(99); },
-     "Bench.Slider_flat: greatest value is 99 on the screen, 100 in the data"},
+     "Sample.Slider_flat: greatest value is 99 on the screen, 100 in the data"},
     {"small_step", [](Case c) { c.on_screen<QSlider>(Slider_flat).setSingleStep(2); },
-     "Bench.Slider_flat: small step is 2 on the screen, 1 in the data"},
+     "Sample.Slider_flat: small step is 2 on the screen, 1 in the data"},
     {"large_step", [](Case c) { c.on_screen<QSlider>(Slider_flat).setPageStep(2); },
-     "Bench.Slider_flat: large step is 2 on the screen, 20 in the data"},
+     "Sample.Slider_flat: large step is 2 on the screen, 20 in the data"},
     {"tick_distance", [](Case c) { c.on_screen<QSlider>(Slider_tall).setTickInterval(2); },
-     "Bench.Slider_tall: distance of ticks is 2 on the screen, 10 in the data"},
+     "Sample.Slider_tall: distance of ticks is 2 on the screen, 10 in the data"},
     {"ticks", [](Case c) { c.on_screen<QSlider>(Slider_tall).setTickPosition(QSlider::NoTicks); },
-     "Bench.Slider_tall: ticks is no on the screen, yes in the data"},
+     "Sample.Slider_tall: ticks is no on the screen, yes in the data"},
     {"upright", [](Case c) { c.on_screen<QSlider>(Slider_tall).setOrientation(Qt::Horizontal); },
-     "Bench.Slider_tall: upright is no on the screen, yes in the data"},
+     "Sample.Slider_tall: upright is no on the screen, yes in the data"},
     {"stretch", [](Case c) { c.on_screen(Slider_flat).setProperty("marked_stretch", 13); },
-     "Bench.Slider_flat: marked stretch is 13 on the screen, 12 in the data"},
+     "Sample.Slider_flat: marked stretch is 13 on the screen, 12 in the data"},
     {"bar", [](Case c) { c.on_screen<QProgressBar>(ProgressBar1).setValue(41); },
-     "Bench.ProgressBar1: value is 41 on the screen, 40 in the data"},
+     "Sample.ProgressBar1: value is 41 on the screen, 40 in the data"},
     {"bar_range", [](Case c) { c.on_screen<QProgressBar>(ProgressBar1).setMaximum(90); },
-     "Bench.ProgressBar1: greatest value is 90 on the screen, 100 in the data"},
+     "Sample.ProgressBar1: greatest value is 90 on the screen, 100 in the data"},
     {"option", [](Case c) { c.on_screen<QAbstractButton>(Option_a).setChecked(false); },
-     "Bench.Option_a: selected is no on the screen, yes in the data"},
+     "Sample.Option_a: selected is no on the screen, yes in the data"},
     {"check_box",
      [](Case c) {
          c.on_screen<QAbstractButton>(Check1).setCheckable(true);
          c.on_screen<QAbstractButton>(Check1).setChecked(true);
      },
-     "Bench.Check1: selected is yes on the screen, no in the data"},
+     "Sample.Check1: selected is yes on the screen, no in the data"},
     {"selection", [](Case c) { c.on_screen<QComboBox>(Combo1).setCurrentIndex(0); },
-     "Bench.Combo1: selected item is 0 on the screen, 1 in the data"},
+     "Sample.Combo1: selected item is 0 on the screen, 1 in the data"},
     {"item", [](Case c) { c.on_screen<QComboBox>(Combo1).setItemText(0, "COM9"); },
-     R"(Bench.Combo1: item 0 is "COM9" on the screen, "COM1" in the data)"},
+     R"(Sample.Combo1: item 0 is "COM9" on the screen, "COM1" in the data)"},
     {"item_tip",
      [](Case c) { c.on_screen<QComboBox>(Combo1).setItemData(1, "third", Qt::ToolTipRole); },
-     R"(Bench.Combo1: tip of item 1 is "third" on the screen, "second" in the data)"},
+     R"(Sample.Combo1: tip of item 1 is "third" on the screen, "second" in the data)"},
     {"items", [](Case c) { c.on_screen<QComboBox>(Combo1).addItem("COM3"); },
-     "Bench.Combo1: number of items is 3 on the screen, 2 in the data"},
+     "Sample.Combo1: number of items is 3 on the screen, 2 in the data"},
 };
 
 std::string name_of(const ::testing::TestParamInfo<Change>& of) { return of.param.name; }

@@ -1,5 +1,5 @@
 // What the operator does with the mouse reaches the handlers, and nothing else does.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -16,9 +16,9 @@ using namespace test_window;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class Mouse : public QtBench {
+class Mouse : public WindowFixture {
   protected:
-    Mouse() { open(Bench); }
+    Mouse() { open(Sample); }
 
     void note(Widget& w) {
         const std::string name = full_name(w);
@@ -34,7 +34,7 @@ class Mouse : public QtBench {
     std::vector<std::string> acts;
 };
 
-TEST_F(Mouse, AClickOnAButtonRunsItsHandlerOnceAndGivesItTheFocus) {
+TEST_F(Mouse, ClickRunsAButtonsHandlerOnce) {
     note(Command1);
     click(face(Command1));
     EXPECT_THAT(acts, ElementsAre("Command1"));
@@ -42,14 +42,14 @@ TEST_F(Mouse, AClickOnAButtonRunsItsHandlerOnceAndGivesItTheFocus) {
     EXPECT_TRUE(face(Command1).hasFocus());
 }
 
-TEST_F(Mouse, WhatIsDisabledOrHiddenDoesNotAnswer) {
+TEST_F(Mouse, DisabledOrHiddenControlIgnoresClicks) {
     note(Command1);
     set_enabled(Command1, false);
     click(face(Command1));
     set_enabled(Command1, true);
-    set_enabled(Bench, false);
+    set_enabled(Sample, false);
     click(face(Command1));
-    set_enabled(Bench, true);
+    set_enabled(Sample, true);
     QTest::mouseClick(&face(Command1), Qt::LeftButton);
     set_visible(Command1, false); // before the click has reached the logic
     settle();
@@ -57,7 +57,7 @@ TEST_F(Mouse, WhatIsDisabledOrHiddenDoesNotAnswer) {
 }
 
 // Each is refused by what comes ahead of it; the toolkit has already shown it as done.
-TEST_F(Mouse, RefusedStepLeavesTheDataOnTheScreen) {
+TEST_F(Mouse, RejectedSliderStepIsTakenBack) {
     face<QSlider>(Slider_flat).triggerAction(QSlider::SliderPageStepAdd);
     EXPECT_NE(face<QSlider>(Slider_flat).value(), 50);
     set_enabled(Slider_flat, false);
@@ -65,14 +65,14 @@ TEST_F(Mouse, RefusedStepLeavesTheDataOnTheScreen) {
     EXPECT_EQ(face<QSlider>(Slider_flat).value(), 50);
 }
 
-TEST_F(Mouse, RefusedTypingLeavesTheDataOnTheScreen) {
+TEST_F(Mouse, RejectedLetterIsTakenBack) {
     set_focus(Text1);
-    Bench.on.key = [](int, int) { post([] { set_enabled(Text1, false); }); };
+    Sample.on.key = [](int, int) { post([] { set_enabled(Text1, false); }); };
     press(face(Text1), Qt::Key_7);
     EXPECT_EQ(face<QLineEdit>(Text1).text(), "");
 }
 
-TEST_F(Mouse, ADoubleClickOnALabelIsOneClickAndOneDoubleClick) {
+TEST_F(Mouse, DoubleClickOnALabelFollowsOneClick) {
     note(Label1);
     QTest::mouseClick(&face(Label1), Qt::LeftButton);
     QTest::mouseDClick(&face(Label1), Qt::LeftButton);
@@ -80,7 +80,7 @@ TEST_F(Mouse, ADoubleClickOnALabelIsOneClickAndOneDoubleClick) {
     EXPECT_THAT(acts, ElementsAre("Label1", "Label1 twice"));
 }
 
-TEST_F(Mouse, AButtonThatIsLeftBeforeItsReleaseIsNoClick) {
+TEST_F(Mouse, ReleaseOutsideAButtonIsNoClick) {
     note(Label1);
     note(Command1);
     for (Widget* w : {&Label1, &Command1}) {
@@ -92,7 +92,7 @@ TEST_F(Mouse, AButtonThatIsLeftBeforeItsReleaseIsNoClick) {
     EXPECT_THAT(acts, IsEmpty());
 }
 
-TEST_F(Mouse, AnOptionSwitchesTheOthersOfItsGroupOff) {
+TEST_F(Mouse, SelectedOptionClearsItsGroup) {
     note(Option_a);
     note(Option_b);
     click(face(Option_a));
@@ -102,7 +102,7 @@ TEST_F(Mouse, AnOptionSwitchesTheOthersOfItsGroupOff) {
     EXPECT_TRUE(face<QRadioButton>(Option_b).isChecked());
 }
 
-TEST_F(Mouse, AClickOnTheOptionThatIsOnRunsItsHandlerAndLeavesItOn) {
+TEST_F(Mouse, ClickOnASelectedOptionRunsItsHandler) {
     click(face(Option_a));
     note(Option_a);
     click(face(Option_a));
@@ -110,7 +110,7 @@ TEST_F(Mouse, AClickOnTheOptionThatIsOnRunsItsHandlerAndLeavesItOn) {
     EXPECT_TRUE(face<QRadioButton>(Option_a).isChecked());
 }
 
-TEST_F(Mouse, ACheckBoxFollowsItsModelEvenWhenTheHandlerTakesTheChoiceBack) {
+TEST_F(Mouse, HandlerCanClearItsCheckBox) {
     Check1.on.click = [] {
         if (selected(Check1)) select_and_run_handler(Check1, false);
     };
@@ -119,7 +119,7 @@ TEST_F(Mouse, ACheckBoxFollowsItsModelEvenWhenTheHandlerTakesTheChoiceBack) {
     EXPECT_FALSE(face<QCheckBox>(Check1).isChecked());
 }
 
-TEST_F(Mouse, EnteringAFieldRunsItsHandlerWhichMayMarkAndClearIt) {
+TEST_F(Mouse, ClickHandlerOfAFieldRunsBeforeTyping) {
     set_text(Text1, "450");
     Text1.on.click = [] {
         set_edit_marker(Text1, true);
@@ -134,7 +134,7 @@ TEST_F(Mouse, EnteringAFieldRunsItsHandlerWhichMayMarkAndClearIt) {
     EXPECT_TRUE(face(Text1).property("edit_marker").toBool());
 }
 
-TEST_F(Mouse, AChosenItemRunsTheHandlerAlsoWhenItIsTheOneOnView) {
+TEST_F(Mouse, ChoosingTheSelectedItemRunsTheHandler) {
     set_items(Combo1, {"A", "B", "C"});
     note(Combo1);
     auto& combo = face<QComboBox>(Combo1);
@@ -148,7 +148,7 @@ TEST_F(Mouse, AChosenItemRunsTheHandlerAlsoWhenItIsTheOneOnView) {
     EXPECT_EQ(Combo1.look.list_index, 2);
 }
 
-TEST_F(Mouse, AMenuEntryRunsItsHandlerAndLeavesTheMarkToTheLogic) {
+TEST_F(Mouse, MenuItemKeepsItsTickWhenClicked) {
     note(mnu_mark);
     set_checked(mnu_mark, true);
     action(mnu_mark).trigger();
@@ -157,7 +157,7 @@ TEST_F(Mouse, AMenuEntryRunsItsHandlerAndLeavesTheMarkToTheLogic) {
     EXPECT_TRUE(action(mnu_mark).isChecked());
 }
 
-TEST_F(Mouse, ADraggedSliderScrollsAllTheWayAndChangesOnceAtItsEnd) {
+TEST_F(Mouse, DragRunsTheChangeHandlerOnceAtItsEnd) {
     note(Slider_flat);
     start_drag(face(Slider_flat), 60);
     drag_on(face(Slider_flat), 80);
@@ -172,7 +172,7 @@ TEST_F(Mouse, ADraggedSliderScrollsAllTheWayAndChangesOnceAtItsEnd) {
     EXPECT_EQ(std::count(acts.begin(), acts.end(), at_end), 1);
 }
 
-TEST_F(Mouse, AnUprightSliderHasItsLowestValueAtTheTop) {
+TEST_F(Mouse, VerticalSliderHasItsLowestValueAtTheTop) {
     auto& slider = face<QSlider>(Slider_tall);
     start_drag(slider, 100);
     QTest::mouseMove(&slider, QPoint(slider.width() / 2, slider.height() - 1));
@@ -186,7 +186,7 @@ TEST_F(Mouse, AnUprightSliderHasItsLowestValueAtTheTop) {
     EXPECT_EQ(value(Slider_tall), 0);
 }
 
-TEST_F(Mouse, ADragThatEndsWhereItBeganChangesNothing) {
+TEST_F(Mouse, DragBackToItsStartRunsNoChangeHandler) {
     note(Slider_flat);
     start_drag(face(Slider_flat), 70);
     drag_on(face(Slider_flat), 50);
@@ -211,7 +211,7 @@ TEST_F(Mouse, DragBeyondTheScaleStopsAtItsEnd) {
     EXPECT_EQ(slider.value(), 100);
 }
 
-TEST_F(Mouse, AHandlerMaySpringTheSliderBack) {
+TEST_F(Mouse, HandlerCanMoveItsSliderBack) {
     Slider_flat.on.change = [] {
         if (value(Slider_flat) > 60) set_value_and_run_handler(Slider_flat, 60);
     };
@@ -221,7 +221,7 @@ TEST_F(Mouse, AHandlerMaySpringTheSliderBack) {
     EXPECT_EQ(face<QSlider>(Slider_flat).value(), 60);
 }
 
-TEST_F(Mouse, AValueFromCodeIsShownAndRunsWhatItsTableSays) {
+TEST_F(Mouse, AssignedValueRunsOnlyTheHandlerOfItsTable) {
     note(Slider_flat);
     note(Slider_eager);
     set_value_and_run_handler(Slider_flat, 70);
@@ -233,7 +233,7 @@ TEST_F(Mouse, AValueFromCodeIsShownAndRunsWhatItsTableSays) {
     EXPECT_EQ(face<QSlider>(Slider_eager).value(), 1300);
 }
 
-TEST_F(Mouse, AClickBesideTheHandleIsALargeStep) {
+TEST_F(Mouse, ClickBesideTheHandleIsALargeStep) {
     note(Slider_flat);
     auto& slider = face<QSlider>(Slider_flat);
     QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(slider.width() - 4, slider.height() / 2));

@@ -3,7 +3,7 @@
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
 
@@ -46,7 +46,7 @@ class OpenedFile {
     int watch_;
 };
 
-class PlainText : public QtBench {
+class PlainText : public WindowFixture {
   protected:
     PlainText() {
         QImage(8, 8, QImage::Format_RGB32).save(picture);
@@ -82,7 +82,7 @@ class PlainText : public QtBench {
     std::unique_ptr<OpenedFile> watch;
 };
 
-TEST_F(PlainText, IsWhatTheTipsOfAFileAre) {
+TEST_F(PlainText, IsShownInTipsFromAFile) {
     QDir(folder.path()).mkdir("language");
     QFile tips(folder.filePath("language/tips_uk.ini"));
     ASSERT_TRUE(tips.open(QFile::WriteOnly));
@@ -105,18 +105,18 @@ TEST_F(PlainText, IsWhatTheTipsOfAFileAre) {
     expect_not_opened("the tips of Form1");
 }
 
-TEST_F(PlainText, IsWhatAFolderNameInATipIs) {
+TEST_F(PlainText, IsShownForAFolderNameInATip) {
     const std::string two_lines = "COM1: " + text + "\nCOM2: " + text;
-    open(Bench);
-    for (Widget* w : Bench.controls) {
+    open(Sample);
+    for (Widget* w : Sample.controls) {
         set_tip(*w, two_lines);
         EXPECT_EQ(tip_of(face(*w)).toStdString(), two_lines) << full_name(*w);
     }
     expect_not_opened("the tips of each kind of control");
 }
 
-TEST_F(PlainText, IsWhatTheTipOfAListsEntryIs) {
-    open(Bench);
+TEST_F(PlainText, IsShownInTheTipOfAListEntry) {
+    open(Sample);
     set_items(Combo1, {text, "B"});
     set_item_tips(Combo1, {"COM1: " + text, "COM2"});
     auto& list = face<QComboBox>(Combo1);
@@ -130,8 +130,8 @@ TEST_F(PlainText, IsWhatTheTipOfAListsEntryIs) {
     expect_not_opened("the entries");
 }
 
-TEST_F(PlainText, IsWhatTheTipOfAMenusEntryIs) {
-    open(Bench);
+TEST_F(PlainText, IsShownInTheTipOfAMenuItem) {
+    open(Sample);
     set_text(mnu_mark, text);
     QMenu& menu = *action(mnu_tools).menu();
     for (const std::string& tip : {text, std::string()}) {
@@ -144,27 +144,27 @@ TEST_F(PlainText, IsWhatTheTipOfAMenusEntryIs) {
     expect_not_opened("the entries");
 }
 
-TEST_F(PlainText, IsWhatEachCaptionIs) {
-    open(Bench);
-    for (Widget* w : Bench.controls) {
+TEST_F(PlainText, IsShownInEachCaption) {
+    open(Sample);
+    for (Widget* w : Sample.controls) {
         set_text(*w, text);
         settle();
-        top(Bench).grab();
+        top(Sample).grab();
         expect_not_opened(full_name(*w));
     }
     EXPECT_EQ(face<QLabel>(Label1).text(), markup);
     EXPECT_EQ(face<QPushButton>(Command1).text().replace("&&", "&"), markup);
 }
 
-TEST_F(PlainText, IsWhatTheTitleOfAWindowIs) {
-    open(Bench);
-    set_text(Bench, "a [*] b [*][*] & <b>");
-    EXPECT_EQ(top(Bench).windowTitle().replace("[*][*]", "[*]"), "a [*] b [*][*] & <b>");
-    EXPECT_EQ(top(Bench).windowHandle()->title(), "a [*] b [*][*] & <b>");
+TEST_F(PlainText, IsShownInAWindowTitle) {
+    open(Sample);
+    set_text(Sample, "a [*] b [*][*] & <b>");
+    EXPECT_EQ(top(Sample).windowTitle().replace("[*][*]", "[*]"), "a [*] b [*][*] & <b>");
+    EXPECT_EQ(top(Sample).windowHandle()->title(), "a [*] b [*][*] & <b>");
 }
 
-TEST_F(PlainText, IsWhatAMessageBoxShows) {
-    open(Bench);
+TEST_F(PlainText, IsShownInAMessageBox) {
+    open(Sample);
     answer<QMessageBox>("message_box", [&](QMessageBox& box) {
         const auto* label = box.findChild<QLabel*>("qt_msgbox_label");
         EXPECT_EQ(label->text(), markup);
@@ -176,8 +176,8 @@ TEST_F(PlainText, IsWhatAMessageBoxShows) {
     expect_not_opened("the box");
 }
 
-TEST_F(PlainText, IsWhatAnInputBoxShows) {
-    open(Bench);
+TEST_F(PlainText, IsShownInAnInputBox) {
+    open(Sample);
     answer<QInputDialog>("input_box", [&](QInputDialog& box) {
         box.grab();
         EXPECT_EQ(box.findChild<QLabel*>()->text().replace("&&", "&"), markup);

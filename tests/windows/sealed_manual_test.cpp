@@ -1,5 +1,5 @@
 // The manual opens regular files of its own folder, and nothing else.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,7 +21,7 @@
 namespace zol::view {
 namespace {
 
-class SealedManual : public QtBench {
+class SealedManual : public WindowFixture {
   protected:
     SealedManual() : watch(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
         for (const char* path : {"manual/uk", "outside"})
@@ -105,7 +105,7 @@ TEST_F(SealedManual, ShowsNoPictureFromOutside) {
 }
 
 // Another format may name files of its own.
-TEST_F(SealedManual, ShowsNoPictureThatIsNoPng) {
+TEST_F(SealedManual, ShowsOnlyPngPictures) {
     ASSERT_TRUE(
         QImage(7, 7, QImage::Format_RGB32).save(folder.filePath("manual/uk/inside.png"), "BMP"));
     open_page("<img src='inside.png'>");
@@ -114,7 +114,7 @@ TEST_F(SealedManual, ShowsNoPictureThatIsNoPng) {
     EXPECT_EQ(picture.value<QImage>().width(), 1);
 }
 
-TEST_F(SealedManual, TakesNoStyleSheetFromOutside) {
+TEST_F(SealedManual, LoadsNoStyleSheetFromOutside) {
     link("manual/uk/link.css", "outside/secret.css");
     for (const QString& way : ways_to("secret.css") + QStringList{"link.css", "pipe"}) {
         open_page("<link rel='stylesheet' type='text/css' href='" + way.toUtf8() + "'>");
@@ -124,7 +124,7 @@ TEST_F(SealedManual, TakesNoStyleSheetFromOutside) {
     }
 }
 
-TEST_F(SealedManual, SearchesPagesWithoutOpeningWhatTheyName) {
+TEST_F(SealedManual, SearchOpensNoFileNamedByAPage) {
     link("manual/uk/link.htm", "outside/secret.htm");
     write("manual/uk/contents.txt", "index.htm\tIndex\npipe.htm\tPipe\nlink.htm\tLink\n"
                                     "../../outside/secret.htm\tSecret\nsecond.htm\tSecond\n");
@@ -143,7 +143,7 @@ TEST_F(SealedManual, SearchesPagesWithoutOpeningWhatTheyName) {
     EXPECT_FALSE(opened());
 }
 
-TEST_F(SealedManual, LeadsToNoPageOutside) {
+TEST_F(SealedManual, OpensNoPageOutside) {
     link("manual/uk/link.htm", "outside/secret.htm");
     open_page("");
     for (const QString& way : ways_to("secret.htm") + QStringList{"link.htm", "pipe", "."}) {
@@ -154,7 +154,7 @@ TEST_F(SealedManual, LeadsToNoPageOutside) {
     }
 }
 
-TEST_F(SealedManual, OpensAtNoTopicOutside) {
+TEST_F(SealedManual, OpensNoTopicOutside) {
     link("manual/uk/link.htm", "outside/secret.htm");
     QDir(folder.path()).rename("outside", "manual2");
     for (const char* topic :
@@ -165,7 +165,7 @@ TEST_F(SealedManual, OpensAtNoTopicOutside) {
     }
 }
 
-TEST_F(SealedManual, TakesTheContentsFromItsOwnFolderOnly) {
+TEST_F(SealedManual, ReadsNoContentsOutside) {
     link("manual/uk/contents.txt", "outside/secret.txt");
     open_page("");
     EXPECT_EQ(part<QListWidget>("Contents")->count(), 0);
@@ -173,7 +173,7 @@ TEST_F(SealedManual, TakesTheContentsFromItsOwnFolderOnly) {
     EXPECT_FALSE(opened());
 }
 
-TEST_F(SealedManual, TakesTheContentsFromNoPipe) {
+TEST_F(SealedManual, ReadsNoContentsFromAPipe) {
     ASSERT_EQ(::link(folder.filePath("manual/uk/pipe").toLocal8Bit(),
                      folder.filePath("manual/uk/contents.txt").toLocal8Bit()),
               0);
@@ -183,7 +183,7 @@ TEST_F(SealedManual, TakesTheContentsFromNoPipe) {
     EXPECT_FALSE(opened());
 }
 
-TEST_F(SealedManual, ShowsNoTipOfALink) {
+TEST_F(SealedManual, ShowsNoTipForALink) {
     const QByteArray picture = folder.filePath("outside/secret.png").toUtf8();
     open_page("<a href='second.htm' title='&lt;img src=\"" + picture + "\"&gt;'>zeppelin</a>");
     ASSERT_TRUE(page().find("zeppelin"));
@@ -198,7 +198,7 @@ TEST_F(SealedManual, ShowsNoTipOfALink) {
     QToolTip::hideText();
 }
 
-TEST_F(SealedManual, MayItselfBeALink) {
+TEST_F(SealedManual, FolderCanBeALink) {
     open_page("<img src='../uk/inside.png'>");
     screen.close_manual();
     QDir(folder.path()).mkdir("user");
@@ -210,7 +210,7 @@ TEST_F(SealedManual, MayItselfBeALink) {
     EXPECT_TRUE(page().toPlainText().startsWith("Second"));
 }
 
-TEST_F(SealedManual, TakesNoFileOfATerabyte) {
+TEST_F(SealedManual, ReadsNoFileOfATerabyte) {
     open_page("");
     for (const char* name : {"huge.htm", "huge.png", "contents.txt"}) {
         write("manual/uk/" + QString(name), "<h1>Huge</h1>");
@@ -222,7 +222,7 @@ TEST_F(SealedManual, TakesNoFileOfATerabyte) {
     EXPECT_EQ(part<QListWidget>("Contents")->count(), 0);
 }
 
-TEST_F(SealedManual, ShowsTheWordsOfItsContentsToTheLetter) {
+TEST_F(SealedManual, ShowsItsContentsAsPlainText) {
     const QByteArray markup = "a & <b>b</b> <img src='/nowhere'>";
     write("manual/uk/contents.txt", "index.htm\t" + markup + "\ntitle\t" + markup + "\nback\t" +
                                         markup + "\nnot_found\t" + markup + "\nsearch\t" + markup);

@@ -1,5 +1,5 @@
 // What a control's state looks like: pointed at, pressed, focused, off, waiting, on view.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -22,10 +22,10 @@ namespace {
 
 using namespace test_window;
 
-class States : public QtBench {
+class States : public WindowFixture {
   protected:
     States() {
-        open(Bench);
+        open(Sample);
         run_for(50);
         set_focus(Label1);
     }
@@ -80,7 +80,7 @@ class States : public QtBench {
     }
 };
 
-TEST_F(States, AButtonAMarkAndAFieldShowWhetherTheyArePointedAtFocusedOrOff) {
+TEST_F(States, EachStateOfAControlLooksDifferent) {
     for (Widget* widget : {&Command1, &Option_a, &Check1, &Text1}) {
         const auto pictures = in_every_state(*widget);
         for (std::size_t a = 0; a < pictures.size(); ++a)
@@ -89,7 +89,7 @@ TEST_F(States, AButtonAMarkAndAFieldShowWhetherTheyArePointedAtFocusedOrOff) {
     }
 }
 
-TEST_F(States, ASliderShowsItsFocusAndThatItIsOff) {
+TEST_F(States, FocusedOrDisabledSliderLooksDifferent) {
     for (Widget* widget : {&Slider_flat, &Slider_tall}) {
         const auto pictures = in_every_state(*widget);
         EXPECT_NE(pictures[0], pictures[2]) << full_name(*widget);
@@ -97,14 +97,14 @@ TEST_F(States, ASliderShowsItsFocusAndThatItIsOff) {
     }
 }
 
-TEST_F(States, AButtonHeldDownIsDarkerThanOneAtRest) {
+TEST_F(States, PressedButtonIsDarker) {
     const QPoint middle(6, 6);
     const int at_rest = picture(Command1).pixelColor(middle).lightness();
     face<QAbstractButton>(Command1).setDown(true);
     EXPECT_LT(picture(Command1).pixelColor(middle).lightness(), at_rest - 20);
 }
 
-TEST_F(States, AFieldThatWaitsForItsNumberHasARedEdge) {
+TEST_F(States, FieldWithAnEditMarkerHasARedEdge) {
     set_edit_marker(Text1, true);
     settle();
     const QColor edge = picture(Text1).pixelColor(1, face(Text1).height() / 2);
@@ -116,7 +116,7 @@ TEST_F(States, AFieldThatWaitsForItsNumberHasARedEdge) {
 }
 
 // Service records on flashing red: grey letters that nobody could read.
-TEST_F(States, ATextThatItsGroundWouldSwallowIsDrawnInBlackOrWhite) {
+TEST_F(States, TextOfLowContrastIsDrawnInBlackOrWhite) {
     const Colour graphite = rgb(79, 89, 81);
     const auto darkest = [&] {
         int least = 255;
@@ -140,8 +140,8 @@ TEST_F(States, ATextThatItsGroundWouldSwallowIsDrawnInBlackOrWhite) {
 }
 
 // At three times its size, where letters are broad enough to show their colour in full.
-TEST_F(States, WhatWaitsBeneathADialogIsPalerAndCanStillBeRead) {
-    set_back(Bench, rgb(229, 233, 237));
+TEST_F(States, DisabledWindowIsPaleButLegible) {
+    set_back(Sample, rgb(229, 233, 237));
     set_back(Text1, white);
     set_text(Text1, "3900");
     set_items(Combo1, {"Toroidal"});
@@ -149,11 +149,11 @@ TEST_F(States, WhatWaitsBeneathADialogIsPalerAndCanStillBeRead) {
     set_visible(Inside, false);
     set_back(Label1, rgb(64, 0, 0));
     set_fore(Label1, rgb(255, 243, 214));
-    top(Bench).resize(top(Bench).size() * 3);
+    top(Sample).resize(top(Sample).size() * 3);
     settle();
     const QList<QWidget*> shown{
         &face(Label1), &face(Command1), &face(Option_a), &face(Check1),
-        &face(Text1),  &face(Combo1),   &face(Frame1),   top(Bench).findChild<QMenuBar*>()};
+        &face(Text1),  &face(Combo1),   &face(Frame1),   top(Sample).findChild<QMenuBar*>()};
     const auto contrasts = [&] {
         std::vector<double> all;
         for (QWidget* one : shown)
@@ -161,7 +161,7 @@ TEST_F(States, WhatWaitsBeneathADialogIsPalerAndCanStillBeRead) {
         return all;
     };
     const auto enabled = contrasts();
-    set_enabled(Bench, false);
+    set_enabled(Sample, false);
     settle();
     const auto disabled = contrasts();
     for (qsizetype i = 0; i < shown.size(); ++i) {
@@ -174,7 +174,7 @@ TEST_F(States, WhatWaitsBeneathADialogIsPalerAndCanStillBeRead) {
             EXPECT_GE(qt::contrast(ground, qt::faded_on(ground, ink)), 4.5);
 }
 
-TEST_F(States, NoTextOfTheProgramIsLostWhileItsWindowIsOff) {
+TEST_F(States, EachTextIsLegibleInADisabledWindow) {
     for (Widget* window : {&form1::Form1, &form2::Form2, &form3::Form3, &form_power::Form_power,
                            &acquisizione::acquisizione, &centralina_attiva::Centralina_Attiva}) {
         load(*window);
@@ -192,7 +192,7 @@ TEST_F(States, NoTextOfTheProgramIsLostWhileItsWindowIsOff) {
     }
 }
 
-TEST_F(States, TheFocusIsSeenOnADarkRedWindowToo) {
+TEST_F(States, FocusIsVisibleOnADarkRedWindow) {
     const QColor claret(154, 0, 0);
     for (Widget* widget : {&Command1, &Text1, &Combo1}) {
         face(*widget).setFocus(Qt::TabFocusReason);
@@ -205,7 +205,7 @@ TEST_F(States, TheFocusIsSeenOnADarkRedWindowToo) {
 }
 
 // It tells the value last read, and is no level that the handle would have to follow.
-TEST_F(States, ASlidersMarkLiesInItsGrooveBeneathTheHandle) {
+TEST_F(States, SliderMarkIsDrawnOnlyInTheGroove) {
     for (Widget* widget : {&Slider_flat, &Slider_tall}) {
         const QImage plain = picture(*widget);
         set_selection_length(*widget, widget->look.max - widget->look.min);
@@ -224,9 +224,9 @@ TEST_F(States, ASlidersMarkLiesInItsGrooveBeneathTheHandle) {
     }
 }
 
-TEST_F(States, AnEmptyBarDoesNotLookLikeAFullOne) {
+TEST_F(States, EmptyProgressBarDiffersFromAFullOne) {
     for (const Colour ground : {rgb(18, 22, 26), rgb(229, 233, 237)}) {
-        set_back(Bench, ground);
+        set_back(Sample, ground);
         const auto middle = [&] {
             settle();
             const QImage bar = picture(ProgressBar1);
@@ -240,7 +240,7 @@ TEST_F(States, AnEmptyBarDoesNotLookLikeAFullOne) {
     }
 }
 
-TEST_F(States, TheControlsThatHoldTheKeysAreNotSeen) {
+TEST_F(States, KeyFocusControlsAreInvisible) {
     open(form1::Form1);
     for (Widget* widget : {&form1::Text2, &form1::cmd_focus}) {
         set_focus(*widget);
@@ -252,7 +252,7 @@ TEST_F(States, TheControlsThatHoldTheKeysAreNotSeen) {
     }
 }
 
-TEST_F(States, ATextKeepsOffTheEdgeOfItsFieldAndAnArrowGrowsWithItsList) {
+TEST_F(States, FieldPaddingIsScaledWithTheWindow) {
     const auto arrow = [&] {
         QStyleOptionComboBox option;
         option.initFrom(&face(Combo1));
@@ -270,20 +270,20 @@ TEST_F(States, ATextKeepsOffTheEdgeOfItsFieldAndAnArrowGrowsWithItsList) {
             .left();
     };
     const int arrow_before = arrow(), indent_before = indent();
-    top(Bench).resize(top(Bench).size() * 2);
+    top(Sample).resize(top(Sample).size() * 2);
     settle();
     EXPECT_NEAR(arrow(), 2 * arrow_before, 2);
     EXPECT_GE(indent(), indent_before + 2);
 }
 
-TEST_F(States, ASlidersHandleGrowsWithItsWindow) {
+TEST_F(States, SliderHandleIsScaledWithTheWindow) {
     const int before = handle_length(Slider_flat);
-    top(Bench).resize(top(Bench).size() * 2);
+    top(Sample).resize(top(Sample).size() * 2);
     settle();
     EXPECT_NEAR(handle_length(Slider_flat), 2 * before, 3);
 }
 
-TEST_F(States, TheButtonOfThePanelOnViewIsMarked) {
+TEST_F(States, ButtonOfTheVisiblePanelIsMarked) {
     open(form1::Form1);
     const QImage at_first = picture(form1::Command_engine);
     const QImage other = picture(form1::Command_lambda);
@@ -298,7 +298,7 @@ TEST_F(States, TheButtonOfThePanelOnViewIsMarked) {
     EXPECT_EQ(picture(form1::Command_lambda), other);
 }
 
-TEST_F(States, TheTanksVoltagesStandOnAScale) {
+TEST_F(States, TankVoltagesHaveAScale) {
     open(form1::Form1);
     set_visible(form1::Frame_impostazioni, true);
     settle();

@@ -1,5 +1,5 @@
 // Waits, timers and the end of the program on the real clock.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <array>
 #include <cstdio>
@@ -12,16 +12,16 @@ using ::testing::AllOf;
 using ::testing::Ge;
 using ::testing::Lt;
 
-class Waits : public QtBench {
+class Waits : public WindowFixture {
   protected:
-    Waits() { open(Bench); }
+    Waits() { open(Sample); }
 
     static int ms_since(std::int64_t start_us) {
         return static_cast<int>((now_us() - start_us) / 1000);
     }
 };
 
-TEST_F(Waits, AWaitLastsAsLongAsItWasMeantTo) {
+TEST_F(Waits, WaitLastsAsLongAsRequested) {
     const auto start = now_us();
     wait_on(Timer2, 60);
     EXPECT_THAT(ms_since(start), Ge(60));
@@ -29,7 +29,7 @@ TEST_F(Waits, AWaitLastsAsLongAsItWasMeantTo) {
     EXPECT_EQ(wait_depth(), 0);
 }
 
-TEST_F(Waits, TimersTickBeneathAWait) {
+TEST_F(Waits, TimersTickDuringAWait) {
     int ticks = 0;
     Timer1.tick = [&] { ++ticks; };
     Timer1.on();
@@ -37,7 +37,7 @@ TEST_F(Waits, TimersTickBeneathAWait) {
     EXPECT_THAT(ticks, AllOf(Ge(1), Lt(6)));
 }
 
-TEST_F(Waits, AClickBeneathAWaitIsServedInIt) {
+TEST_F(Waits, ClickIsHandledDuringAWait) {
     int depth_at_click = -1;
     Command1.on.click = [&] { depth_at_click = wait_depth(); };
     QTest::mouseClick(&face(Command1), Qt::LeftButton);
@@ -45,7 +45,7 @@ TEST_F(Waits, AClickBeneathAWaitIsServedInIt) {
     EXPECT_EQ(depth_at_click, 1);
 }
 
-TEST_F(Waits, ANestedWaitOnTheSharedTimerEndsTheOuterOneWithItself) {
+TEST_F(Waits, NestedWaitCanProlongTheOuterWait) {
     bool inner_over = false;
     Timer1.tick = [&] {
         Timer1.off();
@@ -59,7 +59,7 @@ TEST_F(Waits, ANestedWaitOnTheSharedTimerEndsTheOuterOneWithItself) {
     EXPECT_THAT(ms_since(start), Ge(95)) << "20 until the tick and 80 in it";
 }
 
-TEST_F(Waits, ANestedWaitMayEndTheOuterOneEarly) {
+TEST_F(Waits, NestedWaitCanEndTheOuterWaitEarly) {
     Timer1.tick = [] {
         Timer1.off();
         wait_on(Timer2, 10);
@@ -70,7 +70,7 @@ TEST_F(Waits, ANestedWaitMayEndTheOuterOneEarly) {
     EXPECT_THAT(ms_since(start), Lt(3000));
 }
 
-TEST_F(Waits, ATimerIsNotEnteredAgainWhileItsTickWaits) {
+TEST_F(Waits, TimerDoesNotTickDuringItsOwnTick) {
     int depth = 0, deepest = 0, ticks = 0;
     Timer1.tick = [&] {
         ++ticks;
@@ -84,7 +84,7 @@ TEST_F(Waits, ATimerIsNotEnteredAgainWhileItsTickWaits) {
     EXPECT_EQ(deepest, 1);
 }
 
-TEST_F(Waits, AnotherTimerTicksWhileATickWaits) {
+TEST_F(Waits, AnotherTimerTicksDuringATick) {
     bool in_wait = false, ticked_inside = false;
     Timer1.tick = [&] {
         Timer1.off();
@@ -99,7 +99,7 @@ TEST_F(Waits, AnotherTimerTicksWhileATickWaits) {
     EXPECT_TRUE(ticked_inside);
 }
 
-TEST_F(Waits, ATimerThatIsAlwaysDueLeavesTheOperatorHisTurn) {
+TEST_F(Waits, OverdueTimerDoesNotBlockInput) {
     int ticks = 0;
     bool clicked = false;
     Command1.on.click = [&] { clicked = true; };
@@ -108,7 +108,7 @@ TEST_F(Waits, ATimerThatIsAlwaysDueLeavesTheOperatorHisTurn) {
         QTest::qSleep(3);
         // From now on it is overdue at each turn.
         if (++ticks == 3)
-            QTimer::singleShot(0, &top(Bench),
+            QTimer::singleShot(0, &top(Sample),
                                [this] { QTest::mouseClick(&face(Command1), Qt::LeftButton); });
     };
     Timer1.on();
@@ -117,7 +117,7 @@ TEST_F(Waits, ATimerThatIsAlwaysDueLeavesTheOperatorHisTurn) {
 }
 
 // Not a promise of the machine's: the figure is printed for those who want to know it.
-TEST_F(Waits, TheAccuracyOfWaitsIsMeasured) {
+TEST_F(Waits, NoWaitEndsEarly) {
     constexpr std::array lengths_ms{5, 20, 50, 100};
     std::int64_t worst_us = 0, sum_us = 0;
     int count = 0;
@@ -137,7 +137,7 @@ TEST_F(Waits, TheAccuracyOfWaitsIsMeasured) {
 
 using EndOfProgramDeathTest = Waits;
 
-TEST_F(EndOfProgramDeathTest, TheProgramEndsFromInsideThreeNestedWaits) {
+TEST_F(EndOfProgramDeathTest, ProgramEndsInsideThreeNestedWaits) {
     Timer1.tick = [] {
         Timer1.off();
         wait_on(Timer2, 3000);
@@ -163,7 +163,7 @@ TEST_F(EndOfProgramDeathTest, TheProgramEndsFromInsideThreeNestedWaits) {
         ::testing::ExitedWithCode(0), "^depth 3\n$");
 }
 
-TEST_F(EndOfProgramDeathTest, TheProgramEndsBeneathAMessageBox) {
+TEST_F(EndOfProgramDeathTest, ProgramEndsWhileAMessageBoxIsOpen) {
     Timer1.tick = [] { end_program(); };
     EXPECT_EXIT(
         {

@@ -1,5 +1,5 @@
 // Nothing is cut, covered or out of reach, whatever the screen and the language.
-#include "tests/windows/fits/fit_bench.h"
+#include "tests/windows/fits/fit_fixture.h"
 
 #include "app/app_state.h"
 #include "app/message_catalogue.h"
@@ -24,7 +24,7 @@
 namespace zol::view {
 namespace {
 
-class EveryWindowFits : public FitBench {
+class EveryWindowFits : public FitFixture {
   protected:
     // Everything that can come out, comes out, and of the panels this one.
     void show_panel(const Widget& panel) {
@@ -59,12 +59,12 @@ class EveryWindowFits : public FitBench {
     }
 };
 
-TEST_P(EveryWindowFits, TheMainWindowWithEachOfItsPanels) {
+TEST_P(EveryWindowFits, MainWindowWithEachPanel) {
     open(form1::Form1);
     expect_each_panel_fits();
 }
 
-TEST_P(EveryWindowFits, TheMainWindowMaximised) {
+TEST_P(EveryWindowFits, MainWindowMaximised) {
     open(form1::Form1);
     set_window_state(form1::Form1, WindowState::maximised);
     settle();
@@ -72,7 +72,7 @@ TEST_P(EveryWindowFits, TheMainWindowMaximised) {
 }
 
 // Back from maximised, then narrow, low, and as small as it lets him.
-TEST_P(EveryWindowFits, TheMainWindowAtWhatSizeTheOperatorGivesIt) {
+TEST_P(EveryWindowFits, MainWindowInEachSize) {
     open(form1::Form1);
     set_window_state(form1::Form1, WindowState::maximised);
     settle();
@@ -88,39 +88,39 @@ TEST_P(EveryWindowFits, TheMainWindowAtWhatSizeTheOperatorGivesIt) {
     }
 }
 
-TEST_P(EveryWindowFits, TheSplashWindow) {
+TEST_P(EveryWindowFits, SplashWindow) {
     open(frm_splash::frmSplash);
     expect_all(frm_splash::frmSplash);
 }
 
-TEST_P(EveryWindowFits, TheConnectionDialog) {
+TEST_P(EveryWindowFits, ConnectionDialog) {
     open(centralina_attiva::Centralina_Attiva);
     expect_all(centralina_attiva::Centralina_Attiva);
 }
 
-TEST_P(EveryWindowFits, TheParameterWindow) {
+TEST_P(EveryWindowFits, ParameterWindow) {
     open(form2::Form2);
     expect_all(form2::Form2);
 }
 
-TEST_P(EveryWindowFits, TheChangeoverWindow) {
+TEST_P(EveryWindowFits, ChangeoverWindow) {
     app::state.ecu_version = 7, app::state.ecu_revision = 71; // all of its frames
     open(form3::Form3);
     expect_all(form3::Form3);
 }
 
-TEST_P(EveryWindowFits, ThePowerDialog) {
+TEST_P(EveryWindowFits, PowerDialog) {
     open(form_power::Form_power);
     expect_all(form_power::Form_power);
 }
 
-TEST_P(EveryWindowFits, TheAcquisitionWindow) {
+TEST_P(EveryWindowFits, AcquisitionWindow) {
     open(acquisizione::acquisizione);
     expect_all(acquisizione::acquisizione);
 }
 
 // A list is as wide as its longest entry, also where its field is not.
-TEST_P(EveryWindowFits, TheOpenList) {
+TEST_P(EveryWindowFits, OpenList) {
     open(form1::Form1);
     show_panel(form1::Frame_impostazioni);
     auto& combo = static_cast<QComboBox&>(face(form1::Combo_tank_level));
@@ -135,7 +135,7 @@ TEST_P(EveryWindowFits, TheOpenList) {
     combo.hidePopup();
 }
 
-TEST_P(EveryWindowFits, TheManual) {
+TEST_P(EveryWindowFits, Manual) {
     const std::string language = GetParam() == std::string("xx") ? "de" : GetParam();
     show_manual(ZOL_SOURCE_DIR "/zol.chm", language + "/index.htm");
     settle();
@@ -157,7 +157,7 @@ TEST_P(EveryWindowFits, TheManual) {
 }
 
 // The longest questions that the program asks.
-TEST_P(EveryWindowFits, ItsBoxes) {
+TEST_P(EveryWindowFits, Boxes) {
     app::state.current_language = GetParam();
     int judged = 0;
     QTimer eyes;

@@ -1,12 +1,10 @@
-#include "tests/windows/fits/fit_bench.h"
+#include "tests/windows/fits/fit_fixture.h"
 
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/message_catalogue.h"
 #include "app/program/language.h"
 #include "app/program/wiring.h"
-#include "tests/support/mirror_check.h"
-#include "tests/support/program_state.h"
 #include "tests/windows/fits/drawn_text.h"
 #include "tests/windows/fits/longest_values.h"
 #include "tests/windows/fits/pseudo_language.h"
@@ -74,33 +72,15 @@ void expect_drawn_whole(QWidget& face, const QString& text, const std::string& n
     EXPECT_EQ(text.mid(at).trimmed().toStdString(), "") << name << " does not show this";
 }
 
-FitBench::FitBench() {
-    tests::reset_program_state();
+FitFixture::FitFixture() {
     app::connect_handlers();
     EXPECT_TRUE(folder_.isValid());
     write_language_files(folder_.path());
     app::use_application_folder(folder_.path().toStdString());
     link::use_serial_port(port_);
-    use_platform(platform);
-    use_screen(screen);
 }
 
-void FitBench::TearDown() {
-    settle();
-    for (const std::string& difference : tests::mirror_differences())
-        ADD_FAILURE() << difference;
-}
-
-FitBench::~FitBench() {
-    for (Widget* window : all_windows()) {
-        window->on.closing = window->on.unload = nullptr;
-        unload(*window);
-    }
-    settle();
-    reset();
-}
-
-void FitBench::settle() {
+void FitFixture::settle() {
     for (int i = 0; i < 3; ++i) {
         screen.catch_up();
         QCoreApplication::processEvents();
@@ -125,7 +105,7 @@ void stretch_fixed_captions(Widget& window) {
 
 } // namespace
 
-void FitBench::open(Widget& window) {
+void FitFixture::open(Widget& window) {
     app::state.current_language = GetParam();
     show(window);
     app::set_language(GetParam());
@@ -134,7 +114,7 @@ void FitBench::open(Widget& window) {
     settle();
 }
 
-void FitBench::expect_window_on_screen(const QWidget& top) const {
+void FitFixture::expect_window_on_screen(const QWidget& top) const {
     constexpr int title_bar = 27;
     const QRect whole = top.screen()->geometry();
     const int frame = top.isMaximized() ? 0 : title_bar;
@@ -158,7 +138,7 @@ bool may_overlap(const Widget& a, const Widget& b) {
 
 } // namespace
 
-void FitBench::expect_places(Widget& window) const {
+void FitFixture::expect_places(Widget& window) const {
     const auto& all = window.controls;
     for (std::size_t i = 0; i < all.size(); ++i) {
         const QWidget& one = face(*all[i]);
@@ -177,7 +157,7 @@ void FitBench::expect_places(Widget& window) const {
     }
 }
 
-void FitBench::expect_text_whole(const Widget& w) const {
+void FitFixture::expect_text_whole(const Widget& w) const {
     QWidget& it = face(w);
     const std::string name = w.window->name + "." + full_name(w);
     switch (w.kind) {
@@ -204,7 +184,7 @@ void FitBench::expect_text_whole(const Widget& w) const {
     }
 }
 
-void FitBench::expect_texts_whole(Widget& window) const {
+void FitFixture::expect_texts_whole(Widget& window) const {
     for (const Widget* w : window.controls) {
         const QWidget& it = face(*w);
         if (!seen(it)) continue;
@@ -213,7 +193,7 @@ void FitBench::expect_texts_whole(Widget& window) const {
     }
 }
 
-void FitBench::expect_longest_texts_whole(Widget& window) {
+void FitFixture::expect_longest_texts_whole(Widget& window) {
     for (const LongestTexts& each : longest_texts()) {
         if (each.widget->window != &window) continue;
         for (const std::string& text : each.texts) {
@@ -224,7 +204,7 @@ void FitBench::expect_longest_texts_whole(Widget& window) {
 }
 
 // Each entry of the bar, and each list that can drop from it.
-void FitBench::expect_menus_whole(Widget& window) const {
+void FitFixture::expect_menus_whole(Widget& window) const {
     const QRect whole = top(window).screen()->geometry();
     for (QMenu* menu : top(window).findChildren<QMenu*>()) {
         EXPECT_LE(menu->sizeHint().width(), whole.width()) << menu->objectName().toStdString();
@@ -241,7 +221,7 @@ void FitBench::expect_menus_whole(Widget& window) const {
     expect_drawn_whole(*bar, captions, window.name + "'s menu bar");
 }
 
-void FitBench::expect_all(Widget& window) {
+void FitFixture::expect_all(Widget& window) {
     expect_window_on_screen(top(window));
     expect_places(window);
     expect_longest_texts_whole(window);

@@ -1,4 +1,5 @@
-// A workbench with the real screen and clock, and an operator who has a mouse and a keyboard.
+// The fixture of all tests of real windows: the real screen and clock, and mouse and keyboard
+// input. After each test it compares all windows with the program's data and unloads them.
 #pragma once
 
 #include "view/operator.h"
@@ -17,9 +18,9 @@
 
 namespace zol::view {
 
-// A window with one of each kind, for what the program's own windows do not show.
+// A window with a control of each kind, for behaviour that the program's own windows do not have.
 namespace test_window {
-extern Widget Bench;
+extern Widget Sample;
 extern Widget mnu_tools, mnu_more, mnu_act, mnu_line, mnu_mark, mnu_top;
 extern Widget Label1, Command1, Option_a, Option_b, Check1, Text1, Text2, Text_notes, Combo1;
 extern Widget Frame1, Inside, Slider_flat, Slider_tall, Slider_eager, ProgressBar1, Lamp;
@@ -31,21 +32,21 @@ extern Widget Dialog, Dialog_ok, Dialog_text;
 extern Timer Timer_dialog;
 } // namespace test_window
 
-class QtBench : public ::testing::Test {
+class WindowFixture : public ::testing::Test {
   protected:
-    QtBench();
-    ~QtBench() override;
-    // What every test leaves on the screen is what its widgets' data says.
+    WindowFixture();
+    ~WindowFixture() override;
     void TearDown() override;
+    // Every window shows what its data has.
     void expect_mirrored();
 
-    // Lets what was posted and what waits in Qt's queue run, with no time to pass.
+    // Handles all posted calls and all events in Qt's queue, without waiting.
     static void settle();
     static void run_for(int ms);
-    // Pumps until `done`; a failure if that never comes.
+    // Pumps until `done`; fails after `seconds`.
     static void run_until(const std::function<bool()>& done, int seconds = 20);
 
-    // Loads and shows the window, and waits until it is the active one.
+    // Loads and shows the window, and waits until it is active.
     void open(Widget& window);
     QWidget& top(Widget& window) const;
     template <typename T = QWidget>
@@ -59,12 +60,12 @@ class QtBench : public ::testing::Test {
     static void click(QWidget& face);
     static void press(QWidget& face, Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     static void type(QWidget& face, const QString& text);
-    // Presses the slider's handle, moves it to where `value` lies, and leaves the button down.
+    // Presses the mouse button on the handle and moves it to the position of `value`.
     static void start_drag(QWidget& slider, int value);
     static void drag_on(QWidget& slider, int value);
     static void end_drag(QWidget& slider);
 
-    // Answers the box of this name as soon as it is up.
+    // Calls `how` for the box of this name as soon as it is visible.
     template <typename Box>
     void answer(const QString& name, const std::function<void(Box&)>& how) {
         poll_for_box([name, how] {
