@@ -14,68 +14,67 @@ constexpr std::array panels = {
     Panel{"Command_impostazioni", "Frame_impostazioni"}, Panel{"Command_engine", "frame_engine"},
     Panel{"Command_lambda", "Frame_Lambda"}, Panel{"Command_diagnosi", "Frame_diagnosi"}};
 
-// False if the panel does not come.
-bool switch_to(Hands& hands, const Panel& to) {
-    hands.click(to.button);
-    return hands.until([&] { return hands.visible(to.panel); });
+// False if the panel is not shown.
+bool switch_to(Ui& ui, const Panel& to) {
+    ui.click(to.button);
+    return ui.wait_until([&] { return ui.visible(to.panel); });
 }
 
 } // namespace
 
-// What is loaded once stays: fonts, menus, panels. The endurance is measured from there.
-void warm_up(Hands& hands, UnitProcess& unit) {
+// Fonts, menus and panels stay in memory once loaded. The endurance is measured after that.
+void warm_up(Ui& ui) {
     for (int turn = 0; turn < 5; ++turn)
         for (const Panel& panel : panels)
-            hands.see("a panel comes", switch_to(hands, panel));
-    come_home(hands);
-    see_it_alive(hands, "at the start");
-    unit.type("throttle 40");
-    Hands::rest(15000);
-    unit.type("throttle 0");
-    hands.see("values come", telegram_comes(hands, unit));
+            ui.check("a panel is shown", switch_to(ui, panel));
+    return_home(ui);
+    check_responsive(ui, "at the start");
+    ui.unit.type("throttle 40");
+    rest(15000);
+    ui.unit.type("throttle 0");
+    expect_values(ui);
 }
 
-void reconnect_often(Hands& hands, UnitProcess& unit) {
+void reconnect_often(Ui& ui) {
     constexpr int times = 50;
-    measured(hands, "50 times the adapter pulled and put back", 2, [&] {
+    measured(ui, "50 times the adapter pulled and put back", 2, [&] {
         int came = 0;
         for (int time = 0; time < times; ++time) {
-            unit.type("unplug");
-            Hands::rest(500 + time * 10); // at ever other places of the polling's cycle
-            unit.type("plug");
-            came += telegram_comes(hands, unit);
+            ui.unit.type("unplug");
+            rest(500 + time * 10); // at another time of the polling's cycle
+            ui.unit.type("plug");
+            came += telegram_comes(ui);
         }
-        hands.see("values come back each time", came == times);
+        ui.check("values are updated after each reconnection", came == times);
     });
 }
 
-void switch_panels_often(Hands& hands, UnitProcess& unit) {
+void switch_panels_often(Ui& ui) {
     constexpr int times = 200;
-    measured(hands, "200 panel switches", 2, [&] {
+    measured(ui, "200 panel switches", 2, [&] {
         int came = 0;
         for (std::size_t time = 0; time < times; ++time) {
-            came += switch_to(hands, panels[time % panels.size()]);
-            Hands::rest(static_cast<int>(time % 5) * 150); // also in the middle of a switch's waits
+            came += switch_to(ui, panels[time % panels.size()]);
+            rest(static_cast<int>(time % 5) * 150); // also during the waits of a switch
         }
-        hands.see("each panel comes on view", came == times);
-        come_home(hands);
-        hands.see("values come back", telegram_comes(hands, unit));
+        ui.check("each panel is shown", came == times);
+        return_home(ui);
     });
 }
 
-void poll_for_long(Hands& hands, UnitProcess& unit) {
+void poll_for_long(Ui& ui) {
     using clock = std::chrono::steady_clock;
     const std::string what = std::to_string(polling_minutes) + " minutes of polling";
-    measured(hands, what, 2, [&] {
+    measured(ui, what, 2, [&] {
         const auto end = clock::now() + std::chrono::minutes(polling_minutes);
         int asked = 0, came = 0;
         while (clock::now() < end) {
-            unit.type("throttle " + std::to_string(asked % 5 * 10)); // every field keeps changing
+            ui.unit.type("throttle " + std::to_string(asked % 5 * 10)); // every field changes
             ++asked;
-            came += telegram_comes(hands, unit);
-            Hands::rest(2000);
+            came += telegram_comes(ui);
+            rest(2000);
         }
-        hands.see("values come all the time", came == asked);
+        ui.check("values are updated all the time", came == asked);
     });
 }
 

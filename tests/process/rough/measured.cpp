@@ -14,13 +14,13 @@ namespace {
 
 using clock = std::chrono::steady_clock;
 
-// Descriptors that this process holds; the one that reads the list is among them each time.
+// Open descriptors of this process. One of them is always this function's own.
 int descriptors() {
     return static_cast<int>(
         std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
 }
 
-// A level of the tank that the one before was not.
+// Another tank level than before.
 int next_level() {
     static int turn = 0;
     return 20 + ++turn % 7 * 10;
@@ -28,7 +28,7 @@ int next_level() {
 
 } // namespace
 
-double measured(Hands& hands, const std::string& what, double most_mib,
+double measured(Ui& ui, const std::string& what, double most_mib,
                 const std::function<void()>& work) {
     const double mib = bench::resident_mib(), used_ms = bench::processor_ms();
     const int held = descriptors();
@@ -41,38 +41,42 @@ double measured(Hands& hands, const std::string& what, double most_mib,
     std::printf("| %-42s | %6.1f | %5.1f | %5.1f | %2d | %2d | %5.2f |\n", what.c_str(),
                 taken.count() / 1000, mib, mib_now, held, held_now, share);
     std::fflush(stdout);
-    hands.see(what + ": no more descriptors than before", held_now <= held);
-    hands.see(what + ": no more memory than it may take", mib_now - mib <= most_mib);
+    ui.check(what + ": not more descriptors than before", held_now <= held);
+    ui.check(what + ": not more memory than allowed", mib_now - mib <= most_mib);
     return share;
 }
 
-void phase(Hands& hands, const std::string& what, const std::function<void()>& work) {
+void phase(Ui& ui, const std::string& what, const std::function<void()>& work) {
     constexpr double most_mib = 2; // some windows open for the first time
-    measured(hands, std::string(fault->name) + ", " + what, most_mib, work);
+    measured(ui, std::string(fault->name) + ", " + what, most_mib, work);
 }
 
-void strike(UnitProcess& unit) { unit.type(fault->strikes); }
-void mend(UnitProcess& unit) { unit.type(fault->is_mended); }
+void break_line(Ui& ui) { ui.unit.type(fault->begin); }
+void restore_line(Ui& ui) { ui.unit.type(fault->end); }
 
-bool telegram_comes(Hands& hands, UnitProcess& unit, int most_ms) {
-    const auto shown = [&] { return hands.text("label_liv2"); };
+bool telegram_comes(Ui& ui, int most_ms) {
+    const auto shown = [&] { return ui.text("label_liv2"); };
     const QString before = shown();
-    unit.type("tank " + std::to_string(next_level()));
-    return hands.until([&] { return shown() != before; }, most_ms);
+    ui.unit.type("tank " + std::to_string(next_level()));
+    return ui.wait_until([&] { return shown() != before; }, most_ms);
 }
 
-void come_home(Hands& hands) {
+void expect_values(Ui& ui) { ui.check("values are updated", telegram_comes(ui)); }
+
+void expect_no_values(Ui& ui) { ui.check("values are not updated", !telegram_comes(ui, 1500)); }
+
+void return_home(Ui& ui) {
     constexpr int delayed_stop_ms = 200;
-    Hands::rest(2 * delayed_stop_ms);
-    tour::go_home(hands);
+    rest(2 * delayed_stop_ms);
+    ui.go_home();
+    expect_values(ui);
 }
 
-void see_it_alive(Hands& hands, const char* when) {
-    hands.menu({"mnu_Lingua"});
-    hands.see(std::string("the menu opens ") + when, hands.menu_open());
-    hands.leave_menus();
-    hands.see(std::string("the menu closes ") + when,
-              hands.until([&] { return !hands.menu_open(); }));
+void check_responsive(Ui& ui, const char* when) {
+    ui.menu({"mnu_Lingua"});
+    ui.check(std::string("the menu opens ") + when, ui.menu_open());
+    ui.close_menus();
+    ui.expect(std::string("the menu closes ") + when, [&] { return !ui.menu_open(); });
 }
 
 } // namespace zol::rough

@@ -13,7 +13,7 @@ bool is_asked(int most_ms) { return other_car->says("  tool  ", most_ms); }
 
 } // namespace
 
-void bring_other_car(const fs::path& unit_program, const fs::path& out) {
+void start_other_car(const fs::path& unit_program, const fs::path& out) {
     const fs::path machine = out / "machine";
     fs::create_directories(machine / "dev");
     for (const char* system_folder : {"proc", "sys"})
@@ -25,31 +25,30 @@ void bring_other_car(const fs::path& unit_program, const fs::path& out) {
     link::machine_state.root = machine;
 }
 
-void send_other_car_away() {
+void stop_other_car() {
     other_car.reset();
     link::machine_state.root = "/";
 }
 
-void leave_the_other_car_alone(Hands& hands, UnitProcess& unit) {
+void keep_off_the_other_car(Ui& ui) {
     const int gain_before = other_car->parameter(gain);
-    hands.see("the other car's unit is there", gain_before > 0);
-    hands.see("and can be asked at the usual device",
-              fs::exists(link::machine_state.root / "dev/ttyUSB0"));
+    ui.check("the other car's unit answers", gain_before > 0);
+    ui.check("the other car is connected at the usual device",
+             fs::exists(link::machine_state.root / "dev/ttyUSB0"));
     other_car->type("log on");
-    unit.type("unplug");
-    hands.see("the polling does not go over to it", !is_asked(6000));
-    hands.press(Qt::Key_Left);
-    hands.until_idle();
-    tour::go_to(hands, "Command_diagnosi", "Frame_diagnosi");
-    hands.click("cmd_richiesta_par_diagnosi");
-    hands.see("nor does the read of the faults", !is_asked(4000));
-    hands.see("it keeps its gain", other_car->parameter(gain) == gain_before);
-    unit.type("plug");
-    hands.see("the faults are read once the unit is back",
-              hands.until([&] { return hands.enabled("cmd_richiesta_par_diagnosi"); }));
-    come_home(hands);
-    hands.see("values come back by the engine button", telegram_comes(hands, unit));
-    hands.see("the other car was never asked", !is_asked(200));
+    ui.unit.type("unplug");
+    ui.check("the polling does not ask the other car", !is_asked(6000));
+    ui.press(Qt::Key_Left);
+    ui.wait_idle();
+    ui.go_to("Command_diagnosi", "Frame_diagnosi");
+    ui.click("cmd_richiesta_par_diagnosi");
+    ui.check("the fault read does not ask the other car", !is_asked(4000));
+    ui.check("the other car keeps its gain", other_car->parameter(gain) == gain_before);
+    ui.unit.type("plug");
+    ui.expect("the faults are read once the unit is back",
+              [&] { return ui.enabled("cmd_richiesta_par_diagnosi"); });
+    return_home(ui);
+    ui.check("the other car was never asked", !is_asked(200));
 }
 
 } // namespace zol::rough

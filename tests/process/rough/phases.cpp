@@ -3,159 +3,152 @@
 
 namespace zol::rough {
 
-using tour::given;
-using tour::go_to;
-
-// Each request of the first read is lost once. The program asks on, with the splash window on view.
-void in_first_read(Hands& hands, UnitProcess& unit) {
+// Each request of the first read is lost once. The program repeats it, and the splash stays open.
+void in_first_read(Ui& ui) {
     constexpr int longest_wait_ms = 10000;
-    hands.see("the splash window comes", hands.until([&] { return hands.shown("frmSplash"); }));
+    ui.expect_shown("frmSplash");
     for (const char* request : {"version", "image"}) {
-        hands.see(std::string("the unit is asked for its ") + request,
-                  unit.says(request, longest_wait_ms));
-        strike(unit);
-        Hands::rest(4500);
-        hands.see("the first read goes on", hands.shown("frmSplash"));
-        mend(unit);
+        ui.check(std::string("the unit receives the request for its ") + request,
+                 ui.unit.says(request, longest_wait_ms));
+        break_line(ui);
+        rest(4500);
+        ui.check("the first read continues", ui.shown("frmSplash"));
+        restore_line(ui);
     }
-    hands.see("the unit is read",
-              hands.until([&] { return !hands.shown("frmSplash"); }, 2 * longest_wait_ms));
-    unit.type("log off");
-    hands.see("no connection dialog", !hands.shown("Centralina_Attiva"));
-    hands.see("values come", telegram_comes(hands, unit));
+    ui.expect_gone("frmSplash", 2 * longest_wait_ms);
+    ui.unit.type("log off");
+    ui.check("no connection dialog", !ui.shown("Centralina_Attiva"));
+    expect_values(ui);
 }
 
-void see_a_box(Hands& hands, UnitProcess& unit) {
-    hands.menu({"mnu_Impostazioni", "mnu_reset_centralina"});
-    tour::answer_box(hands, "Reset the control unit", "No");
-    come_home(hands);
-    hands.see("values come back by the engine button", telegram_comes(hands, unit));
+void open_a_box(Ui& ui) {
+    ui.menu({"mnu_Impostazioni", "mnu_reset_centralina"});
+    ui.answer_box("Reset the control unit", "No");
+    return_home(ui);
 }
 
-void while_polling(Hands& hands, UnitProcess& unit) {
-    phase(hands, "polling", [&] {
-        strike(unit);
-        Hands::rest(2000);
-        see_it_alive(hands, "while no telegram comes");
-        hands.see("values stand still", !telegram_comes(hands, unit, 1500));
-        mend(unit);
-        hands.see("values come back by themselves", telegram_comes(hands, unit));
+void while_polling(Ui& ui) {
+    phase(ui, "polling", [&] {
+        break_line(ui);
+        rest(2000);
+        check_responsive(ui, "while no telegram arrives");
+        expect_no_values(ui);
+        restore_line(ui);
+        expect_values(ui);
     });
 }
 
-void with_a_menu_open(Hands& hands, UnitProcess& unit) {
-    phase(hands, "menu open", [&] {
-        hands.menu({"mnu_Impostazioni"});
-        strike(unit);
-        Hands::rest(2000);
-        hands.see("the menu stays", hands.menu_open());
-        mend(unit);
-        hands.see("values come back behind it", telegram_comes(hands, unit));
-        hands.leave_menus();
-        hands.see("the menu goes", !hands.menu_open());
+void with_a_menu_open(Ui& ui) {
+    phase(ui, "menu open", [&] {
+        ui.menu({"mnu_Impostazioni"});
+        break_line(ui);
+        rest(2000);
+        ui.check("the menu stays open", ui.menu_open());
+        restore_line(ui);
+        expect_values(ui);
+        ui.close_menus();
+        ui.check("the menu closes", !ui.menu_open());
     });
 }
 
-void in_the_panels(Hands& hands, UnitProcess& unit) {
-    phase(hands, "panels", [&] {
-        go_to(hands, "Command_impostazioni", "Frame_impostazioni");
-        strike(unit);
-        Hands::rest(300);
-        hands.enter("text_temp_comm", "37");
-        hands.until_idle();
-        hands.see("the field takes the number", hands.text("text_temp_comm") == "37");
-        hands.see("the unit does not", unit.parameter(15) != 37);
-        go_to(hands, "Command_lambda", "Frame_Lambda");
-        go_to(hands, "Command_diagnosi", "Frame_diagnosi");
-        go_to(hands, "Command_impostazioni", "Frame_impostazioni");
-        mend(unit);
-        Hands::rest(300);
-        hands.enter("text_temp_comm", "36");
-        given(hands, unit, "once more, with the line back", 15, 36);
-        hands.until_idle();
-        come_home(hands);
-        hands.see("values come back by the engine button", telegram_comes(hands, unit));
+void in_the_panels(Ui& ui) {
+    phase(ui, "panels", [&] {
+        ui.go_to("Command_impostazioni", "Frame_impostazioni");
+        break_line(ui);
+        rest(300);
+        ui.enter("text_temp_comm", "37");
+        ui.wait_idle();
+        ui.check("the field keeps the number", ui.text("text_temp_comm") == "37");
+        ui.check("the unit does not get the lost number", ui.unit.parameter(15) != 37);
+        ui.go_to("Command_lambda", "Frame_Lambda");
+        ui.go_to("Command_diagnosi", "Frame_diagnosi");
+        ui.go_to("Command_impostazioni", "Frame_impostazioni");
+        restore_line(ui);
+        rest(300);
+        ui.enter("text_temp_comm", "36");
+        ui.given("a number with the line back", 15, 36);
+        ui.wait_idle();
+        return_home(ui);
     });
 }
 
-void in_the_changeover_windows_load(Hands& hands, UnitProcess& unit) {
-    phase(hands, "changeover window's load", [&] {
-        go_to(hands, "Command_impostazioni", "Frame_impostazioni");
-        hands.click("Command303");
-        strike(unit);
-        hands.see("the window comes", hands.until([&] { return hands.shown("Form3"); }));
-        Hands::rest(1000);
-        const int before = unit.parameter(41);
+void in_the_changeover_windows_load(Ui& ui) {
+    phase(ui, "changeover window's load", [&] {
+        ui.go_to("Command_impostazioni", "Frame_impostazioni");
+        ui.click("Command303");
+        break_line(ui);
+        ui.expect_shown("Form3");
+        rest(1000);
+        const int before = ui.unit.parameter(41);
         const bool by_speed = before == 5;
-        hands.click(by_speed ? "Option1" : "Option2", "Form3");
-        Hands::rest(1200);
-        hands.see("what is chosen does not arrive", unit.parameter(41) == before);
-        mend(unit);
-        Hands::rest(300);
-        hands.click("Option3", "Form3");
-        given(hands, unit, "what is chosen with the line back", 41, 2);
-        Hands::rest(1200);
-        hands.click("Command1", "Form3");
-        hands.see("the window goes", hands.until([&] { return !hands.shown("Form3"); }));
-        Hands::rest(1000); // its handler has a wait behind that, and locks the main window's writes
-        come_home(hands);
-        hands.see("values come back by the engine button", telegram_comes(hands, unit));
+        ui.click(by_speed ? "Option1" : "Option2", "Form3");
+        rest(1200);
+        ui.check("the unit does not get the lost choice", ui.unit.parameter(41) == before);
+        restore_line(ui);
+        rest(300);
+        ui.click("Option3", "Form3");
+        ui.given("a choice with the line back", 41, 2);
+        rest(1200);
+        ui.click("Command1", "Form3");
+        ui.expect_gone("Form3");
+        rest(1000); // its handler waits after closing, and blocks writes of the main window
+        return_home(ui);
     });
 }
 
-void during_a_write(Hands& hands, UnitProcess& unit) {
-    phase(hands, "write", [&] {
-        hands.drag("Slider_ktar", 1300);
-        hands.until_idle();
-        given(hands, unit, "the gain", 3, hands.value("Slider_ktar"));
-        hands.drag("Slider_ktar", 1400); // its frames leave 400 ms later
-        strike(unit);
-        hands.until_idle();
-        hands.see("the slider stands where it was left", hands.value("Slider_ktar") > 1380);
-        hands.see("the unit keeps the old gain", unit.parameter(3) < 1320);
-        see_it_alive(hands, "behind a lost write");
-        mend(unit);
-        hands.see("values come back by themselves", telegram_comes(hands, unit));
-        hands.drag("Slider_ktar", 1450);
-        hands.until_idle();
-        given(hands, unit, "the gain once more", 3, hands.value("Slider_ktar"));
-        hands.see("values come", telegram_comes(hands, unit));
+void during_a_write(Ui& ui) {
+    phase(ui, "write", [&] {
+        ui.drag("Slider_ktar", 1300);
+        ui.wait_idle();
+        ui.given("the gain", 3, ui.value("Slider_ktar"));
+        ui.drag("Slider_ktar", 1400); // its frames are sent 400 ms later
+        break_line(ui);
+        ui.wait_idle();
+        ui.check("the slider keeps its new value", ui.value("Slider_ktar") > 1380);
+        ui.check("the unit keeps the old gain", ui.unit.parameter(3) < 1320);
+        check_responsive(ui, "after a lost write");
+        restore_line(ui);
+        expect_values(ui);
+        ui.drag("Slider_ktar", 1450);
+        ui.wait_idle();
+        ui.given("the gain once more", 3, ui.value("Slider_ktar"));
+        expect_values(ui);
     });
 }
 
-void in_the_acquisition(Hands& hands, UnitProcess& unit) {
+void in_the_acquisition(Ui& ui) {
     const QString window = "acquisizione";
-    const auto time = [&] { return hands.text("Label1", window).toInt(); };
-    phase(hands, "acquisition", [&] {
-        hands.click("Command5");
-        hands.see("the window comes", hands.until([&] { return hands.shown(window); }));
-        unit.type("throttle 60");
-        hands.see("the time rises", hands.until([&] { return time() > 4000; }));
-        strike(unit);
-        Hands::rest(1500);
+    const auto time = [&] { return ui.text("Label1", window).toInt(); };
+    phase(ui, "acquisition", [&] {
+        ui.click("Command5");
+        ui.expect_shown(window);
+        ui.unit.type("throttle 60");
+        ui.expect("the injection time rises", [&] { return time() > 4000; });
+        break_line(ui);
+        rest(1500);
         const int before = time();
-        unit.type("throttle 0");
-        Hands::rest(2000);
-        hands.see("the time stands still", time() == before);
-        mend(unit);
-        hands.see("and falls when the line is back", hands.until([&] { return time() < 4000; }));
-        hands.click("Command_chiudi", window);
-        hands.see("the window goes", hands.until([&] { return !hands.shown(window); }));
-        hands.see("values come back by themselves", telegram_comes(hands, unit));
-        // The main window, come to again, has read the unit anew by then; only behind that does the
-        // handler of the button bring the engine panel back.
-        Hands::rest(2000);
+        ui.unit.type("throttle 0");
+        rest(2000);
+        ui.check("the injection time is not updated", time() == before);
+        restore_line(ui);
+        ui.expect("the injection time falls once the line is back", [&] { return time() < 4000; });
+        ui.click("Command_chiudi", window);
+        ui.expect_gone(window);
+        expect_values(ui);
+        // The main window reads the unit again first; then the button's handler opens the engine
+        // panel.
+        rest(2000);
     });
 }
 
-void for_a_minute(Hands& hands, UnitProcess& unit) {
-    strike(unit);
-    Hands::rest(1000);
-    const double share = measured(hands, std::string(fault->name) + ", out for a minute", 1,
-                                  [] { Hands::rest(60000); });
-    hands.see("a dead line costs less than 1 % of a processor", share < 1);
-    mend(unit);
-    hands.see("values come back by themselves", telegram_comes(hands, unit));
+void for_a_minute(Ui& ui) {
+    break_line(ui);
+    rest(1000);
+    const double share =
+        measured(ui, std::string(fault->name) + ", out for a minute", 1, [] { rest(60000); });
+    ui.check("a dead line takes less than 1 % of a processor", share < 1);
+    restore_line(ui);
+    expect_values(ui);
 }
 
 } // namespace zol::rough

@@ -26,7 +26,7 @@ namespace {
         if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::ioctl(descriptor, TIOCEXCL) == 0) {
             int signal = 0;
             if (::write(news, "", 1) == 1) ::sigwait(&end, &signal);
-            // The last close does so for a real port; this one the unit has open all the time.
+            // A real port loses this with the last close. This one stays open in the unit.
             ::ioctl(descriptor, TIOCNXCL);
             break;
         }
@@ -47,7 +47,7 @@ PortHolder::PortHolder(const std::filesystem::path& port) {
 }
 
 PortHolder::~PortHolder() {
-    let_go();
+    release();
     if (process_ > 0) ::waitpid(process_, nullptr, 0);
     if (news_ >= 0) ::close(news_);
 }
@@ -57,11 +57,11 @@ bool PortHolder::holds_within(int most_ms) const {
     return ::poll(&readable, 1, most_ms) == 1;
 }
 
-void PortHolder::let_go() const {
+void PortHolder::release() const {
     if (process_ > 0) ::kill(process_, SIGTERM);
 }
 
-void be_refused_like_a_fitter() {
+void drop_exclusive_open_right() {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
     std::array<__user_cap_data_struct, 2> rights{};
     if (::syscall(SYS_capget, &header, rights.data()) != 0) return;

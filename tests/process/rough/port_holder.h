@@ -1,4 +1,4 @@
-// Another program of the machine that keeps a serial port to itself.
+// Another program that has a serial port open for itself alone.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 
 namespace zol::rough {
 
-// A process of its own. It tries until it has the port, and lets go when it is ended.
+// Its own process. It tries until it has the port, and releases it when it ends.
 class PortHolder {
   public:
     explicit PortHolder(const std::filesystem::path& port);
@@ -15,21 +15,21 @@ class PortHolder {
     PortHolder(const PortHolder&) = delete;
     PortHolder& operator=(const PortHolder&) = delete;
 
-    // Whether it has got the port by then.
+    // Whether it gets the port in time.
     bool holds_within(int most_ms) const;
-    // May be called in a process forked from the holder's.
-    void let_go() const;
+    // Can be called in a forked process too.
+    void release() const;
 
   private:
     pid_t process_ = -1;
-    int news_ = -1; // readable once it holds the port
+    int news_ = -1; // readable once it has the port
 };
 
-// The one that has the tool's port before the tool starts.
+// Has the tool's port before the tool starts.
 inline std::optional<PortHolder> holder;
 
-// Gives up, for this process and those it starts, root's right to open a port that another program
-// holds for itself alone: no fitter has it.
-void be_refused_like_a_fitter();
+// Gives up root's right to open such a port, for this process and its children: an ordinary user
+// does not have it.
+void drop_exclusive_open_right();
 
 } // namespace zol::rough

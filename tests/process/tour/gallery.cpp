@@ -1,6 +1,5 @@
-// Takes a picture of every window in one language, on a program that has not met its unit yet and
-// on one that is connected. Arguments: the build folder, the folder for the pictures, the language.
-// Ends with 1 if a window did not come.
+// Saves a screenshot of every window in one language, without a unit and connected to one.
+// Arguments: the build folder, the output folder, the language. Ends with 1 if a check failed.
 #include "calibration/power_dialog.h"
 #include "tests/process/tour/stages.h"
 #include "tests/process/tour/visit.h"
@@ -19,123 +18,114 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void open_and_picture(Hands& hands, const QString& window, const char* name) {
-    hands.see(window.toStdString() + " opens",
-              hands.until([&] { return hands.shown(window); }, 15000));
-    Hands::rest(500);
-    hands.picture(name);
+void screenshot_window(Ui& ui, const QString& window, const char* name) {
+    ui.expect_shown(window, 15000);
+    rest(500);
+    ui.screenshot(name);
 }
 
-void stay_without_unit(Hands& hands, UnitProcess& unit) {
-    hands.see("the splash window comes first, painted",
-              hands.picture_once_painted("frmSplash", "fresh-splash"));
-    open_and_picture(hands, "Centralina_Attiva", "fresh-dialog");
-    hands.click("Command_test", "Centralina_Attiva");
-    hands.see("the test fails", hands.until([&] {
-        return hands.text("Label2", "Centralina_Attiva") == "- TEST FALLITO -";
-    }));
-    hands.picture("fresh-dialog-failed");
-    unit.type("silence off");
-    hands.click("Command_test", "Centralina_Attiva");
-    hands.see("the test is good", hands.until([&] {
-        return hands.text("Label2", "Centralina_Attiva") == "- OK TEST ESEGUITO -";
-    }));
-    hands.picture("fresh-dialog-good");
-    hands.click("Command_cancel", "Centralina_Attiva"); // ends the program
-    Hands::rest(5000);
+void stay_without_unit(Ui& ui) {
+    ui.check("the splash window is painted first",
+             ui.screenshot_once_painted("frmSplash", "fresh-splash"));
+    screenshot_window(ui, "Centralina_Attiva", "fresh-dialog");
+    ui.click("Command_test", "Centralina_Attiva");
+    ui.expect("the test fails",
+              [&] { return ui.text("Label2", "Centralina_Attiva") == "- TEST FALLITO -"; });
+    ui.screenshot("fresh-dialog-failed");
+    ui.unit.type("silence off");
+    ui.click("Command_test", "Centralina_Attiva");
+    ui.expect("the test is good",
+              [&] { return ui.text("Label2", "Centralina_Attiva") == "- OK TEST ESEGUITO -"; });
+    ui.screenshot("fresh-dialog-good");
+    ui.click("Command_cancel", "Centralina_Attiva"); // ends the program
+    rest(5000);
 }
 
 // A car that was tuned before and has been run for a while.
-void let_the_car_be_in_order(UnitProcess& unit) {
-    for (const char* command :
-         {"memory 3 1480", "memory 4 1280", "memory 5 3100", "memory 27 41", "memory 28 17"})
-        unit.type(command);
+constexpr const char* tuned_car[] = {"memory 3 1480", "memory 4 1280", "memory 5 3100",
+                                     "memory 27 41", "memory 28 17"};
+
+void run_on_gas(Ui& ui) {
+    start_with_answering_unit(ui);
+    // Otherwise the service line flashes red.
+    ui.menu({"mnu_Impostazioni", "mnu_check_car", "mnu_reset_check"});
+    ui.wait_idle();
+    rest(1000); // the polling that the item switched on ends with its first tick
+    ui.go_home();
+    ui.unit.type("throttle 20");
+    ui.expect(
+        "the engine changes over to gas",
+        [&] {
+            return ui.text("Label_carburante").size() < 5 && ui.text("Label_rpm").toInt() > 1800;
+        },
+        30000);
+    rest(3000);
+    ui.screenshot("gas-engine");
+    ui.go_to("Command_impostazioni", "Frame_impostazioni");
+    ui.screenshot("gas-settings");
+    ui.go_to("Command_lambda", "Frame_Lambda");
+    rest(4000); // the trace fills
+    ui.screenshot("gas-lambda");
 }
 
-void run_on_gas(Hands& hands, UnitProcess& unit) {
-    start_with_answering_unit(hands, unit);
-    // Checked today: what was never checked flashes red.
-    hands.menu({"mnu_Impostazioni", "mnu_check_car", "mnu_reset_check"});
-    hands.until_idle();
-    Hands::rest(1000); // The polling that the entry switched on ends with its first tick.
-    go_home(hands);
-    unit.type("throttle 20");
-    hands.see("the engine goes over to gas", hands.until(
-                                                 [&] {
-                                                     return hands.text("Label_carburante").size() <
-                                                                5 &&
-                                                            hands.text("Label_rpm").toInt() > 1800;
-                                                 },
-                                                 30000));
-    Hands::rest(3000);
-    hands.picture("gas-engine");
-    go_to(hands, "Command_impostazioni", "Frame_impostazioni");
-    hands.picture("gas-settings");
-    go_to(hands, "Command_lambda", "Frame_Lambda");
-    Hands::rest(4000); // the trace fills
-    hands.picture("gas-lambda");
-}
-
-void look_at_faults(Hands& hands, UnitProcess& unit) {
-    unit.type("throttle 0");
+void screenshot_faults(Ui& ui) {
+    ui.unit.type("throttle 0");
     for (const char* fault : {"fault clear", "fault add 301", "fault add 171", "fault add 2004"})
-        unit.type(fault);
-    go_to(hands, "Command_diagnosi", "Frame_diagnosi");
-    hands.click("cmd_richiesta_par_diagnosi");
-    Hands::rest(2000);
-    hands.until([&] { return hands.enabled("cmd_richiesta_par_diagnosi"); });
-    hands.click("lbl_par_2");
-    Hands::rest(500);
-    hands.picture("gas-diagnosis");
-    go_home(hands);
+        ui.unit.type(fault);
+    ui.go_to("Command_diagnosi", "Frame_diagnosi");
+    ui.click("cmd_richiesta_par_diagnosi");
+    rest(2000);
+    ui.wait_until([&] { return ui.enabled("cmd_richiesta_par_diagnosi"); });
+    ui.click("lbl_par_2");
+    rest(500);
+    ui.screenshot("gas-diagnosis");
+    ui.go_home();
 }
 
-void look_at_windows(Hands& hands, UnitProcess& unit) {
-    go_to(hands, "Command_impostazioni", "Frame_impostazioni");
-    hands.click("Command303");
-    open_and_picture(hands, "Form3", "gas-changeover");
-    hands.click("Command1", "Form3");
-    hands.until([&] { return !hands.shown("Form3"); });
-    go_home(hands);
-    hands.click("Command5");
-    unit.type("throttle 80");
-    Hands::rest(2500);
-    unit.type("throttle 0");
-    open_and_picture(hands, "acquisizione", "gas-acquisition");
-    hands.click("Command_chiudi", "acquisizione");
-    hands.until([&] { return !hands.shown("acquisizione"); });
-    Hands::rest(900);
-    hands.menu({"barra1"});
-    open_and_picture(hands, "Form2", "gas-parameters");
-    hands.click("cmd_exit", "Form2");
-    Hands::rest(500);
-    // No entry of the program leads to it.
+void screenshot_windows(Ui& ui) {
+    ui.go_to("Command_impostazioni", "Frame_impostazioni");
+    ui.click("Command303");
+    screenshot_window(ui, "Form3", "gas-changeover");
+    ui.click("Command1", "Form3");
+    ui.wait_gone("Form3");
+    ui.go_home();
+    ui.click("Command5");
+    ui.unit.type("throttle 80");
+    rest(2500);
+    ui.unit.type("throttle 0");
+    screenshot_window(ui, "acquisizione", "gas-acquisition");
+    ui.click("Command_chiudi", "acquisizione");
+    ui.wait_gone("acquisizione");
+    rest(900);
+    ui.menu({"barra1"});
+    screenshot_window(ui, "Form2", "gas-parameters");
+    ui.click("cmd_exit", "Form2");
+    rest(500);
+    // No control of the program opens it.
     QMetaObject::invokeMethod(QCoreApplication::instance(),
                               [] { view::post([] { calibration::show_power_dialog(); }); });
-    open_and_picture(hands, "Form_power", "gas-power");
-    hands.click("cmd_cancel", "Form_power");
-    hands.until([&] { return !hands.shown("Form_power"); });
-    Hands::rest(900);
-    hands.menu({"MNU_HELP", "mnu_Manual"});
-    open_and_picture(hands, "Manual", "gas-manual");
-    hands.close("Manual");
-    go_home(hands);
+    screenshot_window(ui, "Form_power", "gas-power");
+    ui.click("cmd_cancel", "Form_power");
+    ui.wait_gone("Form_power");
+    rest(900);
+    ui.menu({"MNU_HELP", "mnu_Manual"});
+    screenshot_window(ui, "Manual", "gas-manual");
+    ui.close("Manual");
+    ui.go_home();
 }
 
-void look_at_tuning(Hands& hands, UnitProcess&) {
-    hands.drag("Slider_ktar", 1330);
-    hands.until_idle();
-    hands.press(Qt::Key_T, Qt::ControlModifier);
-    hands.until([&] { return hands.box_on_view(); });
-    hands.picture("gas-tuning-question");
-    hands.answer("Yes");
-    hands.see("the tuning line comes on view",
-              hands.until([&] { return hands.visible("lbl_tuning"); }));
-    Hands::rest(3000);
-    hands.picture("gas-tuning");
-    hands.click("Command2");
-    hands.until([&] { return !hands.visible("lbl_tuning"); }, 30000);
-    Hands::rest(2500);
+void screenshot_tuning(Ui& ui) {
+    ui.drag("Slider_ktar", 1330);
+    ui.wait_idle();
+    ui.press(Qt::Key_T, Qt::ControlModifier);
+    ui.screenshot_box("gas-tuning-question");
+    ui.answer("Yes");
+    ui.expect("the tuning line appears", [&] { return ui.visible("lbl_tuning"); });
+    rest(3000);
+    ui.screenshot("gas-tuning");
+    ui.click("Command2");
+    ui.wait_until([&] { return !ui.visible("lbl_tuning"); }, 30000);
+    rest(2500);
 }
 
 const std::vector<Visit> visits = {
@@ -143,9 +133,9 @@ const std::vector<Visit> visits = {
     {"Connected",
      "silence off",
      {{"Panels on gas", run_on_gas},
-      {"Faults", look_at_faults},
-      {"Windows", look_at_windows},
-      {"Tuning", look_at_tuning}}},
+      {"Faults", screenshot_faults},
+      {"Windows", screenshot_windows},
+      {"Tuning", screenshot_tuning}}},
 };
 
 int make_gallery(char* program_name, const fs::path& build, const fs::path& out,
@@ -155,16 +145,13 @@ int make_gallery(char* program_name, const fs::path& build, const fs::path& out,
     Tally* tally = shared_tally();
     if (!tally) return EXIT_FAILURE;
     {
-        UnitProcess unit(build / "simulator" / "control-unit",
-                         {"--link", (out / "app" / "ports" / "com1").string(), "--warm",
-                          "--firmware", "2.7.71"});
-        let_the_car_be_in_order(unit);
+        UnitProcess unit = start_unit(build, out);
+        for (const char* command : tuned_car)
+            unit.type(command);
         for (const Visit& visit : visits)
             make_visit(visit, program_name, out, *tally, unit);
     }
-    std::printf("%d pictures in %s, %d things missed, the windows compared %d times\n",
-                tally->pictures, out.c_str(), tally->missed, tally->compared);
-    return tally->missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    return report(*tally, out);
 }
 
 } // namespace

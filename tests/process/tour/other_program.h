@@ -1,4 +1,4 @@
-// A terminal or download program that takes the serial port over from the tool.
+// A terminal or download program that uses the serial port after the tool.
 #pragma once
 
 #include <filesystem>
@@ -13,15 +13,14 @@ class OtherProgram {
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
 
-    // Types this, if anything, and listens until `end` comes or the time is over. Everything that
-    // came meanwhile.
+    // Sends `typed` and returns everything received until `end` or until the time is over.
     std::string ask(const std::string& typed, const std::string& end, int most_ms);
 
   private:
     int descriptor_ = -1;
 };
 
-// Whether this very process, which is the tool's, has the device open.
+// Whether this process, which is the tool's, has the device open.
 bool held_by_the_tool(const std::filesystem::path& device);
 
 } // namespace zol::tour

@@ -6,96 +6,93 @@
 namespace zol::tour {
 namespace {
 
-std::string unit_is(UnitProcess& unit) { return unit.answer("state", "unit "); }
-
-bool unit_becomes(Hands& hands, UnitProcess& unit, const std::string& words) {
-    return hands.until([&] { return unit_is(unit).find(words) != std::string::npos; });
+bool unit_is(Ui& ui, const std::string& state) {
+    return ui.unit.answer("state", "unit ").find(state) != std::string::npos;
 }
 
-std::string line_of(UnitProcess& unit, int number) {
-    return "PAR_" + std::to_string(number) + " = " + std::to_string(unit.parameter(number)) +
+std::string line_of(Ui& ui, int number) {
+    return "PAR_" + std::to_string(number) + " = " + std::to_string(ui.unit.parameter(number)) +
            "\r\n";
 }
 
 std::filesystem::path port() { return app::application_file("\\ports\\com1"); }
 
-void bring_out_service_buttons(Hands& hands) {
-    hands.see("the service buttons are hidden at first", !hands.visible("Command_scarico"));
-    hands.double_click("Label18");
-    hands.see("a double click brings them out", hands.until([&] {
-        return hands.visible("Command_hyperterminal") && hands.visible("Command_scarico");
-    }));
-    hands.picture("service-buttons");
+void show_service_buttons(Ui& ui) {
+    ui.check("the service buttons are hidden at first", !ui.visible("Command_scarico"));
+    ui.double_click("Label18");
+    ui.expect("a double click shows them",
+              [&] { return ui.visible("Command_hyperterminal") && ui.visible("Command_scarico"); });
+    ui.screenshot("service-buttons");
 }
 
-void hand_over(Hands& hands, UnitProcess& unit, const char* button, const std::string& becomes) {
-    hands.see("the tool holds the port", held_by_the_tool(port()));
-    hands.click(button);
-    hands.see("the unit becomes " + becomes, unit_becomes(hands, unit, becomes));
-    hands.see("the tool lets go of the port",
-              hands.until([&] { return !held_by_the_tool(port()); }));
-    hands.see("values stand still", !values_flow(hands, unit, 1500));
-    hands.click(button);
-    Hands::rest(2000);
-    hands.see("a second press finds the port closed", !held_by_the_tool(port()));
-    hands.see("and changes nothing", unit_is(unit).find(becomes) != std::string::npos);
-    hands.picture(std::string(button) + "-pressed");
+void hand_over(Ui& ui, const char* button, const std::string& state) {
+    ui.check("the tool has the port open", held_by_the_tool(port()));
+    ui.click(button);
+    ui.expect("the unit is " + state, [&] { return unit_is(ui, state); });
+    ui.expect("the tool closes the port", [&] { return !held_by_the_tool(port()); });
+    ui.check("values are not updated", !ui.values_flow(1500));
+    ui.click(button);
+    rest(2000);
+    ui.check("a second press does not open the port", !held_by_the_tool(port()));
+    ui.check("a second press does not change the unit", unit_is(ui, state));
+    ui.screenshot(std::string(button) + "-pressed");
 }
 
-void hide_service_buttons(Hands& hands) {
-    hands.double_click("Label12");
-    hands.see("the other double click hides them", hands.until([&] {
-        return !hands.visible("Command_hyperterminal") && !hands.visible("Command_scarico");
-    }));
+void hide_service_buttons(Ui& ui) {
+    ui.double_click("Label12");
+    ui.expect("another double click hides them", [&] {
+        return !ui.visible("Command_hyperterminal") && !ui.visible("Command_scarico");
+    });
 }
 
 } // namespace
 
-void hand_line_to_terminal(Hands& hands, UnitProcess& unit) {
-    bring_out_service_buttons(hands);
-    hand_over(hands, unit, "Command_hyperterminal", "a terminal");
+void hand_line_to_terminal(Ui& ui) {
+    show_service_buttons(ui);
+    hand_over(ui, "Command_hyperterminal", "a terminal");
     {
         OtherProgram terminal(port());
-        terminal.ask("\r", "> ", 3000); // what the hand-over left on the line
-        const std::string said = terminal.ask("par 3\r", "> ", 3000);
-        hands.see("a terminal program reads the gain",
-                  said.find(line_of(unit, 3)) != std::string::npos);
+        terminal.ask("\r", "> ", 3000); // skips what the hand-over has left on the line
+        const std::string reply = terminal.ask("par 3\r", "> ", 3000);
+        ui.check("a terminal program reads the gain",
+                 reply.find(line_of(ui, 3)) != std::string::npos);
         terminal.ask("par 102 44\r", "> ", 3000);
-        given(hands, unit, "and sets a parameter", 102, 44);
+        ui.given("a terminal program sets a parameter", 102, 44);
         terminal.ask("restart\r", "> ", 500);
     }
-    hands.see("its restart brings the unit back on the line",
-              unit_becomes(hands, unit, "on the line"));
-    hands.see("where the tool stays silent", !held_by_the_tool(port()));
-    hide_service_buttons(hands);
+    ui.expect("a restart brings the unit back on the line",
+              [&] { return unit_is(ui, "on the line"); });
+    ui.check("the tool does not open the port again", !held_by_the_tool(port()));
+    hide_service_buttons(ui);
 }
 
-void hand_line_to_download(Hands& hands, UnitProcess& unit) {
-    bring_out_service_buttons(hands);
-    hand_over(hands, unit, "Command_scarico", "sending its memory");
+void hand_line_to_download(Ui& ui) {
+    show_service_buttons(ui);
+    hand_over(ui, "Command_scarico", "sending its memory");
     constexpr int whole_memory_ms = 15000;
     OtherProgram download(port());
-    // The rest of what still streams, or all of it once more: then from the beginning.
+    // The rest of the output, or all of it again. The second reading begins at its start.
     const std::string rest = download.ask("\r", "END\r\n", whole_memory_ms);
-    hands.see("the unit streams its memory as text", rest.ends_with("END\r\n"));
+    ui.check("the unit sends its memory as text", rest.ends_with("END\r\n"));
     const std::string memory = download.ask("\r", "END\r\n", whole_memory_ms);
-    hands.see("and once more, from its head", memory.starts_with("\r\nMEMORY\r\nPAR_0 = "));
+    ui.check("the unit sends it again from the start",
+             memory.starts_with("\r\nMEMORY\r\nPAR_0 = "));
     int missing = 0;
     std::size_t from = 0;
     for (int number = 0; number < parameter_count; ++number) {
-        // The time on gas goes on meanwhile.
+        // The time on gas changes meanwhile.
         if (number == 27 || number == 28) continue;
-        const std::size_t found = memory.find("\n" + line_of(unit, number), from);
+        const std::size_t found = memory.find("\n" + line_of(ui, number), from);
         if (found == std::string::npos)
             ++missing;
         else
             from = found + 1;
     }
-    hands.see("with every parameter in its line", missing == 0);
-    hide_service_buttons(hands);
-    unit.type("restart");
-    hands.see("a restart brings the unit back on the line",
-              unit_becomes(hands, unit, "on the line"));
+    ui.check("the memory has a line for each parameter", missing == 0);
+    hide_service_buttons(ui);
+    ui.unit.type("restart");
+    ui.expect("a restart brings the unit back on the line",
+              [&] { return unit_is(ui, "on the line"); });
 }
 
 } // namespace zol::tour

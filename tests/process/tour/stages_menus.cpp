@@ -8,7 +8,7 @@ struct Injector {
     int constant, time_constant, opening;
 };
 
-// The one that later visits find again comes last; so does the car.
+// Later visits find the last injector and the last car.
 constexpr Injector injectors[] = {{"mnu_mivra", 27, 3000, 2700},
                                   {"mnu_matrix_2_ohm", 30, 3000, 2100},
                                   {"mnu_valtek", 60, 8000, 4000},
@@ -23,56 +23,86 @@ constexpr Car cars[] = {{"type_a", 20000}, {"type_c", 1500}, {"type_b", 5000}};
 
 struct Port {
     const char* item;
-    const char* stored; // from COM3 on the menu stores one more than it says
+    const char* stored; // from COM4 on, one more than the item's number
 };
 
 constexpr Port ports[] = {{"com2", "COM=2"}, {"com4", "COM=5"}, {"com5", "COM=6"},
                           {"com6", "COM=7"}, {"com7", "COM=8"}, {"com1", "COM=1"}};
 
-void settle(Hands& hands) {
-    hands.until_idle();
-    Hands::rest(200);
+void screenshot_menu(Ui& ui, const QStringList& path, const char* name) {
+    ui.menu(path);
+    ui.screenshot(name);
+    ui.close_menus();
 }
 
 } // namespace
 
-void choose_injectors(Hands& hands, UnitProcess& unit) {
-    hands.menu({"mnu_Impostazioni", "mnu_type_injector_gas"});
-    hands.picture("injector-menu");
-    hands.leave_menus();
+void choose_injectors(Ui& ui) {
+    screenshot_menu(ui, {"mnu_Impostazioni", "mnu_type_injector_gas"}, "injector-menu");
     for (const Injector& injector : injectors) {
         const std::string name = injector.item;
-        hands.menu({"mnu_Impostazioni", "mnu_type_injector_gas", injector.item});
-        settle(hands);
-        given(hands, unit, name, 202, injector.opening);
-        given(hands, unit, name + ", its constant", 200, injector.constant);
-        given(hands, unit, name + ", its time", 201, injector.time_constant);
+        ui.menu({"mnu_Impostazioni", "mnu_type_injector_gas", injector.item});
+        ui.settle();
+        ui.given(name + ", opening", 202, injector.opening);
+        ui.given(name + ", constant", 200, injector.constant);
+        ui.given(name + ", time constant", 201, injector.time_constant);
     }
     for (const Car& car : cars) {
-        hands.menu({"mnu_Impostazioni", "mnu_type_car", car.item});
-        settle(hands);
-        given(hands, unit, car.item, 201, car.time_constant);
+        ui.menu({"mnu_Impostazioni", "mnu_type_car", car.item});
+        ui.settle();
+        ui.given(car.item, 201, car.time_constant);
     }
-    Hands::rest(600);
+    rest(600);
 }
 
-void choose_ports(Hands& hands, UnitProcess& unit) {
-    hands.menu({"mnu_Impostazioni", "mnu_Porta_Seriale"});
-    hands.picture("port-menu");
-    hands.leave_menus();
+void choose_ports(Ui& ui) {
+    const auto choose = [&](const char* item) {
+        ui.menu({"mnu_Impostazioni", "mnu_Porta_Seriale", item});
+    };
+    screenshot_menu(ui, {"mnu_Impostazioni", "mnu_Porta_Seriale"}, "port-menu");
     for (const Port& port : ports) {
-        hands.menu({"mnu_Impostazioni", "mnu_Porta_Seriale", port.item});
-        hands.see(std::string(port.item) + " is stored", hands.until([&] {
+        choose(port.item);
+        ui.expect(std::string(port.item) + " is stored", [&] {
             return whole_file("\\setting.ini").find(port.stored) != std::string::npos;
-        }));
-        hands.see(std::string(port.item) + " alone is ticked", hands.ticked(port.item));
+        });
         for (const Port& other : ports)
-            if (&other != &port) hands.see("no other is", !hands.ticked(other.item));
+            ui.check(std::string("only ") + port.item + " is ticked",
+                     ui.ticked(other.item) == (&other == &port));
     }
-    hands.menu({"mnu_Impostazioni", "mnu_Porta_Seriale", "com8"});
-    Hands::rest(300);
-    hands.see("the last port does nothing", hands.ticked("com1") && !hands.ticked("com8"));
-    hands.see("the open port stays as it is until the next start", values_flow(hands, unit));
+    choose("com8");
+    rest(300);
+    ui.check("COM8 does nothing", ui.ticked("com1") && !ui.ticked("com8"));
+    ui.check("the open port is used until the next start", ui.values_flow());
+}
+
+void choose_languages(Ui& ui) {
+    struct Panel {
+        const char *button, *frame, *name;
+    };
+    constexpr Panel panels[] = {{"Command_impostazioni", "Frame_impostazioni", "settings"},
+                                {"Command_lambda", "Frame_Lambda", "lambda"},
+                                {"Command_diagnosi", "Frame_diagnosi", "diagnosis"},
+                                {"Command_engine", "frame_engine", "engine"}};
+    for (const std::string code : {"it", "pl", "fr", "de", "uk"}) {
+        ui.menu({"mnu_Lingua", QString::fromStdString(code)});
+        rest(300);
+        ui.check("the language is ticked: " + code, ui.ticked(QString::fromStdString(code)));
+        for (const Panel& panel : panels) {
+            ui.go_to(panel.button, panel.frame);
+            // Closing the changeover window loads the captions of the main window.
+            if (&panel == &panels[0]) {
+                ui.click("Command303");
+                ui.wait_shown("Form3");
+                rest(300);
+                ui.screenshot(code + "-changeover");
+                ui.click("Command1", "Form3");
+                ui.wait_gone("Form3");
+                rest(400);
+            }
+            ui.screenshot(code + "-" + panel.name);
+        }
+    }
+    ui.check("the captions are English again", ui.text("Command_engine") == "ENGINE");
 }
 
 } // namespace zol::tour

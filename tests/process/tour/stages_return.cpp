@@ -3,11 +3,11 @@
 namespace zol::tour {
 namespace {
 
-// A value field, a slider or an option of the windows, and the parameter it stands for.
+// A field, slider or option, and its parameter.
 struct Shown {
     const char* name;
     int number;
-    int value = 1; // at which an option is on
+    int value = 1; // at which the option is on
 };
 
 constexpr Shown engine_sliders[] = {
@@ -24,62 +24,61 @@ constexpr Shown changeover_options[] = {
 constexpr Shown changeover_fields[] = {
     {"Text_rpm", 121}, {"Text_press_comm", 22}, {"Text_123", 123}, {"Text_124", 124}};
 
-int given_value(Hands& hands, int number) {
-    return hands.tally().given[static_cast<std::size_t>(number)];
+int given_value(Ui& ui, int number) { return ui.tally.given[static_cast<std::size_t>(number)]; }
+
+void find_number(Ui& ui, const Shown& shown, const QString& text) {
+    const int value = given_value(ui, shown.number);
+    ui.check(std::string(shown.name) + " shows " + text.toStdString() + ", wanted " +
+                 std::to_string(value),
+             text == QString::number(value));
 }
 
-void find_number(Hands& hands, const Shown& shown, const QString& text) {
-    const int value = given_value(hands, shown.number);
-    hands.see(std::string(shown.name) + " shows " + text.toStdString() + ", wanted " +
-                  std::to_string(value),
-              text == QString::number(value));
-}
-
-void find_option(Hands& hands, const Shown& shown, const QString& window = "Form1") {
-    hands.see(std::string(shown.name) + " is on",
-              hands.ticked(shown.name, window) && given_value(hands, shown.number) == shown.value);
+void find_option(Ui& ui, const Shown& shown, const QString& window = "Form1") {
+    ui.check(std::string(shown.name) + " is on",
+             ui.ticked(shown.name, window) && given_value(ui, shown.number) == shown.value);
 }
 
 } // namespace
 
-void find_all_in_unit(Hands& hands, UnitProcess& unit) {
+void find_values_in_unit(Ui& ui) {
     for (int number = 0; number < parameter_count; ++number)
-        if (const int value = given_value(hands, number); value != never_set)
-            given(hands, unit, "found again", number, value);
+        if (const int value = given_value(ui, number); value != never_set)
+            ui.given("found again", number, value);
 }
 
-void find_all_in_windows(Hands& hands, UnitProcess&) {
+void find_values_in_windows(Ui& ui) {
     for (const Shown& slider : engine_sliders)
-        find_number(hands, slider, QString::number(hands.value(slider.name)));
+        find_number(ui, slider, QString::number(ui.value(slider.name)));
     for (const Shown& option : options)
-        find_option(hands, option);
-    go_to(hands, "Command_impostazioni", "Frame_impostazioni");
+        find_option(ui, option);
+    ui.go_to("Command_impostazioni", "Frame_impostazioni");
     for (const Shown& field : settings_fields)
-        find_number(hands, field, hands.text(field.name));
+        find_number(ui, field, ui.text(field.name));
     for (int row = 0; row < 4; ++row) {
         const std::string name = "Slider1(" + std::to_string(row) + ")";
         const QString slider = QString::fromStdString(name);
-        find_number(hands, {name.c_str(), 32 + row}, QString::number(hands.value(slider)));
+        find_number(ui, {name.c_str(), 32 + row}, QString::number(ui.value(slider)));
     }
-    hands.picture("settings-found-again");
-    hands.click("Command303");
-    hands.until([&] { return hands.shown("Form3"); });
-    Hands::rest(300);
+    ui.screenshot("settings-found-again");
+    ui.click("Command303");
+    ui.wait_shown("Form3");
+    rest(300);
     for (const Shown& option : changeover_options)
-        find_option(hands, option, "Form3");
+        find_option(ui, option, "Form3");
     for (const Shown& field : changeover_fields)
-        find_number(hands, field, hands.text(field.name, "Form3"));
-    hands.see("the petrol cut-off is shown in rpm", hands.text("Text1", "Form3") == "6780");
-    hands.see("and its time in milliseconds", hands.text("Text2", "Form3") == "200");
-    hands.picture("changeover-found-again");
-    hands.click("Command1", "Form3");
-    hands.until([&] { return !hands.shown("Form3"); });
-    Hands::rest(500);
-    go_to(hands, "Command_lambda", "Frame_Lambda");
+        find_number(ui, field, ui.text(field.name, "Form3"));
+    ui.check("the petrol cut-off is shown in rpm", ui.text("Text1", "Form3") == "6780");
+    ui.check("the time of the petrol cut-off is shown in milliseconds",
+             ui.text("Text2", "Form3") == "200");
+    ui.screenshot("changeover-found-again");
+    ui.click("Command1", "Form3");
+    ui.wait_gone("Form3");
+    rest(500);
+    ui.go_to("Command_lambda", "Frame_Lambda");
     for (const Shown& field : lambda_fields)
-        find_number(hands, field, hands.text(field.name));
-    hands.see("the injector chosen before is ticked", hands.ticked("mnu_matrix_3_ohm"));
-    go_home(hands);
+        find_number(ui, field, ui.text(field.name));
+    ui.check("the chosen injector is ticked", ui.ticked("mnu_matrix_3_ohm"));
+    ui.go_home();
 }
 
 } // namespace zol::tour

@@ -1,4 +1,4 @@
-// What the whole tour has seen so far, across its visits.
+// Counts and values of all visits of a run.
 #pragma once
 
 #include <array>
@@ -8,11 +8,11 @@ namespace zol::tour {
 constexpr int parameter_count = 256;
 constexpr int never_set = -1;
 
-// Stands in memory that all visits share: each is a run of the program, a process of its own.
+// In memory that all visits share: each is its own process.
 struct Tally {
-    int seen = 0, missed = 0, pictures = 0;
-    int compared = 0; // how often the windows were compared with the program's data
-    // What the operator gave the unit, by parameter, to be found again later.
+    int passed = 0, failed = 0, screenshots = 0;
+    int compared = 0; // comparisons of the windows with the program's data
+    // The values given to the unit, by parameter, which later visits must find.
     std::array<int, parameter_count> given;
 };
 

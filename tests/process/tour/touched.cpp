@@ -10,7 +10,7 @@
 namespace zol::tour {
 namespace {
 
-// Never on view, or only there to hold the keyboard focus.
+// Never visible, or only there to have the keyboard focus.
 constexpr std::array<std::string_view, 5> out_of_reach = {
     "Form1 com3", "Form1 Command1", "Form1 Command2", "Form1 Text2", "Form1 cmd_focus"};
 constexpr std::string_view never_opened = "Form_power";

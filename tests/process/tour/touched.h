@@ -1,4 +1,4 @@
-// Which of the program's controls the operator has laid hands on, over all visits.
+// Which controls of the program the tour has used, over all visits.
 #pragma once
 
 #include <filesystem>
@@ -7,15 +7,15 @@
 
 namespace zol::tour {
 
-// In the folder of the tour's pictures.
+// In the folder of the screenshots.
 constexpr const char* touched_file = "touched.txt";
 
-// Notes an act in the file `notes`: every visit is a process of its own, a file outlives them all.
+// Adds a control to the file `notes`. It is a file because every visit is its own process.
 void note_touched(const std::filesystem::path& notes, const std::string& window,
                   const std::string& name);
 
 // The buttons, options, boxes, sliders, lists, fields and menu items of all windows that no visit
-// has touched, as "Form1 Command5". Left out are those that no operator can reach.
+// has used, as "Form1 Command5", without those that no operator can reach.
 std::vector<std::string> untouched(const std::filesystem::path& notes);
 
 } // namespace zol::tour

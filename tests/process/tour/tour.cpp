@@ -1,7 +1,7 @@
-// Walks through the program as an operator would: the real windows, a real serial device, the
-// simulated unit at its other end. Leaves numbered pictures and the decoded wire log, and says what
-// it saw. Arguments: the build folder, the folder for what it leaves, and, to make only one of the
-// visits, its number from 1 on. Ends with 1 if something was not seen.
+// Uses every control of the program in a fixed order: the real windows, a pseudo-terminal as the
+// serial device, the simulated unit at its other end. Checks what the windows show and what the
+// unit has got. Saves numbered screenshots and the decoded wire log. Arguments: the build folder,
+// the output folder, and optionally the number of the only visit. Ends with 1 if a check failed.
 #include "tests/process/tour/stages.h"
 #include "tests/process/tour/touched.h"
 #include "tests/process/tour/visit.h"
@@ -20,7 +20,7 @@ const std::vector<Visit> visits = {
     {"First start: the unit answers",
      "silence off",
      {{"Start, first read, polling", start_with_answering_unit},
-      {"Engine, over to gas", watch_the_engine},
+      {"Engine, changeover to gas", watch_the_engine},
       {"Gains, attenuation, speed", move_gains},
       {"Keys", use_keys},
       {"Automatic tuning", tune}}},
@@ -35,51 +35,51 @@ const std::vector<Visit> visits = {
       {"Faults", read_faults},
       {"EOBD menus", use_eobd_menus},
       {"Injection time", acquire_injection_time}}},
-    {"Third start: all is found again",
+    {"Third start: all values are found again",
      "silence off",
      {{"Start, first read, polling", start_with_answering_unit},
-      {"In the unit", find_all_in_unit},
-      {"In the windows", find_all_in_windows},
+      {"In the unit", find_values_in_unit},
+      {"In the windows", find_values_in_windows},
       {"Cable pulled and put back", pull_the_cable},
-      {"Boxes, windows, colours", look_at_boxes},
+      {"Boxes, windows, colours", open_boxes},
       {"Service records", reset_service_records},
       {"Parameter file", save_parameters},
-      {"Languages", look_at_languages},
+      {"Languages", choose_languages},
       {"Factory reset", reset_to_factory_values}}},
-    {"Fourth start: the line goes to a terminal",
+    {"Fourth start: handed over to a terminal",
      "silence off",
      {{"Start, first read, polling", start_with_answering_unit},
       {"Terminal", hand_line_to_terminal}}},
-    {"Fifth start: the line goes to a download",
+    {"Fifth start: handed over to a download",
      "silence off",
      {{"Start, first read, polling", start_with_answering_unit},
       {"Download", hand_line_to_download}}},
-    {"Sixth start: closed in the middle of the reset",
+    {"Sixth start: closed during the reset",
      "silence off",
      {{"Start, first read, polling", start_with_answering_unit},
-      {"Factory reset, not to its end", close_in_the_middle_of_the_reset}}},
-    {"Seventh start: given up",
+      {"Factory reset, interrupted", close_during_the_reset}}},
+    {"Seventh start: cancelled",
      "silence on",
-     {{"Connection dialog, cancelled", give_up_at_another_port}}},
-    {"Eighth start: at the port that was given up at",
+     {{"Connection dialog, cancelled", cancel_at_another_port}}},
+    {"Eighth start: at the port stored before",
      "silence off",
-     {{"Connection dialog, back to the port", start_at_a_port_that_is_not_there},
+     {{"Connection dialog, back to the port", start_at_a_missing_port},
       {"Port menu", choose_ports}},
      true},
 };
 
-// Of the whole tour: every control that can be reached was touched.
-void say_untouched(const fs::path& out, Tally& tally) {
+// The whole tour uses every control that can be reached.
+void check_all_used(const fs::path& out, Tally& tally) {
     const std::vector<std::string> left = untouched(out / touched_file);
     for (const std::string& control : left)
-        std::printf("MISSED: no visit touches %s\n", control.c_str());
-    ++(left.empty() ? tally.seen : tally.missed);
+        std::printf("FAILED: a visit uses %s\n", control.c_str());
+    ++(left.empty() ? tally.passed : tally.failed);
 }
 
 std::vector<Visit> chosen_visits(std::size_t number) {
     if (number == 0) return visits;
     const auto last = visits.begin() + static_cast<std::ptrdiff_t>(number);
-    return {last - (visits[number - 1].goes_on ? 2 : 1), last};
+    return {last - (visits[number - 1].continues ? 2 : 1), last};
 }
 
 int run_tour(char* program_name, const fs::path& build, const fs::path& out,
@@ -89,17 +89,12 @@ int run_tour(char* program_name, const fs::path& build, const fs::path& out,
     Tally* tally = shared_tally();
     if (!tally) return EXIT_FAILURE;
     {
-        UnitProcess unit(build / "simulator" / "control-unit",
-                         {"--link", (out / "app" / "ports" / "com1").string(), "--warm",
-                          "--firmware", "2.7.71", "--log", (out / "wire.log").string()});
+        UnitProcess unit = start_unit(build, out, {"--log", (out / "wire.log").string()});
         for (const Visit& visit : chosen)
             make_visit(visit, program_name, out, *tally, unit);
     }
-    if (chosen.size() == visits.size()) say_untouched(out, *tally);
-    std::printf("%d things seen, %d missed, the windows compared with their data %d times\n",
-                tally->seen, tally->missed, tally->compared);
-    std::printf("%d pictures and the wire log in %s\n", tally->pictures, out.c_str());
-    return tally->missed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (chosen.size() == visits.size()) check_all_used(out, *tally);
+    return report(*tally, out);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The simulated control unit as a program of its own, steered by the commands typed to it.
+// The simulated control unit as its own process, controlled by commands on its standard input.
 #pragma once
 
 #include <filesystem>
@@ -16,17 +16,16 @@ class UnitProcess {
     UnitProcess& operator=(const UnitProcess&) = delete;
 
     void type(const std::string& command);
-    // What the unit holds as this parameter; -1 if it does not say so within two seconds.
+    // The unit's value of this parameter, -1 if it does not answer within two seconds.
     int parameter(int number);
-    // The line of the answer to `command` that begins like this; empty after two seconds.
+    // The line of the answer that begins like this, empty after two seconds.
     std::string answer(const std::string& command, const std::string& beginning);
 
-    // A line with this in it is said before the time is over: "log on" makes the unit tell what it
-    // is asked for.
+    // The unit prints a line with this text in time. After "log on" it prints each request.
     bool says(const std::string& part, int most_ms);
 
   private:
-    // The next whole line said, empty if none comes before the time is over.
+    // The next complete line, empty if none comes in time.
     std::string next_line(int most_ms);
 
     int process_ = -1;

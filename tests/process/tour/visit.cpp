@@ -21,19 +21,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void walk(const Stage& stage, Hands& hands, UnitProcess& unit) {
-    const Tally before = hands.tally();
-    stage.walk(hands, unit);
-    hands.compare_with_data();
-    const Tally& now = hands.tally();
-    std::printf("  %-32s %3d seen", stage.name, now.seen - before.seen);
-    if (now.missed > before.missed) std::printf(", %d MISSED", now.missed - before.missed);
+void walk(const Stage& stage, Ui& ui) {
+    const Tally before = ui.tally;
+    stage.walk(ui);
+    ui.compare_with_data();
+    std::printf("  %-32s %3d passed", stage.name, ui.tally.passed - before.passed);
+    if (const int failed = ui.tally.failed - before.failed) std::printf(", %d FAILED", failed);
     std::printf("\n");
     std::fflush(stdout);
 }
 
-// The program in this very process. It ends the process by its own EXIT button, or
-// in the middle of the last stage.
+// Runs the program in this process, which its EXIT button or the last stage ends.
 [[noreturn]] void run_program(const Visit& visit, char* program_name, const fs::path& out,
                               Tally& tally, UnitProcess& unit) {
     ::alarm(visit.longest_s);
@@ -43,12 +41,12 @@ void walk(const Stage& stage, Hands& hands, UnitProcess& unit) {
     app::connect_handlers();
     view::qt::run(program_name, [&] {
         std::thread([&] {
-            Hands hands(out, tally);
+            Ui ui(out, tally, unit);
             for (const Stage& stage : visit.stages)
-                walk(stage, hands, unit);
-            hands.click("Command_exit");
+                walk(stage, ui);
+            ui.click("Command_exit");
             constexpr int longest_end_ms = 5000;
-            Hands::rest(longest_end_ms);
+            rest(longest_end_ms);
             ::_exit(EXIT_FAILURE);
         }).detach();
         app::sub_main();
@@ -77,8 +75,23 @@ void make_visit(const Visit& visit, char* program_name, const fs::path& out, Tal
     int status = 0;
     const bool ended = process > 0 && ::waitpid(process, &status, 0) == process &&
                        WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    ++(ended ? tally.seen : tally.missed);
-    if (!ended) std::printf("MISSED: the program ends (status %d)\n", status);
+    ++(ended ? tally.passed : tally.failed);
+    if (!ended) std::printf("FAILED: the program ends (status %d)\n", status);
+}
+
+UnitProcess start_unit(const fs::path& build, const fs::path& out,
+                       const std::vector<std::string>& more_arguments) {
+    std::vector<std::string> arguments = {"--link", (out / "app" / "ports" / "com1").string(),
+                                          "--warm", "--firmware", "2.7.71"};
+    arguments.insert(arguments.end(), more_arguments.begin(), more_arguments.end());
+    return {build / "simulator" / "control-unit", arguments};
+}
+
+int report(const Tally& tally, const fs::path& out) {
+    std::printf("%d checks passed, %d failed, the windows compared with their data %d times\n",
+                tally.passed, tally.failed, tally.compared);
+    std::printf("%d screenshots in %s\n", tally.screenshots, out.c_str());
+    return tally.failed == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 Tally* shared_tally() {

@@ -1,4 +1,4 @@
-// Where the program's windows are found. For the windows' own thread.
+// Finds the program's windows by name. Call it on the windows' thread.
 #pragma once
 
 #include <QString>
@@ -9,11 +9,11 @@ class QWidget;
 
 namespace zol::tour {
 
-// Null if there is none of that name at the moment.
+// Null if there is none now.
 QWidget* window_named(const QString& name);
-// An entry or a submenu of the main window.
+// A menu item or submenu of the main window.
 QAction* action_named(const QString& name);
-// The box that waits for an answer.
+// The open box, or null.
 QDialog* box();
 
 } // namespace zol::tour

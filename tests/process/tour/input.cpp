@@ -1,5 +1,5 @@
-#include "tests/process/tour/hands.h"
 #include "tests/process/tour/touched.h"
+#include "tests/process/tour/ui.h"
 #include "tests/process/tour/windows.h"
 
 #include <QAbstractButton>
@@ -13,13 +13,14 @@
 #include <QTest>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <semaphore>
 
 namespace zol::tour {
 namespace {
 
-// The colour dialog has several fields; this is the toolkit's name of the one that takes "#00ff00".
+// The toolkit's name of the colour dialog's field for "#00ff00".
 constexpr const char* colour_field = "qt_colorname_lineedit";
 
 QAbstractButton* button_of(const QDialog& dialog, QString text) {
@@ -45,16 +46,16 @@ QAction* action_named(const QString& name) {
 
 QDialog* box() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
 
-void Hands::act(const std::function<void()>& work) {
-    // Shared, since a handler that never ends holds the act for as long as the program runs.
-    const auto taken_in = std::make_shared<std::binary_semaphore>(0);
+void Ui::act(const std::function<void()>& work) {
+    // Shared, because a handler that never ends keeps the second call queued.
+    const auto received = std::make_shared<std::binary_semaphore>(0);
     QMetaObject::invokeMethod(qApp, work, Qt::QueuedConnection);
     QMetaObject::invokeMethod(
-        qApp, [taken_in] { taken_in->release(); }, Qt::QueuedConnection);
-    taken_in->acquire();
+        qApp, [received] { received->release(); }, Qt::QueuedConnection);
+    received->acquire();
 }
 
-QWidget* Hands::find(const QString& name, const QString& window) {
+QWidget* Ui::find(const QString& name, const QString& window) {
     QWidget* top = window_named(window);
     if (top && top->objectName() == name) return top;
     QWidget* found = top ? top->findChild<QWidget*>(name) : nullptr;
@@ -62,11 +63,11 @@ QWidget* Hands::find(const QString& name, const QString& window) {
     return found;
 }
 
-void Hands::note(const QString& name, const QString& window) {
-    note_touched(pictures_ / touched_file, window.toStdString(), name.toStdString());
+void Ui::note(const QString& name, const QString& window) {
+    note_touched(screenshots_ / touched_file, window.toStdString(), name.toStdString());
 }
 
-void Hands::click(const QString& name, const QString& window) {
+void Ui::click(const QString& name, const QString& window) {
     note(name, window);
     act([=] {
         if (QWidget* widget = find(name, window))
@@ -74,14 +75,14 @@ void Hands::click(const QString& name, const QString& window) {
     });
 }
 
-void Hands::double_click(const QString& name) {
+void Ui::double_click(const QString& name) {
     note(name);
     act([=] {
         if (QWidget* widget = find(name, "Form1")) QTest::mouseDClick(widget, Qt::LeftButton);
     });
 }
 
-void Hands::drag(const QString& name, int value, const QString& window) {
+void Ui::drag(const QString& name, int value, const QString& window) {
     note(name, window);
     act([=] {
         auto* slider = qobject_cast<QAbstractSlider*>(find(name, window));
@@ -89,7 +90,7 @@ void Hands::drag(const QString& name, int value, const QString& window) {
         const bool across = slider->orientation() == Qt::Horizontal;
         const int length = across ? slider->width() : slider->height();
         const auto spot = [&](int at) {
-            // The handle's middle keeps half a handle away from both ends.
+            // The centre of the handle stays half a handle away from both ends.
             constexpr int half_handle = 7;
             const int range = slider->maximum() - slider->minimum();
             const int along =
@@ -104,9 +105,9 @@ void Hands::drag(const QString& name, int value, const QString& window) {
     });
 }
 
-void Hands::menu(const QStringList& way) {
-    note(way.last());
-    for (const QString& step : way) {
+void Ui::menu(const QStringList& path) {
+    note(path.last());
+    for (const QString& step : path) {
         act([=] {
             QAction* action = action_named(step);
             if (!action) {
@@ -124,7 +125,7 @@ void Hands::menu(const QStringList& way) {
     }
 }
 
-void Hands::leave_menus() {
+void Ui::close_menus() {
     constexpr int deepest = 4;
     for (int level = 0; level < deepest; ++level)
         act([] {
@@ -133,7 +134,7 @@ void Hands::leave_menus() {
         });
 }
 
-void Hands::choose(const QString& combo, int index, const QString& window) {
+void Ui::choose(const QString& combo, int index, const QString& window) {
     note(combo, window);
     act([=] {
         auto* list = qobject_cast<QComboBox*>(find(combo, window));
@@ -146,15 +147,15 @@ void Hands::choose(const QString& combo, int index, const QString& window) {
         QWidget* popup = QApplication::activePopupWidget();
         auto* list = qobject_cast<QComboBox*>(find(combo, window));
         if (!popup || !list) return;
-        for (int step = list->currentIndex(); step < index; ++step)
-            QTest::keyClick(popup->focusWidget() ? popup->focusWidget() : popup, Qt::Key_Down);
-        for (int step = list->currentIndex(); step > index; --step)
-            QTest::keyClick(popup->focusWidget() ? popup->focusWidget() : popup, Qt::Key_Up);
-        QTest::keyClick(popup->focusWidget() ? popup->focusWidget() : popup, Qt::Key_Return);
+        if (popup->focusWidget()) popup = popup->focusWidget();
+        const int steps = index - list->currentIndex();
+        for (int step = 0; step < std::abs(steps); ++step)
+            QTest::keyClick(popup, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+        QTest::keyClick(popup, Qt::Key_Return);
     });
 }
 
-void Hands::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+void Ui::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     act([=] {
         QWidget* top = QApplication::activeWindow();
         if (!top) top = window_named("Form1");
@@ -162,7 +163,7 @@ void Hands::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     });
 }
 
-void Hands::enter(const QString& name, const QString& text, const QString& window) {
+void Ui::enter(const QString& name, const QString& text, const QString& window) {
     click(name, window);
     rest(100);
     act([=] {
@@ -174,7 +175,7 @@ void Hands::enter(const QString& name, const QString& text, const QString& windo
     });
 }
 
-void Hands::answer(const QString& button, const QString& entry) {
+void Ui::answer(const QString& button, const QString& entry) {
     act([=] {
         QDialog* dialog = box();
         if (!dialog) {
@@ -191,7 +192,7 @@ void Hands::answer(const QString& button, const QString& entry) {
     });
 }
 
-void Hands::close(const QString& window) {
+void Ui::close(const QString& window) {
     act([=] {
         if (QWidget* top = window_named(window)) top->close();
     });
