@@ -1,4 +1,4 @@
-// The whole program on a bad line, a fault at a time: what the fitter sees of it.
+// The whole program with one line fault at a time.
 #include "tests/support/bad_port.h"
 #include "tests/support/bench.h"
 #include "view/timers.h"
@@ -15,27 +15,27 @@ class BadPortTest : public Bench {
         link::use_serial_port(*bad);
         start_connected();
         screen.on_changed = [this](view::Widget& widget, view::Aspect) {
-            beats += &widget == &form1::Shape2;
+            telegrams += &widget == &form1::Shape2;
         };
     }
     ~BadPortTest() override { time.finish(); }
 
-    // Telegrams shown in a minute on such a line.
-    int beats_in_a_minute(const sim::BadLineOptions& options) {
+    // Telegrams shown in a minute with this fault.
+    int telegrams_in_a_minute(const sim::BadLineOptions& options) {
         bad->set_options(options);
-        beats = 0;
+        telegrams = 0;
         run_for(60'000);
-        return beats;
+        return telegrams;
     }
 
     std::unique_ptr<BadPort> bad;
-    int beats = 0;
+    int telegrams = 0;
 };
 
-constexpr int beats_when_clean = 60'000 / 350;
+constexpr int telegrams_when_clean = 60'000 / 350;
 
 TEST_F(BadPortTest, CleanLineCarriesATelegramEach350Ms) {
-    EXPECT_NEAR(beats_in_a_minute({}), beats_when_clean, 1);
+    EXPECT_NEAR(telegrams_in_a_minute({}), telegrams_when_clean, 1);
     EXPECT_EQ(bad->damaged(), 0u);
 }
 
@@ -52,25 +52,25 @@ TEST_F(BadPortTest, NoLineFaultStopsThePolling) {
     };
     for (const auto& options : faults) {
         const auto damaged = bad->damaged();
-        EXPECT_LT(beats_in_a_minute(options), beats_when_clean - 1) << describe(options);
+        EXPECT_LT(telegrams_in_a_minute(options), telegrams_when_clean - 1) << describe(options);
         EXPECT_GT(bad->damaged(), damaged) << describe(options);
         run_for(10'000);
-        beats_in_a_minute({}); // a cable that fell out is back
-        EXPECT_GE(beats_in_a_minute({}), beats_when_clean - 1) << describe(options);
+        telegrams_in_a_minute({}); // a pulled cable is back
+        EXPECT_GE(telegrams_in_a_minute({}), telegrams_when_clean - 1) << describe(options);
     }
 }
 
 TEST_F(BadPortTest, ChangedBitDoesNotStopThePolling) {
-    EXPECT_GT(beats_in_a_minute({.seed = 3, .flip = 0.005}), beats_when_clean / 2);
+    EXPECT_GT(telegrams_in_a_minute({.seed = 3, .flip = 0.005}), telegrams_when_clean / 2);
     EXPECT_GT(bad->damaged(), 0u);
 }
 
 TEST_F(BadPortTest, UselessBytesKeepTheLastTelegramShown) {
-    EXPECT_LE(beats_in_a_minute({.silence = true}), 1);
-    EXPECT_LE(beats_in_a_minute({.silence = true, .babble = true}), 1);
-    EXPECT_LE(beats_in_a_minute({.silence = true, .echo = true}), 1);
-    beats_in_a_minute({});
-    EXPECT_NEAR(beats_in_a_minute({}), beats_when_clean, 1);
+    EXPECT_LE(telegrams_in_a_minute({.silence = true}), 1);
+    EXPECT_LE(telegrams_in_a_minute({.silence = true, .babble = true}), 1);
+    EXPECT_LE(telegrams_in_a_minute({.silence = true, .echo = true}), 1);
+    telegrams_in_a_minute({});
+    EXPECT_NEAR(telegrams_in_a_minute({}), telegrams_when_clean, 1);
 }
 
 TEST_F(BadPortTest, PulledAdapterCannotBeOpened) {
@@ -82,11 +82,11 @@ TEST_F(BadPortTest, PulledAdapterCannotBeOpened) {
     EXPECT_EQ(bad->open(), "No such file or directory");
     bad->set_options({});
     run_for(60'000);
-    EXPECT_NEAR(beats_in_a_minute({}), beats_when_clean, 1);
+    EXPECT_NEAR(telegrams_in_a_minute({}), telegrams_when_clean, 1);
 }
 
 TEST_F(BadPortTest, PortWithoutPermissionCannotBeReopened) {
-    EXPECT_NEAR(beats_in_a_minute({.denied = true}), beats_when_clean, 1);
+    EXPECT_NEAR(telegrams_in_a_minute({.denied = true}), telegrams_when_clean, 1);
     bad->close();
     EXPECT_EQ(bad->open(), "Permission denied");
     bad->set_options({});

@@ -4,7 +4,7 @@
 
 namespace zol::soak {
 
-void AnyAnswers::leave_up_a_while() {
+void RandomAnswers::leave_up_a_while() {
     struct Up {
         explicit Up(int& up) : up_(up) { ++up_; }
         ~Up() { --up_; }
@@ -16,7 +16,7 @@ void AnyAnswers::leave_up_a_while() {
         view::pump_until(answered_us);
 }
 
-view::Answer AnyAnswers::message_box(const view::MessageBox& box) {
+view::Answer RandomAnswers::message_box(const view::MessageBox& box) {
     log_.note("  box: " + box.text);
     leave_up_a_while();
     if (box.buttons == view::Buttons::ok) return view::Answer::ok;
@@ -25,7 +25,7 @@ view::Answer AnyAnswers::message_box(const view::MessageBox& box) {
     return yes ? view::Answer::yes : view::Answer::no;
 }
 
-std::string AnyAnswers::input_box(const std::string& prompt, const std::string&) {
+std::string RandomAnswers::input_box(const std::string& prompt, const std::string&) {
     static const char* const entries[] = {
         "107",  "126", "4000", "0",  "70000", "-3",  "",    "abc",
         "12.7", "1",   "3",    "52", "65535", "1e3", "  7", "99999999999999999999"};
@@ -36,16 +36,16 @@ std::string AnyAnswers::input_box(const std::string& prompt, const std::string&)
     return entry;
 }
 
-view::Colour AnyAnswers::colour_box(view::Colour start) {
+view::Colour RandomAnswers::colour_box(view::Colour start) {
     log_.note("  box: a colour");
     leave_up_a_while();
     if (dice_.chance(0.3)) return start;
     return static_cast<view::Colour>(dice_.next() % (view::white + 1));
 }
 
-void AnyAnswers::show_manual(const std::string& file, const std::string& topic) {
+void RandomAnswers::show_manual(const std::string& file, const std::string& topic) {
     log_.note("  manual: " + topic);
-    static_cast<void>(file); // its folder has another name in each run
+    static_cast<void>(file); // its folder differs from run to run
 }
 
 } // namespace zol::soak

@@ -1,4 +1,4 @@
-// A screen whose boxes are answered anyhow: at once or late, yes or no, with any text.
+// A screen whose boxes get random answers: at once or late, Yes or No, with any text.
 #pragma once
 
 #include "simulator/random.h"
@@ -7,11 +7,11 @@
 
 namespace zol::soak {
 
-class AnyAnswers final : public view::HeadlessScreen {
+class RandomAnswers final : public view::HeadlessScreen {
   public:
-    AnyAnswers(Log& log, std::uint32_t seed) : log_(log), dice_(seed) {}
+    RandomAnswers(Log& log, std::uint32_t seed) : log_(log), dice_(seed) {}
 
-    // While one is up the operator reaches nothing else.
+    // Open boxes. While there is one, the operator can do nothing else.
     int up = 0;
 
     view::Answer message_box(const view::MessageBox& box) override;

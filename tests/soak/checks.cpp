@@ -17,9 +17,9 @@ namespace {
 
 using app::state;
 
-// Nothing leaves by itself: somebody has set it off, or it is one of the two controls that write
-// while the program fills them. All do once a button has cleared the filling mark.
-bool somebody_set_it_off(const Handlers& handlers, bool mark_cleared) {
+// A write has an operator's act as its cause, or comes from one of the two controls that write
+// while the program fills them. Once a button has cleared ui_loading, all of them do.
+bool has_a_cause(const Handlers& handlers, bool mark_cleared) {
     if (handlers.runs("operator")) return true;
     const std::string& writer = handlers.stack().back().name;
     return (handlers.runs("Form1 activate") || handlers.runs("Form1.Timer1 tick")) &&
@@ -47,10 +47,10 @@ std::string hex(std::span<const std::uint8_t> bytes) {
 
 Checks::Checks(Log& log, Handlers& handlers) : log_(log), handlers_(handlers) {
     handlers_.began = [this](const Running& running) {
-        // One that finds the port closed leaves its timer off.
+        // With a closed port the tick leaves its timer off.
         if (running.name == "Form1.Timer_stato_sistema tick")
             polled_on_closed_port_ = !link::port_is_open();
-        // Its exit stops the acquisition, also one that was opened beside it.
+        // This exit also stops an acquisition that was opened separately.
         if (running.name == "Form3.Command1 click") acquisition_stopped_ = true;
         if (running.name == "acquisizione load") acquisition_stopped_ = false;
         if (running.name == "Form1.barra1 click") parameter_window_seen_ = true;
@@ -58,12 +58,12 @@ Checks::Checks(Log& log, Handlers& handlers) : log_(log), handlers_(handlers) {
     };
     handlers_.ended = [this](const Running& running) {
         mirrors_.ended(running, readers_below(0) > 0);
-        // The reader has set the mark before it asks for the version.
+        // The first read sets the flag before it requests the version.
         const Running* below = handlers_.top();
         if (below && below->name == "Form1 activate" && below->last_command != 0 &&
             below->last_command != 6 && !state.ui_loading)
             mark_cleared_ = true;
-        // What the end keeps back was not written.
+        // Writes after the end has begun are not sent.
         if (!running.rule || state.program_ends) return;
         const std::string wrong = wrong_in(running, true);
         if (!wrong.empty()) find(wrong);
@@ -90,17 +90,17 @@ void Checks::write_leaves(const Written& written) {
     const std::string what =
         "PAR_" + std::to_string(written.number) + " = " + std::to_string(written.value);
     Running* writer = handlers_.top();
-    log_.note("  writes " + what + " (" + (writer ? writer->name : "nobody") + ")");
-    if (!writer) return find(what + " was set by nobody");
-    if (!may_be_tuning() && !somebody_set_it_off(handlers_, mark_cleared_))
-        find(what + " was set by nobody");
+    log_.note("  writes " + what + " (" + (writer ? writer->name : "no handler") + ")");
+    if (!writer) return find(what + " was not caused by an act");
+    if (!may_be_tuning() && !has_a_cause(handlers_, mark_cleared_))
+        find(what + " was not caused by an act");
     writer->writes.push_back(written);
     const std::string wrong = wrong_in(*writer, false);
     if (!wrong.empty()) find(wrong);
     mirrors_.written(*writer, written, readers_below(0) > 0);
 }
 
-// Handlers that read the unit, without the topmost `but` handlers.
+// The number of handlers that read the unit, without the topmost `but` handlers.
 int Checks::readers_below(int but) const {
     const auto& stack = handlers_.stack();
     return static_cast<int>(std::count_if(stack.begin(), stack.end() - but, [](const Running& r) {
@@ -118,9 +118,9 @@ void Checks::command_leaves(int command) {
     handed_over = handed_over || command == 20 || command == 21;
     const bool known = (sender && may_send(sender->name, command)) ||
                        (may_be_tuning() && may_send("tuning", command));
-    if (!known) find("command " + std::to_string(command) + " of one who does not send it");
+    if (!known) find("command " + std::to_string(command) + " from a handler that may not send it");
     if (command == 7 && sender && sender->name == "Form1 activate") mark_cleared_ = false;
-    // A tuning run behind a pass of the polling speaks from within whatever waits.
+    // A tuning run that waits for the polling sends during any other wait.
     if (sender && may_send(sender->name, command)) sender->last_command = command;
 }
 
@@ -140,44 +140,43 @@ void Checks::changed(const view::Widget& widget, view::Aspect aspect) {
     if (!wrong.empty()) find(wrong);
 }
 
-// Those that nobody switches off in a run. Their ticks take no time, so they keep their pace
-// through every wait, box and nested handler.
+// The timers that are never switched off. Their ticks take no time, so they tick on time during
+// every wait, box and nested handler.
 void Checks::check_perpetual_timers() {
-    for (const char* name : {"Form1.Timer4", "Form1.Timer5", "Form1.Timer6", "Form1.Timer_rpm"}) {
-        const auto& all = all_timers();
-        const auto found = std::find_if(all.begin(), all.end(),
-                                        [&](const NamedTimer& each) { return each.name == name; });
+    for (const view::Timer* timer :
+         {&form1::Timer4, &form1::Timer5, &form1::Timer6, &form1::Timer_rpm}) {
+        const std::string name = timer_name(*timer);
         const auto last = handlers_.last_tick_us.find(name);
         if (last == handlers_.last_tick_us.end()) continue;
         const bool ending = handlers_.runs("Form1 closing") || !form1::Form1.loaded;
-        if (!found->timer->is_on()) {
-            if (!ending && !state.no_reread) find(std::string(name) + " is off");
+        if (!timer->is_on()) {
+            if (!ending && !state.no_reread) find(name + " is off");
             continue;
         }
         const auto age_ms = (view::now_us() - last->second) / 1000;
-        if (age_ms > found->timer->interval_ms())
-            find(std::string(name) + " has not ticked for " + std::to_string(age_ms) + " ms");
+        if (age_ms > timer->interval_ms())
+            find(name + " has not ticked for " + std::to_string(age_ms) + " ms");
     }
 }
 
-// While no handler runs: who waits for whom, and what the operator finds.
+// While no handler runs: timers, panels, windows and pointers.
 void Checks::check_rest() {
     using view::reachable;
     const bool watched = form1::Timer6.is_on();
-    // With no new read allowed, the window's activation stops the timer for good.
+    // If no new read is allowed, the window's activation stops the timer.
     if (state.poll_enabled && link::port_is_open() && !form1::Timer_stato_sistema.is_on() &&
         !watched && !polled_on_closed_port_ && !state.no_reread)
-        find("the polling is allowed and nobody keeps it going");
+        find("the polling is allowed and no timer runs it");
     if (!form1::Frame_Lambda.look.visible) parameter_window_seen_ = false;
     if (form1::Frame_Lambda.look.visible && !form1::Timer3.is_on() && !parameter_window_seen_)
-        find("the lambda panel is on view and does not read");
+        find("the lambda panel is visible and does not read");
     if (acquisizione::acquisizione.shown && !acquisizione::Timer_tinj.is_on() &&
         !acquisition_stopped_)
-        find("the acquisition is on view and does not read");
+        find("the acquisition is visible and does not read");
     const auto& windows = view::all_windows();
-    const bool somebody_to_talk_to = std::any_of(
-        windows.begin(), windows.end(), [](const view::Widget* w) { return reachable(*w); });
-    if (!somebody_to_talk_to && !form1::Timer1.is_on()) find("no window answers the operator");
+    const bool somewhere = std::any_of(windows.begin(), windows.end(),
+                                       [](const view::Widget* w) { return reachable(*w); });
+    if (!somewhere && !form1::Timer1.is_on()) find("no window can be used");
     for (const view::Widget* window : windows) {
         if (!window->shown || window->name == "frmSplash") continue;
         if (window->look.pointer == view::Pointer::hourglass)

@@ -1,4 +1,4 @@
-// What must hold at every moment of a run, and what must hold while nothing is under way.
+// What must hold at every moment of a run, and what must hold while no handler runs.
 #pragma once
 
 #include "tests/soak/handlers.h"
@@ -13,24 +13,23 @@ class Checks {
   public:
     Checks(Log& log, Handlers& handlers);
 
-    // A frame wants to leave, whether the port takes it or not; bytes that the program has read.
+    // A frame that the program sends, whether the port accepts it or not; bytes that it has read.
     void leaves(std::span<const std::uint8_t> bytes);
     void read(const link::Bytes& bytes);
-    void closed(); // the port, by the handler that runs
+    void closed(); // the port, by the present handler
     void changed(const view::Widget& widget, view::Aspect aspect);
-    // After each step of the run, while the program waits. `at_rest`: no box is up.
+    // After each step of the run, while the program waits. `at_rest`: no box is open.
     void step(bool at_rest);
 
-    // A run of the automatic tuning. The first of two runs to end, the inner one, clears the mark
-    // of both.
+    // A run of the automatic tuning. Of two nested runs the inner one clears tuning_mode of both.
     bool may_be_tuning() const;
 
-    bool operator_types = false; // what shows up on widgets is his own
+    bool operator_types = false; // changed texts are the operator's
     int deepest_wait = 0;
-    bool handed_over = false; // the line, to a terminal or a download
+    bool handed_over = false; // the line, to another program
     std::string closed_by;    // the handler that closed the port last
-    // Waits nest as deep as the operator acts in the middle of them, and no deeper: an act brings
-    // its handler, one that it runs inside, a tick and an activation.
+    // The most waits for each nested act: those of its handler, of a handler called inside, of a
+    // tick and of an activation.
     static constexpr int waits_of_an_act = 4;
 
   private:
@@ -45,9 +44,9 @@ class Checks {
     Handlers& handlers_;
     ExpectedMirrors mirrors_;
     bool told_of_mirrors_ = false;
-    bool mark_cleared_ = false; // that of the filling, in the middle of a reading
+    bool mark_cleared_ = false; // ui_loading was cleared during a first read
     bool parameter_window_seen_ = false;
-    int tunings_asked_ = 0; // each may run in the waits of another
+    int tunings_asked_ = 0; // a run may begin during the waits of another
     bool polled_on_closed_port_ = false;
     bool acquisition_stopped_ = false;
 };

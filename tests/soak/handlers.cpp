@@ -2,10 +2,6 @@
 
 #include "app/app_state.h"
 #include "tests/soak/write_rules.h"
-#include "view/windows/acquisizione.h"
-#include "view/windows/form1.h"
-#include "view/windows/form3.h"
-#include "view/windows/frm_splash.h"
 
 #include <algorithm>
 #include <exception>
@@ -19,33 +15,14 @@ int Running::written(int parameter) const {
     return value;
 }
 
-const std::vector<NamedTimer>& all_timers() {
-    static const std::vector<NamedTimer> timers = {
-        {"Form1.Timer_stato_sistema", &form1::Timer_stato_sistema},
-        {"Form1.Timer_chiusura_stato", &form1::Timer_chiusura_stato},
-        {"Form1.Timer1", &form1::Timer1},
-        {"Form1.Timer2", &form1::Timer2},
-        {"Form1.Timer3", &form1::Timer3},
-        {"Form1.Timer4", &form1::Timer4},
-        {"Form1.Timer5", &form1::Timer5},
-        {"Form1.Timer6", &form1::Timer6},
-        {"Form1.Timer_rpm", &form1::Timer_rpm},
-        {"Form3.Timer2", &form3::Timer2},
-        {"acquisizione.Timer_tinj", &acquisizione::Timer_tinj},
-        {"acquisizione.Timer_ricerca_max", &acquisizione::Timer_ricerca_max},
-        {"acquisizione.Timer1", &acquisizione::Timer1},
-        {"acquisizione.Timerx", &acquisizione::Timerx},
-        {"frmSplash.Timer_progress", &frm_splash::Timer_progress},
-    };
-    return timers;
-}
+std::string timer_name(const view::Timer& timer) { return timer.window().name + "." + timer.name; }
 
 std::string widget_name(const view::Widget& widget) {
     if (widget.kind == view::Kind::window) return widget.name;
     return widget.window->name + "." + view::full_name(widget);
 }
 
-// One handler on the stack, for as long as it runs.
+// Puts a handler on the stack while it runs.
 struct Handlers::Frame {
     Frame(Handlers& handlers, const std::string& name, int key = 0, int shift = 0)
         : handlers_(handlers), unwinding_(std::uncaught_exceptions()) {
@@ -100,7 +77,8 @@ void Handlers::wrap_widget(view::Widget& widget, const std::string& name) {
         };
 }
 
-void Handlers::wrap_timer(view::Timer& timer, const std::string& name) {
+void Handlers::wrap_timer(view::Timer& timer) {
+    const std::string name = timer_name(timer);
     if (!timer.tick) return;
     timer.tick = [this, name, inner = std::move(timer.tick)] {
         last_tick_us[name] = view::now_us();
@@ -116,8 +94,8 @@ void Handlers::wrap() {
             for (view::Widget* widget : *list)
                 wrap_widget(*widget, widget_name(*widget));
     }
-    for (const NamedTimer& each : all_timers())
-        wrap_timer(*each.timer, each.name);
+    for (view::Timer* timer : view::all_timers())
+        wrap_timer(*timer);
 }
 
 void Handlers::act(const std::string& what, const std::function<void()>& work) {

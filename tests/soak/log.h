@@ -1,4 +1,4 @@
-// What happened in a run, in words and with times; and what should not have.
+// The transcript of a run with times, and its findings.
 #pragma once
 
 #include <cstdint>
@@ -12,20 +12,20 @@ namespace zol::soak {
 
 class Log {
   public:
-    // `keep_all`: every line, else only the last ones.
+    // `keep_all`: keeps every line, else only the last ones.
     explicit Log(bool keep_all) : keep_all_(keep_all) {}
-    // The clock that stands before each line.
+    // The time before each line.
     std::function<std::int64_t()> now_us = [] { return std::int64_t{0}; };
 
     void note(const std::string& what);
-    // The same, and the run has failed. At most `most_findings` are kept.
+    // The same for a broken rule: the run fails. Keeps at most `most_findings`.
     void find(const std::string& what);
-    // Counts for the digest without a line of its own: what happens too often to be written down.
+    // Adds to the digest only.
     void count(std::string_view what);
 
     const std::vector<std::string>& findings() const { return findings_; }
     const std::deque<std::string>& lines() const { return lines_; }
-    // Two runs that did the same have the same one.
+    // Equal for equal runs.
     std::uint64_t digest() const { return digest_; }
 
     static constexpr std::size_t most_findings = 20, most_lines = 120;
@@ -34,7 +34,7 @@ class Log {
     bool keep_all_;
     std::deque<std::string> lines_;
     std::vector<std::string> findings_;
-    std::uint64_t digest_ = 14695981039346656037u; // FNV-1a, as are the steps
+    std::uint64_t digest_ = 14695981039346656037u; // FNV-1a
 };
 
 } // namespace zol::soak

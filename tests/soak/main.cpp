@@ -1,5 +1,8 @@
-// scripts/prove soak: many runs, each in a process of its own, so that a crash or a hang costs one
-// run and is reported with its seed.
+// scripts/prove soak: random sessions on virtual time, one for each seed, an hour and more each.
+// The unit has any family and version, the operator does anything that the windows allow, and line
+// and car have random faults; at the end the line is good, and the tool must recover as its rules
+// say. Each run is its own process, so that a crash or a hang ends one run and is reported with its
+// seed.
 #include "tests/soak/pool.h"
 
 #include <charconv>
@@ -12,11 +15,11 @@ namespace {
 
 constexpr const char* usage =
     "usage: soak [--help] [--seed N | --first N --count N] [--hours H] [--jobs N]\n"
-    "  --seed N           one run, with its whole transcript\n"
-    "  --first N          the first of the seeds; without it 1\n"
-    "  --count N          how many of them; without it 1000\n"
-    "  --hours H          simulated hours of each run; without it 1\n"
-    "  --jobs N           processes at a time; without it 2\n";
+    "  --seed N           one run, with its complete transcript\n"
+    "  --first N          the first seed (1)\n"
+    "  --count N          number of seeds (1000)\n"
+    "  --hours H          simulated hours of each run (1)\n"
+    "  --jobs N           parallel processes (2)\n";
 
 template <class Number>
 bool read(const char* text, Number& number) {
@@ -28,7 +31,7 @@ bool read(const char* text, Number& number) {
 } // namespace
 
 int main(int count, char** words) {
-    testing::InitGoogleMock(); // the bench is a test's fixture
+    testing::InitGoogleMock(); // the session is a test fixture
     zol::soak::PoolOptions options;
     bool understood = count % 2 == 1;
     for (int i = 1; understood && i + 1 < count; i += 2) {

@@ -1,4 +1,5 @@
-// What the mirrors should hold, worked out beside the program from what left it and what it read.
+// The expected parameter mirrors, from the frames that the program has sent and the images it has
+// read.
 #pragma once
 
 #include "link/serial_port.h"
@@ -14,19 +15,19 @@ class ExpectedMirrors {
   public:
     ExpectedMirrors();
 
-    // A write by the handler on top; `filling` while an image is being taken further down.
+    // A write by the top handler; `filling` while a handler below reads an image.
     void written(const Running& by, const Written& written, bool filling);
-    // A reply that the handler takes as the unit's image; `filling` as above.
+    // An image that the handler reads.
     void image_read(const Running& by, const link::Bytes& image, bool filling);
-    // The handler has returned: some set their mirrors only now, or with no frame at all.
+    // The handler has returned. Some set mirrors at their end, or without a frame.
     void ended(const Running& by, bool filling);
-    // What differs, for the parameters that no running handler is about to change.
+    // A difference in a parameter that no running handler may change, or empty.
     std::string wrong(const Handlers& handlers) const;
 
   private:
     std::map<int, double> expected_;
-    // What a mirror may hold instead because an image was being taken when it changed: the fill
-    // waits in its middle, so that an older word may come last.
+    // Other allowed values of mirrors that changed during the read of an image: it waits between
+    // its parts, so an older word may be stored last.
     std::map<int, std::set<double>> older_;
 };
 

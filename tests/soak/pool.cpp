@@ -16,7 +16,7 @@
 namespace zol::soak {
 namespace {
 
-// Real time: a run takes a second or two.
+// A run takes a second or two.
 constexpr unsigned hung_after_s = 300;
 
 struct Child {
@@ -32,8 +32,8 @@ struct Summary {
     std::map<std::string, int> recoveries;
 };
 
-// What a child tells: a line of figures and how the run ended, then the text for the reader.
-void tell(const RunResult& result, bool whole_transcript) {
+// The output of a child: a line of figures and the kind of recovery, then the text for the reader.
+void print_result(const RunResult& result, bool whole_transcript) {
     std::printf("%g %llu %llu %d %zu %s\n", result.hours,
                 static_cast<unsigned long long>(result.acts),
                 static_cast<unsigned long long>(result.starts), result.deepest_wait,
@@ -45,27 +45,27 @@ void tell(const RunResult& result, bool whole_transcript) {
         std::puts(finding.c_str());
 }
 
-[[noreturn]] void be_child(const PoolOptions& options, std::uint32_t seed, int out) {
+[[noreturn]] void run_child(const PoolOptions& options, std::uint32_t seed, int out) {
     dup2(out, STDOUT_FILENO);
     alarm(hung_after_s);
-    // Program and operator take turns on two threads: on one processor the turn goes over at once.
+    // Program and operator are two threads that take turns: one processor switches faster.
     cpu_set_t one;
     CPU_ZERO(&one);
     CPU_SET(seed % static_cast<unsigned>(std::max(1L, sysconf(_SC_NPROCESSORS_ONLN))), &one);
     sched_setaffinity(0, sizeof one, &one);
-    tell(run({.seed = seed, .hours = options.hours, .keep_all = options.whole_transcript}),
-         options.whole_transcript);
+    print_result(run({.seed = seed, .hours = options.hours, .keep_all = options.whole_transcript}),
+                 options.whole_transcript);
     std::fflush(stdout);
     _exit(0);
 }
 
 pid_t start(const PoolOptions& options, std::uint32_t seed, std::map<pid_t, Child>& children) {
-    // A file takes any length of transcript while nobody reads yet.
+    // A file has room for a transcript of any length.
     std::FILE* const out = std::tmpfile();
     if (!out) return -1;
     std::fflush(stdout);
     const pid_t child = fork();
-    if (child == 0) be_child(options, seed, fileno(out));
+    if (child == 0) run_child(options, seed, fileno(out));
     if (child > 0)
         children[child] = {seed, out};
     else
@@ -82,7 +82,7 @@ std::string all_of(std::FILE* file) {
     return text;
 }
 
-void hear(const Child& child, int status, bool whole_transcript, Summary& summary) {
+void add_result(const Child& child, int status, bool whole_transcript, Summary& summary) {
     const std::string text = all_of(child.out);
     std::fclose(child.out);
     ++summary.runs;
@@ -147,7 +147,7 @@ bool soak(const PoolOptions& options) {
         const pid_t ended = wait(&status);
         const auto child = children.find(ended);
         if (child == children.end()) continue;
-        hear(child->second, status, options.whole_transcript, summary);
+        add_result(child->second, status, options.whole_transcript, summary);
         children.erase(child);
     }
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - began;

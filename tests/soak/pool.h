@@ -1,4 +1,4 @@
-// The runs, a few at a time, each in a process of its own, and what they came to.
+// Runs many seeds in parallel processes and sums up their results.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,11 @@ struct PoolOptions {
     std::uint32_t count = 1000;
     double hours = 1;
     int jobs = 2;
-    bool whole_transcript = false; // printed also when all went well
+    bool whole_transcript = false; // print it without a finding too
 };
 
-// Prints every finding with its seed, its place and the transcript before it, and one summary. True
-// if there was none.
+// Prints every finding with its seed and the transcript before it, and a summary. True without a
+// finding.
 bool soak(const PoolOptions& options);
 
 } // namespace zol::soak

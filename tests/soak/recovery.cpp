@@ -3,7 +3,7 @@
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
-#include "tests/soak/weather.h"
+#include "tests/soak/disturbances.h"
 #include "view/operator.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -23,128 +23,130 @@ using view::Widget;
 
 constexpr std::int64_t minute_ms = 60'000;
 
-void click(Desk& desk, Widget& widget) {
-    desk.act("clicks " + widget_name(widget), [&widget] { view::operator_acts::click(widget); });
+void click(Session& session, Widget& widget) {
+    session.act("clicks " + widget_name(widget), [&widget] { view::operator_acts::click(widget); });
 }
 
-// One round of what stands between him and the main window.
-void clear_the_way(Desk& desk) {
+// Leaves the windows in front of the main window.
+void close_other_windows(Session& session) {
     using namespace centralina_attiva;
     if (reachable(Command_test) && form1::Timer3.is_on()) {
-        click(desk,
-              Command_cancel); // the lambda panel's read takes the answers of test and reading
-        desk.pass(5000);
+        click(session,
+              Command_cancel); // the lambda panel's read takes the replies to the port test
+        session.pass(5000);
     } else if (reachable(Command_test)) {
-        click(desk, Command_test);
-        desk.pass(4000);
-        if (reachable(Command_ok)) click(desk, Command_ok);
-        desk.pass(20'000); // and Timer1 fills the window
+        click(session, Command_test);
+        session.pass(4000);
+        if (reachable(Command_ok)) click(session, Command_ok);
+        session.pass(20'000); // until Timer1 has filled the window
     }
     for (Widget* button : {&form3::Command1, &acquisizione::Command_chiudi, &form2::cmd_exit})
         if (reachable(*button)) {
-            click(desk, *button);
-            desk.pass(5000);
+            click(session, *button);
+            session.pass(5000);
         }
 }
 
-// Sequences under way come to their end on a good line, behind one another. What takes longest is
-// tuning, of which there may be several runs with many rounds each.
-bool comes_to_rest(Desk& desk) {
+// Running sequences end one after another on a good line. The longest are tuning runs, of which
+// there may be several.
+bool comes_to_rest(Session& session) {
     const auto busy = [&] {
-        if (reachable(centralina_attiva::Command_test)) return false; // the activation waits for it
-        for (const Running& running : desk.handlers.stack())
+        if (reachable(centralina_attiva::Command_test))
+            return false; // the activation waits for this dialog
+        for (const Running& running : session.handlers.stack())
             if (running.name != "Form1.Timer_stato_sistema tick" &&
                 running.name != "acquisizione.Timer_tinj tick")
                 return true;
-        return desk.box_is_up() || app::state.tuning_mode == 1;
+        return session.box_is_up() || app::state.tuning_mode == 1;
     };
-    for (int minute = 0; minute < 240 && busy() && !desk.ended(); ++minute) {
-        // Whoever asks until he is answered goes hungry beside the lambda panel's read, the
-        // acquisition and the polling, and these beside one another: the settings panel stops them
-        // all. A tuning run that waits for a warm engine sees none where nobody polls: he goes
-        // home.
+    for (int minute = 0; minute < 240 && busy() && !session.ended(); ++minute) {
+        // A sequence that repeats its request may lose all replies to the lambda panel, the
+        // acquisition or the polling; the settings panel stops these. A tuning run that waits for a
+        // warm engine needs the polling, so the engine panel follows.
         if (minute % 10 == 9) {
-            clear_the_way(desk);
+            close_other_windows(session);
             Widget& panel = minute % 20 == 9 ? form1::Command_impostazioni : form1::Command_engine;
-            if (reachable(panel)) click(desk, panel);
+            if (reachable(panel)) click(session, panel);
         }
-        desk.pass(minute_ms);
+        session.pass(minute_ms);
     }
     return !busy();
 }
 
-// A telegram each 350 ms or so, and the unit's own speed on view.
-std::string polling_is_back(Desk& desk) {
-    int beats = 0;
-    desk.boxes.on_changed = [&, inner = desk.boxes.on_changed](Widget& w, view::Aspect aspect) {
-        beats += &w == &form1::Shape2;
+// A telegram about every 350 ms, and the unit's speed is shown.
+std::string polling_is_back(Session& session) {
+    int telegrams = 0;
+    session.boxes.on_changed = [&, inner = session.boxes.on_changed](Widget& w,
+                                                                     view::Aspect aspect) {
+        telegrams += &w == &form1::Shape2;
         inner(w, aspect);
     };
-    desk.pass(10'000);
-    if (beats < 10) return "only " + std::to_string(beats) + " telegrams came in ten seconds";
+    session.pass(10'000);
+    if (telegrams < 10)
+        return "only " + std::to_string(telegrams) + " telegrams came in ten seconds";
     const double shown = app::val(view::text(form1::Label_rpm));
-    const double real = desk.the_unit().rpm();
+    const double real = session.the_unit().rpm();
     if (std::abs(shown - real) > 100 + real / 5)
         return view::text(form1::Label_rpm) + " rpm are shown and " + app::number_text(real) +
                " are real";
     return "";
 }
 
-std::string fail(Desk& desk, const std::string& why) {
-    desk.log.find("no way back: " + why + "; running: " + desk.handlers.describe() +
-                  (link::port_is_open() ? "" : "; the port is closed") +
-                  (form1::Timer3.is_on() ? "; the lambda panel reads" : "") +
-                  (form1::Timer6.is_on() ? "; the watchdog runs" : ""));
+std::string fail(Session& session, const std::string& why) {
+    session.log.find("no recovery: " + why + "; running: " + session.handlers.describe() +
+                     (link::port_is_open() ? "" : "; the port is closed") +
+                     (form1::Timer3.is_on() ? "; the lambda panel reads" : "") +
+                     (form1::Timer6.is_on() ? "; the watchdog runs" : ""));
     return "not recovered";
 }
 
-// Terminal and download mode leave the port to another program for the rest of the run; a port test
-// that fails while the reading behind a good one still runs leaves it closed when the dialog goes.
-// Nothing but another test, which needs the dialog, opens it again.
-std::string closed_for_good(Desk& desk) {
-    // The read of the faults may have opened it, but nobody answers at the other end.
-    const bool listens = desk.the_unit().mode() == sim::ControlUnit::Mode::normal;
-    if (desk.checks.handed_over && !(link::port_is_open() && listens))
+// Terminal and download mode leave the port to another program for the rest of the run. A failed
+// port test during the read of a good one leaves the port closed; only another test would open it.
+std::string closed_for_good(Session& session) {
+    // The fault read may have opened it, but the unit does not answer in this mode.
+    const bool listens = session.the_unit().mode() == sim::ControlUnit::Mode::normal;
+    if (session.checks.handed_over && !(link::port_is_open() && listens))
         return "the line had been handed over";
     if (link::port_is_open() || reachable(centralina_attiva::Command_test)) return "";
-    if (desk.checks.closed_by == "Centralina_Attiva.Command_test click")
+    if (session.checks.closed_by == "Centralina_Attiva.Command_test click")
         return "a failed test had closed the port";
-    // What asks in the waits of the read of the faults asks a closed port: that read opens it only
-    // when the other has ended.
+    // A sequence that runs during the waits of the fault read finds the port closed. The fault read
+    // opens it only after that sequence has ended.
     constexpr const char* fault_read = "Form1.cmd_richiesta_par_diagnosi click";
-    const Running* top = desk.handlers.top();
-    if (desk.checks.closed_by == fault_read && desk.handlers.runs(fault_read) && top &&
+    const Running* top = session.handlers.top();
+    if (session.checks.closed_by == fault_read && session.handlers.runs(fault_read) && top &&
         top->name != fault_read)
-        return "asking behind a read of the faults";
+        return "requests on a port that the fault read had closed";
     return "";
 }
 
 } // namespace
 
-std::string recover(Desk& desk) {
-    desk.log.note("--- all is good again ---");
-    Weather::calm(desk);
-    desk.pass(2 * minute_ms);
-    for (int round = 0; round < 4 && !desk.ended(); ++round) {
-        if (const auto how = closed_for_good(desk); !how.empty()) return how;
-        if (!comes_to_rest(desk)) {
-            if (desk.checks.may_be_tuning()) return "still tuning";
-            if (const auto how = closed_for_good(desk); !how.empty()) return how;
-            // A garbled version reply: he starts the program anew.
-            if (app::state.ecu_family != desk.the_unit().options().family)
+std::string recover(Session& session) {
+    session.log.note("--- all faults have ended ---");
+    Disturbances::end(session);
+    session.pass(2 * minute_ms);
+    for (int round = 0; round < 4 && !session.ended(); ++round) {
+        if (const auto how = closed_for_good(session); !how.empty()) return how;
+        if (!comes_to_rest(session)) {
+            if (session.checks.may_be_tuning()) return "still tuning";
+            if (const auto how = closed_for_good(session); !how.empty()) return how;
+            // After a garbled version reply a new start is needed.
+            if (app::state.ecu_family != session.the_unit().options().family)
                 return "taken for a unit of another family";
-            return fail(desk, "a sequence does not end");
+            return fail(session, "a sequence does not end");
         }
-        clear_the_way(desk);
+        close_other_windows(session);
     }
-    if (desk.ended()) return "the program had been ended";
-    if (!link::port_is_open()) return fail(desk, "the port is closed");
-    if (!reachable(form1::Command_engine)) return fail(desk, "the engine button does not answer");
-    click(desk, form1::Command_engine);
-    desk.pass(3000);
-    const std::string wrong = polling_is_back(desk);
+    if (session.ended()) return "the program had been ended";
+    if (!link::port_is_open()) return fail(session, "the port is closed");
+    if (!reachable(form1::Command_engine))
+        return fail(session, "the engine button does not answer");
+    click(session, form1::Command_engine);
+    session.pass(3000);
+    const std::string wrong = polling_is_back(session);
     if (wrong.empty()) return "polling again";
-    return desk.checks.may_be_tuning() ? "still tuning" : fail(desk, wrong);
+    return session.checks.may_be_tuning() ? "still tuning" : fail(session, wrong);
 }
 
 } // namespace zol::soak

@@ -1,15 +1,14 @@
-// The way back once line and car are good again: what an operator who knows the tool does, and how
-// it ends. The rules leave some ways to no return without a new start; that is said, not mended.
+// What an experienced operator does once line and car are good again. Some states need a new start
+// of the program by its rules; these count as results, not as findings.
 #pragma once
 
-#include "tests/soak/desk.h"
+#include "tests/soak/session.h"
 
 #include <string>
 
 namespace zol::soak {
 
-// How it ended, in a few words that runs can be counted by. A way back that the rules promise and
-// that fails is a finding of the desk's log.
-std::string recover(Desk& desk);
+// The result in a few words. A recovery that fails although the rules promise it is a finding.
+std::string recover(Session& session);
 
 } // namespace zol::soak

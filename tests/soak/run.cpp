@@ -1,8 +1,8 @@
 #include "tests/soak/run.h"
 
-#include "tests/soak/fitter.h"
+#include "tests/soak/disturbances.h"
+#include "tests/soak/random_operator.h"
 #include "tests/soak/recovery.h"
-#include "tests/soak/weather.h"
 
 #include <algorithm>
 
@@ -11,21 +11,21 @@ namespace {
 
 constexpr std::int64_t s = 1'000'000;
 
-// Busy hours and quiet ones: bursts of acts, and stretches in which he only watches.
-void work_on(Desk& desk, Fitter& fitter, Weather& weather, sim::Random& dice,
-             std::int64_t until_us) {
-    while (!desk.ended() && desk.now_us() < until_us) {
-        const std::int64_t burst_until_us = desk.now_us() + s * dice.between(20, 300);
+// Bursts of acts, and quiet times without any.
+void work_on(Session& session, RandomOperator& random_operator, Disturbances& disturbances,
+             sim::Random& dice, std::int64_t until_us) {
+    while (!session.ended() && session.now_us() < until_us) {
+        const std::int64_t burst_until_us = session.now_us() + s * dice.between(20, 300);
         const int longest_pause_ms = dice.chance(0.3) ? 300 : 4000;
-        while (!desk.ended() && desk.now_us() < std::min(burst_until_us, until_us)) {
-            weather.blow(desk);
-            fitter.act(desk);
-            desk.pass(dice.between(1, longest_pause_ms));
+        while (!session.ended() && session.now_us() < std::min(burst_until_us, until_us)) {
+            disturbances.change(session);
+            random_operator.act(session);
+            session.pass(dice.between(1, longest_pause_ms));
         }
-        const std::int64_t quiet_until_us = desk.now_us() + s * dice.between(10, 900);
-        while (!desk.ended() && desk.now_us() < std::min(quiet_until_us, until_us)) {
-            weather.blow(desk);
-            desk.pass(10'000);
+        const std::int64_t quiet_until_us = session.now_us() + s * dice.between(10, 900);
+        while (!session.ended() && session.now_us() < std::min(quiet_until_us, until_us)) {
+            disturbances.change(session);
+            session.pass(10'000);
         }
     }
 }
@@ -35,8 +35,8 @@ void work_on(Desk& desk, Fitter& fitter, Weather& weather, sim::Random& dice,
 RunResult run(const RunOptions& options) {
     sim::Random dice(options.seed ^ 0x50ac0000u);
     Log log(options.keep_all);
-    Fitter fitter(dice.next());
-    Weather weather(dice.next());
+    RandomOperator random_operator(dice.next());
+    Disturbances disturbances(dice.next());
     const sim::Options unit = some_unit(options.seed);
     log.note("seed " + std::to_string(options.seed) + ", unit " + std::to_string(unit.family) +
              "." + std::to_string(unit.version) + "." + std::to_string(unit.revision));
@@ -45,11 +45,11 @@ RunResult run(const RunOptions& options) {
     RunResult result;
     while (result.recovery.empty()) {
         ++result.starts;
-        Desk desk(log, std::move(carried), dice.next());
-        work_on(desk, fitter, weather, dice, until_us);
-        if (desk.now_us() >= until_us || !desk.ended()) result.recovery = recover(desk);
-        result.deepest_wait = std::max(result.deepest_wait, desk.checks.deepest_wait);
-        carried = desk.leave();
+        Session session(log, std::move(carried), dice.next());
+        work_on(session, random_operator, disturbances, dice, until_us);
+        if (session.now_us() >= until_us || !session.ended()) result.recovery = recover(session);
+        result.deepest_wait = std::max(result.deepest_wait, session.checks.deepest_wait);
+        carried = session.leave();
         carried.now_us += s * dice.between(1, 30);
     }
     log.note(result.recovery);
@@ -57,7 +57,7 @@ RunResult run(const RunOptions& options) {
     result.transcript = log.lines();
     result.digest = log.digest();
     result.hours = static_cast<double>(carried.now_us) / 3600e6;
-    result.acts = fitter.acts();
+    result.acts = random_operator.acts();
     return result;
 }
 

@@ -1,4 +1,4 @@
-// One run of the soak: everything in it follows from its seed.
+// One run of the soak. It depends on nothing but its seed.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,8 @@ struct RunOptions {
 struct RunResult {
     std::vector<std::string> findings;
     std::deque<std::string> transcript;
-    std::uint64_t digest = 0; // of everything that happened
-    std::string recovery;     // how it ended
+    std::uint64_t digest = 0; // of all events
+    std::string recovery;     // the result
     double hours = 0;
     std::uint64_t acts = 0, starts = 0;
     int deepest_wait = 0;

@@ -1,4 +1,4 @@
-// A few fixed runs of the soak, and that a run is a pure function of its seed.
+// A few fixed runs of the soak, and that the seed determines a run.
 #include "tests/soak/run.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@ TEST_P(AnyDay, BreaksNoRule) {
     EXPECT_GT(result.acts, 50u);
 }
 
-// One of each family, and as many more.
+// Two of each family.
 INSTANTIATE_TEST_SUITE_P(OfEachFamily, AnyDay, testing::Range(1u, 11u));
 
 TEST(Soak, SameSeedGivesTheSameRun) {

@@ -1,4 +1,4 @@
-// The texts that a widget may show: each has a rule, and one without a rule keeps its own.
+// The texts that each widget may show. A widget without a rule must show its design text.
 #pragma once
 
 #include "view/widget.h"
@@ -7,8 +7,7 @@
 
 namespace zol::soak {
 
-// Empty, or what is wrong with the text that the widget shows now. What the operator types is not
-// to be asked about.
+// What is wrong with the text that the widget shows, or empty. Not for typed text.
 std::string wrong_text(const view::Widget& widget);
 
 } // namespace zol::soak

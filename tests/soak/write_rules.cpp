@@ -1,5 +1,6 @@
 #include "tests/soak/write_rules.h"
 
+#include "tests/support/image_oracle.h"
 #include "view/operator.h"
 
 #include <algorithm>
@@ -15,23 +16,12 @@ Step one(int parameter, int value) { return {parameter, value, Need::must}; }
 Step may(int parameter) { return {parameter, std::nullopt, Need::may}; }
 Step word(int parameter) { return {parameter, std::nullopt, Need::if_a_word}; }
 
-std::vector<Step> factory_defaults() {
-    // The end of it is optional as a whole: the fitter may have said no.
+std::vector<Step> factory_reset() {
     std::vector<Step> steps;
-    constexpr std::pair<int, int> singles[] = {
-        {106, 50}, {51, 50},   {52, 2},     {30, 3900},   {31, 4200},  {32, 3},     {33, 25},
-        {34, 50},  {35, 75},   {61, 0},     {23, 0},      {101, 20},   {103, 50},   {104, 1200},
-        {1, 10},   {107, 800}, {120, 1},    {121, 1400},  {123, 500},  {124, 1500}, {125, 1500},
-        {127, 0},  {128, 0},   {129, 1001}, {215, 30000}, {202, 2000}, {201, 8000}, {140, 15},
-        {141, 15}, {54, 60},   {55, 20},    {45, 1},      {143, 0},    {14, 5},     {19, 250},
-        {20, 0},   {21, 0},    {22, 800},
-    };
-    for (const auto& [parameter, value] : singles)
-        steps.push_back(one(parameter, value));
-    constexpr std::pair<int, int> cells[] = {{74, 98}, {108, 109}, {111, 119}, {159, 170}};
-    for (const auto& [first, last] : cells)
-        for (int cell = first; cell <= last; ++cell)
-            steps.push_back(one(cell, 100));
+    for (const oracle::FactoryValue& each : oracle::factory_values)
+        steps.push_back(one(each.parameter, each.value));
+    for (const int cell : oracle::correction_cells())
+        steps.push_back(one(cell, oracle::correction_cell_value));
     return steps;
 }
 
@@ -42,8 +32,8 @@ std::vector<Step> cleared_faults() {
     return steps;
 }
 
-// The thresholds on their way through the nudge: a row that springs back is not written.
-std::vector<Step> behind_nudge(std::vector<Step> head, std::vector<Step> tail) {
+// The thresholds that the nudge of the rows sends: a row that returns to its value is not written.
+std::vector<Step> with_nudge(std::vector<Step> head, std::vector<Step> tail) {
     for (int parameter = 32; parameter <= 35; ++parameter)
         head.push_back(may(parameter));
     head.insert(head.end(), tail.begin(), tail.end());
@@ -75,14 +65,14 @@ std::vector<WriteRule> engine_rules() {
 std::vector<WriteRule> settings_rules() {
     return {
         {"Form1.Combo_tank_level click", Guard::loading,
-         behind_nudge({}, {one(130), word(30), word(31), word(32), word(33), word(34), word(35)})},
+         with_nudge({}, {one(130), word(30), word(31), word(32), word(33), word(34), word(35)})},
         {"Form1.Check1 click", Guard::none, {one(130)}},
         {"Form1.Slider1(0) change", Guard::loading, {may(32)}},
         {"Form1.Slider1(1) change", Guard::loading, {may(33)}},
         {"Form1.Slider1(2) change", Guard::loading, {may(34)}},
         {"Form1.Slider1(3) change", Guard::loading, {one(35)}},
-        {"Form1.Text_max_tank key", Guard::none, behind_nudge({word(31)}, {})},
-        {"Form1.Text_min_tank key", Guard::none, behind_nudge({word(30)}, {})},
+        {"Form1.Text_max_tank key", Guard::none, with_nudge({word(31)}, {})},
+        {"Form1.Text_min_tank key", Guard::none, with_nudge({word(30)}, {})},
         {"Form1.Option_gpl click",
          Guard::loading,
          {one(10, 1), one(104, 1600), one(144, 100), one(128, 0)}},
@@ -114,7 +104,7 @@ std::vector<WriteRule> menu_and_window_rules() {
         {"Form1.mnu_debug_yes click", Guard::none, {one(153, 1), one(20, 1)}},
         {"Form1.mnu_debug_no click", Guard::none, {one(153, 0), one(20, 0)}},
         {"Form1.Command10 click", Guard::none, cleared_faults()},
-        {"Form1.mnu_reset_centralina click", Guard::none, factory_defaults()},
+        {"Form1.mnu_reset_centralina click", Guard::none, factory_reset()},
         {"Form1.mnu_reset_check click", Guard::none, {one(29), one(39), one(40)}},
         {"Form1.mnu_reset_time_ongas click", Guard::none, {one(27, 0), one(28, 0)}},
         {"Form3.opt_norm click", Guard::locked, {one(122, 0), one(23, 0)}},
@@ -137,7 +127,7 @@ std::vector<WriteRule> menu_and_window_rules() {
     };
 }
 
-// The main window's keys that write by themselves. The slider keys write through their sliders.
+// The main window's keys that write directly. Other keys write through sliders.
 const WriteRule forced_start = {"Ctrl+F", Guard::none, {one(122)}};
 const WriteRule changeover_speed = {"Ctrl+G", Guard::none, {{121, std::nullopt, Need::may}}};
 const WriteRule parameter_edit = {
@@ -158,15 +148,14 @@ bool fits(const Step& step, const Written& written) {
     return !step.value || *step.value == written.value;
 }
 
-// The places in `steps` at which the next write may stand, from those before it.
-std::set<std::size_t> behind_optional(const std::vector<Step>& steps,
-                                      std::set<std::size_t> places) {
+// The positions in `steps` of the next write, if optional steps are left out.
+std::set<std::size_t> after_optional(const std::vector<Step>& steps, std::set<std::size_t> places) {
     for (std::size_t at = 0; at < steps.size(); ++at)
         if (places.count(at) && steps[at].need != Need::must) places.insert(at + 1);
     return places;
 }
 
-// Two sequences that are all or nothing: the fitter may say no.
+// The operator may answer No to the reset.
 bool may_stay_unused(const Running& running) {
     return running.writes.empty() && running.name == "Form1.mnu_reset_centralina click";
 }
@@ -234,9 +223,9 @@ bool silenced(const Running& running) {
 
 std::string wrong_in(const Running& running, bool over) {
     if (silenced(running))
-        return running.writes.empty() ? "" : running.name + " wrote while it had to be silent";
+        return running.writes.empty() ? "" : running.name + " wrote although it must not write now";
     const std::vector<Step>& steps = running.rule->steps;
-    std::set<std::size_t> places = behind_optional(steps, {0});
+    std::set<std::size_t> places = after_optional(steps, {0});
     for (const Written& written : running.writes) {
         std::set<std::size_t> next;
         for (const std::size_t at : places)
@@ -244,7 +233,7 @@ std::string wrong_in(const Running& running, bool over) {
         if (next.empty())
             return running.name + " wrote PAR_" + std::to_string(written.number) + " = " +
                    std::to_string(written.value) + " out of its order";
-        places = behind_optional(steps, std::move(next));
+        places = after_optional(steps, std::move(next));
     }
     if (over && !places.count(steps.size()) && !may_stay_unused(running))
         return running.name + " ended before all of its writes";

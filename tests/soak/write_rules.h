@@ -1,4 +1,4 @@
-// What each handler may send: its parameters in their order, and the commands besides.
+// What each handler may send: parameters in their order, and commands.
 #pragma once
 
 #include "tests/soak/handlers.h"
@@ -11,20 +11,20 @@
 namespace zol::soak {
 
 struct Step {
-    int parameter;            // any_parameter: whatever the operator named
-    std::optional<int> value; // nothing: whatever its mirror holds
+    int parameter;            // any_parameter: the one that the operator has entered
+    std::optional<int> value; // none: any value
     enum class Need {
         must,
-        may,      // left out under conditions that are the handler's own affair
-        if_a_word // left out when the number has no byte form
+        may,      // may be left out
+        if_a_word // left out if the number does not fit a word
     } need = Need::must;
 };
 constexpr int any_parameter = -1;
 
 enum class Guard {
     none,
-    loading, // silent while the program fills its widgets
-    locked   // the changeover window's: silent while polling is allowed
+    loading, // no write while the program fills its widgets
+    locked   // of the changeover window: no write while polling is allowed
 };
 
 struct WriteRule {
@@ -33,13 +33,12 @@ struct WriteRule {
     std::vector<Step> steps;
 };
 
-// The rule for what has just begun; null if it may write nothing.
+// The rule of a handler that begins; null if it must not write.
 const WriteRule* write_rule(const Running& running);
 bool names(const WriteRule& rule, int parameter);
 bool silenced(const Running& running);
 
-// What is wrong with the writes so far, or with all of them once the handler is over; empty if
-// nothing is.
+// What is wrong with the writes so far, or with all of them after the handler's end; or empty.
 std::string wrong_in(const Running& running, bool over);
 
 // Whether a handler of this name may send a 5-byte command.

@@ -1,5 +1,4 @@
-// One start of the program: on virtual time, before a line and a car that may do anything, with an
-// operator who may do anything, and every check in place.
+// One start of the program on virtual time, with line faults, a simulated car and all checks.
 #pragma once
 
 #include "tests/soak/boxes.h"
@@ -11,31 +10,30 @@
 
 namespace zol::soak {
 
-// What a start leaves to the next.
+// What a start passes to the next.
 struct Carried {
     std::unique_ptr<sim::ControlUnit> unit;
     std::string settings; // the file
     std::int64_t now_us = 0;
 };
 
-class Desk final : public tests::Bench {
+class Session final : public tests::Bench {
   public:
-    Desk(Log& desk_log, Carried before, std::uint32_t seed);
-    Desk(const Desk&) = delete;
-    Desk& operator=(const Desk&) = delete;
-    ~Desk() override;
+    Session(Log& session_log, Carried before, std::uint32_t seed);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session() override;
     void TestBody() override {}
 
     bool ended() const { return time.ended(); }
     bool box_is_up() const { return boxes.up > 0; }
     std::int64_t now_us() { return time.now_us(); }
-    // An act of the operator's; comes back when the program lets time pass, with `work` at its end
-    // or in the middle of a wait.
+    // An act of the operator. Returns when the program lets time pass; `work` may still be waiting.
     void act(const std::string& what, std::function<void()> work);
-    // Lets time pass, with the checks every so often.
+    // Lets time pass, and checks every few seconds.
     void pass(std::int64_t ms);
-    void car(const std::string& command); // typed at the simulated car
-    Carried leave();                      // ends the program where it stands
+    void car(const std::string& command); // a command to the simulated unit
+    Carried leave();                      // ends the program at once
 
     sim::ControlUnit& the_unit() { return *unit; }
     tests::SimulatedPort& the_port() { return *port; }
@@ -43,7 +41,7 @@ class Desk final : public tests::Bench {
     Log& log;
     Handlers handlers;
     Checks checks;
-    AnyAnswers boxes;
+    RandomAnswers boxes;
     std::unique_ptr<tests::BadPort> line;
 
   private:

@@ -1,4 +1,4 @@
-#include "tests/soak/fitter.h"
+#include "tests/soak/random_operator.h"
 
 #include "view/operator.h"
 #include "view/view.h"
@@ -18,8 +18,7 @@ using namespace view::operator_acts;
 using view::Kind;
 using view::Widget;
 
-// What ends or blocks a run for long is done less often than the rest, or there would be nothing
-// else to see. All else has the weight 1.
+// Controls that end or block a run for long are used less often. All others have the weight 1.
 double weight(const Widget& widget) {
     static const std::map<std::string, double> rare = {
         {"Form1.Command_exit", 0.03},
@@ -32,7 +31,7 @@ double weight(const Widget& widget) {
     };
     const auto found = rare.find(widget_name(widget));
     if (found != rare.end()) return found->second;
-    // The menus would outnumber the panel that is on view.
+    // There are more menu items than controls of the visible panel.
     return widget.kind == Kind::menu_item ? 0.3 : 1;
 }
 
@@ -51,7 +50,7 @@ bool answers(const Widget& widget) {
     }
 }
 
-std::vector<Widget*> windows_on_view() {
+std::vector<Widget*> usable_windows() {
     std::vector<Widget*> some;
     for (Widget* window : view::all_windows())
         if (reachable(*window) && window->name != "frmSplash") some.push_back(window);
@@ -60,22 +59,23 @@ std::vector<Widget*> windows_on_view() {
 
 } // namespace
 
-void Fitter::do_it(Desk& desk, const std::string& what, std::function<void()> work) {
-    // A box may have come up, or the end, since he made up his mind.
-    if (desk.ended() || desk.box_is_up()) return;
+void RandomOperator::act_once(Session& session, const std::string& what,
+                              std::function<void()> work) {
+    // A box may have opened, or the program ended, since the act was drawn.
+    if (session.ended() || session.box_is_up()) return;
     ++acts_;
-    desk.act(what, std::move(work));
+    session.act(what, std::move(work));
 }
 
-void Fitter::pause(Desk& desk, int longest_ms) {
+void RandomOperator::pause(Session& session, int longest_ms) {
     if (dice_.chance(0.3)) return;
-    desk.pass(dice_.between(1, longest_ms));
+    session.pass(dice_.between(1, longest_ms));
 }
 
-Widget* Fitter::some_widget() {
+Widget* RandomOperator::some_widget() {
     std::vector<std::pair<Widget*, double>> choices;
     double sum = 0;
-    for (const Widget* window : windows_on_view())
+    for (const Widget* window : usable_windows())
         for (const auto* list : {&window->controls, &window->menus})
             for (Widget* widget : *list)
                 if (answers(*widget) && reachable(*widget)) {
@@ -88,7 +88,7 @@ Widget* Fitter::some_widget() {
     return nullptr;
 }
 
-std::string Fitter::some_text() {
+std::string RandomOperator::some_text() {
     static const char* const texts[] = {
         "0",    "1",    "5",     "12",    "50",           "99",   "100",  "250",      "400", "850",
         "1234", "2500", "4000",  "65535", "65536",        "-5",   "12.5", "99.5",     "",    "abc",
@@ -97,23 +97,23 @@ std::string Fitter::some_text() {
     return texts[dice_.next() % std::size(texts)];
 }
 
-void Fitter::use_field(Desk& desk, Widget& field) {
+void RandomOperator::use_field(Session& session, Widget& field) {
     const std::string name = widget_name(field);
-    do_it(desk, "enters " + name, [&field] { click(field); });
-    pause(desk, 1500);
+    act_once(session, "enters " + name, [&field] { click(field); });
+    pause(session, 1500);
     const std::string text = some_text();
-    do_it(desk, "types \"" + text + "\" into " + name, [&desk, &field, text] {
-        desk.checks.operator_types = true;
+    act_once(session, "types \"" + text + "\" into " + name, [&session, &field, text] {
+        session.checks.operator_types = true;
         type(field, text);
-        desk.checks.operator_types = false;
+        session.checks.operator_types = false;
     });
-    pause(desk, 1500);
+    pause(session, 1500);
     if (dice_.chance(0.15)) return;
-    do_it(desk, "presses Enter in " + field.window->name,
-          [&field] { key(*field.window, enter, 0); });
+    act_once(session, "presses Enter in " + field.window->name,
+             [&field] { key(*field.window, enter, 0); });
 }
 
-void Fitter::use_slider(Desk& desk, Widget& slider) {
+void RandomOperator::use_slider(Session& session, Widget& slider) {
     const std::string name = widget_name(slider);
     const auto to = [&](double value) {
         return name + " to " + std::to_string(std::lround(value));
@@ -121,43 +121,46 @@ void Fitter::use_slider(Desk& desk, Widget& slider) {
     const double low = slider.look.min, high = slider.look.max;
     const auto any = [&] { return dice_.between(static_cast<int>(low), static_cast<int>(high)); };
     switch (dice_.between(0, 3)) {
-    case 0: { // a key or the wheel
+    case 0: { // a key or wheel step
         const int by = dice_.chance(0.5) ? slider.look.small_change : slider.look.large_change;
         const double value =
             std::clamp(slider.look.value + (dice_.chance(0.5) ? by : -by), low, high);
-        return do_it(desk, "steps " + to(value), [&slider, value] { drag_to(slider, value); });
+        return act_once(session, "steps " + to(value),
+                        [&slider, value] { drag_to(slider, value); });
     }
-    case 1: { // slowly, with the world going on beneath the hand
+    case 1: { // slowly, while the program runs
         const double before = slider.look.value;
         for (int move = dice_.between(1, 4); move > 0; --move) {
             const double value = any();
-            do_it(desk, "moves " + to(value), [&slider, value] { drag_on(slider, value); });
-            pause(desk, 800);
+            act_once(session, "moves " + to(value), [&slider, value] { drag_on(slider, value); });
+            pause(session, 800);
         }
-        return do_it(desk, "lets go of " + name, [&slider, before] { end_drag(slider, before); });
+        return act_once(session, "releases " + name,
+                        [&slider, before] { end_drag(slider, before); });
     }
     default: {
         const double value = any();
-        return do_it(desk, "drags " + to(value), [&slider, value] { drag_to(slider, value); });
+        return act_once(session, "drags " + to(value),
+                        [&slider, value] { drag_to(slider, value); });
     }
     }
 }
 
-void Fitter::use(Desk& desk, Widget& widget) {
+void RandomOperator::use(Session& session, Widget& widget) {
     const std::string name = widget_name(widget);
-    if (widget.kind == Kind::slider) return use_slider(desk, widget);
-    if (widget.kind == Kind::text_box && dice_.chance(0.9)) return use_field(desk, widget);
+    if (widget.kind == Kind::slider) return use_slider(session, widget);
+    if (widget.kind == Kind::text_box && dice_.chance(0.9)) return use_field(session, widget);
     if (widget.kind == Kind::combo_box && !widget.look.items.empty()) {
         const int index = dice_.between(0, static_cast<int>(widget.look.items.size()) - 1);
-        return do_it(desk, "chooses " + std::to_string(index) + " in " + name,
-                     [&widget, index] { choose(widget, index); });
+        return act_once(session, "chooses " + std::to_string(index) + " in " + name,
+                        [&widget, index] { choose(widget, index); });
     }
     if (widget.on.double_click && (!widget.on.click || dice_.chance(0.5)))
-        return do_it(desk, "double-clicks " + name, [&widget] { double_click(widget); });
-    do_it(desk, "clicks " + name, [&widget] { click(widget); });
+        return act_once(session, "double-clicks " + name, [&widget] { double_click(widget); });
+    act_once(session, "clicks " + name, [&widget] { click(widget); });
 }
 
-void Fitter::press_key(Desk& desk) {
+void RandomOperator::press_key(Session& session) {
     struct Key {
         int code, shift;
     };
@@ -165,42 +168,42 @@ void Fitter::press_key(Desk& desk) {
                                    {40, 0},  {enter, 0}, {'F', 2}, {'G', 2}, {'T', 2}, {'V', 2},
                                    {37, 4},  {32, 1},    {'T', 3}, {36, 0},  {35, 0},  {27, 0},
                                    {'F', 0}, {112, 0},   {9, 0},   {'V', 2}, {39, 0},  {37, 0}};
-    const auto windows = windows_on_view();
+    const auto windows = usable_windows();
     if (windows.empty()) return;
     Widget& window = *windows[dice_.next() % windows.size()];
     const Key pressed = keys[dice_.next() % std::size(keys)];
-    // Held down, it repeats.
+    // A held key repeats.
     const int times = dice_.chance(0.1) ? dice_.between(2, 12) : 1;
     for (int i = 0; i < times && reachable(window); ++i) {
-        do_it(desk,
-              "presses " + std::to_string(pressed.code) + "/" + std::to_string(pressed.shift) +
-                  " in " + window.name,
-              [&window, pressed] { key(window, pressed.code, pressed.shift); });
-        if (times > 1) desk.pass(30);
+        act_once(session,
+                 "presses " + std::to_string(pressed.code) + "/" + std::to_string(pressed.shift) +
+                     " in " + window.name,
+                 [&window, pressed] { key(window, pressed.code, pressed.shift); });
+        if (times > 1) session.pass(30);
     }
 }
 
-void Fitter::move_focus(Desk& desk) {
+void RandomOperator::move_focus(Session& session) {
     Widget* widget = some_widget();
     if (!widget) return;
-    do_it(desk, "goes to " + widget_name(*widget), [widget] { focus(*widget); });
+    act_once(session, "focuses " + widget_name(*widget), [widget] { focus(*widget); });
 }
 
-void Fitter::close_window(Desk& desk) {
-    const auto windows = windows_on_view();
+void RandomOperator::close_window(Session& session) {
+    const auto windows = usable_windows();
     if (windows.empty()) return;
     Widget& window = *windows[dice_.next() % windows.size()];
     if (&window == &form1::Form1 && !dice_.chance(0.05)) return;
-    do_it(desk, "closes " + window.name, [&window] { close(window); });
+    act_once(session, "closes " + window.name, [&window] { close(window); });
 }
 
-void Fitter::act(Desk& desk) {
-    if (desk.box_is_up() || desk.ended()) return;
+void RandomOperator::act(Session& session) {
+    if (session.box_is_up() || session.ended()) return;
     const double kind = dice_.unit();
-    if (kind < 0.14) return press_key(desk);
-    if (kind < 0.18) return move_focus(desk);
-    if (kind < 0.21) return close_window(desk);
-    if (Widget* widget = some_widget()) use(desk, *widget);
+    if (kind < 0.14) return press_key(session);
+    if (kind < 0.18) return move_focus(session);
+    if (kind < 0.21) return close_window(session);
+    if (Widget* widget = some_widget()) use(session, *widget);
 }
 
 } // namespace zol::soak

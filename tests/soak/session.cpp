@@ -1,4 +1,4 @@
-#include "tests/soak/desk.h"
+#include "tests/soak/session.h"
 
 #include "app/program/startup.h"
 #include "maintenance/service_records.h"
@@ -9,8 +9,8 @@
 
 namespace zol::soak {
 
-// The port that the program gets: what passes is checked before any damage.
-class Desk::Watched final : public link::SerialPort {
+// The program's port. Checks frames before line faults change them.
+class Session::Watched final : public link::SerialPort {
   public:
     Watched(link::SerialPort& inner, Checks& checks) : inner_(inner), checks_(checks) {}
     void set_number(int port_number) override { inner_.set_number(port_number); }
@@ -38,8 +38,8 @@ class Desk::Watched final : public link::SerialPort {
     Checks& checks_;
 };
 
-Desk::Desk(Log& desk_log, Carried before, std::uint32_t seed)
-    : log(desk_log), handlers(log), checks(log, handlers), boxes(log, seed) {
+Session::Session(Log& session_log, Carried before, std::uint32_t seed)
+    : log(session_log), handlers(log), checks(log, handlers), boxes(log, seed) {
     log.note("the program starts");
     log.now_us = [this] { return time.now_us(); };
     unit = std::move(before.unit);
@@ -62,18 +62,18 @@ Desk::Desk(Log& desk_log, Carried before, std::uint32_t seed)
     time.run_for_us(before.now_us);
 }
 
-Desk::~Desk() {
+Session::~Session() {
     time.finish();
     handlers.began = handlers.ended = nullptr;
     maintenance::calendar_state.today = maintenance::local_date;
     log.now_us = [at_us = time.now_us()] { return at_us; };
 }
 
-void Desk::act(const std::string& what, std::function<void()> work) {
+void Session::act(const std::string& what, std::function<void()> work) {
     time.act([this, what, work = std::move(work)] { handlers.act(what, work); });
 }
 
-void Desk::pass(std::int64_t ms) {
+void Session::pass(std::int64_t ms) {
     constexpr std::int64_t between_checks_ms = 5000;
     while (ms > 0 && !ended()) {
         const std::int64_t some_ms = std::min(ms, between_checks_ms);
@@ -84,13 +84,13 @@ void Desk::pass(std::int64_t ms) {
     }
 }
 
-void Desk::car(const std::string& command) {
+void Session::car(const std::string& command) {
     log.note("car: " + command);
     const std::string said = unit->command(command, time.now_us());
     if (said.starts_with("Error")) log.find("the car does not know: " + command);
 }
 
-Carried Desk::leave() {
+Carried Session::leave() {
     time.finish();
     return {std::move(unit), read_text("setting.ini"), time.now_us()};
 }

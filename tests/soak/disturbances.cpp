@@ -1,4 +1,4 @@
-#include "tests/soak/weather.h"
+#include "tests/soak/disturbances.h"
 
 #include <cmath>
 
@@ -11,7 +11,7 @@ constexpr std::int64_t s = 1'000'000;
 
 sim::Options some_unit(std::uint32_t seed) {
     sim::Random dice(seed);
-    // At and about the versions from which a unit can more.
+    // At and near the limits of the version checks.
     static constexpr int versions[] = {0, 1, 2, 5, 6, 7, 8, 255};
     static constexpr int revisions[] = {0, 23, 24, 25, 34, 35, 70, 71, 255};
     return {.family = static_cast<int>(seed % 5),
@@ -22,7 +22,7 @@ sim::Options some_unit(std::uint32_t seed) {
             .protocol = dice.between(2, 10)};
 }
 
-void Weather::change_line(Desk& desk) {
+void Disturbances::change_line(Session& session) {
     using O = sim::BadLineOptions;
     static constexpr double O::*chances[] = {&O::drop,   &O::doubled,  &O::flip,
                                              &O::insert, &O::truncate, &O::delay,
@@ -40,15 +40,15 @@ void Weather::change_line(Desk& desk) {
         options.babble = dice_.chance(0.15);
         options.denied = dice_.chance(0.1);
     }
-    desk.the_port().open_error.reset();
-    if (faults > 0 && dice_.chance(0.08)) desk.the_port().open_error = "Device or resource busy";
-    desk.line->set_options(options);
-    desk.log.note("line: " + describe(options) +
-                  (desk.the_port().open_error ? ", busy for whoever opens it" : ""));
-    line_until_us_ = desk.now_us() + s * dice_.between(5, 240);
+    session.the_port().open_error.reset();
+    if (faults > 0 && dice_.chance(0.08)) session.the_port().open_error = "Device or resource busy";
+    session.line->set_options(options);
+    session.log.note("line: " + describe(options) +
+                     (session.the_port().open_error ? ", busy for whoever opens it" : ""));
+    line_until_us_ = session.now_us() + s * dice_.between(5, 240);
 }
 
-void Weather::change_car(Desk& desk) {
+void Disturbances::change_car(Session& session) {
     static const char* const commands[] = {
         "throttle 0",     "throttle 40",     "throttle 90",    "coolant 20",    "coolant 85",
         "coolant 60",     "engine off",      "engine on",      "gas on",        "gas off",
@@ -60,26 +60,26 @@ void Weather::change_car(Desk& desk) {
         "length 20",      "length 28",       "length 4",       "wrong-echo 9",  "telegram 27",
         "telegram 29",    "reset-answer 5",  "reset-answer 7", "unplug",        "plug",
         "restart"};
-    desk.car(commands[dice_.next() % std::size(commands)]);
-    // What makes a unit useless does not last.
+    session.car(commands[dice_.next() % std::size(commands)]);
+    // A unit that cannot answer must not stay so.
     if (dice_.chance(0.5))
         for (const char* good : {"silence off", "plug", "late 0"})
-            desk.car(good);
-    car_until_us_ = desk.now_us() + s * dice_.between(10, 300);
+            session.car(good);
+    car_until_us_ = session.now_us() + s * dice_.between(10, 300);
 }
 
-void Weather::blow(Desk& desk) {
-    if (desk.now_us() >= line_until_us_) change_line(desk);
-    if (desk.now_us() >= car_until_us_) change_car(desk);
+void Disturbances::change(Session& session) {
+    if (session.now_us() >= line_until_us_) change_line(session);
+    if (session.now_us() >= car_until_us_) change_car(session);
 }
 
-void Weather::calm(Desk& desk) {
-    desk.line->set_options({});
-    desk.the_port().open_error.reset();
-    desk.the_unit().quirks() = {};
+void Disturbances::end(Session& session) {
+    session.line->set_options({});
+    session.the_port().open_error.reset();
+    session.the_unit().quirks() = {};
     for (const char* good : {"plug", "engine on", "coolant 85", "throttle 0", "pressure auto",
                              "tank 60", "diagnosis on", "restart"})
-        desk.car(good);
+        session.car(good);
 }
 
 } // namespace zol::soak
