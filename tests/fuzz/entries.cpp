@@ -1,12 +1,12 @@
-// What the operator types: into every field and every box that takes a number, and the numbers'
-// own rules.
+// Random text in every entry field, in the parameter boxes, tank gauge, acquisition, colour and
+// port. Holds that a shown number reads as itself.
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "app/settings_file.h"
 #include "calibration/parameter_edit.h"
 #include "maintenance/parameter_dump.h"
 #include "monitor/tank_level.h"
-#include "tests/fuzz/desk.h"
+#include "tests/fuzz/program.h"
 #include "view/operator.h"
 #include "view/view.h"
 #include "view/windows/acquisizione.h"
@@ -38,7 +38,7 @@ view::Widget* const fields[] = {
     &form3::Slider2,
 };
 
-// A text box takes what is typed and then Enter, past whatever has the focus.
+// Types into a text box and presses Enter, whatever has the focus.
 void enter(view::Widget& field, const std::string& text) {
     if (field.kind == view::Kind::text_box) {
         if (field.on.click) field.on.click();
@@ -47,7 +47,7 @@ void enter(view::Widget& field, const std::string& text) {
     if (field.on.key) field.on.key(acts::enter, 0);
 }
 
-void hold_the_rules_of_numbers(const std::string& text) {
+void check_number_rules(const std::string& text) {
     const double number = app::val(text);
     require(std::isfinite(number), "whatever is typed is a number");
     const std::string shown = app::number_text(number);
@@ -60,8 +60,8 @@ void hold_the_rules_of_numbers(const std::string& text) {
 }
 
 void parameter_boxes(const std::string& number, const std::string& value) {
-    Desk& desk = Desk::desk();
-    desk.entries = {number, value, number, value};
+    Program& program = Program::instance();
+    program.entries = {number, value, number, value};
     calibration::edit_parameter_by_number();
     maintenance::edit_parameter();
 }
@@ -73,13 +73,13 @@ void tank(const std::string& lowest, const std::string& highest, int row) {
     monitor::percent_to_mv(app::val(highest));
 }
 
-void labels_that_count(const std::string& shown, const std::string& other) {
+void labels_with_numbers(const std::string& shown, const std::string& other) {
     view::set_text(acquisizione::Label1, shown);
     view::set_text(acquisizione::Label_max, other);
     acquisizione::Timer_ricerca_max.tick();
     acquisizione::Command_salva.on.click();
     view::set_text(form1::Label_rpm, shown);
-    acts::key(form1::Form1, 71, acts::ctrl_key); // takes the speed on view
+    acts::key(form1::Form1, 71, acts::ctrl_key); // uses the shown speed
     form1::Timer_rpm.tick();
     view::set_text(form1::Label35, other);
     form1::Command_piu.on.click();
@@ -101,36 +101,32 @@ void act(int which, const std::string& text, const std::string& other, bool rare
     switch (which) {
     case 0: return parameter_boxes(text, other);
     case 1: return tank(text, other, static_cast<int>(text.size()));
-    case 2: return labels_that_count(text, other);
+    case 2: return labels_with_numbers(text, other);
     case 3: return colour_and_port(text, other, rarely);
     default: return enter(*fields[which - others], text);
     }
 }
 
-void type(Input input) {
-    Desk& desk = Desk::desk();
+} // namespace
+
+void run_input(Input input) {
+    Program& program = Program::instance();
     const bool rarely = input.one_in(16);
     const int switches = input.byte();
-    desk.run([&] {
+    program.run([&] {
         app::state.ui_loading = switches & 1;
         app::state.on_gas = switches & 2;
-        desk.says_yes = !(switches & 4);
-        desk.port_faults = switches & 8;
+        program.says_yes = !(switches & 4);
+        program.port_faults = switches & 8;
         app::state.poll_enabled = switches & 16;
         for (int i = 0; i < 4 && !input.empty(); ++i) {
             const int which = input.byte();
             const std::string text = input.text_piece();
             const std::string other = input.text_piece();
-            hold_the_rules_of_numbers(text);
+            check_number_rules(text);
             act(which, text, other, rarely);
         }
     });
 }
 
-} // namespace
 } // namespace zol::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zol::fuzz::type({data, size});
-    return 0;
-}

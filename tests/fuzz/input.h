@@ -1,9 +1,12 @@
-// The fuzzer's bytes, taken piece by piece. Behind their end stand zeros and empty pieces.
+// The fuzzer's bytes, taken piece by piece, then zeros and empty pieces; and what each target
+// defines.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,8 +19,8 @@ class Input {
     Input(const std::uint8_t* data, std::size_t size) : rest_(data, size) {}
 
     bool empty() const { return rest_.empty(); }
-    // True for one input in so many, by a sum over what is left: for what takes long. A switch of
-    // the fuzzer's own would soon be on in all that it keeps.
+    // True for one of `many` inputs, by a checksum: for slow work. The fuzzer would soon set a bit
+    // of the input for this in all inputs that it keeps.
     bool one_in(std::uint32_t many) const {
         std::uint32_t sum = 2166136261;
         for (const std::uint8_t byte : rest_)
@@ -39,13 +42,13 @@ class Input {
         rest_ = rest_.subspan(taken.size());
         return {taken.begin(), taken.end()};
     }
-    // A piece behind a byte that tells its length.
+    // A piece after a byte with its length.
     std::vector<std::uint8_t> piece() { return bytes(byte()); }
     std::string text_piece() {
         const auto taken = piece();
         return {taken.begin(), taken.end()};
     }
-    // Up to the next line end, which is taken and left out.
+    // Up to the next line end, which is skipped.
     std::string_view line() {
         const std::string_view all = text();
         const auto end = std::min(all.find('\n'), all.size());
@@ -59,5 +62,15 @@ class Input {
   private:
     std::span<const std::uint8_t> rest_;
 };
+
+// Runs the target on one input. Each target defines it.
+void run_input(Input input);
+
+// If the claim does not hold, prints it and aborts the process.
+inline void require(bool holds, const char* claim) {
+    if (holds) return;
+    std::fprintf(stderr, "This does not hold: %s\n", claim);
+    std::abort();
+}
 
 } // namespace zol::fuzz

@@ -1,9 +1,9 @@
-// Any content of a language's files: messages by number, trouble codes by their text, and whole
-// windows that take their captions from them.
+// Random language files: messages by number, texts of trouble codes, and the captions of windows.
+// Holds that each text is one line of UTF-8.
 #include "app/app_state.h"
 #include "app/captions.h"
 #include "app/message_catalogue.h"
-#include "tests/fuzz/desk.h"
+#include "tests/fuzz/program.h"
 #include "view/view.h"
 #include "view/windows/form1.h"
 
@@ -15,7 +15,7 @@ namespace {
 constexpr std::array message_numbers = {1134, 1058, 1240, 1252, 0, -1};
 constexpr std::array<const char*, 4> trouble_codes = {"P0301", "P1", "", "NO ERROR"};
 
-// How many bytes a character with this first byte has in UTF-8, by its leading ones.
+// The number of bytes of a UTF-8 character with this first byte.
 std::size_t length_of(unsigned char lead) {
     if (lead < 0x80) return 1;
     if (lead >= 0xC2 && lead <= 0xDF) return 2;
@@ -39,24 +39,26 @@ void require_a_line(const std::optional<std::string>& text) {
     if (text) require(can_be_shown(*text), "a text is one line of UTF-8");
 }
 
-// The same by way of the file, in few runs: it takes fifty times as long.
+// The same through a file, in few runs because it takes fifty times as long.
 void by_file(bool codes, const std::string& code, int number, std::string_view content) {
-    Desk& desk = Desk::desk();
+    Program& program = Program::instance();
     app::state.current_language = "uk";
-    desk.write_file(codes ? "language/codici_eobd_uk.ini" : "language/Mivra_uk.ini", content);
+    program.write_file(codes ? "language/codici_eobd_uk.ini" : "language/Mivra_uk.ini", content);
     if (codes) {
         require(app::trouble_code_text(code) == app::trouble_code_in(content, code),
-                "a code's text is that of the file");
+                "a trouble code has the text of the file");
         return;
     }
     require(app::message(number) == app::message_in(content, number),
-            "a message is that of the file");
+            "a message has the text of the file");
     app::set_message(form1::Command303, number, "...");
     app::apply_panel_captions();
     app::apply_control_captions();
 }
 
-void look_up(Input input) {
+} // namespace
+
+void run_input(Input input) {
     const bool rarely = input.one_in(64);
     const std::size_t choice = input.byte();
     const bool codes = choice & 1;
@@ -65,20 +67,14 @@ void look_up(Input input) {
     const std::string code =
         codes && choice & 2 ? input.text_piece() : trouble_codes[choice / 4 % trouble_codes.size()];
     const std::string_view content = input.text();
-    Desk::desk().run([&] {
+    Program::instance().run([&] {
         if (codes)
             require_a_line(app::trouble_code_in(content, code));
         else
             require_a_line(app::message_in(content, number));
-        require(can_be_shown(view::text(form1::Text_note_error)), "so is a note");
+        require(can_be_shown(view::text(form1::Text_note_error)), "a note is one line of UTF-8");
         if (rarely) by_file(codes, code, number, content);
     });
 }
 
-} // namespace
 } // namespace zol::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zol::fuzz::look_up({data, size});
-    return 0;
-}

@@ -1,12 +1,11 @@
-// Runs the target over the files of the folders named as arguments, where no fuzzer is at hand.
-#include <cstdint>
+// Runs the target on the files of the given folders, without the fuzzer.
+#include "tests/fuzz/input.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int count, char** words) {
     int files = 0;
@@ -14,10 +13,10 @@ int main(int count, char** words) {
         for (const auto& entry : std::filesystem::directory_iterator(words[i])) {
             std::ifstream in(entry.path(), std::ios::binary);
             const std::string content{std::istreambuf_iterator<char>(in), {}};
-            // Named beforehand: a finding ends the process.
+            // Printed first, because a finding ends the process.
             std::fprintf(stderr, "%s\n", entry.path().c_str());
-            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.data()),
-                                   content.size());
+            zol::fuzz::run_input(
+                {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
             ++files;
         }
     std::printf("%d inputs, no finding\n", files);

@@ -1,5 +1,6 @@
-// What the control unit answers, into everything that reads an answer: any bytes, any length, any
-// firmware, any order.
+// Random replies of any length, for any firmware version, to everything that reads a reply: both
+// paths of the first read, polling, live diagnosis, lambda panel, faults, acquisition, tuning,
+// dump, factory reset, port test.
 #include "app/app_state.h"
 #include "calibration/automatic_tuning.h"
 #include "link/activation.h"
@@ -7,7 +8,7 @@
 #include "link/parameter_mirrors.h"
 #include "maintenance/parameter_dump.h"
 #include "monitor/eobd_live.h"
-#include "tests/fuzz/desk.h"
+#include "tests/fuzz/program.h"
 #include "view/view.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -31,7 +32,7 @@ void dialog() {
     centralina_attiva::Command_ok.on.click();
 }
 
-void dialogs_read_and_the_windows_behind_it() {
+void dialog_path_with_windows() {
     link::read_for_dialog();
     form1::Timer1.tick();
     form3::Form3.on.load();
@@ -73,20 +74,21 @@ void (*const readers[])() = {
     tuning,
     maintenance::dump_parameters,
     [] { form1::mnu_reset_centralina.on.click(); },
-    // The slow ones, which every eighth run may be.
+    // Slow ones, allowed in every eighth run.
     link::main_window_activated,
-    dialogs_read_and_the_windows_behind_it,
+    dialog_path_with_windows,
     dialog,
 };
 constexpr std::size_t quick_readers = std::size(readers) - 3;
 
-// Of which the longest exchanges, factory reset and tuning, need the most.
+// Factory reset and tuning need the most.
 constexpr std::size_t most_replies = 48;
 
-void answer(Input input) {
-    Desk& desk = Desk::desk();
-    desk.run([&] {
-        // The slow ones fill whole windows.
+} // namespace
+
+void run_input(Input input) {
+    Program& program = Program::instance();
+    program.run([&] {
         const bool rarely = input.one_in(8);
         const auto reader = readers[input.byte() % (rarely ? std::size(readers) : quick_readers)];
         const int switches = input.byte();
@@ -94,24 +96,18 @@ void answer(Input input) {
         state.settings_panel_open = switches & 2;
         state.no_reread = switches & 4;
         state.current_language = switches & 8 ? "uk" : "";
-        state.controls_coloured = true; // which takes long and reads no reply
+        state.controls_coloured = true; // colouring takes long and reads no reply
         state.tank_type = switches & 16 ? 99 : 0;
-        desk.port_faults = switches & 32;
-        desk.port_open = !(switches & 64);
+        program.port_faults = switches & 32;
+        program.port_open = !(switches & 64);
         link::mirrors.pressure_sensor = switches & 128 ? 1 : 0;
         state.ecu_family = input.byte();
         state.ecu_version = input.byte();
         state.ecu_revision = input.byte();
-        while (!input.empty() && desk.replies.size() < most_replies)
-            desk.replies.push_back(input.piece());
+        while (!input.empty() && program.replies.size() < most_replies)
+            program.replies.push_back(input.piece());
         reader();
     });
 }
 
-} // namespace
 } // namespace zol::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zol::fuzz::answer({data, size});
-    return 0;
-}

@@ -1,11 +1,11 @@
-// Any content of the settings file: what is read of it is used, one key is written, and all else
-// in the file stands as it stood.
+// Random settings files. Holds that a written setting reads as it was written and that no other
+// line of the file changes.
 #include "app/app_state.h"
 #include "app/colours.h"
 #include "app/program/language.h"
 #include "app/settings_file.h"
 #include "app/whole_file.h"
-#include "tests/fuzz/desk.h"
+#include "tests/fuzz/program.h"
 
 #include <array>
 #include <optional>
@@ -30,7 +30,7 @@ std::vector<std::string_view> lines_of(std::string_view text) {
 // The new file is the old one with one line changed, or with a key and perhaps its section added.
 bool kept(std::string_view before, std::string_view after) {
     auto olds = lines_of(before), news = lines_of(after);
-    // An old last line without an end got one, which may bring a carriage return.
+    // An old last line without a line end gets one, perhaps with a carriage return.
     const auto same = [](std::string_view a, std::string_view b) {
         return a == b || std::string(a) + "\r" == b;
     };
@@ -68,14 +68,15 @@ void write_one(std::size_t chosen, const std::string& value, std::string_view co
         if (i == chosen)
             require(after == as_it_reads(value), "a setting reads as it was written");
         else
-            require(after == app::setting_in(content, keys[i], absent),
-                    "no other setting changes with it");
+            require(after == app::setting_in(content, keys[i], absent), "no other setting changes");
     }
     require(kept(content, file), "every other line stays");
 }
 
-void use(Input input) {
-    Desk& desk = Desk::desk();
+} // namespace
+
+void run_input(Input input) {
+    Program& program = Program::instance();
     const bool rarely = input.one_in(32);
     const int choice = input.byte();
     const auto chosen = static_cast<std::size_t>(choice % 4);
@@ -84,22 +85,16 @@ void use(Input input) {
     std::erase_if(value, [](char c) { return c == '\n' || c == '\r'; });
     const std::string_view content = input.text();
     write_one(chosen, value, content);
-    // By way of the file, in few runs: it takes ten times as long.
+    // Through a file, in few runs because it takes ten times as long.
     if (!rarely) return;
-    desk.write_file("setting.ini", content);
-    desk.run([&] {
+    program.write_file("setting.ini", content);
+    program.run([&] {
         use_all();
         app::write_setting(keys[chosen], value);
     });
-    require(app::read_file(desk.folder() + "/setting.ini") ==
+    require(app::read_file(program.folder() + "/setting.ini") ==
                 app::with_setting(content, keys[chosen], value),
-            "the file takes what was written");
+            "the file has what was written");
 }
 
-} // namespace
 } // namespace zol::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zol::fuzz::use({data, size});
-    return 0;
-}

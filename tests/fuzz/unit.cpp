@@ -1,22 +1,15 @@
-// The simulated unit: scenario files, typed commands, arguments, and whatever comes over its line.
+// Random scenario files, commands, arguments and line bytes for the simulated unit. Holds that its
+// answers are printable and that wrong arguments get a message.
 #include "simulator/arguments.h"
 #include "simulator/scenario.h"
 #include "simulator/simulation.h"
 #include "tests/fuzz/input.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace zol::fuzz {
 namespace {
-
-void require(bool holds, const char* sentence) {
-    if (holds) return;
-    std::fprintf(stderr, "This does not hold: %s\n", sentence);
-    std::abort();
-}
 
 bool printable(std::string_view text) {
     for (const char c : text)
@@ -28,14 +21,14 @@ void scenario(Input input) {
     const sim::Scenario read = sim::read_scenario(input.text(), "FILE");
     double before_s = 0;
     for (const sim::ScenarioStep& step : read.steps) {
-        require(step.at_s >= before_s, "a scenario's steps stand in their order");
+        require(step.at_s >= before_s, "the steps of a scenario are in order");
         before_s = step.at_s;
     }
     for (const std::string& wrong : read.wrong)
-        require(printable(wrong) && wrong.starts_with("FILE:"), "a complaint names its line");
+        require(printable(wrong) && wrong.starts_with("FILE:"), "a message names its line");
 }
 
-// Lines of text and pieces of the line's own bytes, in turns with time.
+// Commands and line bytes, with time between them.
 void talk(Input input) {
     sim::Options options;
     options.family = input.byte() % 5;
@@ -52,10 +45,10 @@ void talk(Input input) {
         if (what & 1)
             simulation.line.receive(input.piece(), now_us);
         else
-            require(printable(simulation.command(input.line(), now_us)), "an answer can be read");
+            require(printable(simulation.command(input.line(), now_us)), "an answer is printable");
         require(simulation.line.take(now_us).size() < 100'000,
-                "a line brings what a line can bring");
-        require(printable(log), "the log can be read");
+                "the line has a limited number of bytes");
+        require(printable(log), "the log is printable");
     }
 }
 
@@ -68,11 +61,13 @@ void arguments(Input input) {
         pointers.push_back(word.c_str());
     std::string wrong;
     const auto read = sim::read_arguments(pointers, wrong);
-    require(read.has_value() == wrong.empty(), "wrong arguments get a sentence");
+    require(read.has_value() == wrong.empty(), "wrong arguments get a message");
     if (read) sim::Simulation(read->unit, read->line).command("state", 0);
 }
 
-void use(Input input) {
+} // namespace
+
+void run_input(Input input) {
     switch (input.byte() % 4) {
     case 0: return scenario(input);
     case 1: return arguments(input);
@@ -80,10 +75,4 @@ void use(Input input) {
     }
 }
 
-} // namespace
 } // namespace zol::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zol::fuzz::use({data, size});
-    return 0;
-}

@@ -1,6 +1,6 @@
-// The program on a desk: all of its logic, with the fuzzer in place of clock, screen, operator and
-// control unit. One thread, no start and no end of the program, and whatever a handler waits for
-// without end is cut off; thus thousands of runs a second.
+// All logic of the program on one thread, with the fuzzer in place of clock, screen, operator and
+// control unit. The program neither starts nor ends, and a wait without end is cut off, so that
+// there are thousands of runs a second.
 #pragma once
 
 #include "link/serial_port.h"
@@ -16,46 +16,42 @@
 
 namespace zol::fuzz {
 
-// What must hold. If it does not, the sentence is printed and the process ends as after a crash.
-void require(bool holds, const char* sentence);
-
-class Desk : private view::Platform, private view::Screen, private link::SerialPort {
+class Program : private view::Platform, private view::Screen, private link::SerialPort {
   public:
-    // The one desk; built with the first call.
-    static Desk& desk();
+    // The only one, made by the first call.
+    static Program& instance();
 
-    // Runs `work` in a program whose windows stand at their design, all loaded and shown, nothing
-    // of the run before left over. Work that waits without end, or for a reply more than there is,
-    // is unwound.
+    // Runs `work` with all windows loaded and shown as designed and all state reset. Work that
+    // waits without end, or reads after the last reply, is unwound.
     void run(const std::function<void()>& work);
 
-    // What the next reads of the port bring; a read behind the last of them ends the run.
+    // The replies that the next reads of the port return. A read after the last one ends the run.
     std::deque<link::Bytes> replies;
-    // What the operator types into the boxes that ask for a text; empty texts behind the last.
+    // The texts typed into input boxes, then empty texts.
     std::deque<std::string> entries;
     bool says_yes = true;
     bool port_open = true;
     bool port_faults = false;
     view::Colour chosen_colour = 0;
 
-    // The application folder: in memory where the system has such a place. Removed at the end.
+    // The application folder, in memory if possible. Removed at the end.
     const std::string& folder() const { return folder_; }
     void write_file(const char* name, std::string_view content) const;
 
-    // The longest that a run may go on without a word on the line.
+    // The longest time that a run may last without a frame.
     static constexpr std::int64_t longest_silence_us = 5'000'000;
     static constexpr int most_turns = 3000;
 
   private:
     struct Enough {};
 
-    Desk();
-    ~Desk() override;
+    Program();
+    ~Program() override;
     void clear();
-    void stand_up();
+    void reset_windows();
     void check_looks();
 
-    // The clock jumps to whatever falls due.
+    // The clock jumps to the next event.
     std::int64_t now_us() override { return now_us_; }
     void idle(std::int64_t until_us) override;
     [[noreturn]] void end_program() override { throw Enough{}; }

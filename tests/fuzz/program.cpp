@@ -1,4 +1,4 @@
-#include "tests/fuzz/desk.h"
+#include "tests/fuzz/program.h"
 
 #include "app/application_folder.h"
 #include "app/program/wiring.h"
@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
@@ -17,19 +15,19 @@
 namespace zol::fuzz {
 namespace {
 
-std::string fresh_folder() {
+std::string new_folder() {
     namespace fs = std::filesystem;
     std::error_code error;
     const fs::path memory = "/dev/shm";
-    const fs::path ground =
+    const fs::path parent =
         ::access(memory.c_str(), W_OK) == 0 ? memory : fs::temp_directory_path();
-    const fs::path folder = ground / ("zol_fuzz_" + std::to_string(::getpid()));
+    const fs::path folder = parent / ("zol_fuzz_" + std::to_string(::getpid()));
     fs::create_directories(folder / "language");
     fs::create_directories(folder / "log");
     return folder.string();
 }
 
-// The commands that the tool knows, in the 5-byte frame; 2 stands in the 9-byte one alone.
+// The commands of 5-byte frames. Command 2 has a 9-byte frame.
 constexpr std::array known_commands = {1, 3, 4, 5, 6, 7, 15, 16, 20, 21, 22};
 
 bool known_shape(std::span<const std::uint8_t> frame) {
@@ -43,41 +41,35 @@ bool known_shape(std::span<const std::uint8_t> frame) {
 
 } // namespace
 
-void require(bool holds, const char* sentence) {
-    if (holds) return;
-    std::fprintf(stderr, "This does not hold: %s\n", sentence);
-    std::abort();
+Program& Program::instance() {
+    static Program the_program;
+    return the_program;
 }
 
-Desk& Desk::desk() {
-    static Desk the_desk;
-    return the_desk;
-}
-
-Desk::Desk() : folder_(fresh_folder()) {
-    stand_up();
+Program::Program() : folder_(new_folder()) {
+    reset_windows();
     clear();
 }
 
-Desk::~Desk() {
+Program::~Program() {
     std::error_code error;
     std::filesystem::remove_all(folder_, error);
 }
 
-// All windows at their design, and on view.
-void Desk::stand_up() {
+// All windows as designed, and shown.
+void Program::reset_windows() {
     view::reset();
     for (view::Widget* window : view::all_windows())
         window->loaded = window->shown = true;
     windows_moved_ = false;
 }
 
-// There are some four hundred widgets, and a run changes few of them.
-void Desk::clear() {
+// A run changes few of the four hundred widgets.
+void Program::clear() {
     for (view::Widget* widget : changed_)
         widget->look = widget->design;
     changed_.clear();
-    if (windows_moved_) stand_up();
+    if (windows_moved_) reset_windows();
     tests::reset_all_but_widgets();
     app::use_application_folder(folder_);
     view::use_platform(*this);
@@ -92,7 +84,7 @@ void Desk::clear() {
     port_faults = false;
 }
 
-void Desk::run(const std::function<void()>& work) {
+void Program::run(const std::function<void()>& work) {
     try {
         work();
     } catch (const Enough&) {}
@@ -102,59 +94,59 @@ void Desk::run(const std::function<void()>& work) {
     clear();
 }
 
-void Desk::check_looks() {
+void Program::check_looks() {
     for (const view::Widget* widget : changed_) {
         const view::Look& look = widget->look;
         if (widget->kind == view::Kind::slider)
             require(look.value >= look.min && look.value <= look.max,
-                    "a slider stands within its range");
+                    "a slider's value is in its range");
         require(look.list_index >= -1 && look.list_index < static_cast<int>(look.items.size()),
-                "a list shows one of its entries, or none");
+                "a list selects one of its entries, or none");
     }
 }
 
-void Desk::write_file(const char* name, std::string_view content) const {
+void Program::write_file(const char* name, std::string_view content) const {
     const std::string file = folder_ + "/" + name;
     const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     const ssize_t written = ::write(descriptor, content.data(), content.size());
     ::close(descriptor);
-    require(written == static_cast<ssize_t>(content.size()), "the desk can write its files");
+    require(written == static_cast<ssize_t>(content.size()), "the fuzzer can write its files");
 }
 
-void Desk::idle(std::int64_t until_us) {
+void Program::idle(std::int64_t until_us) {
     if (++turns_ > most_turns || until_us - heard_us_ > longest_silence_us) throw Enough{};
     now_us_ = std::max(now_us_, until_us);
 }
 
-view::Answer Desk::message_box(const view::MessageBox& box) {
+view::Answer Program::message_box(const view::MessageBox& box) {
     if (box.buttons == view::Buttons::ok) return view::Answer::ok;
     return says_yes ? view::Answer::yes : view::Answer::no;
 }
 
-std::string Desk::input_box(const std::string&, const std::string&) {
+std::string Program::input_box(const std::string&, const std::string&) {
     if (entries.empty()) return "";
     std::string typed = std::move(entries.front());
     entries.pop_front();
     return typed;
 }
 
-void Desk::set_number(int port_number) {
-    require(port_number >= 0 && port_number <= 9, "a port's number is one of those on offer");
+void Program::set_number(int port_number) {
+    require(port_number >= 0 && port_number <= 9, "a port number is one of the list's");
 }
 
-std::optional<std::string> Desk::open() {
-    if (port_faults) return "the port is out of order";
+std::optional<std::string> Program::open() {
+    if (port_faults) return "the port fails";
     port_open = true;
     return std::nullopt;
 }
 
-bool Desk::write(std::span<const std::uint8_t> bytes) {
-    require(known_shape(bytes), "only frames of known shape leave");
+bool Program::write(std::span<const std::uint8_t> bytes) {
+    require(known_shape(bytes), "only frames of a known form are sent");
     heard_us_ = now_us_;
     return port_open && !port_faults;
 }
 
-std::optional<link::Bytes> Desk::read_all() {
+std::optional<link::Bytes> Program::read_all() {
     if (replies.empty()) throw Enough{};
     heard_us_ = now_us_;
     link::Bytes reply = std::move(replies.front());
