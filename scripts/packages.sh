@@ -1,4 +1,4 @@
-# What the project needs of Debian 12, by purpose. Read by the scripts, not run.
+# The Debian 12 packages that the project needs, by purpose. Sourced by the scripts.
 build_packages=(cmake ninja-build g++ qt6-base-dev)
 test_packages=(libgtest-dev libgmock-dev python3 clang-format clang-tidy fonts-dejavu-core)
 # To make a Debian package needs these; g++ brings only some.

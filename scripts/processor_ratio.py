@@ -1,6 +1,6 @@
 """The tool's processor share while it polls, against a serial terminal that shows the same bytes at the
-same pace and against an empty window that does nothing. All three run at once on the present display, so
-that whatever else the machine does meets them alike. Argument: the build folder."""
+same rate and an idle empty window. All three run at the same time on the present display, so that other
+programs affect them equally. Argument: the build folder."""
 
 import os
 import pathlib

@@ -1,5 +1,6 @@
-// The program on the real loop, its real windows and a real serial device, with the simulated unit
-// at the other end. Arguments: the build folder, a firmware, and what to measure: poll or acts.
+// Polling and handlers on the real event loop, real windows and a pseudo-terminal with the
+// simulated unit. Each time is divided by the sum of the waits in it. Arguments: the build folder,
+// the firmware version, and what to measure: poll or acts.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/program/startup.h"
@@ -39,8 +40,8 @@ using namespace zol;
 namespace fs = std::filesystem;
 namespace acts = view::operator_acts;
 
-// Notes how late the loop came back from its idling and how long the program was busy: both are
-// what a run takes beyond the waits that it was told to make.
+// Measures how late the loop wakes and how long the program is busy: the time of a run beyond its
+// waits.
 struct TimedPlatform : view::Platform {
     explicit TimedPlatform(view::Platform& it) : inner(it) {}
     std::int64_t now_us() override { return inner.now_us(); }
@@ -63,7 +64,7 @@ struct TimedPlatform : view::Platform {
 };
 TimedPlatform* timed = nullptr;
 
-// Notes when status requests left, and how often each request did.
+// Records the times of status requests and the number of each request.
 struct TimedPort : link::PosixSerialPort {
     bool write(std::span<const std::uint8_t> bytes) override {
         if (bytes.size() == 5) ++asked[bytes[4]];
@@ -74,7 +75,7 @@ struct TimedPort : link::PosixSerialPort {
     std::array<int, 256> asked{};
 };
 
-// Runs `work` in the pump of the windows' thread and waits until it, with all its waits, is done.
+// Runs `work` on the windows' thread and waits until it is done, with all its waits.
 void run_inside(const std::function<void()>& work) {
     std::binary_semaphore done{0};
     const auto whole = [&] {
@@ -93,7 +94,7 @@ void measure_polling(TimedPort& port, tour::UnitProcess& unit, double mandated_m
     run_inside([&] { port.requests_us.clear(); });
     const double used_before = bench::processor_ms();
     for (int second = 0; second < seconds; ++second) {
-        unit.type("throttle " + std::to_string(second % 5 * 10)); // every field keeps changing
+        unit.type("throttle " + std::to_string(second % 5 * 10)); // every field changes
         rest(1);
     }
     const double used = bench::processor_ms() - used_before;
@@ -108,7 +109,7 @@ void measure_polling(TimedPort& port, tour::UnitProcess& unit, double mandated_m
                      "%", "at most 1");
 }
 
-// The time that `act` takes over the waits that it makes.
+// The time of `act` divided by the waits that it makes.
 void measure_act(const char* what, const std::function<void()>& act) {
     std::int64_t wall_us = 0, beyond_us = 0;
     run_inside([&] {
@@ -121,10 +122,10 @@ void measure_act(const char* what, const std::function<void()>& act) {
                      "x", "at most 1.02");
 }
 
-// The time that `act` takes over the sum of the waits that it is told to make: not those that it
-// makes. It asks again where the unit's answer was none, as behind a telegram of the polling.
+// The time of `act` divided by the sum of its specified waits. It repeats a request without a valid
+// reply, for example after a telegram of the polling.
 void measure_against(const char* what, const TimedPort& port, link::Command request,
-                     double (*told_ms)(int asked), const std::function<void()>& act) {
+                     double (*specified_ms)(int asked), const std::function<void()>& act) {
     std::int64_t wall_us = 0;
     int asked = 0;
     run_inside([&] {
@@ -135,13 +136,13 @@ void measure_against(const char* what, const TimedPort& port, link::Command requ
         wall_us = view::now_us() - start;
         asked = port.asked[code] - before;
     });
-    bench::print_row(what, static_cast<double>(wall_us) / 1000 / told_ms(asked), "x",
+    bench::print_row(what, static_cast<double>(wall_us) / 1000 / specified_ms(asked), "x",
                      "at most 1.02");
 }
 
-double told_dump_ms(int asked) { return asked * (400.0 + 1400); }
-// Behind the unit's answer its restart, 38 single values and 48 cells.
-double told_reset_ms(int asked) {
+double specified_dump_ms(int asked) { return asked * (400.0 + 1400); }
+// After the unit's reply: its restart, 38 single values and 48 cells.
+double specified_reset_ms(int asked) {
     return asked * (400.0 + 600) + 1200 + 1800 + 38 * 100 + 48 * 300;
 }
 
@@ -153,7 +154,7 @@ void enter(view::Widget& field, const char* text) {
 
 void visit_changeover_window() {
     acts::click(form1::Command303);
-    view::wait_on(form3::Timer2, 50); // it is on view
+    view::wait_on(form3::Timer2, 50); // it is visible
     for (view::Widget* option :
          {&form3::opt_perm, &form3::opt_acc, &form3::opt_norm, &form3::Option1, &form3::Option2,
           &form3::Option3, &form3::Option_comm_auto_no, &form3::Option_comm_auto_yes})
@@ -166,7 +167,7 @@ void visit_changeover_window() {
     acts::click(form3::Command1);
 }
 
-// Answers each box with its first button as soon as it stands there.
+// Answers each box with its first button as soon as it is open.
 std::thread boxes_answered(std::atomic<bool>& until) {
     return std::thread([&until] {
         while (!until) {
@@ -196,9 +197,9 @@ void measure_acts(const TimedPort& port) {
     measure_act("an automatic tuning, over its waits",
                 [] { acts::key(form1::Form1, 'T', acts::ctrl_key); });
     measure_against("a parameter dump, over its waits", port, link::Command::read_image,
-                    told_dump_ms, [] { acts::click(form1::mnu_dump_parametri); });
+                    specified_dump_ms, [] { acts::click(form1::mnu_dump_parametri); });
     measure_against("a factory reset, over its waits and the unit's answer", port,
-                    link::Command::reset, told_reset_ms,
+                    link::Command::reset, specified_reset_ms,
                     [] { acts::click(form1::mnu_reset_centralina); });
     over = true;
     answering.join();
@@ -212,7 +213,7 @@ void measure_acts(const TimedPort& port) {
         tour::UnitProcess unit(
             build / "simulator" / "control-unit",
             {"--link", (folder / "ports" / "com1").string(), "--warm", "--firmware", firmware});
-        // The program starts when the unit's device is there.
+        // The program starts when the unit's device exists.
         rest(1);
         run_inside(app::sub_main);
         rest(10);

@@ -1,4 +1,4 @@
-// One row of the table: what was measured, the figure, and what was asked for.
+// Prints a row of the table: what was measured, the figure and its limit.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ namespace zol::bench {
 void print_row(const std::string& what, double figure, const std::string& unit,
                const std::string& asked_for);
 
-// What this process has used so far.
+// Used by this process so far.
 double processor_ms();
 double resident_mib();
 

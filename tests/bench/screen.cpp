@@ -1,6 +1,6 @@
-// What the main window costs to draw: a full repaint against an empty Qt window of as many widgets,
-// live values that all change, a change of language; and a message lookup against its file's size.
-// Argument: the build folder.
+// Times of the main window: a full repaint, also divided by that of an empty window with as many
+// widgets; live values that all change; a change of language; and a message lookup by size of its
+// file. Argument: the build folder.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/message_catalogue.h"
@@ -78,7 +78,7 @@ void measure_repaint(QWidget& window) {
     bench::print_row("the same over an empty window of as many widgets", ours / empty, "x", "-");
 }
 
-// A status telegram in which every field is another than in the one before.
+// A status telegram in which every field differs from the one before.
 link::Reply telegram(int number) {
     link::Bytes bytes(30, 0);
     const auto put = [&](std::size_t position, int value) {
@@ -106,7 +106,7 @@ void measure_live_values(QWidget& window) {
     const double before = bench::processor_ms();
     for (int number = 0; number < telegrams; ++number) {
         monitor::show_telegram(telegram(number));
-        // The lamps go by a timer of their own, of 300 ms.
+        // The lamps have their own timer of 300 ms.
         if (number % 3 == 0) monitor::show_rpm(app::state.engine_rpm);
         settle(pitch_ms);
     }
@@ -122,14 +122,13 @@ void measure_language(QWidget& window) {
                      median_ms(25,
                                [&] {
                                    app::set_language(codes[turn++ % 5]);
-                                   view::pump_until(
-                                       view::now_us()); // what changed reaches the screen
+                                   view::pump_until(view::now_us()); // changes reach the screen
                                    window.repaint();
                                }),
                      "ms", "at most 10");
 }
 
-// The last message of a file of `count` before it.
+// Time to find the last message, after `count` others.
 double lookup_us(const fs::path& folder, int count) {
     {
         std::ofstream file(folder / "language" / "Mivra_it.ini");
@@ -143,12 +142,12 @@ double lookup_us(const fs::path& folder, int count) {
 void measure_lookup(const fs::path& folder) {
     app::set_language("it");
     for (int count : {45, 450, 4500})
-        bench::print_row("a message lookup behind " + std::to_string(count) + " others",
+        bench::print_row("a message lookup after " + std::to_string(count) + " others",
                          lookup_us(folder, count), "us", "-");
 }
 
 [[noreturn]] void measure(const fs::path& folder) {
-    form1::Form1.on = {}; // no unit is asked for
+    form1::Form1.on = {}; // no first read
     view::show(form1::Form1);
     settle(300);
     QWidget* window = main_window();

@@ -1,6 +1,6 @@
-// From the start of the process to the first window on view: the program's own splash window, or an
-// empty window with as many widgets, built the same way. The argument says which: tool or empty;
-// with idle, the empty one stays.
+// The time and memory from the start of the process to the first painted window. Argument: tool for
+// the program's splash window, empty for an empty window with as many widgets, idle for one that
+// stays.
 #include "app/application_folder.h"
 #include "app/program/startup.h"
 #include "app/program/wiring.h"
@@ -23,7 +23,7 @@ namespace {
 
 using namespace zol;
 
-// Wakes when a top-level window is painted, and says what it took to get there.
+// Prints time and memory when a top-level window is painted, and ends the process.
 class FirstPaint : public QObject {
   public:
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -31,7 +31,7 @@ class FirstPaint : public QObject {
         if (event->type() == QEvent::Paint && widget && widget->isWindow()) {
             watched->removeEventFilter(this);
             qApp->removeEventFilter(this);
-            widget->grab(); // with all its parts and their type
+            widget->grab(); // with all its controls and fonts
             report();
         }
         return false;
@@ -49,7 +49,7 @@ class FirstPaint : public QObject {
     }
 };
 
-// The splash window brings the main window up behind it before either is painted.
+// The splash window loads the main window before either is painted.
 std::size_t widgets_at_start() {
     std::size_t count = 0;
     for (const view::Widget* window : view::all_windows())

@@ -22,7 +22,7 @@ class Day : public Bench {
         bench::print_row("24 hours of polling on virtual time", taken.count() * 24 / 23, "s",
                          "at most 10");
         bench::print_row("virtual hours of polling a second", 23 / taken.count(), "h/s", "-");
-        // Of processor time, which other work on the machine hardly changes.
+        // In processor time, which other programs hardly change.
         bench::print_row("time per cycle in the 24th hour, over the first", last_ms / first_ms, "x",
                          "no growth");
         bench::print_row("memory grown from the first hour to the 24th",
@@ -30,7 +30,7 @@ class Day : public Bench {
     }
 
   private:
-    // The processor time it took. Each hour has as many cycles.
+    // Returns the processor time. Each hour has the same number of cycles.
     double poll_one_hour() {
         const double before = bench::processor_ms();
         run_for(3600 * 1000);

@@ -1,5 +1,5 @@
-"""Demonstrations in one folder: a second one is refused and leaves the first alone, unit and tool end
-with a script that is killed, and a link that the fitter made stays."""
+"""Demonstrations in one folder: a second one is rejected and does not affect the first, unit and tool end
+with a killed script, and a link made by the user stays."""
 
 import contextlib
 import os
@@ -10,11 +10,11 @@ import sys
 import tempfile
 import time
 
-PATIENCE_S = 120  # for a machine that is busy; nothing here takes a minute on one that is not
+PATIENCE_S = 120  # for a busy machine; otherwise nothing takes a minute
 
 
 class Folder:
-    """An application folder, and the script that demonstrates in it."""
+    """An application folder and its demonstration script."""
 
     def __init__(self, script, build, place):
         self.command = [script, build, place]
@@ -38,10 +38,10 @@ class Folder:
                 process.terminate()
             process.stderr.close()
             process.wait(PATIENCE_S)
-            self.until(lambda: not self.members(), "a process of the demonstration runs on")
+            self.until(lambda: not self.members(), "a process of the demonstration still runs")
 
     def members(self):
-        """The processes that hold the folder's lock."""
+        """The processes that have the folder's lock."""
         lock = self.place / ".demonstration"
         held = set()
         for descriptor in pathlib.Path("/proc").glob("[0-9]*/fd/*"):
@@ -64,13 +64,13 @@ class Folder:
             time.sleep(0.1)
 
 
-def refuses_a_second_one(folder):
+def rejects_a_second_one(folder):
     with folder.demonstration() as first:
         folder.until(folder.tool_runs, "the demonstration does not start")
         device = os.readlink(folder.link)
         second = subprocess.run(folder.command, capture_output=True, text=True, timeout=PATIENCE_S)
         assert second.returncode == 1, f"the second demonstration ends with {second.returncode}"
-        assert "still running" in second.stderr, f"the second demonstration says: {second.stderr}"
+        assert "still running" in second.stderr, f"the second demonstration prints: {second.stderr}"
         assert os.readlink(folder.link) == device, "the second demonstration has changed the link"
         assert os.path.exists(device) and folder.tool_runs(), "the second has ended the first"
         assert first.poll() is None, "the second has ended the script of the first"
@@ -81,7 +81,7 @@ def ends_with_its_script(folder):
         folder.until(folder.tool_runs, "the demonstration does not start")
         killed.send_signal(signal.SIGKILL)
         killed.wait()
-        folder.until(lambda: not folder.members(), "unit or tool outlive the script")
+        folder.until(lambda: not folder.members(), "unit or tool still run after the script")
         assert not folder.link.is_symlink(), "the unit has left its link behind"
     with folder.demonstration():
         folder.until(folder.tool_runs, "no demonstration starts where another was killed")
@@ -92,16 +92,16 @@ def keeps_a_link_to_an_adapter(folder):
     folder.link.symlink_to("/dev/serial/by-id/an-adapter")
     with folder.demonstration() as refused:
         folder.until(lambda: refused.poll() is not None or folder.tool_runs(), "nothing happens")
-        assert refused.poll() == 1, "the demonstration takes no notice of the link"
-        said = refused.stderr.read()
-        assert str(folder.link) in said, f"the demonstration says: {said}"
+        assert refused.poll() == 1, "the demonstration ignores the link"
+        printed = refused.stderr.read()
+        assert str(folder.link) in printed, f"the demonstration prints: {printed}"
     assert os.readlink(folder.link) == "/dev/serial/by-id/an-adapter", "the adapter's link is gone"
 
 
 def main(script, build):
     with tempfile.TemporaryDirectory() as place:
         folder = Folder(script, build, place)
-        for claim in (refuses_a_second_one, ends_with_its_script, keeps_a_link_to_an_adapter):
+        for claim in (rejects_a_second_one, ends_with_its_script, keeps_a_link_to_an_adapter):
             try:
                 claim(folder)
             except AssertionError as wrong:

@@ -1,5 +1,5 @@
-"""Starts the program twice in one folder: the second copy ends at once, without a word, and the first
-runs on; also where no lock file can be opened, because a folder has its name."""
+"""Starts the program twice in one folder: the second copy ends at once without output, and the first still
+runs. The same with a folder in the place of the lock file."""
 
 import os
 import pathlib
@@ -9,14 +9,14 @@ import sys
 import tempfile
 import time
 
-PATIENCE_S = 120  # for a machine that is busy; nothing here takes a second on one that is not
+PATIENCE_S = 120  # for a busy machine; otherwise nothing takes a second
 
 
 def place(program, folder):
-    """The program in an application folder of its own: its folder is the one that it stands in."""
+    """Copies the program into a new application folder."""
     here = pathlib.Path(folder) / program.name
     (here.parent / "ports").mkdir()
-    (here.parent / "ports" / "com1").symlink_to("no port")  # no unit that happens to be plugged in
+    (here.parent / "ports" / "com1").symlink_to("no port")  # no real adapter
     try:
         os.link(program, here)
     except OSError:
@@ -50,13 +50,13 @@ def start_twice(program, without_lock_file):
             try:
                 second = subprocess.run([here], env=environment, capture_output=True, timeout=PATIENCE_S)
             except subprocess.TimeoutExpired:
-                return "the second copy runs on beside the first"
+                return "the second copy still runs"
             if second.returncode != 0 or second.stdout or second.stderr:
-                return f"the second copy ends with {second.returncode} and says {second.stdout + second.stderr}"
+                return f"the second copy ends with {second.returncode} and prints {second.stdout + second.stderr}"
             if first.poll() is not None:
                 return "the first copy ended with the second"
             if sorted(os.listdir(folder)) != before:
-                return "the second copy left something behind"
+                return "the second copy has changed the folder"
             return None
         finally:
             first.kill()

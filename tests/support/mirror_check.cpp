@@ -39,7 +39,7 @@ bool effectively_enabled(const Widget& widget) {
 
 QString tip_as_read(const QString& tool_tip) {
     if (!Qt::mightBeRichText(tool_tip)) return tool_tip.simplified();
-    static QHash<QString, QString> known; // a document for each would take most of the time
+    static QHash<QString, QString> known; // a document for each tip would be slow
     const auto it = known.constFind(tool_tip);
     if (it != known.constEnd()) return *it;
     QTextDocument document;
@@ -54,7 +54,7 @@ QString tip_in_data(const Widget& widget) {
 
 namespace {
 
-// What a window holds on the screen, by name.
+// The objects of a window, by name.
 template <typename T>
 QMultiHash<QString, T*> parts_of(const QWidget& top) {
     QMultiHash<QString, T*> parts;
@@ -71,8 +71,8 @@ T* part_for(const Widget& widget, const QMultiHash<QString, T*>& parts, Differen
     return nullptr;
 }
 
-// An action can be chosen if it is visible and enabled, and so are the menus and the bar above it.
-// The toolkit takes a hidden action for a disabled one.
+// An action is usable if it, its menus and the menu bar are visible and enabled. The toolkit treats
+// a hidden action as disabled.
 bool can_be_chosen(const QAction& action, const Widget& entry,
                    const QMultiHash<QString, QAction*>& actions, const QMenuBar& bar) {
     if (!bar.isEnabled() || !action.isEnabled() || !action.isVisible()) return false;
@@ -91,9 +91,9 @@ void compare_entry(const Widget& entry, const QAction& action, Differences& foun
     found.compare(entry, "text", action.text().replace("&&", "&"),
                   QString::fromStdString(entry.look.text));
     found.compare(entry, "checked", action.isChecked(), entry.look.checked);
-    // Without a tick there is no empty box either.
+    // Without a tick there is no empty box.
     found.compare(entry, "checkable", action.isCheckable(), entry.look.checked);
-    // The toolkit gives an action without a tip its caption.
+    // The toolkit uses the caption as the tip of an action without one.
     const QString tip = tip_in_data(entry);
     if (!tip.isEmpty()) found.compare(entry, "tip", tip_as_read(action.toolTip()), tip);
 }
@@ -143,9 +143,8 @@ void compare_window(const Widget& window, const QWidget& top, Differences& found
     compare_pointer(window, top, found);
 }
 
-// The program knows one focus, the toolkit one for each window: it is the same in the window that
-// has the program's, and the active window has no other. A list of its own, as of menus, may have
-// the keyboard meanwhile.
+// The program has one focus, the toolkit one for each window. They are the same in the program's
+// focus window, and the active window has no other. An open list or menu may have the keyboard.
 void compare_focus(const Widget& window, const QWidget& top, Differences& found) {
     const Widget* focus = view::focus();
     const bool here = focus && focus->window == &window && window.shown;
@@ -159,7 +158,7 @@ void compare_focus(const Widget& window, const QWidget& top, Differences& found)
     found.compare(window, "focus", on_screen, in_data);
 }
 
-// Boxes and the manual are the toolkit's alone.
+// Boxes and the manual have no data.
 bool has_no_data(const QWidget& top) {
     if (qobject_cast<const QDialog*>(&top)) return top.objectName().endsWith("_box");
     return top.objectName() == "Manual";

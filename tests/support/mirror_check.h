@@ -1,14 +1,14 @@
-// The mirror check: compares every window, control and menu that the toolkit has with the program's
-// data, and names each difference.
+// The mirror check: compares every window, control and menu of the toolkit with the program's data
+// and names each difference.
 //
-// It knows the toolkit's objects by their names alone and works out by itself what each must show,
-// so it shares no mistake with the code that mirrors. It compares text, colours, visibility,
-// enabled state, ticks, values and ranges, lists, pointer, focus, tab stop, tip, title and window
-// state, and looks for windows too many or too few. Where a control is and what is drawn on it, it
-// does not compare. Message, input and colour boxes and the manual have no data, and are left out.
+// It finds the toolkit's objects by name and computes on its own what each must show, so that it
+// shares no error with the code under test. It compares text, colours, visibility, enabled state,
+// ticks, values and ranges, lists, pointer, focus, tab stop, tip, title and window state, and finds
+// missing and additional windows. It does not compare positions and drawings. Message, input and
+// colour boxes and the manual have no data and are left out.
 //
-// Call it on the toolkit's thread once nothing is under way: acts of the operator are with the
-// program, and the screen has caught up.
+// Call it on the toolkit's thread when the program has handled all input and the screen is up to
+// date.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The mirror check's part for controls: what each kind has to show of its data.
+// The mirror check of controls: what each kind must show.
 #include "tests/support/mirror_differences.h"
 
 #include <QAbstractButton>
@@ -34,7 +34,7 @@ const char* class_of(const Widget& control, const QWidget& face) {
     }
 }
 
-// Which colours of the palette the toolkit draws this kind with.
+// The palette roles with which the toolkit draws this kind.
 struct Roles {
     QPalette::ColorRole ground, ink;
 };
@@ -50,8 +50,8 @@ Roles roles_of(Kind kind) {
 
 QColor qcolor(Colour colour) { return QColor(colour % 256, colour / 256 % 256, colour / 65536); }
 
-// Without a ground of its own a control shows that of its parent; what draws a ground of its
-// own kind has the toolkit's.
+// A control without a background colour shows its parent's. Kinds with their own background role
+// have the toolkit's colour.
 QColor ground_of(const Widget& widget, const QWidget& face) {
     if (widget.look.back != view::system_colour) return qcolor(widget.look.back);
     const auto role = roles_of(widget.kind).ground;
@@ -59,7 +59,7 @@ QColor ground_of(const Widget& widget, const QWidget& face) {
     return QApplication::palette().color(QPalette::Active, role);
 }
 
-// What a label, an option or a frame has as its ground is seen only if the toolkit fills it in.
+// The background of these kinds is visible only if the toolkit fills it.
 bool is_filled(const Widget& widget, const QWidget& face) {
     switch (widget.kind) {
     case Kind::label:
@@ -165,7 +165,7 @@ void compare_value(const Widget& control, const QWidget& face, Differences& foun
     }
 }
 
-// A label is reached by Tab where it answers to a click, whatever its tab stop says.
+// Tab reaches a label with a click handler, whatever its tab stop is.
 bool has_tab_stop(Kind kind) {
     switch (kind) {
     case Kind::command_button:
@@ -180,8 +180,8 @@ bool has_tab_stop(Kind kind) {
 
 } // namespace
 
-// The palette has the data's own colours. What is drawn may be lighter or darker: a text that its
-// ground would swallow is drawn in black or white, and a disabled one is paler.
+// The palette has the data's colours. What is drawn may differ: text of low contrast is drawn in
+// black or white, and disabled text is paler.
 void compare_colours(const Widget& widget, const QWidget& face, Differences& found) {
     const Roles roles = roles_of(widget.kind);
     const QPalette& palette = face.palette();
@@ -207,7 +207,7 @@ void compare_colours(const Widget& widget, const QWidget& face, Differences& fou
 }
 
 void compare_pointer(const Widget& widget, const QWidget& face, Differences& found) {
-    // Over a field for notes the pointer is that of the part that shows them.
+    // A notes field shows the pointer of its viewport.
     const auto* notes = qobject_cast<const QPlainTextEdit*>(&face);
     const QWidget& under_pointer = notes ? *notes->viewport() : face;
     found.compare(widget, "pointer", static_cast<int>(under_pointer.cursor().shape()),

@@ -1,4 +1,4 @@
-// What the parts of the mirror check share.
+// Shared by the parts of the mirror check.
 #pragma once
 
 #include "view/widget.h"
@@ -17,7 +17,7 @@ namespace zol::tests {
 class Differences {
   public:
     void add(const view::Widget& widget, const std::string& what);
-    // Adds a line if the two are not the same.
+    // Adds a line if they differ.
     template <typename T>
     void compare(const view::Widget& widget, const char* aspect, const T& on_screen,
                  const T& in_data) {
@@ -34,18 +34,18 @@ class Differences {
     static std::string written(int number) { return std::to_string(number); }
 };
 
-// What the data says once the parents are counted in: a control of a hidden frame is hidden, and
-// all of a disabled window is disabled.
+// The data including the parents: a control of a hidden frame is hidden, and a control of a
+// disabled window is disabled.
 bool effectively_visible(const view::Widget& control);
 bool effectively_enabled(const view::Widget& widget);
-// The tip without markup and line breaks, as the operator reads it, and as the data has it.
+// The visible text of a tip, without markup and line breaks.
 QString tip_as_read(const QString& tool_tip);
 QString tip_in_data(const view::Widget& widget);
 
-// Colours and pointer, of a window or a control.
+// Colours and pointer of a window or control.
 void compare_colours(const view::Widget& widget, const QWidget& face, Differences& found);
 void compare_pointer(const view::Widget& widget, const QWidget& face, Differences& found);
-// All that a control shows. `top` is its window on the screen.
+// Everything that a control shows. `top` is its window.
 void compare_control(const view::Widget& control, const QWidget& face, const QWidget& top,
                      Differences& found);
 

@@ -1,4 +1,4 @@
-// Boxes: the operator answers when he likes, and the program's timers do not wait for him.
+// Message, input and colour boxes. Timers run while they are open.
 #include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 

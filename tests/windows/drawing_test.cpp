@@ -1,4 +1,4 @@
-// What is painted, and what is not painted again.
+// What is painted, and when it is not repainted.
 #include "tests/windows/window_fixture.h"
 
 #include <QLabel>
@@ -34,7 +34,7 @@ class Drawing : public WindowFixture {
         open(Sample);
         run_for(50);
     }
-    // What the operator sees at a point of the control, measured in its own twips.
+    // The colour of a point of the control, in twips.
     QColor pixel(Widget& w, double x_twips, double y_twips) {
         const QImage image = top(Sample).grab().toImage();
         const QSize size = face(w).size();
@@ -77,7 +77,8 @@ TEST_F(Drawing, LampIsACircleInItsColour) {
     set_back(Lamp, green);
     settle();
     EXPECT_EQ(pixel(Lamp, 150, 150), QColor(0, 255, 0));
-    EXPECT_EQ(pixel(Lamp, 5, 5), pixel(Sample, 8900, 7900)) << "its corners are the window's";
+    EXPECT_EQ(pixel(Lamp, 5, 5), pixel(Sample, 8900, 7900))
+        << "the corners have the window's colour";
 }
 
 TEST_F(Drawing, LampThatIsOffIsDarkerThanTheWindow) {

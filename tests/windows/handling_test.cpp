@@ -1,4 +1,4 @@
-// Working the real windows without a mouse, and what a screen reader hears of them.
+// The real windows by keyboard, and their accessible names and descriptions.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
@@ -23,38 +23,38 @@
 namespace zol::view {
 namespace {
 
-const std::vector<Widget*> seven_windows = {&form1::Form1,
-                                            &frm_splash::frmSplash,
-                                            &centralina_attiva::Centralina_Attiva,
-                                            &form2::Form2,
-                                            &form3::Form3,
-                                            &form_power::Form_power,
-                                            &acquisizione::acquisizione};
+const std::vector<Widget*> all_seven = {&form1::Form1,
+                                        &frm_splash::frmSplash,
+                                        &centralina_attiva::Centralina_Attiva,
+                                        &form2::Form2,
+                                        &form3::Form3,
+                                        &form_power::Form_power,
+                                        &acquisizione::acquisizione};
 
 class SevenWindows : public WindowFixture {
   protected:
     SevenWindows() { app::use_application_folder(ZOL_SOURCE_DIR); }
 
-    static void speak(const char* language) {
+    static void set_language(const char* language) {
         app::state.current_language = language;
         app::apply_helper_texts();
     }
-    static std::string spoken(QWidget& face, QAccessible::Text what) {
+    static std::string accessible(QWidget& face, QAccessible::Text what) {
         return QAccessible::queryAccessibleInterface(&face)->text(what).toStdString();
     }
 };
 
 TEST_F(SevenWindows, EachControlIsDescribedInEachLanguage) {
-    for (Widget* window : seven_windows) {
+    for (Widget* window : all_seven) {
         open(*window);
         for (const char* language : {"it", "uk", "pl", "de", "fr"}) {
-            speak(language);
+            set_language(language);
             for (Widget* w : window->controls) {
                 const std::string where = std::string(language) + " " + full_name(*w);
-                const std::string name = spoken(face(*w), QAccessible::Name);
+                const std::string name = accessible(face(*w), QAccessible::Name);
                 EXPECT_NE(name, "") << where;
-                EXPECT_NE(name, full_name(*w)) << where << " has but its name in the code";
-                EXPECT_NE(spoken(face(*w), QAccessible::Description), "") << where;
+                EXPECT_NE(name, full_name(*w)) << where << " has only its name in the code";
+                EXPECT_NE(accessible(face(*w), QAccessible::Description), "") << where;
                 EXPECT_NE(face(*w).toolTip(), "") << where;
             }
             for (Widget* entry : window->menus) {
@@ -71,20 +71,21 @@ TEST_F(SevenWindows, EachControlIsDescribedInEachLanguage) {
 
 TEST_F(SevenWindows, AccessibleNameOfAValueHasItsUnit) {
     open(form1::Form1);
-    speak("uk");
+    set_language("uk");
     set_text(form1::Label_rpm, "850");
-    EXPECT_EQ(spoken(face(form1::Label_rpm), QAccessible::Name), "Engine speed, rpm: 850");
-    EXPECT_EQ(spoken(face(form1::lbl_rpm), QAccessible::Name), "RPM");
-    EXPECT_EQ(spoken(face(form1::Slider_attenuazione), QAccessible::Name), "Attenuation, tenths");
-    EXPECT_EQ(spoken(face(form1::Command_piu), QAccessible::Name), "Trace larger");
-    EXPECT_EQ(spoken(face(form1::Command_exit), QAccessible::Name), "EXIT");
+    EXPECT_EQ(accessible(face(form1::Label_rpm), QAccessible::Name), "Engine speed, rpm: 850");
+    EXPECT_EQ(accessible(face(form1::lbl_rpm), QAccessible::Name), "RPM");
+    EXPECT_EQ(accessible(face(form1::Slider_attenuazione), QAccessible::Name),
+              "Attenuation, tenths");
+    EXPECT_EQ(accessible(face(form1::Command_piu), QAccessible::Name), "Trace larger");
+    EXPECT_EQ(accessible(face(form1::Command_exit), QAccessible::Name), "EXIT");
 }
 
 TEST_F(SevenWindows, OwnTipDoesNotReplaceTheDescription) {
     open(form1::Form1);
-    speak("uk");
+    set_language("uk");
     EXPECT_EQ(face(form1::Slider_ktar).toolTip(), "199");
-    EXPECT_EQ(spoken(face(form1::Slider_ktar), QAccessible::Description),
+    EXPECT_EQ(accessible(face(form1::Slider_ktar), QAccessible::Description),
               form1::Slider_ktar.help.text);
 }
 
@@ -105,13 +106,13 @@ TEST_F(SevenWindows, ScreenReaderCanSelectAnOption) {
 
 TEST_F(SevenWindows, ScreenReaderCanOpenAList) {
     open(centralina_attiva::Centralina_Attiva);
-    speak("uk");
+    set_language("uk");
     Widget& ports = centralina_attiva::Combo1;
     set_items(ports, {"COM1", "COM2"});
-    EXPECT_EQ(spoken(face(ports), QAccessible::Name), "Serial port");
+    EXPECT_EQ(accessible(face(ports), QAccessible::Name), "Serial port");
     set_list_index(ports, 1);
-    EXPECT_EQ(spoken(face(ports), QAccessible::Name), "Serial port: COM2");
-    EXPECT_EQ(spoken(face(ports), QAccessible::Value), "COM2");
+    EXPECT_EQ(accessible(face(ports), QAccessible::Name), "Serial port: COM2");
+    EXPECT_EQ(accessible(face(ports), QAccessible::Value), "COM2");
     QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&face(ports));
     EXPECT_EQ(list->role(), QAccessible::ComboBox);
     ASSERT_EQ(list->childCount(), 1);
@@ -127,7 +128,7 @@ TEST_F(SevenWindows, ScreenReaderCanOpenAList) {
 }
 
 TEST_F(SevenWindows, EachWindowHasTheWindowRole) {
-    for (Widget* window : seven_windows) {
+    for (Widget* window : all_seven) {
         open(*window);
         EXPECT_EQ(QAccessible::queryAccessibleInterface(&top(*window))->role(), QAccessible::Window)
             << window->name;
@@ -137,14 +138,14 @@ TEST_F(SevenWindows, EachWindowHasTheWindowRole) {
 
 TEST_F(SevenWindows, MenuListHasTheNameOfItsMenu) {
     open(form1::Form1);
-    EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LINGUA");
+    EXPECT_EQ(accessible(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LINGUA");
     set_text(form1::mnu_Lingua, "LANGUAGE");
-    EXPECT_EQ(spoken(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LANGUAGE");
+    EXPECT_EQ(accessible(*action(form1::mnu_Lingua).menu(), QAccessible::Name), "LANGUAGE");
 }
 
 TEST_F(SevenWindows, LongTipIsBrokenIntoLines) {
     open(form1::Form1);
-    speak("de");
+    set_language("de");
     for (Widget* w : form1::Form1.controls)
         for (const QString& line : face(*w).toolTip().split('\n'))
             EXPECT_LE(line.size(), 60) << full_name(*w);
@@ -158,7 +159,7 @@ TEST_F(SevenWindows, ListEntriesHaveTheirOwnTips) {
     EXPECT_EQ(list.itemData(1, Qt::ToolTipRole).toString(), "COM2: /dev/ttyUSB1");
 }
 
-// The way of the Tab key from the window itself, once round.
+// The order of the controls that the Tab key reaches, once round from the window.
 class TabKey : public SevenWindows {
   protected:
     static const Widget& child_under(const Widget& frame, const Widget& w) {
@@ -168,8 +169,8 @@ class TabKey : public SevenWindows {
         return *child;
     }
 
-    // Of two controls in one frame, whether the second may be read next: it is neither above the
-    // first nor, beside it, to its left.
+    // In reading order of one frame, the second control may follow the first: it is neither above
+    // the first nor to its left on the same line.
     static bool reads_on(const Widget& a, const Widget& b) {
         const Place &first = a.design.place, &second = b.design.place;
         const bool above = second.top + second.height <= first.top;
@@ -190,7 +191,7 @@ class TabKey : public SevenWindows {
             if (!way.empty() && reached == way.front()) break;
             way.push_back(reached);
         }
-        // The way is a ring, and is read from where it comes round.
+        // The order is a ring. Begin after its last control.
         const auto comes_round = [&](Widget* a, Widget* b) {
             return !reads_on(child_under(window, *a), child_under(window, *b));
         };
@@ -218,15 +219,15 @@ class TabKey : public SevenWindows {
         std::set<Widget*> reached(way.begin(), way.end()), stops;
         for (Widget* w : window.controls)
             if (is_stop(*w)) stops.insert(w);
-        EXPECT_EQ(way.size(), reached.size()) << "none twice";
+        EXPECT_EQ(way.size(), reached.size()) << "a control is reached twice";
         for (Widget* w : stops)
-            EXPECT_TRUE(reached.contains(w)) << full_name(*w) << " is never reached";
+            EXPECT_TRUE(reached.contains(w)) << full_name(*w) << " is not reached";
         for (std::size_t i = 1; i < way.size(); ++i) {
             const Widget* frame = way[i - 1]->parent;
             while (!lies_in(*way[i], *frame))
                 frame = frame->parent;
             EXPECT_TRUE(reads_on(child_under(*frame, *way[i - 1]), child_under(*frame, *way[i])))
-                << full_name(*way[i]) << " comes behind " << full_name(*way[i - 1]);
+                << full_name(*way[i]) << " follows " << full_name(*way[i - 1]);
         }
     }
 
@@ -255,7 +256,7 @@ TEST_F(TabKey, ReachesEachControlOfAPanelInReadingOrder) {
 }
 
 TEST_F(TabKey, ReachesEachControlOfAWindowInReadingOrder) {
-    for (Widget* window : seven_windows) {
+    for (Widget* window : all_seven) {
         if (window == &form1::Form1 || window == &frm_splash::frmSplash) continue;
         open(*window);
         if (window == &centralina_attiva::Centralina_Attiva)
@@ -276,11 +277,11 @@ TEST_F(TabKey, ContinuesFromTheLastControlUsed) {
     EXPECT_EQ(focus(), &form1::Command_rpm_piu);
     set_focus(form1::Form1);
     press(top(form1::Form1), Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(focus(), &form1::Command_rpm_piu) << "back onto it, to press it once more";
+    EXPECT_EQ(focus(), &form1::Command_rpm_piu) << "Shift+Tab returns to it";
     set_focus(form1::cmd_focus);
     set_visible(form1::frame_engine, false);
     press(face(form1::cmd_focus), Qt::Key_Tab);
-    EXPECT_TRUE(reachable(*focus())) << "what has gone is passed over";
+    EXPECT_TRUE(reachable(*focus())) << "hidden controls are skipped";
     EXPECT_NE(focus(), &form1::cmd_focus);
 }
 

@@ -1,4 +1,4 @@
-// What a desktop shows of the program beside its windows.
+// The program's icon.
 #include "tests/windows/window_fixture.h"
 
 #include <QApplication>
@@ -30,7 +30,7 @@ TEST_F(ProgramIcon, ShowsTheFlameInEachSize) {
         };
         EXPECT_GT(seen(0.5, 0.3).blue(), seen(0.5, 0.3).red() + 60) << side;
         EXPECT_GT(seen(0.54, 0.6).green(), seen(0.54, 0.6).blue() + 60) << side;
-        EXPECT_LT(seen(0.12, 0.5).lightness(), 80) << "the ground, at " << side;
+        EXPECT_LT(seen(0.12, 0.5).lightness(), 80) << "the background, at " << side;
     }
 }
 

@@ -1,4 +1,4 @@
-// What the keys do to the control that has the focus, beside what the window does with them.
+// What keys do to the focused control.
 #include "tests/windows/window_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -64,7 +64,7 @@ TEST_F(KeysOnControls, EnterSelectsOptionsLikeSpace) {
     EXPECT_FALSE(selected(form1::Check1));
 }
 
-// Plain arrows are the main window's own; with Shift they are the slider's.
+// The main window takes plain arrow keys. With Shift they move the slider.
 TEST_F(KeysOnControls, ShiftArrowsMoveASliderOfTheMainWindow) {
     open(form1::Form1);
     form1::Form1.on.key = [](int, int shift) {
@@ -109,7 +109,7 @@ TEST_F(KeysOnControls, EnterClicksALabelWithAClickHandler) {
     EXPECT_EQ(focus(), &form1::lbl_par_3);
     press(face(form1::lbl_par_3), Qt::Key_Return);
     EXPECT_THAT(done, ElementsAre("lbl_par_3"));
-    EXPECT_EQ(face(form1::lbl_par_1).focusPolicy(), Qt::NoFocus) << "nothing listens there";
+    EXPECT_EQ(face(form1::lbl_par_1).focusPolicy(), Qt::NoFocus) << "it has no handler";
 }
 
 TEST_F(KeysOnControls, ClickOnALabelKeepsTheFocus) {

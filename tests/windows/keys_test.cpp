@@ -1,4 +1,4 @@
-// A window sees each key before its focused control, and only its own keys.
+// A window receives each key before its focused control, and no keys of other windows.
 #include "tests/windows/window_fixture.h"
 
 #include <QLineEdit>
@@ -60,7 +60,7 @@ TEST_F(Keys, KeyFollowsAFocusChangeByTheWindow) {
     set_focus(Slider_flat);
     Sample.on.key = [](int, int) { set_focus(Text1); };
     press(face(Slider_flat), Qt::Key_Right);
-    EXPECT_EQ(value(Slider_flat), 50) << "the slider lost its key with the focus";
+    EXPECT_EQ(value(Slider_flat), 50) << "the key went to the focused field";
     EXPECT_TRUE(face(Text1).hasFocus());
 }
 
@@ -90,7 +90,7 @@ TEST_F(Keys, SpaceReachesTheWindowBeforeTheButton) {
     std::vector<std::string> order;
     Sample.on.key = [&](int, int) {
         order.push_back("key");
-        wait_on(Timer2, 30); // the release comes in the meantime
+        wait_on(Timer2, 30); // the key is released during the wait
     };
     Command1.on.click = [&] { order.push_back("click"); };
     press(face(Command1), Qt::Key_Space);
@@ -108,7 +108,7 @@ TEST_F(Keys, HeldKeyRepeats) {
     EXPECT_EQ(seen.size(), 5U);
 }
 
-// Whether a held key repeats or each press is one of its own.
+// With a repeating key and with separate presses.
 TEST_F(Keys, FloodOfKeysNestsToTheLimit) {
     for (const bool repeats : {true, false}) {
         int deepest = 0;
@@ -185,13 +185,13 @@ TEST_F(Keys, HiddenControlPassesTheFocusToItsWindow) {
     set_visible(Text1, false);
     settle();
     EXPECT_EQ(focus(), &Sample);
-    EXPECT_TRUE(top(Sample).hasFocus()) << "and not to the control behind it";
+    EXPECT_TRUE(top(Sample).hasFocus()) << "not the next control";
 }
 
 TEST_F(Keys, QueuedLettersKeepTheirOrder) {
     set_focus(Text1);
     QTest::keyClicks(&face(Text1), "ab");
-    pump_until(now_us()); // the field has the first letter, the logic has none yet
+    pump_until(now_us()); // the field has the first letter, the data has none
     QTest::keyClicks(&face(Text1), "c");
     settle();
     EXPECT_EQ(text(Text1), "abc");

@@ -1,4 +1,4 @@
-// Live values in large type are drawn from kept pictures of their figures: nobody may see that.
+// Live values in a large font are drawn from cached images of their digits, and must look the same.
 #include "view/qt/instrument_style.h"
 #include "view/qt/large_figures.h"
 
@@ -31,7 +31,7 @@ QImage drawn(const QStyle& style, const QString& text, double points, int width,
     return image;
 }
 
-// No shade of a pixel is another; blending twice may round one by 1 of 255.
+// Equal pixels; blending twice may round a colour by 1 of 255.
 bool same_pixels(const QImage& one, const QImage& other) {
     const auto near = [](int a, int b) { return std::abs(a - b) <= 1; };
     for (int y = 0; y < one.height(); ++y)
@@ -43,7 +43,7 @@ bool same_pixels(const QImage& one, const QImage& other) {
     return true;
 }
 
-// Whether our style draws this as the toolkit's does, the first time and again.
+// Our style draws this like the toolkit's style, the first and the second time.
 bool looks_the_same(const QString& text, double points, int width, int flags) {
     const std::unique_ptr<QStyle> toolkit(QStyleFactory::create("Fusion"));
     const InstrumentStyle ours;
@@ -83,7 +83,7 @@ TEST(LargeFigures, KeepTheirAlignment) {
         EXPECT_TRUE(looks_the_same("1480", 60, 400, side));
 }
 
-// More pictures than are kept: all go, and come again.
+// More images than the cache holds.
 TEST(LargeFigures, LookRightAfterTheCacheWasFull) {
     for (int number = 1000; number < 10000; number += 487)
         for (const int width : {318, 331, 344, 357})

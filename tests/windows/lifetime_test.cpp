@@ -1,4 +1,4 @@
-// Windows come and go at any moment, also from inside their own events.
+// Windows can be loaded, shown and unloaded at any time, also by their own handlers.
 #include "tests/windows/window_fixture.h"
 
 #include <QLineEdit>
@@ -35,7 +35,7 @@ TEST_F(WindowLife, KeyHandlerCanReloadItsWindow) {
     set_focus(Dialog_text);
     press(face(Dialog_text), Qt::Key_X);
     EXPECT_TRUE(Dialog.shown);
-    EXPECT_EQ(face<QLineEdit>(Dialog_text).text(), "") << "fresh widgets, and no key for them";
+    EXPECT_EQ(face<QLineEdit>(Dialog_text).text(), "") << "new widgets do not get the key";
 }
 
 TEST_F(WindowLife, TimerCanUnloadItsWindowDuringAMousePress) {
@@ -52,7 +52,7 @@ TEST_F(WindowLife, ClosingAWindowRunsItsHandlers) {
     Dialog.on.closing = [&] { events.push_back("closing"); };
     Dialog.on.unload = [&] { events.push_back("unload"); };
     EXPECT_FALSE(top(Dialog).close());
-    EXPECT_TRUE(top(Dialog).isVisible()) << "the logic decides";
+    EXPECT_TRUE(top(Dialog).isVisible()) << "only the handler closes it";
     settle();
     EXPECT_THAT(events, ElementsAre("closing", "unload"));
     EXPECT_FALSE(Dialog.loaded);

@@ -1,4 +1,4 @@
-// The manual's window, with the pages that come with the program.
+// The manual's window with the program's pages.
 #include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 

@@ -1,4 +1,4 @@
-// The menus on the screen keep the state that the program gives them, whatever their window does.
+// Menus keep the state of their data while their window is disabled and enabled.
 #include "tests/windows/window_fixture.h"
 
 #include "app/app_state.h"
@@ -23,7 +23,7 @@ class AnyMenus : public WindowFixture {
         const QAction& action = this->action(menu);
         return action.isEnabled() && (!action.menu() || action.menu()->isEnabled());
     }
-    // Whether a click on its entry in the bar opens the menu.
+    // A click on the menu bar opens the menu.
     bool opens(Widget& menu) {
         auto* bar = top(*menu.window).findChild<QMenuBar*>();
         if (!bar->isEnabled()) return false;
@@ -41,8 +41,8 @@ class Menus : public AnyMenus {
   protected:
     Menus() { open(Sample); }
 
-    // As a window does that disables the main window while it is open.
-    static void take_and_give_back(Widget& window) {
+    // Like a window that disables the main window while it is open.
+    static void disable_and_enable(Widget& window) {
         set_enabled(window, false);
         settle();
         set_enabled(window, true);
@@ -52,7 +52,7 @@ class Menus : public AnyMenus {
 
 TEST_F(Menus, DisabledMenuStaysOffWithItsWindowEnabled) {
     set_enabled(mnu_tools, false);
-    take_and_give_back(Sample);
+    disable_and_enable(Sample);
     EXPECT_FALSE(is_on(mnu_tools));
     EXPECT_FALSE(opens(mnu_tools));
     set_enabled(mnu_tools, true);
@@ -61,14 +61,14 @@ TEST_F(Menus, DisabledMenuStaysOffWithItsWindowEnabled) {
 
 TEST_F(Menus, DisabledSubmenuStaysOffWithItsWindowEnabled) {
     set_enabled(mnu_more, false);
-    take_and_give_back(Sample);
+    disable_and_enable(Sample);
     EXPECT_FALSE(is_on(mnu_more));
     EXPECT_TRUE(opens(mnu_tools));
 }
 
 TEST_F(Menus, DisabledSubmenuStaysOffWithItsMenuEnabled) {
     set_enabled(mnu_more, false);
-    take_and_give_back(mnu_tools);
+    disable_and_enable(mnu_tools);
     EXPECT_TRUE(is_on(mnu_tools));
     EXPECT_FALSE(is_on(mnu_more));
     set_enabled(mnu_more, true);
@@ -78,7 +78,7 @@ TEST_F(Menus, DisabledSubmenuStaysOffWithItsMenuEnabled) {
 TEST_F(Menus, DisabledEntriesStayOffWithTheirWindowEnabled) {
     for (Widget* entry : {&mnu_act, &mnu_mark, &mnu_top})
         set_enabled(*entry, false);
-    take_and_give_back(Sample);
+    disable_and_enable(Sample);
     for (Widget* entry : {&mnu_act, &mnu_mark, &mnu_top})
         EXPECT_FALSE(is_on(*entry)) << entry->name;
 }
@@ -86,7 +86,7 @@ TEST_F(Menus, DisabledEntriesStayOffWithTheirWindowEnabled) {
 TEST_F(Menus, HiddenMenusStayHiddenWithTheirWindowEnabled) {
     for (Widget* entry : {&mnu_more, &mnu_mark, &mnu_top})
         set_visible(*entry, false);
-    take_and_give_back(Sample);
+    disable_and_enable(Sample);
     for (Widget* entry : {&mnu_more, &mnu_mark, &mnu_top})
         EXPECT_FALSE(action(*entry).isVisible()) << entry->name;
 }
@@ -108,7 +108,7 @@ TEST_F(Menus, MenuDisabledInADisabledWindowStaysOff) {
     EXPECT_FALSE(opens(mnu_tools));
 }
 
-// The main window and those that take it over, with their real handlers and a unit that is silent.
+// The main window and windows that disable it, with their handlers and a silent port.
 class MainWindowsMenus : public AnyMenus {
   protected:
     MainWindowsMenus() {

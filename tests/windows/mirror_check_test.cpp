@@ -1,5 +1,5 @@
-// The mirror check finds each difference between the screen and the data: in each case the
-// toolkit's side alone is changed, and the check must name what.
+// The mirror check finds each kind of difference between the screen and the data. Each case changes
+// only the toolkit's side, and the check must name the difference.
 #include "tests/support/mirror_check.h"
 #include "tests/windows/window_fixture.h"
 
@@ -54,7 +54,7 @@ class MirrorCheck : public WindowFixture {
     }
     QAction& entry(Widget& menu) const { return action(menu); }
 
-    void TearDown() override {} // what was changed stays so until its window is gone
+    void TearDown() override {} // the differences stay until the window is unloaded
 };
 
 void set_colour(QWidget& face, QPalette::ColorGroup group, QPalette::ColorRole role) {

@@ -1,4 +1,4 @@
-// What the operator does with the mouse reaches the handlers, and nothing else does.
+// Mouse input reaches the handlers.
 #include "tests/windows/window_fixture.h"
 
 #include <QAction>
@@ -51,12 +51,12 @@ TEST_F(Mouse, DisabledOrHiddenControlIgnoresClicks) {
     click(face(Command1));
     set_enabled(Sample, true);
     QTest::mouseClick(&face(Command1), Qt::LeftButton);
-    set_visible(Command1, false); // before the click has reached the logic
+    set_visible(Command1, false); // before the click is handled
     settle();
     EXPECT_THAT(acts, IsEmpty());
 }
 
-// Each is refused by what comes ahead of it; the toolkit has already shown it as done.
+// The toolkit shows the change first, then the program rejects it.
 TEST_F(Mouse, RejectedSliderStepIsTakenBack) {
     face<QSlider>(Slider_flat).triggerAction(QSlider::SliderPageStepAdd);
     EXPECT_NE(face<QSlider>(Slider_flat).value(), 50);
@@ -127,7 +127,7 @@ TEST_F(Mouse, ClickHandlerOfAFieldRunsBeforeTyping) {
         set_text(Text1, "");
     };
     QTest::mouseClick(&face(Text1), Qt::LeftButton);
-    QTest::keyClicks(&face(Text1), "72"); // quicker than the handler
+    QTest::keyClicks(&face(Text1), "72"); // before the handler runs
     settle();
     EXPECT_EQ(text(Text1), "72");
     EXPECT_EQ(face<QLineEdit>(Text1).text(), "72");
@@ -168,7 +168,7 @@ TEST_F(Mouse, DragRunsTheChangeHandlerOnceAtItsEnd) {
     const auto at_end = "Slider_flat at " + std::to_string(qRound(value(Slider_flat)));
     ASSERT_GE(acts.size(), 2U);
     EXPECT_EQ(acts[acts.size() - 2], at_end);
-    EXPECT_EQ(acts.back(), "Slider_flat") << "it is let go last";
+    EXPECT_EQ(acts.back(), "Slider_flat") << "the click handler runs last";
     EXPECT_EQ(std::count(acts.begin(), acts.end(), at_end), 1);
 }
 
@@ -191,11 +191,11 @@ TEST_F(Mouse, DragBackToItsStartRunsNoChangeHandler) {
     start_drag(face(Slider_flat), 70);
     drag_on(face(Slider_flat), 50);
     end_drag(face(Slider_flat));
-    if (value(Slider_flat) != 50) GTEST_SKIP() << "the handle's pixels do not hit 50";
+    if (value(Slider_flat) != 50) GTEST_SKIP() << "no pixel of the groove gives 50";
     EXPECT_THAT(acts, ::testing::Not(::testing::Contains(::testing::HasSubstr(" at "))));
 }
 
-// The program may show more than the scale has.
+// The program may set a value beyond the end of the scale.
 TEST_F(Mouse, DragBeyondTheScaleStopsAtItsEnd) {
     auto& slider = face<QSlider>(Slider_flat);
     set_range(Slider_flat, 0, 150);

@@ -1,5 +1,5 @@
-// What comes from a file, a path or the line is shown as the characters that it is made of: a text
-// that looks like markup opens no file.
+// Texts from files, paths and the unit are shown as plain text. A text that looks like markup opens
+// no file.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
@@ -29,7 +29,7 @@ namespace {
 
 using namespace test_window;
 
-// Tells whether a file was opened since it was last asked.
+// Watches whether a file is opened.
 class OpenedFile {
   public:
     explicit OpenedFile(const QString& file) : watch_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
@@ -54,7 +54,7 @@ class PlainText : public WindowFixture {
     }
     ~PlainText() override { QToolTip::hideText(); }
 
-    // Rests the pointer there. Gives the text of the tip that comes up, as it can be read in it.
+    // Rests the pointer there and returns the visible text of the tip.
     static QString tip_at(QWidget& face, const QPoint& at) {
         QToolTip::hideText();
         QHelpEvent rest(QEvent::ToolTip, at, face.mapToGlobal(at));

@@ -1,4 +1,4 @@
-// The manual opens regular files of its own folder, and nothing else.
+// The manual opens only regular files of its own folder.
 #include "tests/windows/window_fixture.h"
 
 #include <QDir>
@@ -27,7 +27,7 @@ class SealedManual : public WindowFixture {
         for (const char* path : {"manual/uk", "outside"})
             QDir(folder.path()).mkpath(path);
         write("manual/uk/second.htm", "<h1>Second</h1><p>zeppelin");
-        // Opening a pipe that nobody writes to would wait for ever.
+        // Opening a pipe without a writer would block.
         const QByteArray pipe = folder.filePath("manual/uk/pipe").toLocal8Bit();
         EXPECT_EQ(::mkfifo(pipe, 0600), 0);
         feeder = ::open(pipe, O_RDWR | O_CLOEXEC);
@@ -71,12 +71,12 @@ class SealedManual : public WindowFixture {
         return nullptr;
     }
     QTextBrowser& page() const { return *part<QTextBrowser>("Page"); }
-    // Whether anything that is none of the manual's business was opened since the last time.
+    // A file outside the manual, or a pipe, was opened since the last call.
     bool opened() const {
         char notes[4096];
         return ::read(watch, notes, sizeof notes) > 0;
     }
-    // The ways to name a file outside, as a page would.
+    // All forms of a link to a file outside.
     QStringList ways_to(const QString& name) const {
         const QString path = folder.filePath("outside/" + name);
         return {path, "../../outside/" + name, "file://" + path, "/" + path,
@@ -104,7 +104,7 @@ TEST_F(SealedManual, ShowsNoPictureFromOutside) {
     }
 }
 
-// Another format may name files of its own.
+// Other image formats can refer to further files.
 TEST_F(SealedManual, ShowsOnlyPngPictures) {
     ASSERT_TRUE(
         QImage(7, 7, QImage::Format_RGB32).save(folder.filePath("manual/uk/inside.png"), "BMP"));
@@ -177,7 +177,7 @@ TEST_F(SealedManual, ReadsNoContentsFromAPipe) {
     ASSERT_EQ(::link(folder.filePath("manual/uk/pipe").toLocal8Bit(),
                      folder.filePath("manual/uk/contents.txt").toLocal8Bit()),
               0);
-    ::close(feeder); // nobody writes
+    ::close(feeder); // no writer
     open_page("");
     EXPECT_EQ(part<QListWidget>("Contents")->count(), 0);
     EXPECT_FALSE(opened());

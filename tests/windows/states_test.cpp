@@ -1,4 +1,4 @@
-// What a control's state looks like: pointed at, pressed, focused, off, waiting, on view.
+// The look of a control in each state: under the pointer, pressed, focused, disabled, waiting.
 #include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 #include "view/windows/acquisizione.h"
@@ -30,7 +30,7 @@ class States : public WindowFixture {
         set_focus(Label1);
     }
     QImage picture(Widget& w) const { return face(w).grab().toImage(); }
-    // At rest, under the pointer, with the focus, and off: one picture each.
+    // Images in normal state, under the pointer, focused and disabled.
     std::vector<QImage> in_every_state(Widget& w) {
         std::vector<QImage> pictures;
         QWidget& control = face(w);
@@ -63,7 +63,7 @@ class States : public WindowFixture {
     }
     int handle_length(Widget& w) const { return slider_part(w, QStyle::SC_SliderHandle).width(); }
 
-    // The ground is what fills most of a picture, and its ink what differs most from that.
+    // The background is the most frequent colour, the text the one with the highest contrast to it.
     static double contrast_of(const QImage& image) {
         std::map<QRgb, int> counts;
         for (int y = 0; y < image.height(); ++y)
@@ -115,7 +115,7 @@ TEST_F(States, FieldWithAnEditMarkerHasARedEdge) {
     EXPECT_NE(picture(Text1).pixelColor(1, face(Text1).height() / 2), edge);
 }
 
-// Service records on flashing red: grey letters that nobody could read.
+// For example service records in grey on flashing red.
 TEST_F(States, TextOfLowContrastIsDrawnInBlackOrWhite) {
     const Colour graphite = rgb(79, 89, 81);
     const auto darkest = [&] {
@@ -130,7 +130,7 @@ TEST_F(States, TextOfLowContrastIsDrawnInBlackOrWhite) {
     set_fore(Label1, graphite);
     set_back(Label1, white);
     settle();
-    EXPECT_GT(darkest(), 70) << "as told where it can be read";
+    EXPECT_GT(darkest(), 70) << "unchanged if legible";
     set_back(Label1, red);
     settle();
     EXPECT_LT(darkest(), 40);
@@ -139,7 +139,7 @@ TEST_F(States, TextOfLowContrastIsDrawnInBlackOrWhite) {
     EXPECT_EQ(qt::legible_on(QColor(64, 0, 0), QColor(0, 255, 0)), QColor(0, 255, 0));
 }
 
-// At three times its size, where letters are broad enough to show their colour in full.
+// At three times the size, where letters have pixels of their full colour.
 TEST_F(States, DisabledWindowIsPaleButLegible) {
     set_back(Sample, rgb(229, 233, 237));
     set_back(Text1, white);
@@ -180,7 +180,7 @@ TEST_F(States, EachTextIsLegibleInADisabledWindow) {
         load(*window);
         for (Widget* w : window->controls) {
             if (w->look.text.empty()) continue;
-            const Widget* on = w; // what gives it its ground
+            const Widget* on = w; // has the background colour
             while (on->look.back == system_colour && on->parent)
                 on = on->parent;
             const QPalette palette = face(*w).palette();
@@ -204,7 +204,7 @@ TEST_F(States, FocusIsVisibleOnADarkRedWindow) {
     }
 }
 
-// It tells the value last read, and is no level that the handle would have to follow.
+// The mark shows the value last read from the unit; the handle does not follow it.
 TEST_F(States, SliderMarkIsDrawnOnlyInTheGroove) {
     for (Widget* widget : {&Slider_flat, &Slider_tall}) {
         const QImage plain = picture(*widget);
@@ -302,7 +302,7 @@ TEST_F(States, TankVoltagesHaveAScale) {
     open(form1::Form1);
     set_visible(form1::Frame_impostazioni, true);
     settle();
-    const QImage tank = picture(form1::Frame_tank); // judged between two lamps
+    const QImage tank = picture(form1::Frame_tank); // measured between two lamps
     const double x_scale = tank.width() / form1::Frame_tank.design.place.width;
     const double y_scale = tank.height() / form1::Frame_tank.design.place.height;
     const int middle = qRound(2010 * y_scale), line = qRound(4140 * x_scale);

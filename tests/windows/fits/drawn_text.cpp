@@ -8,7 +8,7 @@
 namespace zol::view {
 namespace {
 
-// Paints nothing, and notes each text.
+// Paints nothing, and collects the texts.
 class Notes : public QPaintEngine {
   public:
     explicit Notes(const QWidget& widget)
@@ -38,7 +38,7 @@ class Notes : public QPaintEngine {
 
   private:
     const QRectF whole_;
-    const QTransform to_design_; // from the screen's own pixels
+    const QTransform to_design_; // from device pixels
 };
 
 class NotesDevice : public QPaintDevice {

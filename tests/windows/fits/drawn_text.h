@@ -1,5 +1,5 @@
-// What a widget really writes when it is painted: each run of letters with its place, its clip and
-// its font, whatever class or style draws it.
+// The texts that a widget paints, with position, clipping and font, whatever class or style draws
+// them.
 #pragma once
 
 #include <QRectF>
@@ -13,8 +13,8 @@ namespace zol::view {
 
 struct DrawnText {
     QString text;
-    QRectF place; // its line's height, in the widget's pixels
-    QRectF clip;  // what of the widget was open to painting
+    QRectF place; // of its line, in the widget's pixels
+    QRectF clip;  // the visible part of the widget
     double points;
 };
 

@@ -36,18 +36,18 @@ bool seen(const QWidget& face) { return face.isVisibleTo(face.window()); }
 
 namespace {
 
-// A line ends between two words or behind a mark, not inside a word.
+// A line break inside a word.
 bool tears(const QString& text, qsizetype at) {
     return at > 0 && at < text.size() && text[at - 1].isLetterOrNumber() &&
            text[at].isLetterOrNumber();
 }
 
 void expect_in_sight(const DrawnText& run, const std::string& name, double dots) {
-    // A line reaches past its letters by less than a pixel, and its end may be rounded up.
+    // A line is less than a pixel wider than its letters, and may be rounded up.
     constexpr double hair = 1;
     EXPECT_TRUE(run.clip.adjusted(-hair, -hair, hair, hair).contains(run.place))
-        << name << ": \"" << run.text.toStdString() << "\" stands on " << text_of(run.place)
-        << ", but " << text_of(run.clip) << " is seen, at " << run.points << " points";
+        << name << ": \"" << run.text.toStdString() << "\" is at " << text_of(run.place)
+        << ", but only " << text_of(run.clip) << " is visible, at " << run.points << " points";
     EXPECT_GE(run.points / dots, least_points - 0.01) << name;
 }
 
@@ -55,14 +55,15 @@ void expect_in_sight(const DrawnText& run, const std::string& name, double dots)
 
 void expect_drawn_whole(QWidget& face, const QString& text, const std::string& name) {
     double line_top = 0;
-    qsizetype at = 0; // how much of the text was drawn so far
+    qsizetype at = 0; // drawn so far
     for (const DrawnText& run : drawn_texts(face)) {
         const QString piece = run.text.trimmed();
         if (piece.isEmpty()) continue;
         expect_in_sight(run, name, 96.0 / face.logicalDpiY());
         const bool torn = run.place.top() > line_top && tears(text, at);
-        EXPECT_FALSE(torn) << name << ": \"" << text.toStdString() << "\" is torn before \""
-                           << piece.toStdString() << "\", at " << run.points << " points";
+        EXPECT_FALSE(torn) << name << ": \"" << text.toStdString()
+                           << "\" is broken inside a word before \"" << piece.toStdString()
+                           << "\", at " << run.points << " points";
         line_top = run.place.top();
         while (at < text.size() && text[at].isSpace())
             ++at;
@@ -90,8 +91,7 @@ void FitFixture::settle() {
 
 namespace {
 
-// The words that stand in a window's table. No language file holds them; the pseudo-language does
-// not care.
+// Captions of a window's table that no language file has.
 void stretch_fixed_captions(Widget& window) {
     for (auto* list : {&window.controls, &window.menus})
         for (Widget* w : *list) {
@@ -124,14 +124,14 @@ void FitFixture::expect_window_on_screen(const QWidget& top) const {
 
 namespace {
 
-// A frame's title stands above what it holds.
+// The space below a frame's title.
 QRect space_in(const QWidget& parent) {
     const auto* frame = qobject_cast<const QGroupBox*>(&parent);
     const int title = frame && !frame->title().isEmpty() ? frame->fontMetrics().height() : 0;
     return parent.rect().adjusted(0, title, 0, 0);
 }
 
-// The lamps of the speed bar stand closer than their width.
+// The lamps of the speed bar overlap.
 bool may_overlap(const Widget& a, const Widget& b) {
     return a.name == "led_rpm" && b.name == "led_rpm";
 }
@@ -145,7 +145,7 @@ void FitFixture::expect_places(Widget& window) const {
         if (!seen(one)) continue;
         const std::string name = window.name + "." + full_name(*all[i]);
         EXPECT_TRUE(space_in(*one.parentWidget()).contains(one.geometry()))
-            << name << " leaves its parent: " << text_of(one.geometry()) << " in "
+            << name << " is outside its parent: " << text_of(one.geometry()) << " in "
             << text_of(space_in(*one.parentWidget()));
         for (std::size_t j = i + 1; j < all.size(); ++j) {
             const QWidget& other = face(*all[j]);
@@ -167,7 +167,7 @@ void FitFixture::expect_text_whole(const Widget& w) const {
     case Kind::check_box:
     case Kind::frame: expect_drawn_whole(it, QString::fromStdString(w.look.text), name); break;
     case Kind::text_box:
-        if (!it.inherits("QLineEdit") || it.width() < 4) break; // read with scroll bars; one pixel
+        if (!it.inherits("QLineEdit") || it.width() < 4) break; // it scrolls, or is invisible
         expect_drawn_whole(it, QString::fromStdString(w.look.text), name);
         break;
     case Kind::combo_box: {
@@ -203,7 +203,7 @@ void FitFixture::expect_longest_texts_whole(Widget& window) {
     }
 }
 
-// Each entry of the bar, and each list that can drop from it.
+// Each item of the menu bar, and each menu.
 void FitFixture::expect_menus_whole(Widget& window) const {
     const QRect whole = top(window).screen()->geometry();
     for (QMenu* menu : top(window).findChildren<QMenu*>()) {

@@ -1,5 +1,5 @@
-// The longest texts that the program itself puts on its labels and into its fields. A parameter and
-// a word of a telegram go to 65535.
+// The longest texts that the program shows on labels and in fields. Parameters and live values go
+// up to 65535.
 #pragma once
 
 #include "view/widget.h"
@@ -14,7 +14,7 @@ struct LongestTexts {
     std::vector<std::string> texts;
 };
 
-// Of every window. Words of the current language are among them, so ask again when it changed.
+// Of every window, in the current language.
 std::vector<LongestTexts> longest_texts();
 
 } // namespace zol::view

@@ -15,7 +15,7 @@ QString stretched(const QString& text) {
     constexpr int short_text = 12;
     const double factor = text.size() <= short_text ? 2.2 : 1.4;
     QString result;
-    double owed = 0; // of a letter, from the words before
+    double owed = 0; // parts of letters, from the words before
     for (const QString& word : text.split(' ')) {
         if (!result.isEmpty()) result += ' ', owed += factor - 1;
         owed += factor * static_cast<double>(word.size());
@@ -41,7 +41,7 @@ void keep_longer(QString& kept, const QString& text) {
     if (text.size() > kept.size()) kept = text;
 }
 
-// Copies each language's file and gives the longest text of each number, stretched.
+// Copies each language's file and returns the longest stretched text of each number.
 QMap<QString, QString> longest_messages(const QDir& source, const QDir& target) {
     QMap<QString, QString> longest; // by header
     for (const char* code : codes) {
@@ -54,7 +54,7 @@ QMap<QString, QString> longest_messages(const QDir& source, const QDir& target) 
     return longest;
 }
 
-// The same of the captions that have no number, by control.
+// The same for captions without a number, by control.
 QMap<QString, QString> longest_captions(const QDir& source, const QDir& target) {
     QMap<QString, QString> longest;
     for (const char* code : codes) {

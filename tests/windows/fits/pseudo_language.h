@@ -1,4 +1,4 @@
-// A language that nobody speaks: its messages and captions are as long as a translation ever gets.
+// A pseudo-language whose messages and captions are as long as those of any translation.
 #pragma once
 
 #include <QString>

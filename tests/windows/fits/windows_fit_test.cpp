@@ -1,4 +1,4 @@
-// Nothing is cut, covered or out of reach, whatever the screen and the language.
+// No text or control is cut off, covered or outside the screen, for each screen size and language.
 #include "tests/windows/fits/fit_fixture.h"
 
 #include "app/app_state.h"
@@ -26,7 +26,7 @@ namespace {
 
 class EveryWindowFits : public FitFixture {
   protected:
-    // Everything that can come out, comes out, and of the panels this one.
+    // Shows all controls, and this one of the panels.
     void show_panel(const Widget& panel) {
         for (Widget* w : form1::Form1.controls)
             set_visible(*w, true);
@@ -36,7 +36,7 @@ class EveryWindowFits : public FitFixture {
         settle();
     }
 
-    // Scrolled to, each entry is whole, on as many lines as it takes.
+    // Each item fits, on as many lines as it needs.
     void expect_contents_whole(QListWidget& contents) {
         ASSERT_GT(contents.count(), 10);
         for (int row = 0; row < contents.count(); ++row) {
@@ -71,7 +71,7 @@ TEST_P(EveryWindowFits, MainWindowMaximised) {
     expect_each_panel_fits();
 }
 
-// Back from maximised, then narrow, low, and as small as it lets him.
+// Normal, narrower, lower, and as small as possible.
 TEST_P(EveryWindowFits, MainWindowInEachSize) {
     open(form1::Form1);
     set_window_state(form1::Form1, WindowState::maximised);
@@ -104,7 +104,7 @@ TEST_P(EveryWindowFits, ParameterWindow) {
 }
 
 TEST_P(EveryWindowFits, ChangeoverWindow) {
-    app::state.ecu_version = 7, app::state.ecu_revision = 71; // all of its frames
+    app::state.ecu_version = 7, app::state.ecu_revision = 71; // all frames are visible
     open(form3::Form3);
     expect_all(form3::Form3);
 }
@@ -119,7 +119,7 @@ TEST_P(EveryWindowFits, AcquisitionWindow) {
     expect_all(acquisizione::acquisizione);
 }
 
-// A list is as wide as its longest entry, also where its field is not.
+// A list is as wide as its longest item.
 TEST_P(EveryWindowFits, OpenList) {
     open(form1::Form1);
     show_panel(form1::Frame_impostazioni);
@@ -156,12 +156,12 @@ TEST_P(EveryWindowFits, Manual) {
     screen.close_manual();
 }
 
-// The longest questions that the program asks.
+// The longest questions of the program.
 TEST_P(EveryWindowFits, Boxes) {
     app::state.current_language = GetParam();
     int judged = 0;
-    QTimer eyes;
-    QObject::connect(&eyes, &QTimer::timeout, [&] {
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
         for (QWidget* top : QApplication::topLevelWidgets()) {
             auto* box = qobject_cast<QMessageBox*>(top);
             if (!box || !box->isVisible()) continue;
@@ -172,7 +172,7 @@ TEST_P(EveryWindowFits, Boxes) {
             box->close();
         }
     });
-    eyes.start(1);
+    watch.start(1);
     for (const int key : {1252, 1254, 1255})
         message_box({.text = app::message(key).value_or("") + (key == 1255 ? "65535" : ""),
                      .title = "Forced START",
