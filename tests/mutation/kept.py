@@ -6,7 +6,8 @@
     python3 tests/mutation/kept.py --stale          only checks that each old text occurs once in its file
 
 `scripts/prove mutate` draws its mutations; it changes one token, drops one statement or swaps two
-neighbours, in .cpp files. Kept here are only the kinds that it cannot draw:
+neighbours, in .cpp files. Kept here are only the kinds that it cannot draw, and of these only the ones
+whose claim stays true under each drawn mutation of the same place:
 
 - code added: a statement, an early return, a special case, a condition with one more part
 - a part of a condition removed, or a condition replaced by another one

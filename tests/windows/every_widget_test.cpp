@@ -1,21 +1,13 @@
 // Every widget of every window is on the screen under its own name and shows its data.
 #include "tests/windows/window_fixture.h"
 
-#include "view/windows/acquisizione.h"
-#include "view/windows/centralina_attiva.h"
-#include "view/windows/form1.h"
-#include "view/windows/form2.h"
-#include "view/windows/form3.h"
-#include "view/windows/form_power.h"
-#include "view/windows/frm_splash.h"
-
 #include <QAction>
 #include <QMenu>
 
 namespace zol::view {
 namespace {
 
-// The parameter is a window of the program or the test window.
+// The parameter is a window.
 class EveryWindow : public WindowFixture, public ::testing::WithParamInterface<Widget*> {
   protected:
     EveryWindow() : window(*GetParam()) { open(window); }
@@ -125,11 +117,7 @@ TEST_P(EveryWindow, LoadingAgainRestoresTheDesign) {
     expect_mirrored();
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheProgram, EveryWindow,
-                         ::testing::Values(&form1::Form1, &frm_splash::frmSplash,
-                                           &centralina_attiva::Centralina_Attiva, &form2::Form2,
-                                           &form3::Form3, &form_power::Form_power,
-                                           &acquisizione::acquisizione, &test_window::Sample),
+INSTANTIATE_TEST_SUITE_P(OfTheProgram, EveryWindow, ::testing::ValuesIn(all_windows()),
                          [](const auto& of) { return of.param->name; });
 
 } // namespace

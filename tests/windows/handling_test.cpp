@@ -3,11 +3,8 @@
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
 #include "tests/windows/window_fixture.h"
-#include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
-#include "view/windows/form2.h"
-#include "view/windows/form3.h"
 #include "view/windows/form_power.h"
 #include "view/windows/frm_splash.h"
 
@@ -23,14 +20,6 @@
 namespace zol::view {
 namespace {
 
-const std::vector<Widget*> all_seven = {&form1::Form1,
-                                        &frm_splash::frmSplash,
-                                        &centralina_attiva::Centralina_Attiva,
-                                        &form2::Form2,
-                                        &form3::Form3,
-                                        &form_power::Form_power,
-                                        &acquisizione::acquisizione};
-
 class SevenWindows : public WindowFixture {
   protected:
     SevenWindows() { app::use_application_folder(ZOL_SOURCE_DIR); }
@@ -45,7 +34,7 @@ class SevenWindows : public WindowFixture {
 };
 
 TEST_F(SevenWindows, EachControlIsDescribedInEachLanguage) {
-    for (Widget* window : all_seven) {
+    for (Widget* window : program_windows()) {
         open(*window);
         for (const char* language : {"it", "uk", "pl", "de", "fr"}) {
             set_language(language);
@@ -128,7 +117,7 @@ TEST_F(SevenWindows, ScreenReaderCanOpenAList) {
 }
 
 TEST_F(SevenWindows, EachWindowHasTheWindowRole) {
-    for (Widget* window : all_seven) {
+    for (Widget* window : program_windows()) {
         open(*window);
         EXPECT_EQ(QAccessible::queryAccessibleInterface(&top(*window))->role(), QAccessible::Window)
             << window->name;
@@ -256,7 +245,7 @@ TEST_F(TabKey, ReachesEachControlOfAPanelInReadingOrder) {
 }
 
 TEST_F(TabKey, ReachesEachControlOfAWindowInReadingOrder) {
-    for (Widget* window : all_seven) {
+    for (Widget* window : program_windows()) {
         if (window == &form1::Form1 || window == &frm_splash::frmSplash) continue;
         open(*window);
         if (window == &centralina_attiva::Centralina_Attiva)

@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
+#include "tests/windows/opened_file.h"
 #include "tests/windows/window_fixture.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -21,30 +22,10 @@
 #include <QToolTip>
 #include <QWindow>
 
-#include <sys/inotify.h>
-#include <unistd.h>
-
 namespace zol::view {
 namespace {
 
 using namespace test_window;
-
-// Watches whether a file is opened.
-class OpenedFile {
-  public:
-    explicit OpenedFile(const QString& file) : watch_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
-        if (::inotify_add_watch(watch_, file.toLocal8Bit(), IN_OPEN) < 0)
-            throw std::runtime_error("no watch on " + file.toStdString());
-    }
-    ~OpenedFile() { ::close(watch_); }
-    bool was_opened() const {
-        char notes[4096];
-        return ::read(watch_, notes, sizeof notes) > 0;
-    }
-
-  private:
-    int watch_;
-};
 
 class PlainText : public WindowFixture {
   protected:

@@ -1,4 +1,5 @@
 // The manual opens only regular files of its own folder.
+#include "tests/windows/opened_file.h"
 #include "tests/windows/window_fixture.h"
 
 #include <QDir>
@@ -14,7 +15,6 @@
 #include <QToolTip>
 
 #include <fcntl.h>
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,7 +23,7 @@ namespace {
 
 class SealedManual : public WindowFixture {
   protected:
-    SealedManual() : watch(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+    SealedManual() {
         for (const char* path : {"manual/uk", "outside"})
             QDir(folder.path()).mkpath(path);
         write("manual/uk/second.htm", "<h1>Second</h1><p>zeppelin");
@@ -31,19 +31,17 @@ class SealedManual : public WindowFixture {
         const QByteArray pipe = folder.filePath("manual/uk/pipe").toLocal8Bit();
         EXPECT_EQ(::mkfifo(pipe, 0600), 0);
         feeder = ::open(pipe, O_RDWR | O_CLOEXEC);
-        EXPECT_GE(::inotify_add_watch(watch, pipe, IN_OPEN), 0);
         for (const char* name : {"secret.png", "secret.css", "secret.htm", "secret.txt"})
             write("outside/" + QString(name), "");
         QImage(9, 9, QImage::Format_RGB32).save(folder.filePath("outside/secret.png"));
         QImage(7, 7, QImage::Format_RGB32).save(folder.filePath("manual/uk/inside.png"));
         write("outside/secret.htm", "<h1>Secret</h1><p>zeppelin");
         write("outside/secret.txt", "secret.htm\tSecret\ntitle\tSecret\n");
-        EXPECT_GE(::inotify_add_watch(watch, folder.filePath("outside").toLocal8Bit(), IN_OPEN), 0);
-        opened();
+        watch = std::make_unique<OpenedFile>(folder.filePath("manual/uk/pipe"));
+        watch->add(folder.filePath("outside"));
     }
     ~SealedManual() override {
         screen.close_manual();
-        ::close(watch);
         ::close(feeder);
     }
 
@@ -72,10 +70,7 @@ class SealedManual : public WindowFixture {
     }
     QTextBrowser& page() const { return *part<QTextBrowser>("Page"); }
     // A file outside the manual, or a pipe, was opened since the last call.
-    bool opened() const {
-        char notes[4096];
-        return ::read(watch, notes, sizeof notes) > 0;
-    }
+    bool opened() const { return watch->was_opened(); }
     // All forms of a link to a file outside.
     QStringList ways_to(const QString& name) const {
         const QString path = folder.filePath("outside/" + name);
@@ -84,7 +79,7 @@ class SealedManual : public WindowFixture {
     }
 
     QTemporaryDir folder;
-    const int watch;
+    std::unique_ptr<OpenedFile> watch;
     int feeder = -1;
 };
 

@@ -1,12 +1,7 @@
 // The look of a control in each state: under the pointer, pressed, focused, disabled, waiting.
 #include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
-#include "view/windows/acquisizione.h"
-#include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
-#include "view/windows/form2.h"
-#include "view/windows/form3.h"
-#include "view/windows/form_power.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -175,8 +170,7 @@ TEST_F(States, DisabledWindowIsPaleButLegible) {
 }
 
 TEST_F(States, EachTextIsLegibleInADisabledWindow) {
-    for (Widget* window : {&form1::Form1, &form2::Form2, &form3::Form3, &form_power::Form_power,
-                           &acquisizione::acquisizione, &centralina_attiva::Centralina_Attiva}) {
+    for (Widget* window : program_windows()) {
         load(*window);
         for (Widget* w : window->controls) {
             if (w->look.text.empty()) continue;

@@ -1,5 +1,5 @@
-// Waits, timers and the end of the program on the real clock. The rules of nested waits are tested on
-// virtual time, which runs the same scheduler.
+// Waits, timers and the end of the program on the real clock. The rules of nested waits are tested
+// on virtual time, which runs the same scheduler.
 #include "tests/windows/window_fixture.h"
 
 #include <array>

@@ -110,6 +110,13 @@ WindowFixture::~WindowFixture() {
         ADD_FAILURE() << "a window still exists: " << left->objectName().toStdString();
 }
 
+std::vector<Widget*> WindowFixture::program_windows() {
+    std::vector<Widget*> windows = all_windows();
+    std::erase(windows, &test_window::Sample);
+    std::erase(windows, &test_window::Dialog);
+    return windows;
+}
+
 void WindowFixture::settle() {
     constexpr int rounds = 12; // an event may post a call, whose handler may cause a repaint
     for (int i = 0; i < rounds; ++i)

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <vector>
 
 namespace zol::view {
 
@@ -40,6 +41,8 @@ class WindowFixture : public ::testing::Test {
     // Every window shows what its data has.
     void expect_mirrored();
 
+    // The windows of the program, without those of test_window.
+    static std::vector<Widget*> program_windows();
     // Handles all posted calls and all events in Qt's queue, without waiting.
     static void settle();
     static void run_for(int ms);
