@@ -1,5 +1,5 @@
 """Checks the architecture rules that no compiler checks: which module may include which, where variables
-may be declared, which numbers have names, and the length of files and functions.
+may be declared, which numbers have names, and the length of files, functions and test names.
 
 Prints each violation as file:line. Ends with 1 if there is one.
 """
@@ -13,6 +13,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 LONGEST_FILE = 400
 LONGEST_FUNCTION = 60
+LONGEST_TEST_NAME = 50  # without the suite
+TEST_NAME = re.compile(r"\bTEST(?:_F|_P)?\(\s*\w+,\s*(\w+)\s*\)")
 
 # A module and what it may include, besides the standard library.
 WIDGETS = {"view", "view/windows"}
@@ -141,6 +143,14 @@ def lengths(path, lines):
             yield start, f"a function of {length} lines; at most {LONGEST_FUNCTION} are allowed"
 
 
+def test_names(lines):
+    text = "\n".join(lines)
+    for found in TEST_NAME.finditer(text):
+        if len(found[1]) > LONGEST_TEST_NAME:
+            yield (text.count("\n", 0, found.start()) + 1,
+                   f"{found[1]} has {len(found[1])} letters; at most {LONGEST_TEST_NAME} are allowed")
+
+
 def main():
     listed = subprocess.run(["git", "ls-files", "*.cpp", "*.h", "*.py"], cwd=ROOT, check=True, capture_output=True, text=True)
     violations = 0
@@ -152,7 +162,7 @@ def main():
         lines = file.read_text(encoding="utf-8").splitlines()
         found = list(lengths(path, lines))
         if not path.endswith(".py"):
-            found += [*includes(path, lines), *bare_numbers(path, lines), *state(path, lines, reset)]
+            found += [*includes(path, lines), *bare_numbers(path, lines), *state(path, lines, reset), *test_names(lines)]
         for number, what in found:
             print(f"{path}:{number}: {what}")
             violations += 1
