@@ -1,6 +1,6 @@
 // A day of polling on virtual time.
 #include "tests/bench/rows.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 
 #include <chrono>
 #include <malloc.h>
@@ -8,7 +8,7 @@
 namespace zol::tests {
 namespace {
 
-class Day : public Bench {
+class Day : public LogicTest {
   public:
     void TestBody() override {
         start_connected();

@@ -1,13 +1,13 @@
 // The whole program with one line fault at a time.
 #include "tests/support/bad_port.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
 
-class BadPortTest : public Bench {
+class BadPortTest : public LogicTest {
   protected:
     BadPortTest() {
         use_unit({.warm = true});

@@ -6,7 +6,7 @@
 #include "tests/soak/handlers.h"
 #include "tests/soak/log.h"
 #include "tests/support/bad_port.h"
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 
 namespace zol::soak {
 
@@ -17,7 +17,7 @@ struct Carried {
     std::int64_t now_us = 0;
 };
 
-class Session final : public tests::Bench {
+class Session final : public tests::LogicTest {
   public:
     Session(Log& session_log, Carried before, std::uint32_t seed);
     Session(const Session&) = delete;

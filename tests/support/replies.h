@@ -36,7 +36,7 @@ class ReplyTest : public LogicTest {
             run_for(5);
         ASSERT_GE(port->sent.size(), count) << "frame " << count << " was not sent";
     }
-    std::int64_t gap_behind(std::size_t frame) const {
+    std::int64_t gap_after(std::size_t frame) const {
         return port->sent[frame + 1].at_ms - port->sent[frame].at_ms;
     }
     // Lets one telegram be read and its wait end.
@@ -58,6 +58,5 @@ class ReplyTest : public LogicTest {
         return next;
     }
 };
-using ReplyBench = ReplyTest; // its former name
 
 } // namespace zol::tests

@@ -11,7 +11,7 @@ using testing::Each;
 constexpr LiveData lost_link{.loop_state = 255, .fast_trim = 255};
 constexpr LiveData keeps_text{.loop_state = 9}; // an unknown state keeps the text of the last one
 
-class EobdLive : public ReplyBench {
+class EobdLive : public ReplyTest {
   protected:
     void show_live(const LiveData& shown) {
         live = shown;
@@ -36,7 +36,7 @@ class EobdLive : public ReplyBench {
             run_until_sent(3);
             ASSERT_FALSE(HasFailure());
             EXPECT_EQ(port->sent[2].frame, length == 12 || length == 8 ? Send(3) : Send(16));
-            EXPECT_EQ(gap_behind(1), length == 12 ? 150 : 100);
+            EXPECT_EQ(gap_after(1), length == 12 ? 150 : 100);
         }
     }
 };
@@ -46,7 +46,7 @@ TEST_F(EobdLive, PassOfFamily2Takes450Milliseconds) {
     run_until_asked_for_status();
     run_until_sent(5);
     EXPECT_THAT(frames(), ElementsAre(Send(3), Send(16), Send(3), Send(16), Send(3)));
-    EXPECT_THAT((std::vector{gap_behind(0), gap_behind(1), gap_behind(2), gap_behind(3)}),
+    EXPECT_THAT((std::vector{gap_after(0), gap_after(1), gap_after(2), gap_after(3)}),
                 ElementsAre(300, 150, 300, 150));
 }
 
@@ -70,7 +70,7 @@ TEST_F(EobdLive, DroppedTelegramIsFollowedByLiveData) {
     run_until_asked_for_status();
     run_until_sent(2);
     EXPECT_THAT(frames(), ElementsAre(Send(3), Send(16)));
-    EXPECT_EQ(gap_behind(0), 300);
+    EXPECT_EQ(gap_after(0), 300);
 }
 
 TEST_F(EobdLive, ReplyOfEachLengthWithTheRightEcho) {

@@ -12,7 +12,7 @@ namespace {
 
 using testing::Each;
 
-class Polling : public ReplyBench {
+class Polling : public ReplyTest {
   protected:
     static const std::string& rpm() { return text(form1::Label_rpm); }
     void set_tab_stops(bool on) {
@@ -32,7 +32,7 @@ class Polling : public ReplyBench {
         run_until_sent(1); // the reply has been read
         const auto before = form1::Shape2.look.back;
         run_until_sent(2);
-        return {form1::Shape2.look.back != before, gap_behind(0)};
+        return {form1::Shape2.look.back != before, gap_after(0)};
     }
 };
 
@@ -40,8 +40,8 @@ TEST_F(Polling, AsksEvery350Milliseconds) {
     start_connected();
     run_for(1050);
     ASSERT_THAT(frames(), ElementsAre(Send(3), Send(3), Send(3)));
-    EXPECT_EQ(gap_behind(0), 350);
-    EXPECT_EQ(gap_behind(1), 350);
+    EXPECT_EQ(gap_after(0), 350);
+    EXPECT_EQ(gap_after(1), 350);
     EXPECT_GT(app::val(rpm()), 0);
 }
 
@@ -118,7 +118,7 @@ TEST_F(Polling, GoesOnWhenThePulledCableIsBack) {
     EXPECT_EQ(rpm(), "1222");
     forget_wire();
     run_until_sent(2);
-    EXPECT_EQ(gap_behind(0), 350);
+    EXPECT_EQ(gap_after(0), 350);
 }
 
 TEST_F(Polling, ReadsAFloodedLineOncePerRequest) {

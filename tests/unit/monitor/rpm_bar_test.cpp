@@ -50,7 +50,7 @@ std::vector<Row> table() {
     return rows;
 }
 
-class RpmBar : public ReplyBench {
+class RpmBar : public ReplyTest {
   protected:
     void start_without_polling() {
         start_scripted();

@@ -12,7 +12,7 @@ using app::state;
 using link::mirrors;
 using view::Colour;
 
-class SideTimers : public ReplyBench {
+class SideTimers : public ReplyTest {
   protected:
     // One colour for each period of 2 seconds.
     std::vector<Colour> colours_of(const Colour& colour, int periods) {
@@ -124,7 +124,7 @@ TEST_F(SideTimers, LambdaPanelAsksEvery100Milliseconds) {
     telegram.lambda = 333;
     EXPECT_EQ(frames_in(1000), std::vector(10, Send(3)));
     for (std::size_t i = 0; i < 9; ++i)
-        EXPECT_EQ(gap_behind(i), 100);
+        EXPECT_EQ(gap_after(i), 100);
     EXPECT_EQ(text(Label_stato), "6");
     EXPECT_EQ(text(label_lambda_2), "333");
 }

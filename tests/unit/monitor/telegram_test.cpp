@@ -7,7 +7,7 @@
 namespace zol::tests {
 namespace {
 
-class TelegramShown : public ReplyBench {
+class TelegramShown : public ReplyTest {
   protected:
     void SetUp() override {
         start_scripted();

@@ -9,7 +9,7 @@ namespace {
 using app::state;
 using view::Stroke;
 
-class Trace : public ReplyBench {
+class Trace : public ReplyTest {
   protected:
     void SetUp() override {
         start_scripted();
