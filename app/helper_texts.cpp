@@ -4,6 +4,7 @@
 #include "app/application_folder.h"
 #include "app/whole_file.h"
 #include "view/view.h"
+#include "view/windows/form1.h"
 
 #include <algorithm>
 #include <string_view>
@@ -39,6 +40,11 @@ void take_control(Section& section, std::string_view names, std::string_view hel
     }
 }
 
+void take_key(std::string_view line) {
+    const std::string_view cap = cut(line, '|');
+    if (!cap.empty() && !line.empty()) texts.keys.push_back({cap, line});
+}
+
 void read_texts(std::string content) {
     texts = {};
     texts.content = std::move(content);
@@ -54,6 +60,8 @@ void read_texts(std::string content) {
                 texts.words[names] = line;
             else if (section == "captions")
                 texts.captions[names] = line;
+            else if (section == "keys")
+                take_key(line);
             else
                 take_control(texts.windows[section], names, line);
         }
@@ -83,7 +91,7 @@ view::Help help_for(const Section& section, const view::Widget& control) {
     if (found == section.end()) found = section.find(control.name);
     if (found == section.end()) return {};
     const Entry& entry = found->second;
-    view::Help help{std::string(entry.name), std::string(entry.text)};
+    view::Help help{.name = std::string(entry.name), .text = std::string(entry.text)};
     number_it(help.name, control.index + 1);
     number_it(help.text, control.index + 1);
     const view::Widget* owner = view::find_widget(*control.window, entry.owner);
@@ -105,6 +113,19 @@ std::span<const int> parameters_of(const view::Widget& control) {
     return noted == parameters.end() ? std::span<const int>() : noted->second;
 }
 
+namespace {
+
+// The legend stands below the engine panel.
+void apply_keys() {
+    view::Help help = form1::frame_engine.help;
+    help.keys.clear();
+    for (const auto& [cap, does] : texts.keys)
+        help.keys.push_back({std::string(cap), std::string(does)});
+    view::set_help(form1::frame_engine, help);
+}
+
+} // namespace
+
 void apply_helper_texts() {
     auto content = texts_of(state.current_language);
     if (!content) content = texts_of("uk");
@@ -115,6 +136,7 @@ void apply_helper_texts() {
             for (view::Widget* w : *list)
                 view::set_help(*w, help_for(section, *w));
     }
+    apply_keys();
 }
 
 std::optional<std::string> own_caption(const view::Widget& control) {

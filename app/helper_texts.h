@@ -7,7 +7,8 @@
 // first of the names is the control; further names, separated by commas, are those of its captions
 // and units, which share the text but keep their own captions. An element of a control array uses
 // the line of its own name, else that of the array; "{n}" in the text is replaced by its number,
-// counted from 1. A text is cut after 2000 bytes.
+// counted from 1. A text is cut after 2000 bytes. The section "keys" lists the keys of the main window
+// in the order of their legend: "key = cap | what it does".
 #pragma once
 
 #include "view/widget.h"
@@ -29,9 +30,13 @@ struct HelperTextsState {
         std::string_view owner; // the control whose parameters are listed after the text
     };
     using Section = std::map<std::string_view, Entry>; // by control
+    struct Key {
+        std::string_view cap, does;
+    };
     struct Texts {
         std::string content;
         std::map<std::string_view, Section> windows;
+        std::vector<Key> keys; // of the main window, in the order of its legend
         std::map<std::string_view, std::string_view> captions, words;
     };
     Texts texts;                                                // of the present language

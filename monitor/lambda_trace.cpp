@@ -1,6 +1,7 @@
 #include "monitor/lambda_trace.h"
 
 #include "app/app_state.h"
+#include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "monitor/status_telegram.h"
 #include "view/view.h"
@@ -32,6 +33,7 @@ bool draw_bar(double centre, double scale) {
         state.trace_x = 0;
         return false;
     }
+    view::set_text(chart, app::helper_word("centre") + " " + app::number_text(centre));
     const double deviation = state.lambda_sample - centre;
     view::draw_line(chart, 0, mid, width, mid, view::red);
     view::fill_rectangle(chart, state.trace_x, mid, state.trace_x + bar_width,

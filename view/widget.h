@@ -120,11 +120,18 @@ inline void run(const std::function<void()>& handler) {
     if (handler) handler();
 }
 
+// A key of the keyboard, as its cap reads, and what it does.
+struct KeyHint {
+    std::string key, does;
+    bool operator==(const KeyHint&) const = default;
+};
+
 // What assistive tools announce for a control, and its tip, in the operator's language. It is not
 // part of the look, so loading a window keeps it.
 struct Help {
     std::string name; // accessible name, with the unit; empty: the caption is the name
     std::string text; // what the control does; shown as its tip if `look.tip` is empty
+    std::vector<KeyHint> keys = {}; // panel: the keys of its legend
     bool operator==(const Help&) const = default;
 };
 
