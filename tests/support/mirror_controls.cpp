@@ -59,10 +59,9 @@ QColor ground_of(const Widget& widget, const QWidget& face) {
     return QApplication::palette().color(QPalette::Active, role);
 }
 
-// The background of these kinds is visible only if the toolkit fills it.
+// The background of these kinds is visible only if the toolkit fills it. A label fills its own.
 bool is_filled(const Widget& widget, const QWidget& face) {
     switch (widget.kind) {
-    case Kind::label:
     case Kind::option_button:
     case Kind::check_box:
     case Kind::frame:

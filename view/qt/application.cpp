@@ -1,10 +1,9 @@
 #include "view/qt/application.h"
 
 #include "view/qt/colours.h"
+#include "view/qt/face.h"
 #include "view/qt/instrument_style.h"
-#include "view/qt/mirror.h"
 #include "view/qt/speech.h"
-#include "view/windows/style.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -35,16 +34,25 @@ void prepare_toolkit() {
 void settle_look(QApplication& application) {
     auto* style = new InstrumentStyle;
     QApplication::setStyle(style);
+    QApplication::setFont(face::font());
     QPalette palette = style->standardPalette();
-    const QColor paper = to_qcolor(windows::paper);
-    palette.setColor(QPalette::Window, paper); // boxes stand on it too
-    palette.setColor(QPalette::Highlight, chosen_ground);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    // Boxes stand on the ground of the windows.
+    for (const auto role : {QPalette::Window, QPalette::AlternateBase})
+        palette.setColor(role, face::ground);
+    palette.setColor(QPalette::Button, face::steel);
+    palette.setColor(QPalette::Base, face::field_ground);
+    palette.setColor(QPalette::Highlight, face::accent);
+    palette.setColor(QPalette::HighlightedText, face::chosen_ink);
+    palette.setColor(QPalette::Link, face::accent);
     // What no window table has: menus, boxes, the manual. Their other grounds are lighter.
-    const QColor faded = faded_on(paper, Qt::black);
+    const QColor faded = faded_on(face::ground, face::ink);
     palette.setColor(QPalette::PlaceholderText, faded);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, face::ink);
         palette.setColor(QPalette::Disabled, role, faded);
+    }
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText,
+                     faded_on(face::steel, face::ink));
     QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
     correct_speech();

@@ -75,13 +75,12 @@ double luminance(const QColor& colour) {
 
 bool fills_its_ground(const Widget& model) {
     switch (model.kind) {
-    case Kind::label:
     case Kind::option_button:
     case Kind::check_box:
     case Kind::frame:
     case Kind::slider: return model.look.back != system_colour;
     case Kind::window: return true;
-    default: return false; // drawn by the control itself
+    default: return false; // drawn by the control itself, as a label's is
     }
 }
 

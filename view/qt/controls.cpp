@@ -171,7 +171,7 @@ QWidget* make_control(Widget& model, QWidget& parent) {
     case Kind::frame: face = new FrameFace(model, parent); break;
     case Kind::slider: face = new SliderFace(model, parent); break;
     case Kind::progress_bar: face = make_progress_bar(parent); break;
-    case Kind::shape: face = new LampFace(&parent); break;
+    case Kind::shape: face = new LampFace(model, parent); break;
     case Kind::picture: face = new PictureFace(model, parent); break;
     case Kind::movie: face = make_movie(model, parent); break;
     case Kind::window:

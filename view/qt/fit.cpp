@@ -1,7 +1,11 @@
 #include "view/qt/fit.h"
 
+#include "view/qt/controls.h"
+#include "view/qt/face.h"
+
 #include <QApplication>
 #include <QComboBox>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -9,7 +13,6 @@
 #include <QStyleOption>
 
 #include <algorithm>
-#include <functional>
 
 namespace zol::view::qt {
 namespace {
@@ -22,16 +25,17 @@ QSize room_for_text(const Widget& model, const QWidget& face) {
         return face.style()->subElementRect(element, &button, &face).size();
     };
     switch (model.kind) {
-    case Kind::command_button: return inside(QStyle::SE_PushButtonContents) - QSize(8, 2);
+    case Kind::command_button: // the ring of the focus keeps off the text
+        return inside(QStyle::SE_PushButtonContents) - QSize(2 * face::ring_room(face) + 4, 2);
     case Kind::option_button: return inside(QStyle::SE_RadioButtonContents) - QSize(2, 0);
     case Kind::check_box: return inside(QStyle::SE_CheckBoxContents) - QSize(2, 0);
-    case Kind::frame: return {face.width() - 16, face.height()};
+    case Kind::frame: return face.size();
     case Kind::text_box: { // less margins and the cursor
         QStyleOptionFrame frame;
         frame.initFrom(&face);
         const auto contents =
             face.style()->subElementRect(QStyle::SE_LineEditContents, &frame, &face);
-        return {contents.width() - 10, face.height() - 4};
+        return {contents.width() - 6, face.height() - 4};
     }
     case Kind::combo_box: {
         QStyleOptionComboBox combo;
@@ -42,7 +46,11 @@ QSize room_for_text(const Widget& model, const QWidget& face) {
                    .size() -
                QSize(4, 0);
     }
-    default: return face.size() - QSize(2, 0);
+    default: {
+        const bool record = label_role(model).part == LabelPart::record;
+        const int air = record ? 2 * face::scaled(face::record_air_px, face) : 0;
+        return face.size() - QSize(2 + air, 0);
+    }
     }
 }
 
@@ -73,7 +81,7 @@ QStringList texts_of(const Widget& model, const QWidget& face) {
         if (model.look.font_size >= read_from_afar_points && is_number(model.look.text) &&
             model.look.text.size() < 5)
             return {"00000"};
-        [[fallthrough]];
+        return {static_cast<const LabelFace&>(face).text_on_screen()};
     case Kind::command_button:
     case Kind::option_button:
     case Kind::check_box:
@@ -84,12 +92,14 @@ QStringList texts_of(const Widget& model, const QWidget& face) {
 
 bool fits(const QFont& font, const QString& text, const QSize& room, bool breaks) {
     const QFontMetrics metrics(font);
+    const int spare = metrics.height() - qCeil(letters_height(font));
     if (!breaks)
-        return metrics.horizontalAdvance(text) <= room.width() && metrics.height() <= room.height();
+        return metrics.horizontalAdvance(text) <= room.width() &&
+               metrics.height() - spare <= room.height();
     const int flags = line_breaks(metrics, text, room.width());
     if (flags == Qt::TextWrapAnywhere) return false; // the last resort
     const QRect used = metrics.boundingRect(QRect(0, 0, room.width(), 0), flags, text);
-    return used.width() <= room.width() && used.height() <= room.height();
+    return used.width() <= room.width() && used.height() - spare <= room.height();
 }
 
 // Tables are laid out for 96 dots an inch, and text keeps its share of its place on any screen.
@@ -98,10 +108,44 @@ QFont sized(QFont font, double points, const QWidget& face) {
     return font;
 }
 
-// The first of these fonts that will do: smaller by half points, and from three quarters of the
-// wanted size on also narrower; the smallest and narrowest if none will.
-QFont largest(const QFont& plain, double points, const QWidget& face,
-              const std::function<bool(const QFont&)>& will_do) {
+// Each property is set, or a control would take over its group's.
+QFont ranked(const Widget& model, QFont font) {
+    if (!model.look.font_name.empty())
+        font.setFamily(QString::fromStdString(model.look.font_name));
+    font.setWeight(model.look.font_bold ? QFont::Bold : QFont::Normal);
+    font.setStretch(QFont::AnyStretch);
+    font.setCapitalization(QFont::MixedCase);
+    font.setLetterSpacing(QFont::PercentageSpacing, 100);
+    const LabelPart part = label_role(model).part;
+    if (model.kind == Kind::command_button)
+        face::rank_as_button(font);
+    else if (part == LabelPart::title || part == LabelPart::tile_title)
+        face::rank_as_title(font);
+    else if (part == LabelPart::record)
+        font.setWeight(QFont::Bold);
+    else if (model.kind == Kind::frame && FrameFace::names_panel(model))
+        face::rank_as_button(font);
+    else if (part == LabelPart::heading || model.kind == Kind::frame)
+        face::rank_as_heading(font);
+    return font;
+}
+
+double share_of_rank(const Widget& model) {
+    constexpr double heading_points = 10, design_points = 8.25;
+    switch (label_role(model).part) {
+    case LabelPart::heading: return face::heading_share * design_points / heading_points;
+    case LabelPart::record: return face::record_share;
+    default: break;
+    }
+    if (model.kind == Kind::command_button) return face::button_share;
+    const bool group = model.kind == Kind::frame && !FrameFace::names_panel(model);
+    return group ? face::heading_share : 1;
+}
+
+} // namespace
+
+QFont largest_font(const QFont& plain, double points, const QWidget& face,
+                   const std::function<bool(const QFont&)>& will_do) {
     constexpr int widths_percent[] = {90, 80, 70, 60, 50};
     for (double p = points;; p -= 0.5) {
         QFont font = sized(plain, p, face);
@@ -115,7 +159,11 @@ QFont largest(const QFont& plain, double points, const QWidget& face,
     }
 }
 
-} // namespace
+double letters_height(const QFont& font) {
+    constexpr double letters_share = 1.18; // of an accented capital and a descender
+    return std::min<double>(QFontMetrics(font).height(),
+                            letters_share * QFontInfo(font).pixelSize());
+}
 
 int line_breaks(const QFontMetrics& metrics, const QString& text, int width) {
     int widest = 0;
@@ -125,24 +173,20 @@ int line_breaks(const QFontMetrics& metrics, const QString& text, int width) {
 }
 
 void fit_text(const Widget& model, QWidget& face, double points) {
-    QFont plain = face.font();
-    if (!model.look.font_name.empty())
-        plain.setFamily(QString::fromStdString(model.look.font_name));
-    plain.setBold(model.look.font_bold);
-    plain.setStretch(QFont::AnyStretch);
     const QStringList texts = texts_of(model, face);
     const bool breaks = breaks_lines(model.kind);
     const QSize room = room_for_text(model, face).expandedTo({1, 1});
-    const QFont font = largest(plain, points, face, [&](const QFont& f) {
-        return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
-            return text.isEmpty() || fits(f, text, room, breaks);
+    const QFont font = largest_font(
+        ranked(model, face::font()), points * share_of_rank(model), face, [&](const QFont& f) {
+            return std::all_of(texts.begin(), texts.end(), [&](const QString& text) {
+                return text.isEmpty() || fits(f, text, room, breaks);
+            });
         });
-    });
     if (face.font() != font) face.setFont(font);
 }
 
 void fit_menu_bar(QMenuBar& bar, double points, int width) {
-    const QFont font = largest(QApplication::font(), points, bar, [&](const QFont& f) {
+    const QFont font = largest_font(face::font(), points, bar, [&](const QFont& f) {
         if (bar.font() != f) bar.setFont(f);
         return bar.sizeHint().width() <= width;
     });

@@ -1,40 +1,38 @@
+#include "view/qt/colours.h"
 #include "view/qt/controls.h"
+#include "view/qt/face.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
 
 namespace zol::view::qt {
 
-// A thin line around, broken by the title. The ground stays the palette's, untinted, so that labels
-// with the same ground do not stand out as patches.
+FrameFace::FrameFace(const Widget& model, QWidget& parent)
+    : QGroupBox(&parent), model_(model), is_panel_(names_panel(model)) {}
+
+bool FrameFace::names_panel(const Widget& frame) {
+    return std::any_of(frame.window->controls.begin(), frame.window->controls.end(),
+                       [&](const Widget* w) { return w->panel == &frame; });
+}
+
+// A heading over a rule, and no box. A panel's own is quieter: its button tells it already, and
+// groups with headings of their own stand below it.
 void FrameFace::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    draw_edge(painter);
+    const QColor ground = palette().color(backgroundRole());
+    QColor ink = palette().color(QPalette::Active, foregroundRole());
+    if (is_panel_) ink = face::secondary;
+    painter.setPen(isEnabled() ? ink : faded_on(ground, ink));
+    const QString caption = title().replace("&&", "&");
+    const QRect line(0, 0, width(), fontMetrics().height());
+    if (is_panel_)
+        painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption);
+    else
+        face::draw_heading(painter, line, caption, *this);
     StrokePen pen(painter, model_, size());
     for (const Stroke& stroke : model_.look.strokes)
         pen.draw(stroke);
-}
-
-void FrameFace::draw_edge(QPainter& painter) const {
-    constexpr int indent = 8, gap = 4;
-    const QFontMetrics metrics(font());
-    const QString caption = title().replace("&&", "&");
-    const QColor ink =
-        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole());
-    const QColor ground = palette().color(backgroundRole());
-    const int top = metrics.height() / 2;
-    painter.setPen(QColor((ink.red() + 3 * ground.red()) / 4,
-                          (ink.green() + 3 * ground.green()) / 4,
-                          (ink.blue() + 3 * ground.blue()) / 4));
-    painter.drawRect(0, top, width() - 1, height() - 1 - top);
-    if (caption.isEmpty()) return;
-    const QRect place(indent, 0, std::min(metrics.horizontalAdvance(caption), width() - 2 * indent),
-                      metrics.height());
-    painter.fillRect(place.adjusted(-gap, 0, gap, 0), ground);
-    painter.setPen(ink);
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption);
 }
 
 } // namespace zol::view::qt

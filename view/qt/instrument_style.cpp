@@ -1,10 +1,12 @@
 #include "view/qt/instrument_style.h"
 
 #include "view/qt/colours.h"
+#include "view/qt/face.h"
 #include "view/qt/fit.h"
 #include "view/qt/instrument_parts.h"
 #include "view/qt/large_figures.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QStyleFactory>
 #include <QStyleOptionSlider>
@@ -21,7 +23,7 @@ constexpr double mark_share = 0.65;
 int mark_side(const QWidget& widget) { return std::max(9, qRound(mark_share * widget.height())); }
 
 // Between the edge of a list and its text; its arrow takes a larger share of the height.
-int list_indent(int height) { return std::max(3, qRound(0.15 * height)); }
+int list_indent(int height) { return std::max(6, qRound(0.28 * height)); }
 int list_arrow_width(int height) { return std::max(12, qRound(0.7 * height)); }
 
 // The text of a list and the arrow beside it.
@@ -29,6 +31,33 @@ QRect list_part(const QRect& all, QStyle::SubControl part) {
     const int arrow = list_arrow_width(all.height());
     if (part == QStyle::SC_ComboBoxArrow) return all.adjusted(all.width() - arrow, 0, 0, 0);
     return all.adjusted(list_indent(all.height()), 2, -arrow, -2);
+}
+
+// The height of a line of the type that a part of the toolkit's own is set in.
+int line_of(const QWidget* widget) {
+    return QFontMetrics(widget ? widget->font() : QApplication::font("QDialog")).height();
+}
+
+constexpr int unchanged = -1;
+
+// Sizes that the toolkit has for one size of type: of boxes, menus and lists.
+int size_by_type(QStyle::PixelMetric metric, const QWidget* widget) {
+    const int line = line_of(widget);
+    switch (metric) {
+    case QStyle::PM_MessageBoxIconSize: return qRound(2.2 * line);
+    case QStyle::PM_LayoutLeftMargin:
+    case QStyle::PM_LayoutTopMargin:
+    case QStyle::PM_LayoutRightMargin:
+    case QStyle::PM_LayoutBottomMargin: return qRound(0.8 * line);
+    case QStyle::PM_LayoutHorizontalSpacing:
+    case QStyle::PM_LayoutVerticalSpacing: return qRound(0.4 * line);
+    case QStyle::PM_ScrollBarExtent: return std::max(12, qRound(0.8 * line));
+    case QStyle::PM_ScrollBarSliderMin: return qRound(1.6 * line);
+    case QStyle::PM_SmallIconSize:
+    case QStyle::PM_LineEditIconSize: return qRound(0.9 * line);
+    case QStyle::PM_MenuBarItemSpacing: return 0;
+    default: return unchanged;
+    }
 }
 
 } // namespace
@@ -46,9 +75,17 @@ int InstrumentStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ExclusiveIndicatorHeight:
         if (widget && widget->inherits("QRadioButton")) return mark_side(*widget);
         break;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+        if (widget) return face::ring_room(*widget) + face::scaled(5, *widget);
+        break;
+    case PM_FocusFrameHMargin: // on either side of an entry of a list
+        if (widget && widget->inherits("QListView")) return line_of(widget) / 3;
+        break;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical: return 0;
-    default: break;
+    default:
+        if (const int size = size_by_type(metric, widget); size != unchanged) return size;
     }
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
@@ -59,25 +96,66 @@ int InstrumentStyle::styleHint(StyleHint hint, const QStyleOption* option, const
     return QProxyStyle::styleHint(hint, option, widget, more);
 }
 
-// What stands in a layout gets its size from the type: buttons of boxes, rows of the contents.
+// What stands in a layout gets its size from the type: buttons of boxes, rows of the contents,
+// entries of menus and lists.
 QSize InstrumentStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                         const QSize& size, const QWidget* widget) const {
     const QSize plain = QProxyStyle::sizeFromContents(type, option, size, widget);
     const int line = option ? option->fontMetrics.height() : 0;
-    if (type == CT_PushButton) return plain.expandedTo({6 * line, 2 * line});
-    const bool list = widget && widget->inherits("QListWidget");
-    if (type == CT_ItemViewItem && list) return plain + QSize(0, line / 2);
-    return plain;
+    switch (type) {
+    case CT_PushButton: return plain.expandedTo({6 * line, 2 * line});
+    case CT_MenuBarItem: return {size.width() + qRound(1.5 * line), qRound(1.6 * line)};
+    case CT_MenuItem: {
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (item && item->menuItemType == QStyleOptionMenuItem::Separator)
+            return {plain.width(), line / 2};
+        return {plain.width() + line, std::max(plain.height(), qRound(1.5 * line))};
+    }
+    case CT_LineEdit: return plain.expandedTo({0, qRound(1.6 * line)});
+    case CT_ItemViewItem:
+        if (widget && widget->inherits("QListWidget")) return plain + QSize(0, line / 2);
+        return plain.expandedTo({0, qRound(1.4 * line)});
+    default: return plain;
+    }
 }
 
-// The text of a field keeps off its edge.
+namespace {
+
+// From the mark on, as broad as its text with the ring around it.
+QRect ring_around_text(const QStyleOption& option, const QWidget& widget, const QRect& contents) {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const int room = face::ring_room(widget) + face::scaled(3, widget);
+    const int text = option.fontMetrics.horizontalAdvance(button ? button->text : QString());
+    const QRect ring(contents.left() - room, option.rect.top(), text + 2 * room,
+                     option.rect.height());
+    return ring.intersected(option.rect);
+}
+
+} // namespace
+
+// The text of a field keeps off its edge, that of a button off its lower one.
 QRect InstrumentStyle::subElementRect(SubElement element, const QStyleOption* option,
                                       const QWidget* widget) const {
     const QRect plain = QProxyStyle::subElementRect(element, option, widget);
-    const auto* line = qobject_cast<const QLineEdit*>(widget);
-    if (element != SE_LineEditContents || !line || !line->hasFrame()) return plain;
-    const int air = qRound(0.12 * option->rect.height());
-    return plain.adjusted(air, 0, -air, 0);
+    if (!widget) return plain;
+    switch (element) {
+    case SE_PushButtonContents:
+        return button_top(option->rect, option->state & State_Sunken,
+                          option->state & State_Enabled, widget);
+    case SE_RadioButtonFocusRect:
+        return ring_around_text(
+            *option, *widget, QProxyStyle::subElementRect(SE_RadioButtonContents, option, widget));
+    case SE_CheckBoxFocusRect:
+        return ring_around_text(
+            *option, *widget, QProxyStyle::subElementRect(SE_CheckBoxContents, option, widget));
+    case SE_LineEditContents: {
+        const auto* line = qobject_cast<const QLineEdit*>(widget);
+        if (!line || !line->hasFrame()) return plain;
+        const int air = face::ring_room(*widget) + face::scaled(3, *widget);
+        return plain.adjusted(air, 0, -air, 0);
+    }
+    default: return plain;
+    }
 }
 
 // The handle and, through its middle, the groove; ticks have their room beside them.
@@ -89,33 +167,88 @@ QRect InstrumentStyle::subControlRect(ComplexControl control, const QStyleOption
     const bool ours = part == SC_SliderGroove || part == SC_SliderHandle;
     if (control != CC_Slider || !ours || !slider || !widget)
         return QProxyStyle::subControlRect(control, option, part, widget);
-    const SliderPlaces places = slider_places(*slider, magnification(*widget));
+    const SliderPlaces places = slider_places(*slider, *widget);
     return part == SC_SliderGroove ? places.groove : places.handle;
 }
+
+namespace {
+
+// A button with a caption that can be read on the ground that is drawn.
+QStyleOptionButton legible_button(const QStyleOptionButton& button, const QWidget* widget) {
+    QStyleOptionButton legible = button;
+    if (!widget) return legible;
+    const QColor ground = button_ground(button, *widget);
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        const QColor ink = button.palette.color(
+            group == QPalette::Disabled ? QPalette::Active : group, QPalette::ButtonText);
+        legible.palette.setColor(group, QPalette::ButtonText,
+                                 group == QPalette::Disabled ? faded_on(ground, ink)
+                                                             : face::readable(ground, ink));
+    }
+    return legible;
+}
+
+// Flat: the entry pointed at or open is on white, between the ground of the others.
+void draw_menu_bar_entry(const QStyle& style, QPainter& painter,
+                         const QStyleOptionMenuItem& entry) {
+    const bool chosen = entry.state & QStyle::State_Selected;
+    painter.fillRect(entry.rect, chosen ? face::accent : face::ground);
+    QPalette palette = entry.palette;
+    if (chosen) palette.setColor(QPalette::ButtonText, face::chosen_ink);
+    style.drawItemText(&painter, entry.rect, Qt::AlignCenter | Qt::TextSingleLine, palette,
+                       entry.state & QStyle::State_Enabled, entry.text, QPalette::ButtonText);
+}
+
+} // namespace
 
 void InstrumentStyle::drawControl(ControlElement element, const QStyleOption* option,
                                   QPainter* painter, const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+    const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     switch (element) {
     case CE_ProgressBarGroove: draw_progress_trough(*painter, *option); return;
     case CE_ProgressBarContents:
         if (bar) draw_progress(*painter, *bar);
         return;
+    case CE_PushButtonLabel:
+        if (button) {
+            const QStyleOptionButton legible = legible_button(*button, widget);
+            QProxyStyle::drawControl(element, &legible, painter, widget);
+        }
+        return;
+    case CE_MenuBarEmptyArea: painter->fillRect(option->rect, face::ground); return;
+    case CE_MenuBarItem:
+        if (entry) draw_menu_bar_entry(*this, *painter, *entry);
+        return;
     default: QProxyStyle::drawControl(element, option, painter, widget);
     }
+}
+
+// Of the size that is shown, so that it stays sharp.
+QIcon InstrumentStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
+                                    const QWidget* widget) const {
+    const QPixmap own = box_icon(icon, size_by_type(PM_MessageBoxIconSize, widget),
+                                 widget ? widget->devicePixelRatioF() : 1);
+    return own.isNull() ? QProxyStyle::standardIcon(icon, option, widget) : QIcon(own);
 }
 
 void InstrumentStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                     QPainter* painter, const QWidget* widget) const {
     switch (element) {
     case PE_PanelButtonCommand: draw_button(*painter, *option, widget); return;
-    case PE_IndicatorRadioButton: draw_option_mark(*painter, *option); return;
-    case PE_IndicatorCheckBox: draw_check_mark(*painter, *option); return;
-    case PE_FrameLineEdit: draw_field_edge(*painter, *option, widget); return;
+    case PE_IndicatorRadioButton: draw_option_mark(*painter, *option, widget); return;
+    case PE_IndicatorCheckBox: draw_check_mark(*painter, *option, widget); return;
+    case PE_PanelLineEdit: draw_field(*painter, *option, widget); return;
+    case PE_FrameLineEdit: return; // drawn with the field's ground
+    case PE_Frame:
+        painter->setPen(face::rule);
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        return;
     case PE_FrameFocusRect:
-        // A button shows its focus on its edge.
-        if (widget && widget->inherits("QPushButton")) return;
-        draw_focus_line(*painter, option->rect);
+        // Buttons and lists of the toolkit's own show their focus on their edge.
+        if (!widget || widget->inherits("QPushButton") || widget->inherits("QComboBox")) return;
+        face::draw_ring(*painter, option->rect, face::ground_of(*widget), *widget);
         return;
     default: QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
@@ -124,15 +257,15 @@ void InstrumentStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
 void InstrumentStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                          QPainter* painter, const QWidget* widget) const {
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control == CC_Slider && slider && widget) {
-        draw_slider(*painter, *slider, magnification(*widget),
-                    widget->property(marked_stretch_property).toInt());
-        return;
-    }
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control != CC_ComboBox) return;
-    draw_list_arrow(*painter, *option, list_part(option->rect, SC_ComboBoxArrow));
-    if (option->state & State_HasFocus) draw_focus_ring(*painter, option->rect, 1);
+    if (control == CC_Slider && slider && widget)
+        draw_slider(*painter, *slider, *widget, widget->property(marked_stretch_property).toInt());
+    else if (control == CC_ComboBox)
+        draw_list_field(*painter, *option, list_part(option->rect, SC_ComboBoxArrow), widget);
+    else if (control == CC_ScrollBar)
+        draw_scroll_bar(*painter, *option,
+                        subControlRect(control, option, SC_ScrollBarSlider, widget));
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 // Captions break their lines, on buttons and options as on labels. A text that its ground would

@@ -1,8 +1,8 @@
-// How buttons, marks, sliders and fields are drawn: in measures that grow with the window, and so
-// that it shows what is pointed at, pressed, focused, off, on view or waiting for a number.
+// How buttons, marks, sliders, fields, lists, menus and boxes are drawn: in sizes that grow with the
+// window (view/qt/face.h), and so that it shows what is pointed at, pressed, focused, disabled, on
+// view or waiting for a number.
 #pragma once
 
-#include <QColor>
 #include <QProxyStyle>
 
 namespace zol::view::qt {
@@ -11,8 +11,6 @@ namespace zol::view::qt {
 constexpr const char* on_view_property = "on_view";
 // Set on a slider: how many of its steps from the lowest value on are marked.
 constexpr const char* marked_stretch_property = "marked_stretch";
-// Ground of what is chosen in a list or marked in a text, under white letters.
-inline constexpr QColor chosen_ground(0, 84, 150);
 
 class InstrumentStyle : public QProxyStyle {
   public:
@@ -29,6 +27,8 @@ class InstrumentStyle : public QProxyStyle {
                          const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                            const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

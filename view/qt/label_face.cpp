@@ -1,12 +1,20 @@
 #include "view/operator.h"
+#include "view/qt/colours.h"
 #include "view/qt/controls.h"
+#include "view/qt/face.h"
 #include "view/timers.h"
 
+#include <QFontMetrics>
 #include <QKeyEvent>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace zol::view::qt {
+
+LabelFace::LabelFace(Widget& model, QWidget& parent)
+    : QLabel(&parent), model_(model), role_(label_role(model)) {}
 
 void LabelFace::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
@@ -21,13 +29,83 @@ void LabelFace::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void LabelFace::paintEvent(QPaintEvent* event) {
-    QLabel::paintEvent(event);
-    if (!hasFocus() || !operator_acts::takes_focus_by_tab(model_)) return;
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.backgroundColor = palette().color(backgroundRole());
-    QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, option);
+QString LabelFace::text_on_screen() const {
+    if (role_.part != LabelPart::title) return text();
+    const auto [title, unit] = title_texts(model_, *role_.value);
+    return unit.isEmpty() ? title : title + "  " + unit;
+}
+
+void LabelFace::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const bool focused = hasFocus() && operator_acts::takes_focus_by_tab(model_);
+    if (model_.look.back != system_colour) draw_ground(painter, focused);
+    if (role_.part == LabelPart::title)
+        draw_title(painter);
+    else if (role_.part == LabelPart::heading)
+        draw_heading(painter);
+    else
+        style()->drawItemText(&painter, text_place(), static_cast<int>(alignment()) | Qt::TextWordWrap,
+                              palette(), isEnabled(), text(), foregroundRole());
+    if (focused) face::draw_ring(painter, rect(), face::ground_of(*this), *this);
+}
+
+// The text of a record keeps off the edge of the ground that it has at times.
+QRect LabelFace::text_place() const {
+    const bool record = role_.part == LabelPart::record;
+    return rect().adjusted(record ? face::scaled(face::record_air_px, *this) : 0, 0, 0, 0);
+}
+
+// A tile is one, of a title and a value: only its outer corners are round. A record's ground is as
+// wide as its text.
+void LabelFace::draw_ground(QPainter& painter, bool focused) const {
+    const QColor ground = palette().color(backgroundRole());
+    if (ground == face::ground_of(*this) || role_.part == LabelPart::title) return;
+    const int room = focused ? face::ring_room(*this) : 0;
+    QRect place = rect().adjusted(room, room, -room, -room);
+    if (role_.part == LabelPart::record) {
+        const int air = face::scaled(face::record_air_px, *this);
+        const int wanted = fontMetrics().horizontalAdvance(text().trimmed()) + 2 * air;
+        place.setWidth(std::min(place.width(), text().trimmed().isEmpty() ? 0 : wanted));
+    }
+    const double radius = face::corner_px * face::measure(*this);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawRoundedRect(place, radius, radius);
+    const int half = place.height() / 2;
+    if (role_.part == LabelPart::tile_title) painter.drawRect(place.adjusted(0, half, 0, 0));
+    if (role_.part == LabelPart::tile_value) painter.drawRect(place.adjusted(0, 0, 0, -half));
+    painter.restore();
+}
+
+// In the table's colour where that can be read on the window, which it was not made for.
+QColor LabelFace::ink_on_window() const {
+    constexpr double least_contrast = 4.5;
+    const QColor ground = face::ground_of(*this);
+    const QColor own = palette().color(QPalette::Active, foregroundRole());
+    const QColor ink = contrast(ground, own) >= least_contrast ? own : face::ink;
+    return isEnabled() ? ink : faded_on(ground, ink);
+}
+
+void LabelFace::draw_title(QPainter& painter) const {
+    const auto [title, unit] = title_texts(model_, *role_.value);
+    painter.setPen(ink_on_window());
+    const int flags = Qt::AlignVCenter | Qt::TextSingleLine;
+    painter.drawText(rect(), flags | Qt::AlignLeft, title);
+    if (unit.isEmpty()) return;
+    QFont quiet = font();
+    quiet.setWeight(QFont::Normal);
+    quiet.setLetterSpacing(QFont::PercentageSpacing, 100);
+    painter.setFont(quiet);
+    painter.setPen(isEnabled() ? face::secondary
+                               : faded_on(face::ground_of(*this), face::secondary));
+    painter.drawText(rect(), flags | Qt::AlignRight, unit);
+}
+
+void LabelFace::draw_heading(QPainter& painter) const {
+    painter.setPen(ink_on_window());
+    face::draw_heading(painter, QRect(0, 0, width(), fontMetrics().height()), text(), *this);
 }
 
 } // namespace zol::view::qt

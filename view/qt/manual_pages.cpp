@@ -1,13 +1,19 @@
 #include "view/qt/manual_pages.h"
 
+#include "view/qt/face.h"
+
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QFontMetricsF>
 #include <QImageReader>
+#include <QRegularExpression>
 #include <QTextDocument>
 
 #include <fcntl.h>
+
+#include <algorithm>
 
 namespace zol::view::qt {
 namespace {
@@ -97,14 +103,59 @@ ManualContents read_manual_contents(const QString& folder, const QString& langua
     return contents;
 }
 
+namespace {
+
+// The pages' own sheet is for other programs that show them.
+QByteArray without_style(const QByteArray& page) {
+    static const QRegularExpression sheet("<style>.*</style>",
+                                          QRegularExpression::DotMatchesEverythingOption);
+    return QString::fromUtf8(page).remove(sheet).toUtf8();
+}
+
+// Pictures are made for this line of text and follow any other.
+QByteArray sized_for(const QFont& font, const QByteArray& page) {
+    constexpr double made_for_line_px = 18;
+    const double scale = std::max(1.0, QFontMetricsF(font).height() / made_for_line_px);
+    static const QRegularExpression width("(<img [^>]*width=\")(\\d+)");
+    const QString text = QString::fromUtf8(page);
+    QString sized;
+    qsizetype done = 0;
+    for (const auto& match : width.globalMatch(text)) {
+        sized += text.mid(done, match.capturedStart() - done) + match.captured(1) +
+                 QString::number(qRound(match.captured(2).toInt() * scale));
+        done = match.capturedEnd();
+    }
+    return (sized + text.mid(done)).toUtf8();
+}
+
+// The pages in the look of the program, with all their sizes following the type.
+QString sheet_of_program(const QFont& font) {
+    const int line = QFontMetrics(font).height();
+    const QString rules = "body { margin: %1px; } p, ul, ol { margin-top: %2px; "
+                          "margin-bottom: %2px; } td, th { padding: %3px; text-align: left; } "
+                          "h1, h2, h3 { color: %4; } a { color: %5; } "
+                          "th { background-color: %6; } code { background-color: %6; }";
+    return rules.arg(line * 2 / 3)
+        .arg(line / 2)
+        .arg(line / 4)
+        .arg(face::ink.name(), face::accent.name(), face::ground.name());
+}
+
+} // namespace
+
 ManualPage::ManualPage(QString folder, QWidget* parent)
     : QTextBrowser(parent), folder_(std::move(folder)) {
     setObjectName("Page");
     setOpenExternalLinks(false);
+    const double line = QFontMetricsF(font()).height();
+    document()->setIndentWidth(1.6 * line); // lists have their numbers in it
+    document()->setDefaultStyleSheet(sheet_of_program(font()));
 }
 
 QVariant ManualPage::loadResource(int type, const QUrl& url) {
     const auto content = read_manual_file(folder_, source().resolved(url).toLocalFile());
+    if (type == QTextDocument::HtmlResource)
+        return sized_for(font(), without_style(content.value_or(QByteArray())));
     return resource_in(content.value_or(QByteArray()), type);
 }
 

@@ -40,6 +40,7 @@ void mirror_text(const Widget& model, QWidget& face) {
             static_cast<QPlainTextEdit&>(face).setPlainText(text);
         }
         break;
+    case Kind::picture: face.update(); break; // it draws its text by itself
     default: break;
     }
     if (model.kind != Kind::window) face.setAccessibleName(spoken_name(model));
@@ -88,6 +89,7 @@ void mirror_items(const Widget& model, QWidget& face) {
 
 void mirror_tip(const Widget& model, QWidget& face) {
     if (model.kind != Kind::window) speak(model, face);
+    if (model.kind == Kind::picture) face.update(); // its title is its spoken name
     if (model.kind != Kind::combo_box) return;
     auto& combo = static_cast<QComboBox&>(face);
     for (std::size_t i = 0; i < model.look.item_tips.size(); ++i)

@@ -1,11 +1,14 @@
 #include "view/qt/movie.h"
 
+#include "view/qt/face.h"
+
 #include <QBasicTimer>
 #include <QPainter>
 #include <QPainterPath>
 #include <QTimerEvent>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -47,16 +50,14 @@ class Globe : public Movie {
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        const double radius = std::min(width(), height()) / 2.0 - 2;
+        const double line = std::clamp(std::min(width(), height()) / 28.0, 1.0,
+                                       2.0 * face::scaled(1, *this));
+        const double radius = std::min(width(), height()) / 2.0 - line;
         painter.translate(width() / 2.0, height() / 2.0);
-        QRadialGradient sea(-radius / 3, -radius / 3, radius * 1.5);
-        sea.setColorAt(0, QColor(80, 150, 190));
-        sea.setColorAt(1, QColor(12, 34, 58));
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(sea);
+        const bool dark = face::ground_of(*this).lightness() < 128;
+        painter.setPen(QPen(dark ? face::trace_title : face::secondary, line));
         painter.drawEllipse(QPointF(0, 0), radius, radius);
-        painter.setPen(QPen(QColor(190, 225, 240, 130), 1));
-        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(dark ? face::secondary : face::rule, line / 2));
         for (double latitude : {-60.0, -30.0, 0.0, 30.0, 60.0}) {
             const double y = radius * std::sin(latitude * pi / 180);
             const double half = radius * std::cos(latitude * pi / 180);

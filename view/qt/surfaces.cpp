@@ -1,35 +1,41 @@
-// What is drawn by hand: lamps and the drawing surface.
+// What is drawn by hand: lamps, and strokes in the twips of a table.
 #include "view/qt/controls.h"
+#include "view/qt/face.h"
+#include "view/qt/instrument_parts.h"
 #include "view/qt/mirror.h"
 #include "view/qt/window_face.h"
 
-#include <QEvent>
-#include <QPaintEvent>
 #include <QPainter>
-#include <QRadialGradient>
 
 #include <algorithm>
 #include <cmath>
 
 namespace zol::view::qt {
 
-// A lamp in its window's colour is off: dim glass, darker than what it stands on.
+// A lamp in its window's colour is off: an empty ring. One in a group stands for a lamp of the car's
+// own indicator and is never lit: a ring in that lamp's colour.
 void LampFace::paintEvent(QPaintEvent*) {
     const QColor glow = palette().color(backgroundRole());
     const bool off = glow == parentWidget()->palette().color(QPalette::Window);
-    const double side = std::min(width(), height()) - 1.0;
-    const QRectF circle((width() - side) / 2 + 0.5, (height() - side) / 2 + 0.5, side - 1,
-                        side - 1);
-    QRadialGradient glass(circle.center(), side / 2, circle.topLeft() + QPointF(side, side) * 0.36);
-    glass.setColorAt(0, off ? glow.darker(108) : glow.lighter(165));
-    glass.setColorAt(0.25, off ? glow.darker(114) : glow);
-    glass.setColorAt(0.75, off ? glow.darker(114) : glow);
-    glass.setColorAt(1, off ? glow.darker(124) : glow.darker(125));
+    const double side = std::min(width(), height());
+    const QRectF circle((width() - side) / 2, (height() - side) / 2, side, side);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(glow.darker(off ? 150 : 190), std::max(1.0, side / 16)));
-    painter.setBrush(glass);
-    painter.drawEllipse(circle);
+    const double line = std::max(1.0, side / 14);
+    painter.setPen(QPen(off ? face::rule : glow.darker(135), line));
+    if (!stands_for_another_) {
+        painter.setBrush(off ? face::ground : glow);
+        painter.drawEllipse(within(circle, line));
+        return;
+    }
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(within(circle, line));
+    const double ring = side / 6;
+    painter.setPen(QPen(glow, ring));
+    painter.drawEllipse(within(circle.adjusted(line, line, -line, -line), ring));
+    painter.setPen(QPen(glow.darker(135), line));
+    const double hole = line + ring;
+    painter.drawEllipse(within(circle.adjusted(hole, hole, -hole, -hole), line));
 }
 
 StrokePen::StrokePen(QPainter& painter, const Widget& model, const QSize& size)
@@ -51,57 +57,6 @@ QRect StrokePen::draw(const Stroke& stroke) {
     }
     const int margin = qCeil(breadth);
     return area.toAlignedRect().adjusted(-margin, -margin, margin, margin);
-}
-
-PictureFace::PictureFace(const Widget& model, QWidget& parent) : QWidget(&parent), model_(model) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-}
-
-void PictureFace::start_anew() {
-    canvas_ = QPixmap(size() * devicePixelRatioF());
-    canvas_.setDevicePixelRatio(devicePixelRatioF());
-    canvas_.fill(palette().color(backgroundRole()));
-    drawn_ = 0;
-    update();
-}
-
-// Strokes are measured in the surface's twips as its table has them; they fill it at any size.
-void PictureFace::draw_new_strokes() {
-    const auto& strokes = model_.look.strokes;
-    if (strokes.size() < drawn_ || canvas_.isNull()) start_anew();
-    if (strokes.size() == drawn_) return;
-    QPainter painter(&canvas_);
-    StrokePen pen(painter, model_, size());
-    for (; drawn_ < strokes.size(); ++drawn_)
-        update(pen.draw(strokes[drawn_]));
-}
-
-void PictureFace::paintEvent(QPaintEvent* event) {
-    if (canvas_.isNull()) {
-        start_anew();
-        draw_new_strokes();
-    }
-    const double ratio = canvas_.devicePixelRatio();
-    const QRect area = event->rect();
-    QPainter painter(this);
-    painter.drawPixmap(
-        QRectF(area), canvas_,
-        QRectF(area.x() * ratio, area.y() * ratio, area.width() * ratio, area.height() * ratio));
-    painter.setPen(palette().color(backgroundRole()).lighter(400));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-}
-
-void PictureFace::resizeEvent(QResizeEvent*) {
-    start_anew();
-    draw_new_strokes();
-}
-
-void PictureFace::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange && !size().isEmpty()) {
-        start_anew();
-        draw_new_strokes();
-    }
-    QWidget::changeEvent(event);
 }
 
 } // namespace zol::view::qt

@@ -1,6 +1,6 @@
 #include "view/qt/window_edge.h"
 
-#include "view/qt/instrument_parts.h"
+#include "view/qt/face.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -24,7 +24,7 @@ class Edge : public QObject {
         return false;
     }
     void draw() {
-        const int width = std::clamp(qRound(magnification(window_)), 1, 2);
+        const int width = std::min(face::scaled(1, window_), 2);
         const QColor colour = window_.palette().color(window_.backgroundRole()).darker(200);
         QPainter painter(&window_);
         for (int i = 0; i < width; ++i) {

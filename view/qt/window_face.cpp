@@ -2,8 +2,10 @@
 
 #include "view/operator.h"
 #include "view/qt/controls.h"
+#include "view/qt/face.h"
 #include "view/qt/fit.h"
 #include "view/qt/instrument_style.h"
+#include "view/qt/key_legend.h"
 #include "view/qt/menus.h"
 #include "view/qt/mirror.h"
 #include "view/qt/tab_order.h"
@@ -28,6 +30,8 @@ namespace zol::view::qt {
 namespace {
 
 constexpr double design_points = 8.25; // of ordinary text
+// Of the main window's height on that screen, for which the table of the face has its sizes.
+constexpr double scale_at_1366x768 = (768 * 15.0 - 990) / (9000 - 990);
 
 // A table's height counts the frame of a window in.
 double content_share(const Widget& window) {
@@ -49,9 +53,20 @@ bool operators_own(Qt::FocusReason reason) {
 // Holds keys for the logic: a pixel in its table, and not to be seen at any size.
 bool is_unseen(const Widget& widget) { return widget.design.place.width <= twips_per_pixel; }
 
+// The logic scales the windows with this tag to the screen. The view does the same for the others,
+// so that none of them stays small on a large screen.
+constexpr const char* scaled_by_logic = "ResizeON";
+
+double scale_of_view(const Widget& window, const QSize& screen) {
+    constexpr QSizeF designed_for(675, 600);
+    if (window.look.tag == scaled_by_logic) return 1;
+    return std::max(1.0, std::min(screen.width() / designed_for.width(),
+                                  screen.height() / designed_for.height()));
+}
+
 // For what the toolkit places by itself.
 void set_font_of(std::initializer_list<const char*> kinds, double points, const QWidget& face) {
-    QFont font = QApplication::font();
+    QFont font = face::font();
     font.setPointSizeF(points * 96.0 / face.logicalDpiY());
     for (const char* kind : kinds)
         if (QApplication::font(kind) != font) QApplication::setFont(font, kind);
@@ -106,6 +121,9 @@ void WindowFace::build_controls() {
     }
     for (const Widget* widget : model_.controls)
         mark_panel_button(*widget);
+    const auto has_panel = [](const Widget* widget) { return widget->panel != nullptr; };
+    if (std::any_of(model_.controls.begin(), model_.controls.end(), has_panel))
+        legend_ = new KeyLegend(model_, *content_);
     QWidget* last = nullptr;
     for (const Widget* widget : reading_order(model_)) {
         if (!operator_acts::takes_focus_by_tab(*widget)) continue;
@@ -145,7 +163,8 @@ void WindowFace::resize_to_model() {
     const QSize room = top_->screen()->availableSize() - QSize(0, title_bar);
     const QSize least = content_pixels(model_, model_.design.place) * least_share;
     top_->setMinimumSize((least + bar).boundedTo(room));
-    top_->resize((content_pixels(model_, model_.look.place) + bar).boundedTo(room));
+    const double scale = scale_of_view(model_, top_->screen()->size());
+    top_->resize((content_pixels(model_, model_.look.place) * scale + bar).boundedTo(room));
 }
 
 void WindowFace::lay_out() {
@@ -156,9 +175,17 @@ void WindowFace::lay_out() {
     if (bar_ && !top_->isVisible()) room = top_->size() - QSize(0, bar_->sizeHint().height());
     scale_x_ = static_cast<double>(room.width()) / wanted.width();
     scale_y_ = static_cast<double>(room.height()) / wanted.height();
+    const QSize design = content_pixels(model_, model_.design.place);
+    const double scale = std::min(static_cast<double>(room.width()) / design.width(),
+                                  static_cast<double>(room.height()) / design.height());
+    face::set_measure(*top_, scale / scale_at_1366x768);
     if (bar_) scale_menus();
     for (const Widget* widget : model_.controls)
         place(*widget);
+    if (legend_)
+        legend_->lay_out(scale_x_ / twips_per_pixel, scale_y_ / twips_per_pixel,
+                         design_points * std::min(scale_x_, scale_y_) * model_.look.place.height /
+                             model_.design.place.height);
 }
 
 // What the toolkit places by itself follows the size of the window too: menus and tips by the
@@ -178,8 +205,8 @@ void WindowFace::scale_menus() {
 
 double WindowFace::points(const Widget& widget) const {
     double points = widget.look.font_size * std::min(scale_x_, scale_y_);
-    // A slider has no type of its own that was scaled with its window, yet its parts follow one.
-    if (widget.kind == Kind::slider)
+    // A drawing surface has no type of its own that was scaled with its window, yet it has a title.
+    if (widget.kind == Kind::picture)
         points *= model_.look.place.height / model_.design.place.height;
     return std::max(least_points, points);
 }
@@ -193,6 +220,7 @@ void WindowFace::place(const Widget& widget) {
     face.setGeometry(x(p.left), y(p.top), std::max(1, x(p.left + p.width) - x(p.left)),
                      std::max(1, y(p.top + p.height) - y(p.top)));
     fit_text(widget, face, points(widget));
+    if (label_role(widget).part == LabelPart::title) face.update(); // its unit may be another
 }
 
 void WindowFace::show(bool shown) {
@@ -247,6 +275,9 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     }
     const bool words = aspect == Aspect::text || aspect == Aspect::items;
     if (words && face != top_.get() && !layout_due_) fit_text(widget, *face, points(widget));
+    // The unit of a title is in the spoken name of its value.
+    if (aspect == Aspect::help && widget.kind == Kind::label) layout_due_ = true;
+    if (legend_ && (aspect == Aspect::visible || aspect == Aspect::help)) legend_->catch_up();
     if (aspect == Aspect::visible) mark_panel_button(widget);
     if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
 }

@@ -15,6 +15,8 @@ class QMenuBar;
 
 namespace zol::view::qt {
 
+class KeyLegend;
+
 constexpr double twips_per_pixel = 15;
 
 class WindowFace : public QObject {
@@ -57,6 +59,7 @@ class WindowFace : public QObject {
     std::unique_ptr<QWidget> top_;
     QWidget* content_;        // where the controls stand
     QMenuBar* bar_ = nullptr; // windows with menus
+    KeyLegend* legend_ = nullptr; // windows with panels
     double scale_x_ = 1, scale_y_ = 1;
     bool mirroring_ = false; // the program moves the focus, not the operator
     bool size_due_ = false, layout_due_ = true, show_due_ = false, was_shown_ = false;

@@ -20,8 +20,8 @@ using view::Widget;
 using view::WidgetArray;
 using view::window;
 
-constexpr Colour paper = rgb(229, 233, 237); // background of the windows, the toolkit's default too
-constexpr Colour ink = view::black;
+constexpr Colour paper = rgb(236, 238, 240); // background of the windows, the toolkit's default too
+constexpr Colour ink = rgb(34, 40, 45);
 constexpr Colour cream = rgb(255, 243, 214); // text on a dark background
 constexpr Colour chalk = rgb(250, 251, 252); // background of small values
 constexpr Colour steel = rgb(192, 192, 192); // command buttons

@@ -3,6 +3,7 @@
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
 #include <QWidget>
 
 namespace zol::view {
@@ -31,7 +32,11 @@ class Notes : public QPaintEngine {
                            item.ascent() + item.descent());
         QRectF clip = whole_;
         if (painter()->hasClipping()) clip &= to_widget.mapRect(painter()->clipBoundingRect());
-        texts.push_back({item.text(), to_widget.mapRect(place), clip, item.font().pointSizeF()});
+        QPainterPath letters;
+        letters.addText(at, item.font(), item.text());
+        texts.push_back({item.text(), to_widget.mapRect(place),
+                         to_widget.mapRect(letters.boundingRect()), clip,
+                         item.font().pointSizeF()});
     }
 
     std::vector<DrawnText> texts;

@@ -14,6 +14,7 @@ namespace zol::view {
 struct DrawnText {
     QString text;
     QRectF place; // of its line, in the widget's pixels
+    QRectF ink;   // what its letters cover of that
     QRectF clip;  // the visible part of the widget
     double points;
 };

@@ -8,6 +8,7 @@
 #include "tests/windows/fits/drawn_text.h"
 #include "tests/windows/fits/longest_values.h"
 #include "tests/windows/fits/pseudo_language.h"
+#include "view/qt/controls.h"
 #include "view/windows/form1.h"
 
 #include <QAction>
@@ -43,10 +44,10 @@ bool tears(const QString& text, qsizetype at) {
 }
 
 void expect_in_sight(const DrawnText& run, const std::string& name, double dots) {
-    // A line is less than a pixel wider than its letters, and may be rounded up.
+    // The end of a line may be rounded up.
     constexpr double hair = 1;
-    EXPECT_TRUE(run.clip.adjusted(-hair, -hair, hair, hair).contains(run.place))
-        << name << ": \"" << run.text.toStdString() << "\" is at " << text_of(run.place)
+    EXPECT_TRUE(run.clip.adjusted(-hair, -hair, hair, hair).contains(run.ink))
+        << name << ": \"" << run.text.toStdString() << "\" is at " << text_of(run.ink)
         << ", but only " << text_of(run.clip) << " is visible, at " << run.points << " points";
     EXPECT_GE(run.points / dots, least_points - 0.01) << name;
 }
@@ -157,11 +158,23 @@ void FitFixture::expect_places(Widget& window) const {
     }
 }
 
+namespace {
+
+// A title has its unit behind it, at the other end of its line.
+void expect_label_whole(const Widget& w, QWidget& face, const std::string& name) {
+    const QString on_screen = static_cast<qt::LabelFace&>(face).text_on_screen();
+    const QString text = QString::fromStdString(w.look.text);
+    EXPECT_TRUE(on_screen.simplified().startsWith(text.simplified())) << name;
+    expect_drawn_whole(face, on_screen, name);
+}
+
+} // namespace
+
 void FitFixture::expect_text_whole(const Widget& w) const {
     QWidget& it = face(w);
     const std::string name = w.window->name + "." + full_name(w);
     switch (w.kind) {
-    case Kind::label:
+    case Kind::label: expect_label_whole(w, it, name); break;
     case Kind::command_button:
     case Kind::option_button:
     case Kind::check_box:
