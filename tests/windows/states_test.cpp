@@ -200,8 +200,8 @@ TEST_F(States, SliderMarkerStandsBesideGrooveOffHandle) {
         for (int y = 0; y < plain.height(); ++y)
             for (int x = 0; x < plain.width(); ++x) {
                 if (plain.pixel(x, y) == marked.pixel(x, y)) continue;
-                const bool before_groove = widget->look.vertical ? x < groove.left()
-                                                                 : y < groove.top();
+                const bool before_groove =
+                    widget->look.vertical ? x < groove.left() : y < groove.top();
                 ++(before_groove && !handle.contains(x, y) ? marks : strays);
             }
         EXPECT_EQ(strays, 0) << full_name(*widget);

@@ -51,8 +51,7 @@ void settle_look(QApplication& application) {
         palette.setColor(role, face::ink);
         palette.setColor(QPalette::Disabled, role, faded);
     }
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText,
-                     faded_on(face::steel, face::ink));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, faded_on(face::steel, face::ink));
     QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
     correct_speech();

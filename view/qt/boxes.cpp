@@ -7,12 +7,9 @@
 
 #include <QApplication>
 #include <QColorDialog>
-#include <QFontMetrics>
-#include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
-#include <QSpacerItem>
 #include <QWindow>
 
 namespace zol::view::qt {
@@ -33,18 +30,6 @@ void pump_until_answered(QDialog& box) {
         pump();
 }
 
-// The desktop draws the title, beside its own buttons, in a type that is not known here. Blanks
-// around it are part of it.
-void make_room_for_title(QMessageBox& box) {
-    auto* grid = qobject_cast<QGridLayout*>(box.layout());
-    if (!grid) return;
-    QFont type = QApplication::font("QDialog");
-    type.setBold(true);
-    const QFontMetrics metrics(type);
-    const int width = metrics.horizontalAdvance(box.windowTitle()) + 8 * metrics.height();
-    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
-}
-
 QMessageBox::Icon to_qt(Icon icon) {
     switch (icon) {
     case Icon::none: return QMessageBox::NoIcon;
@@ -61,6 +46,7 @@ Answer ask_message(const MessageBox& box) {
     const bool question = box.buttons == Buttons::yes_no;
     QMessageBox face;
     face.setObjectName("message_box");
+    face.setFont(QApplication::font("QDialog")); // the icon follows it
     face.setTextFormat(Qt::PlainText);
     // The texts part their lines by carriage returns.
     face.setText(QString::fromStdString(box.text).replace('\r', '\n'));
@@ -68,7 +54,6 @@ Answer ask_message(const MessageBox& box) {
     face.setIcon(to_qt(box.icon));
     face.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     if (question) face.setEscapeButton(QMessageBox::No); // also the frame's
-    make_room_for_title(face);
     pump_until_answered(face);
     if (!question) return Answer::ok;
     return face.standardButton(face.clickedButton()) == QMessageBox::Yes ? Answer::yes : Answer::no;

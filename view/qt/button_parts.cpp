@@ -24,7 +24,10 @@ ButtonLook look_of(const QStyleOption& option, const QWidget& widget) {
     const bool on_view = widget.property(on_view_property).toBool();
     if (!state.enabled) {
         const bool hatched = is_signal(colour);
-        const QColor pale = face::mixed(face::ground_of(widget), hatched ? face::steel : colour, 0.35);
+        // Nearly the ground, so that pale letters can be read on it.
+        const QColor ground = face::ground_of(widget);
+        const double share = ground.lightness() < 128 ? 0.12 : 0.35;
+        const QColor pale = face::mixed(ground, hatched ? face::steel : colour, share);
         return {pale, QColor(), QColor(), hatched};
     }
     const bool steel = colour == face::steel;
@@ -51,9 +54,8 @@ QRect without_ring(const QStyleOption& option, const PartState& state, const QWi
 PartState state_of(const QStyleOption& option) {
     const auto has = [&](QStyle::StateFlag flag) { return option.state.testFlag(flag); };
     const bool enabled = has(QStyle::State_Enabled);
-    return {enabled, enabled && has(QStyle::State_MouseOver),
-            enabled && has(QStyle::State_Sunken), enabled && has(QStyle::State_HasFocus),
-            has(QStyle::State_On)};
+    return {enabled, enabled && has(QStyle::State_MouseOver), enabled && has(QStyle::State_Sunken),
+            enabled && has(QStyle::State_HasFocus), has(QStyle::State_On)};
 }
 
 QRectF within(const QRectF& place, double pen_width) {

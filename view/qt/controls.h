@@ -85,9 +85,9 @@ class StrokePen {
 };
 
 // A drawing surface: a trace that a pen draws from left to right, over a faint grid and under its
-// title. When the drawing is cleared, the bars of the sweep before stay, dimmed, until the pen comes
-// near: it clears a gap of two bars ahead of itself. The surface keeps what was drawn, scales it with
-// itself, and paints only what is new.
+// title. When the drawing is cleared, the bars of the sweep before stay, dimmed, until the pen
+// comes near: it clears a gap of two bars ahead of itself. The surface keeps what was drawn, scales
+// it with itself, and paints only what is new.
 class PictureFace : public QWidget {
   public:
     PictureFace(const Widget& model, QWidget& parent);

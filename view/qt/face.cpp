@@ -53,9 +53,7 @@ void set_measure(QWidget& window, double measure) {
     window.setProperty(measure_property, std::max(least, measure));
 }
 
-int scaled(double px, const QWidget& widget) {
-    return std::max(1, qRound(px * measure(widget)));
-}
+int scaled(double px, const QWidget& widget) { return std::max(1, qRound(px * measure(widget))); }
 
 QColor ground_of(const QWidget& widget) {
     const QWidget* parent = widget.parentWidget();
@@ -80,7 +78,9 @@ int ring_room(const QWidget& widget) {
 }
 
 QColor ring_colour(const QColor& on) {
-    return contrast(on, accent) >= contrast(on, light_accent) ? accent : light_accent;
+    constexpr double least_contrast = 3;
+    if (contrast(on, accent) >= least_contrast) return accent;
+    return contrast(on, light_accent) >= least_contrast ? light_accent : deep_accent;
 }
 
 void draw_ring(QPainter& painter, const QRect& place, const QColor& on, const QWidget& widget) {

@@ -23,8 +23,9 @@ inline constexpr QColor ground = of(windows::paper), ink = of(windows::ink);
 inline constexpr QColor secondary(89, 98, 106); // units, legends, marks
 inline constexpr QColor rule(195, 201, 206);    // lines, grooves, lamps that are off
 inline constexpr QColor scroll_handle(150, 157, 163);
-inline constexpr QColor accent(11, 95, 165);    // focus, the panel on view, what is chosen
-inline constexpr QColor light_accent(150, 205, 250); // the same on a dark ground
+inline constexpr QColor accent(11, 95, 165);         // focus, the panel on view, what is chosen
+inline constexpr QColor light_accent(150, 205, 250); // the same on a dark ground,
+inline constexpr QColor deep_accent(4, 36, 74);      // and on one as light as the accent
 inline constexpr QColor waiting(176, 0, 0);          // edge of a field that waits for its number
 inline constexpr QColor steel = of(windows::steel);  // buttons
 inline constexpr QColor on_view(214, 214, 214);      // the button of the panel on view
@@ -38,7 +39,7 @@ constexpr double corner_px = 4, lower_edge_px = 4, outline_px = 1;
 constexpr double ring_px = 3, ring_gap_px = 1;
 constexpr double groove_px = 6, handle_length_px = 18, handle_breadth_px = 30, marker_px = 11;
 constexpr double record_air_px = 6; // on either side of a record's text
-constexpr double hatch_px = 9;       // from one hatch line to the next
+constexpr double hatch_px = 9;      // from one hatch line to the next
 
 // Type: the share of a table's size at which a part is set, and what ranks it.
 constexpr double button_share = 1.25, heading_share = 1.1, record_share = 1.2;
@@ -72,7 +73,6 @@ int ring_room(const QWidget& widget);
 void draw_ring(QPainter& painter, const QRect& place, const QColor& on, const QWidget& widget);
 QColor ring_colour(const QColor& on);
 // A heading in the painter's ink, over a rule along the lower edge of `line`.
-void draw_heading(QPainter& painter, const QRect& line, const QString& text,
-                  const QWidget& widget);
+void draw_heading(QPainter& painter, const QRect& line, const QString& text, const QWidget& widget);
 
 } // namespace zol::view::qt::face

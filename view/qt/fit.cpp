@@ -110,8 +110,7 @@ QFont sized(QFont font, double points, const QWidget& face) {
 
 // Each property is set, or a control would take over its group's.
 QFont ranked(const Widget& model, QFont font) {
-    if (!model.look.font_name.empty())
-        font.setFamily(QString::fromStdString(model.look.font_name));
+    if (!model.look.font_name.empty()) font.setFamily(QString::fromStdString(model.look.font_name));
     font.setWeight(model.look.font_bold ? QFont::Bold : QFont::Normal);
     font.setStretch(QFont::AnyStretch);
     font.setCapitalization(QFont::MixedCase);

@@ -15,8 +15,8 @@ namespace zol::view::qt {
 
 constexpr double least_points = 4.5;
 
-// Gives `face` its font at `points`, ranked by what it is for (view/qt/face.h), or the largest below
-// at which its text fits its size. Below the least size the letters grow narrower instead.
+// Gives `face` its font at `points`, ranked by what it is for (view/qt/face.h), or the largest
+// below at which its text fits its size. Below the least size the letters grow narrower instead.
 void fit_text(const Widget& model, QWidget& face, double points);
 
 // The same for a menu bar that is `width` pixels wide: none of its entries is pushed off.

@@ -6,6 +6,7 @@
 #include "view/qt/instrument_parts.h"
 #include "view/qt/large_figures.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
 #include <QStyleFactory>
@@ -121,14 +122,23 @@ QSize InstrumentStyle::sizeFromContents(ContentsType type, const QStyleOption* o
 
 namespace {
 
-// From the mark on, as broad as its text with the ring around it.
-QRect ring_around_text(const QStyleOption& option, const QWidget& widget, const QRect& contents) {
-    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
-    const int room = face::ring_room(widget) + face::scaled(3, widget);
-    const int text = option.fontMetrics.horizontalAdvance(button ? button->text : QString());
-    const QRect ring(contents.left() - room, option.rect.top(), text + 2 * room,
-                     option.rect.height());
-    return ring.intersected(option.rect);
+// Around the text of an option or a check box.
+QRect ring_around_text(const QStyle& style, const QAbstractButton& button) {
+    QStyleOptionButton option;
+    option.initFrom(&button);
+    option.text = button.text();
+    const bool is_option = button.inherits("QRadioButton");
+    const auto element = is_option ? QStyle::SE_RadioButtonContents : QStyle::SE_CheckBoxContents;
+    const QRect contents = style.subElementRect(element, &option, &button);
+    const int room = face::ring_room(button) + face::scaled(3, button);
+    const int text =
+        style
+            .itemTextRect(option.fontMetrics, contents,
+                          line_breaks(option.fontMetrics, option.text, contents.width()), true,
+                          option.text)
+            .width();
+    const QRect ring(contents.left() - room, 0, text + 2 * room, button.height());
+    return ring.intersected(button.rect());
 }
 
 } // namespace
@@ -140,14 +150,8 @@ QRect InstrumentStyle::subElementRect(SubElement element, const QStyleOption* op
     if (!widget) return plain;
     switch (element) {
     case SE_PushButtonContents:
-        return button_top(option->rect, option->state & State_Sunken,
-                          option->state & State_Enabled, widget);
-    case SE_RadioButtonFocusRect:
-        return ring_around_text(
-            *option, *widget, QProxyStyle::subElementRect(SE_RadioButtonContents, option, widget));
-    case SE_CheckBoxFocusRect:
-        return ring_around_text(
-            *option, *widget, QProxyStyle::subElementRect(SE_CheckBoxContents, option, widget));
+        return button_top(option->rect, option->state & State_Sunken, option->state & State_Enabled,
+                          widget);
     case SE_LineEditContents: {
         const auto* line = qobject_cast<const QLineEdit*>(widget);
         if (!line || !line->hasFrame()) return plain;
@@ -235,6 +239,7 @@ QIcon InstrumentStyle::standardIcon(StandardPixmap icon, const QStyleOption* opt
 
 void InstrumentStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                     QPainter* painter, const QWidget* widget) const {
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
     switch (element) {
     case PE_PanelButtonCommand: draw_button(*painter, *option, widget); return;
     case PE_IndicatorRadioButton: draw_option_mark(*painter, *option, widget); return;
@@ -248,7 +253,8 @@ void InstrumentStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
     case PE_FrameFocusRect:
         // Buttons and lists of the toolkit's own show their focus on their edge.
         if (!widget || widget->inherits("QPushButton") || widget->inherits("QComboBox")) return;
-        face::draw_ring(*painter, option->rect, face::ground_of(*widget), *widget);
+        face::draw_ring(*painter, button ? ring_around_text(*this, *button) : option->rect,
+                        face::ground_of(*widget), *widget);
         return;
     default: QProxyStyle::drawPrimitive(element, option, painter, widget);
     }

@@ -1,6 +1,6 @@
-// How buttons, marks, sliders, fields, lists, menus and boxes are drawn: in sizes that grow with the
-// window (view/qt/face.h), and so that it shows what is pointed at, pressed, focused, disabled, on
-// view or waiting for a number.
+// How buttons, marks, sliders, fields, lists, menus and boxes are drawn: in sizes that grow with
+// the window (view/qt/face.h), and so that it shows what is pointed at, pressed, focused, disabled,
+// on view or waiting for a number.
 #pragma once
 
 #include <QProxyStyle>

@@ -33,8 +33,7 @@ double foot_of(const Place& place) { return place.top + place.height; }
 
 } // namespace
 
-KeyLegend::KeyLegend(const Widget& window, QWidget& content)
-    : QWidget(&content), window_(window) {
+KeyLegend::KeyLegend(const Widget& window, QWidget& content) : QWidget(&content), window_(window) {
     setObjectName("Legend");
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
@@ -109,7 +108,8 @@ void KeyLegend::arrange() {
     items_.clear();
     QStringList spoken;
     for (const KeyHint& hint : keys_) {
-        items_.push_back({QString::fromStdString(hint.key), QString::fromStdString(hint.does), {}, {}});
+        items_.push_back(
+            {QString::fromStdString(hint.key), QString::fromStdString(hint.does), {}, {}});
         spoken << items_.back().key + ": " + items_.back().does;
     }
     setAccessibleName(spoken.join(", "));
@@ -133,17 +133,16 @@ void KeyLegend::place_items(int rows) {
         all += breadth_of(item, font());
     const double spare = rows * width() - all;
     const auto gaps = static_cast<double>(std::max<std::size_t>(1, items_.size() - 1));
-    const double gap = rows > 1 ? least_gap * em(font())
-                                : std::clamp(spare / gaps, least_gap * em(font()),
-                                             widest_gap * em(font()));
+    const double gap =
+        rows > 1 ? least_gap * em(font())
+                 : std::clamp(spare / gaps, least_gap * em(font()), widest_gap * em(font()));
     const double line = row_height_of(rows) * em(font());
     double left = 0, middle = (height() - (rows - 1) * line) / 2;
     const double cap = (rows > 1 ? low_cap_height : cap_height) * em(font());
     for (Item& item : items_) {
         const double breadth = breadth_of(item, font());
         if (left > 0 && left + breadth > width() + 0.5) left = 0, middle += line;
-        const double words =
-            QFontMetricsF(font()).horizontalAdvance(item.does);
+        const double words = QFontMetricsF(font()).horizontalAdvance(item.does);
         item.cap = QRectF(left, middle - cap / 2, breadth - words - cap_to_words * em(font()), cap);
         item.words = QRectF(left + breadth - words, middle - cap / 2, words + 1, cap);
         left += breadth + gap;

@@ -1,6 +1,6 @@
-// The legend of the keys: small outlined caps with their words, in the free band between a panel and
-// the last row of its window. It shows what the panel on view tells of its keys (Help::keys), and
-// gives way to any control of the band.
+// The legend of the keys: small outlined caps with their words, in the free band between a panel
+// and the last row of its window. It shows what the panel on view tells of its keys (Help::keys),
+// and gives way to any control of the band.
 #pragma once
 
 #include "view/widget.h"

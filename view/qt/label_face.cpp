@@ -44,8 +44,9 @@ void LabelFace::paintEvent(QPaintEvent*) {
     else if (role_.part == LabelPart::heading)
         draw_heading(painter);
     else
-        style()->drawItemText(&painter, text_place(), static_cast<int>(alignment()) | Qt::TextWordWrap,
-                              palette(), isEnabled(), text(), foregroundRole());
+        style()->drawItemText(&painter, text_place(),
+                              static_cast<int>(alignment()) | Qt::TextWordWrap, palette(),
+                              isEnabled(), text(), foregroundRole());
     if (focused) face::draw_ring(painter, rect(), face::ground_of(*this), *this);
 }
 

@@ -24,8 +24,8 @@ struct LabelRole {
 
 LabelRole label_role(const Widget& label);
 
-// A title and its unit. The unit is that of the title's text, behind two blanks, else that of a live
-// value's spoken name.
+// A title and its unit. The unit is that of the title's text, behind two blanks, else that of a
+// live value's spoken name.
 struct TitleTexts {
     QString title, unit;
 };

@@ -50,8 +50,8 @@ class Globe : public Movie {
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        const double line = std::clamp(std::min(width(), height()) / 28.0, 1.0,
-                                       2.0 * face::scaled(1, *this));
+        const double line =
+            std::clamp(std::min(width(), height()) / 28.0, 1.0, 2.0 * face::scaled(1, *this));
         const double radius = std::min(width(), height()) / 2.0 - line;
         painter.translate(width() / 2.0, height() / 2.0);
         const bool dark = face::ground_of(*this).lightness() < 128;

@@ -52,8 +52,7 @@ void draw_marker(QPainter& painter, const QStyleOptionSlider& slider, const Slid
     };
     painter.setPen(Qt::NoPen);
     painter.setBrush(slider.state.testFlag(QStyle::State_Enabled) ? face::secondary : face::rule);
-    painter.drawPolygon(
-        QPolygonF{point(0, 0), point(-side, side * 1.3), point(side, side * 1.3)});
+    painter.drawPolygon(QPolygonF{point(0, 0), point(-side, side * 1.3), point(side, side * 1.3)});
 }
 
 void draw_handle(QPainter& painter, const QStyleOptionSlider& slider, const QRect& handle,
@@ -67,7 +66,7 @@ void draw_handle(QPainter& painter, const QStyleOptionSlider& slider, const QRec
     const double line = face::scaled(face::outline_px, widget);
     const QPen pen = edge_pen(state, line);
     painter.setPen(pen);
-    painter.setBrush(!state.enabled   ? face::mixed(ground, face::steel, 0.35)
+    painter.setBrush(!state.enabled  ? face::mixed(ground, face::steel, 0.35)
                      : state.pressed ? face::steel.darker(122)
                      : state.hover   ? face::steel.lighter(109)
                                      : face::steel);
@@ -98,10 +97,11 @@ SliderPlaces slider_places(const QStyleOptionSlider& slider, const QWidget& widg
     const int middle = (breadth - ticks) / 2;
     if (across)
         return {{all.left() + room, all.top() + middle - groove / 2, length, groove},
-                {all.left() + room + at, all.top() + middle - handle_breadth / 2, handle, handle_breadth}};
-    return {{all.left() + middle - groove / 2, all.top() + room, groove, length},
-            {all.left() + middle - handle_breadth / 2, all.top() + room + at, handle_breadth,
-             handle}};
+                {all.left() + room + at, all.top() + middle - handle_breadth / 2, handle,
+                 handle_breadth}};
+    return {
+        {all.left() + middle - groove / 2, all.top() + room, groove, length},
+        {all.left() + middle - handle_breadth / 2, all.top() + room + at, handle_breadth, handle}};
 }
 
 void draw_slider(QPainter& painter, const QStyleOptionSlider& slider, const QWidget& widget,

@@ -12,8 +12,8 @@
 
 namespace zol::view::qt {
 
-// A lamp in its window's colour is off: an empty ring. One in a group stands for a lamp of the car's
-// own indicator and is never lit: a ring in that lamp's colour.
+// A lamp in its window's colour is off: an empty ring. One in a group stands for a lamp of the
+// car's own indicator and is never lit: a ring in that lamp's colour.
 void LampFace::paintEvent(QPaintEvent*) {
     const QColor glow = palette().color(backgroundRole());
     const bool off = glow == parentWidget()->palette().color(QPalette::Window);

@@ -71,9 +71,9 @@ QRect PictureFace::clear_for(QPainter& painter, const Stroke& bar) {
                            .toAlignedRect()
                            .intersected(rect());
     const double ratio = backdrop_.devicePixelRatio();
-    painter.drawPixmap(QRectF(area), backdrop_,
-                       QRectF(area.x() * ratio, area.y() * ratio, area.width() * ratio,
-                              area.height() * ratio));
+    painter.drawPixmap(
+        QRectF(area), backdrop_,
+        QRectF(area.x() * ratio, area.y() * ratio, area.width() * ratio, area.height() * ratio));
     painter.save();
     painter.setClipRect(area, Qt::IntersectClip);
     StrokePen pen(painter, model_, size());

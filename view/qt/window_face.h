@@ -57,8 +57,8 @@ class WindowFace : public QObject {
 
     Widget& model_;
     std::unique_ptr<QWidget> top_;
-    QWidget* content_;        // where the controls stand
-    QMenuBar* bar_ = nullptr; // windows with menus
+    QWidget* content_;            // where the controls stand
+    QMenuBar* bar_ = nullptr;     // windows with menus
     KeyLegend* legend_ = nullptr; // windows with panels
     double scale_x_ = 1, scale_y_ = 1;
     bool mirroring_ = false; // the program moves the focus, not the operator

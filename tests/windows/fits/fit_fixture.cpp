@@ -234,12 +234,29 @@ void FitFixture::expect_menus_whole(Widget& window) const {
     expect_drawn_whole(*bar, captions, window.name + "'s menu bar");
 }
 
+// Each word of it is within its band, and covers no control.
+void FitFixture::expect_legend_whole(Widget& window) const {
+    auto* legend = top(window).findChild<QWidget*>("Legend");
+    if (!legend || !legend->isVisible()) return;
+    const auto texts = drawn_texts(*legend);
+    EXPECT_GE(texts.size(), 16U) << "eight caps with their words";
+    for (const DrawnText& run : texts)
+        if (!run.text.trimmed().isEmpty())
+            expect_in_sight(run, "the legend", 96.0 / legend->logicalDpiY());
+    for (const Widget* w : window.controls) {
+        const QWidget& control = face(*w);
+        if (control.parentWidget() != legend->parentWidget() || !seen(control)) continue;
+        EXPECT_FALSE(control.geometry().intersects(legend->geometry())) << full_name(*w);
+    }
+}
+
 void FitFixture::expect_all(Widget& window) {
     expect_window_on_screen(top(window));
     expect_places(window);
     expect_longest_texts_whole(window);
     expect_texts_whole(window);
     expect_menus_whole(window);
+    expect_legend_whole(window);
 }
 
 } // namespace zol::view

@@ -27,6 +27,7 @@ class FitFixture : public WindowFixture, public testing::WithParamInterface<cons
     void expect_places(Widget& window) const;
     void expect_texts_whole(Widget& window) const;
     void expect_menus_whole(Widget& window) const;
+    void expect_legend_whole(Widget& window) const;
     // The same with each of the longest texts that a label or field can show.
     void expect_longest_texts_whole(Widget& window);
     void expect_all(Widget& window);

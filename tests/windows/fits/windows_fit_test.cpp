@@ -64,6 +64,19 @@ TEST_P(EveryWindowFits, MainWindowWithEachPanel) {
     expect_each_panel_fits();
 }
 
+// With nothing in the band of the legend.
+TEST_P(EveryWindowFits, LegendOfTheKeys) {
+    open(form1::Form1);
+    QWidget& window = top(form1::Form1);
+    const QSize given = window.size();
+    for (const QSize size : {given, QSize(given.width() * 7 / 10, given.height()), QSize(1, 1)}) {
+        window.resize(size);
+        settle();
+        EXPECT_TRUE(window.findChild<QWidget*>("Legend")->isVisible());
+        expect_legend_whole(form1::Form1);
+    }
+}
+
 TEST_P(EveryWindowFits, MainWindowMaximised) {
     open(form1::Form1);
     set_window_state(form1::Form1, WindowState::maximised);
