@@ -165,6 +165,20 @@ TEST_F(Face, FiguresOfItsTypeHaveOneWidth) {
     EXPECT_EQ(QApplication::font().families().first(), "Roboto Condensed");
 }
 
+// The verdict of a port test.
+TEST_F(Face, ItsInkGivesWayOnRed) {
+    set_back(Label1, red);
+    set_fore(Label1, windows::ink);
+    set_text(Label1, "IIIII");
+    top(Bench).resize(top(Bench).size() * 3); // letters broad enough to show their colour in full
+    settle();
+    const QImage image = picture(Label1);
+    int darkest = 255;
+    for (int x = 0; x < image.width(); ++x)
+        darkest = std::min(darkest, image.pixelColor(x, image.height() / 2).red());
+    EXPECT_LT(darkest, 20);
+}
+
 // The six live values are alike, also the one whose title has another ground in its table.
 TEST_F(Face, TitleOfLiveValueStandsOnWindowsGround) {
     open(form1::Form1);

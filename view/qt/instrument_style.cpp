@@ -281,8 +281,12 @@ void InstrumentStyle::drawItemText(QPainter* painter, const QRect& place, int fl
                                    const QPalette& palette, bool enabled, const QString& text,
                                    QPalette::ColorRole ink) const {
     QPalette legible = palette;
-    if (enabled && ink == QPalette::WindowText)
-        legible.setColor(ink, legible_on(palette.color(QPalette::Window), palette.color(ink)));
+    if (enabled && ink == QPalette::WindowText) {
+        const QColor ground = palette.color(QPalette::Window), letters = palette.color(ink);
+        // The program's own ink gives way earlier than a colour that was set.
+        legible.setColor(ink, letters == face::ink ? face::readable(ground, letters)
+                                                   : legible_on(ground, letters));
+    }
     if (!(flags & Qt::TextSingleLine)) {
         flags &= ~Qt::TextWordWrap;
         flags |= line_breaks(painter->fontMetrics(), text, place.width());

@@ -81,7 +81,8 @@ void KeyLegend::catch_up() {
                     qRound(place.width * x_scale_), qRound(place.height * y_scale_));
         arrange();
     }
-    if (isHidden() == shown) setVisible(shown);
+    const bool drawn = shown && has_room_;
+    if (isHidden() == drawn) setVisible(drawn);
 }
 
 double KeyLegend::breadth_of(const Item& item, const QFont& font) const {
@@ -122,6 +123,7 @@ void KeyLegend::arrange() {
         best = it, rows = tried;
     }
     setFont(best);
+    has_room_ = fits_in_rows(best, rows);
     place_items(rows);
     update();
 }

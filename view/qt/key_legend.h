@@ -39,6 +39,7 @@ class KeyLegend : public QWidget {
     double x_scale_ = 0, y_scale_ = 0, points_ = 0;
     std::vector<KeyHint> keys_; // as shown
     std::vector<Item> items_;
+    bool has_room_ = false; // a legend that would be cut is left out
 };
 
 } // namespace zol::view::qt

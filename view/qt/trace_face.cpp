@@ -1,7 +1,6 @@
 #include "view/qt/controls.h"
 #include "view/qt/face.h"
 #include "view/qt/mirror.h"
-#include "view/qt/spoken.h"
 
 #include <QEvent>
 #include <QPaintEvent>
@@ -114,7 +113,8 @@ void PictureFace::draw_texts(QPainter& painter) const {
     const int air = face::scaled(10, *this);
     const QRect line(air, face::scaled(4, *this), width() - 2 * air, fontMetrics().height());
     painter.setPen(face::trace_title);
-    painter.drawText(line, Qt::AlignLeft | Qt::TextSingleLine, spoken_name(model_));
+    painter.drawText(line, Qt::AlignLeft | Qt::TextSingleLine,
+                     QString::fromStdString(model_.help.name));
     painter.drawText(line, Qt::AlignRight | Qt::TextSingleLine,
                      QString::fromStdString(model_.look.text));
 }

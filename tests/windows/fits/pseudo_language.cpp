@@ -54,21 +54,34 @@ QMap<QString, QString> longest_messages(const QDir& source, const QDir& target) 
     return longest;
 }
 
-// The same for captions without a number, by control.
-QMap<QString, QString> longest_captions(const QDir& source, const QDir& target) {
+// The same of the lines of a section of the tips, by what stands before the sign.
+QMap<QString, QString> longest_lines(const QDir& source, const QString& wanted) {
     QMap<QString, QString> longest;
     for (const char* code : codes) {
-        const QString name = QString("tips_%1.ini").arg(code);
-        EXPECT_TRUE(QFile::copy(source.filePath(name), target.filePath(name)));
         QString section;
-        for (const QString& line : lines_of(source.filePath(name))) {
+        for (const QString& line : lines_of(source.filePath(QString("tips_%1.ini").arg(code)))) {
             if (line.startsWith('[')) section = line;
             const auto sign = line.indexOf(" = ");
-            if (section == "[captions]" && sign > 0)
+            if (section == wanted && sign > 0)
                 keep_longer(longest[line.left(sign)], stretched(line.mid(sign + 3)));
         }
     }
     return longest;
+}
+
+void write_tips(const QDir& source, const QDir& target) {
+    for (const char* code : codes) {
+        const QString name = QString("tips_%1.ini").arg(code);
+        EXPECT_TRUE(QFile::copy(source.filePath(name), target.filePath(name)));
+    }
+    QFile tips(target.filePath("tips_xx.ini"));
+    ASSERT_TRUE(tips.open(QFile::WriteOnly));
+    for (const char* section : {"[keys]", "[captions]"}) {
+        tips.write(section + QByteArray("\n"));
+        const auto lines = longest_lines(source, section);
+        for (const QString& name : lines.keys())
+            tips.write((name + " = " + lines[name] + '\n').toUtf8());
+    }
 }
 
 } // namespace
@@ -82,12 +95,7 @@ void write_language_files(const QString& folder) {
     for (const QString& header : messages.keys())
         file.write((header + '\n' + messages[header] + '\n').toUtf8());
 
-    const auto captions = longest_captions(source, target);
-    QFile tips(target.filePath("tips_xx.ini"));
-    ASSERT_TRUE(tips.open(QFile::WriteOnly));
-    tips.write("[captions]\n");
-    for (const QString& control : captions.keys())
-        tips.write((control + " = " + captions[control] + '\n').toUtf8());
+    write_tips(source, target);
 }
 
 } // namespace zol::view
