@@ -170,7 +170,7 @@ TEST_F(Face, ItsInkGivesWayOnRed) {
     set_back(Label1, red);
     set_fore(Label1, windows::ink);
     set_text(Label1, "IIIII");
-    top(Bench).resize(top(Bench).size() * 3); // letters broad enough to show their colour in full
+    top(Sample).resize(top(Sample).size() * 3); // letters broad enough to show their colour in full
     settle();
     const QImage image = picture(Label1);
     int darkest = 255;
