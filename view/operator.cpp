@@ -8,17 +8,18 @@
 namespace zol::view::operator_acts {
 namespace {
 
-int& acts_running = view_state.acts_running;
+std::vector<const Widget*>& acts = view_state.acts;
 
 // Counts an act while it runs. The destructor also runs when the end of the program unwinds the
 // stack.
 class Act {
   public:
-    explicit Act(const Widget& widget) : begun_(reachable(widget) && acts_running < deepest_acts) {
-        if (begun_) ++acts_running;
+    explicit Act(const Widget& widget)
+        : begun_(reachable(widget) && acts.size() < std::size_t{deepest_acts}) {
+        if (begun_) acts.push_back(&widget);
     }
     ~Act() {
-        if (begun_) --acts_running;
+        if (begun_) acts.pop_back();
     }
     Act(const Act&) = delete;
     Act& operator=(const Act&) = delete;

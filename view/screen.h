@@ -7,12 +7,16 @@
 
 #include "view/view.h"
 
+#include <map>
+#include <string>
+#include <vector>
+
 namespace zol::view {
 
 // Which part of a widget's look changed.
 enum class Aspect {
     text,
-    tip, // of the widget, or of the items of a combo box
+    tip, // of the widget, or of the items of a combo box; also the items' notes
     help,
     colours,
     value,
@@ -52,7 +56,8 @@ struct ViewState {
     Screen* screen = nullptr;
     std::vector<Widget*> shown; // windows; the last one is active
     const Widget* focus = nullptr;
-    int acts_running = 0; // operator's acts, nested in each other
+    std::vector<const Widget*> acts;              // of the operator, nested in each other
+    std::map<std::string, std::string> box_texts; // by their English
 };
 inline ViewState view_state;
 

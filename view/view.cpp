@@ -62,6 +62,7 @@ bool reachable(const Widget& widget) {
 void use_screen(Screen& screen) { the_view.screen = &screen; }
 
 void set_text(Widget& w, const std::string& text) {
+    ++w.times_set;
     if (assign(w, &Look::text, text, Aspect::text) && w.kind == Kind::label) run(w.on.change);
 }
 
@@ -150,11 +151,16 @@ void set_items(Widget& combo, std::vector<std::string> items) {
     combo.look.list_index = -1;
     combo.look.items = std::move(items);
     combo.look.item_tips.clear();
+    combo.look.item_notes.clear();
     if (combo.window->loaded) the_view.screen->changed(combo, Aspect::items);
 }
 
 void set_item_tips(Widget& combo, const std::vector<std::string>& tips) {
     assign(combo, &Look::item_tips, tips, Aspect::tip);
+}
+
+void set_item_notes(Widget& combo, const std::vector<ItemNote>& notes) {
+    assign(combo, &Look::item_notes, notes, Aspect::tip);
 }
 
 bool set_list_index(Widget& combo, int index) {
@@ -253,6 +259,10 @@ std::string input_box(const std::string& prompt, const std::string& title) {
 
 Colour colour_box(Colour start) { return the_view.screen->colour_box(start); }
 
+void offer_box_texts(std::map<std::string, std::string> texts) {
+    the_view.box_texts = std::move(texts);
+}
+
 void show_manual(const std::string& file, const std::string& topic) {
     the_view.screen->show_manual(file, topic);
 }
@@ -267,6 +277,7 @@ void reset() {
             for (Widget* w : *list) {
                 w->look = w->design;
                 w->help = {};
+                w->times_set = 0;
             }
     }
     the_view.shown.clear();

@@ -8,7 +8,10 @@
 
 #include "view/widget.h"
 
+#include <map>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace zol::view {
 
@@ -56,6 +59,7 @@ void set_range(Widget& slider_or_bar, double min, double max);
 void set_items(Widget& combo, std::vector<std::string> items); // leaves nothing selected
 // One tip for each item. set_items() removes them.
 void set_item_tips(Widget& combo, const std::vector<std::string>& tips);
+void set_item_notes(Widget& combo, const std::vector<ItemNote>& notes); // likewise
 bool set_list_index(Widget& combo, int index); // runs no handler; -1 selects none
 
 // Whether the operator can use the widget: its window is shown, and neither the widget nor any of
@@ -95,10 +99,14 @@ struct MessageBox {
     std::string title;
     Buttons buttons = Buttons::ok;
     Icon icon = Icon::none;
+    bool no_by_default = false; // Enter alone answers No
 };
 Answer message_box(const MessageBox& box); // closed by its title bar: ok, or no
 std::string input_box(const std::string& prompt, const std::string& title); // cancelled: empty
 Colour colour_box(Colour start);                                            // cancelled: `start`
+// What the toolkit's own boxes say, in the operator's language, by their English: "Yes", "No".
+// Boxes that open from now on use it; what is missing stays English.
+void offer_box_texts(std::map<std::string, std::string> texts);
 
 // Opens the manual's page `topic`, such as "de/index.htm". The pages are in the folder "manual"
 // next to `file`, which need not exist. Has no effect if the page cannot be shown.

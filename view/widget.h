@@ -72,6 +72,13 @@ struct Stroke {
     bool operator==(const Stroke&) const = default;
 };
 
+// What a list shows at the right of an item. Pale: there is nothing to choose.
+struct ItemNote {
+    std::string text;
+    bool pale = false;
+    bool operator==(const ItemNote&) const = default;
+};
+
 // Everything about a widget that can change. Members that a kind does not use keep their default.
 struct Look {
     std::string text; // caption, content of a text box, title of a window
@@ -85,6 +92,7 @@ struct Look {
     bool vertical = false;
     std::vector<std::string> items;     // combo box
     std::vector<std::string> item_tips; // combo box: one for each item, or none at all
+    std::vector<ItemNote> item_notes;   // combo box: one for each item, or none at all
     int list_index = -1;                // combo box: the selected item from 0, -1 for none
     bool visible = true;
     bool enabled = true;
@@ -242,6 +250,9 @@ struct Widget {
     Look look;
     Help help;
     Handlers on;
+    // How often its text was set, also to the one that it had: a value that is read again and again
+    // is alive even if it stays the same.
+    unsigned times_set = 0;
 
     // Windows only.
     bool loaded = false;
