@@ -70,6 +70,7 @@ view::Widget* const own_captions[] = {
     &form1::Label23,
     &form3::Label2,
     &centralina_attiva::Label1,
+    &form1::mnu_dump_parametri,
 };
 
 // In the order of the list, which is the order of the presets.

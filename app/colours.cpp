@@ -121,7 +121,9 @@ void colour_all_controls() {
 }
 
 void choose_text_colour() {
-    const view::Colour chosen = view::colour_box(text_colour().value_or(view::black));
+    // Where none is stored, the one that the labels have.
+    const view::Colour on_view = form1::Label_rpm.look.fore;
+    const view::Colour chosen = view::colour_box(text_colour().value_or(on_view));
     state.text_colour = std::to_string(chosen);
     for (view::Widget* control : form1::Form1.controls)
         if (control->kind == view::Kind::label && holds(text_coloured_by_dialog, control->name))

@@ -62,6 +62,8 @@ void read_texts(std::string content) {
                 texts.captions[names] = line;
             else if (section == "keys")
                 take_key(line);
+            else if (section == "boxes")
+                texts.boxes[names] = line;
             else
                 take_control(texts.windows[section], names, line);
         }
@@ -130,6 +132,7 @@ void apply_helper_texts() {
     auto content = texts_of(state.current_language);
     if (!content) content = texts_of("uk");
     read_texts(content.value_or(""));
+    view::offer_box_texts({texts.boxes.begin(), texts.boxes.end()});
     for (view::Widget* window : view::all_windows()) {
         const Section& section = texts.windows[window->name];
         for (const auto* list : {&window->controls, &window->menus})

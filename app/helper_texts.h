@@ -8,7 +8,8 @@
 // and units, which share the text but keep their own captions. An element of a control array uses
 // the line of its own name, else that of the array; "{n}" in the text is replaced by its number,
 // counted from 1. A text is cut after 2000 bytes. The section "keys" lists the keys of the main window
-// in the order of their legend: "key = cap | what it does".
+// in the order of their legend: "key = cap | what it does". The section "boxes" has the texts of the
+// toolkit's own boxes, by their English.
 #pragma once
 
 #include "view/widget.h"
@@ -37,7 +38,7 @@ struct HelperTextsState {
         std::string content;
         std::map<std::string_view, Section> windows;
         std::vector<Key> keys; // of the main window, in the order of its legend
-        std::map<std::string_view, std::string_view> captions, words;
+        std::map<std::string_view, std::string_view> captions, words, boxes;
     };
     Texts texts;                                                // of the present language
     std::map<const view::Widget*, std::vector<int>> parameters; // see note_parameters

@@ -57,14 +57,31 @@ std::optional<std::string> trouble_code_in(std::string_view content, const std::
     return as_utf8(shortened(trim(*description)));
 }
 
-std::optional<std::string> trouble_code_text(const std::string& code) {
+namespace {
+
+std::optional<std::string> trouble_code_file() {
     std::error_code error;
     auto file = application_file("\\language\\codici_eobd_" + state.current_language + ".ini");
     if (!std::filesystem::is_regular_file(file, error))
         file = application_file("\\language\\codici_eobd_uk.ini");
-    const auto content = read_file(file);
+    return read_file(file);
+}
+
+} // namespace
+
+std::optional<std::string> trouble_code_text(const std::string& code) {
+    const auto content = trouble_code_file();
     if (!content) return std::nullopt;
     return trouble_code_in(*content, code);
+}
+
+std::string trouble_code_note(const std::string& code) {
+    const auto content = trouble_code_file();
+    if (!content) return "";
+    auto rest = behind_header(without_mark(*content), "[" + code + "]");
+    if (!rest || !take_line(*rest)) return ""; // the description
+    const auto note = take_line(*rest);
+    return note ? as_utf8(shortened(trim(*note))) : "";
 }
 
 } // namespace zol::app

@@ -82,5 +82,7 @@ void set_message(view::Widget& control, int key, const std::string& suffix = "")
 std::optional<std::string> trouble_code_text(const std::string& code);
 // The same for the content of such a file.
 std::optional<std::string> trouble_code_in(std::string_view content, const std::string& code);
+// The long note alone, from the same files; empty if there is none.
+std::string trouble_code_note(const std::string& code);
 
 } // namespace zol::app

@@ -54,13 +54,24 @@ Reply faults_of_unit() {
     }
 }
 
+// The long note of a code is its tip.
+void show_fault(view::Widget& label, int fault) {
+    const std::string code = fault_code_text(fault);
+    view::set_text(label, code);
+    view::set_tip(label, code.starts_with('P') ? app::trouble_code_note(code) : "");
+}
+
+void empty_note_box() {
+    view::set_text(form1::Text_note_error, "");
+    view::set_tip(form1::Text_note_error, "");
+}
+
 // A fault is stored as two bytes, hundreds and the rest; the number of faults is a binary word.
 void show_faults(const Reply& reply) {
     for (std::size_t i = 0; i < fault_labels.size(); ++i) {
         const auto hundreds = reply.byte(first_fault_position + 2 * i);
         const auto rest = reply.byte(first_fault_position + 2 * i + 1);
-        if (hundreds && rest)
-            view::set_text(*fault_labels[i], fault_code_text(*hundreds * 100 + *rest));
+        if (hundreds && rest) show_fault(*fault_labels[i], *hundreds * 100 + *rest);
     }
     if (const auto count = reply.word(fault_count_position))
         view::set_text(form1::lbl_num_errori, std::to_string(*count));
@@ -75,7 +86,7 @@ void read_clicked() {
     view::Widget& button = form1::cmd_richiesta_par_diagnosi;
     set_pointers(button, Pointer::hourglass, Pointer::hourglass);
     view::set_enabled(button, false);
-    view::set_text(form1::Text_note_error, "");
+    empty_note_box();
     show_faults(faults_of_unit());
     set_pointers(button, Pointer::custom, Pointer::normal);
     view::set_enabled(button, true);
@@ -83,19 +94,23 @@ void read_clicked() {
 
 void clear_clicked() {
     set_pointers(form1::Command10, Pointer::hourglass, Pointer::hourglass);
-    view::set_text(form1::Text_note_error, "");
+    empty_note_box();
     for (int number = par::fault_1; number <= par::fault_count; ++number) {
         link::send_parameter(number, 0);
         wait_ms(link::send_settle_ms);
     }
-    for (view::Widget* label : fault_labels)
+    for (view::Widget* label : fault_labels) {
         view::set_text(*label, "0");
+        view::set_tip(*label, "");
+    }
     view::set_text(form1::lbl_num_errori, "0");
     set_pointers(form1::Command10, Pointer::custom, Pointer::normal);
 }
 
-// The lookup first puts the long note into the box; the short description then replaces it.
+// The lookup first puts the long note into the box; the short description then replaces it. The tip
+// of the box keeps the note.
 void explain(const view::Widget& label) {
+    view::set_tip(form1::Text_note_error, app::trouble_code_note(view::text(label)));
     if (const auto description = app::trouble_code_text(view::text(label)))
         view::set_text(form1::Text_note_error, *description);
 }

@@ -2,11 +2,13 @@
 
 #include "app/app_state.h"
 #include "app/captions.h"
+#include "app/helper_texts.h"
 #include "app/numbers.h"
 #include "app/settings_file.h"
 #include "app/window_scaling.h"
 #include "link/ecu_frames.h"
 #include "link/first_read.h"
+#include "link/port_test_failure.h"
 #include "link/port_tips.h"
 #include "link/program_end.h"
 #include "view/timers.h"
@@ -17,6 +19,7 @@
 #include "view/windows/style.h"
 
 #include <array>
+#include <optional>
 
 namespace zol::link {
 namespace {
@@ -63,24 +66,39 @@ void set_test_pointers(Pointer pointer) {
 }
 
 // One round of the port test, which has two. Any byte counts as an answer; a port that fails counts
-// as a silent unit.
-bool unit_answers() {
+// as a silent unit. Returns nothing if the unit answers, else why not and what to do.
+std::optional<std::string> test_failure() {
     set_test_pointers(Pointer::normal);
     if (port_is_open()) close_port();
     wait_ms(300);
     set_test_pointers(Pointer::hourglass);
-    if (open_port(port_of_entry(Combo1.look.list_index))) return false;
-    if (!send_command(Command::presence)) return false;
+    const double port = port_of_entry(Combo1.look.list_index);
+    if (const auto error = open_port(port)) return why_port_failed(static_cast<int>(port), *error);
+    if (!send_command(Command::presence)) return why_no_answer(static_cast<int>(port));
     wait_ms(500);
-    return !read_reply().empty();
+    if (read_reply().empty()) return why_no_answer(static_cast<int>(port));
+    return std::nullopt;
+}
+
+// The window shows the result's tip under it. The heading no longer says that the unit is silent
+// once it has answered.
+void explain_result(const std::optional<std::string>& failure) {
+    view::set_tip(Label2, failure.value_or(""));
+    const auto silent = app::own_caption(Label1);
+    if (!failure)
+        view::set_text(Label1, app::helper_word("unit answers"));
+    else if (silent)
+        view::set_text(Label1, *silent);
 }
 
 void test_clicked() {
     view::set_text(Label2, "");
+    view::set_tip(Label2, "");
     view::set_back(Label2, windows::paper);
-    bool good = unit_answers();
-    if (good) good = unit_answers(); // the first bytes may belong to an earlier request
-    if (good) {
+    auto failure = test_failure();
+    if (!failure) failure = test_failure(); // the first bytes may belong to an earlier request
+    explain_result(failure);
+    if (!failure) {
         view::set_enabled(Command_ok, true);
         view::set_back(Label2, view::green);
         view::set_text(Label2, "- OK TEST ESEGUITO -");

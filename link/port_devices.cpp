@@ -54,12 +54,18 @@ std::string with_target(const std::filesystem::path& device) {
     return device.string() + (error ? "" : " -> " + target.string());
 }
 
-std::string port_tip(int port_number) {
+PortDevice port_device(int port_number) {
     const auto device = device_of_port(port_number);
     std::error_code error;
     const bool there = std::filesystem::exists(device, error);
-    return "COM" + std::to_string(port_number) + ": " + with_target(device) + " (" +
-           app::helper_word(there ? "there" : "not there") + ")";
+    const auto target = std::filesystem::read_symlink(device, error);
+    return {error ? device.string() : target.string(), there};
+}
+
+std::string port_tip(int port_number) {
+    const bool there = port_device(port_number).is_there;
+    return "COM" + std::to_string(port_number) + ": " + with_target(device_of_port(port_number)) +
+           " (" + app::helper_word(there ? "there" : "not there") + ")";
 }
 
 } // namespace zol::link

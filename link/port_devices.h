@@ -30,6 +30,14 @@ std::filesystem::path place_of_found(int port_number);
 // The path; for a symbolic link also its target: "ports/com1 -> /dev/ttyUSB0".
 std::string with_target(const std::filesystem::path& device);
 
+// The name that the fitter knows the port's device by, which is the target if a link leads to it,
+// and whether it exists at this moment.
+struct PortDevice {
+    std::string name; // empty for a number that has no device
+    bool is_there;
+};
+PortDevice port_device(int port_number);
+
 // The tip of a port, in the operator's language: "COM1: /dev/ttyUSB0 (not there)", with a link's
 // target. Checks at each call whether the device exists.
 std::string port_tip(int port_number);

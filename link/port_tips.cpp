@@ -26,12 +26,17 @@ void refresh_menu() {
 void refresh_list() {
     view::Widget& list = centralina_attiva::Combo1;
     std::vector<std::string> tips;
+    std::vector<view::ItemNote> notes;
     std::string all;
     for (std::size_t entry = 0; entry < list.look.items.size(); ++entry) {
-        tips.push_back(port_tip(static_cast<int>(port_of_entry(static_cast<int>(entry)))));
+        const int number = static_cast<int>(port_of_entry(static_cast<int>(entry)));
+        tips.push_back(port_tip(number));
+        const PortDevice device = port_device(number);
+        notes.push_back({device.name, !device.is_there});
         all += (entry > 0 ? "\n" : "") + tips.back();
     }
     view::set_item_tips(list, tips);
+    view::set_item_notes(list, notes);
     view::set_tip(list, all);
 }
 

@@ -105,7 +105,8 @@ bool operator_confirms() {
     return view::message_box({.text = question.value_or(view::text(form1::mnu_reset_centralina)),
                               .title = "",
                               .buttons = view::Buttons::yes_no,
-                              .icon = view::Icon::question}) == view::Answer::yes;
+                              .icon = view::Icon::question,
+                              .no_by_default = true}) == view::Answer::yes;
 }
 
 // Repeats the reset command until the unit confirms it.

@@ -172,12 +172,13 @@ TEST_F(Colours, CancellingStoresTheColourBefore) {
     EXPECT_EQ(labels_in(255), both_lists());
 }
 
-TEST_F(Colours, WithoutAStoredColourTheDialogOpensWithBlack) {
+TEST_F(Colours, DialogOpensAtTheColourOnViewIfNoneIsStored) {
     start_with_colour("");
-    choose_colour(view::black);
-    EXPECT_THAT(screen.colour_boxes, testing::ElementsAre(view::black));
-    EXPECT_EQ(app::read_text_colour(), "0");
-    EXPECT_EQ(form1::Label_rpm.look.fore, view::black);
+    const view::Colour on_view = form1::Label_rpm.look.fore;
+    EXPECT_NE(on_view, view::black);
+    choose_colour(on_view);
+    EXPECT_THAT(screen.colour_boxes, testing::ElementsAre(on_view));
+    EXPECT_EQ(app::read_text_colour(), std::to_string(on_view)) << "cancelling stores it";
 }
 
 TEST_F(Colours, PollingContinuesWhileTheDialogIsOpen) {

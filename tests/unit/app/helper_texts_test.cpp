@@ -78,8 +78,8 @@ TEST_P(HelperFiles, DescribeEachControlOnce) {
             EXPECT_THAT(text, Not(HasSubstr("PAR_"))) << name << ": numbers come from the program";
         }
     }
-    EXPECT_EQ(sections.size(), view::all_windows().size() + 3)
-        << "the windows, [keys], [captions] and [words]";
+    EXPECT_EQ(sections.size(), view::all_windows().size() + 4)
+        << "the windows, [keys], [captions], [words] and [boxes]";
 }
 
 TEST_P(HelperFiles, HaveTheWordsForTextsOfTheProgram) {
@@ -87,7 +87,9 @@ TEST_P(HelperFiles, HaveTheWordsForTextsOfTheProgram) {
     std::vector<std::string> words;
     for (const auto& [word, text] : sections.at("words"))
         words.push_back(word);
-    EXPECT_THAT(words, ElementsAre("centre", "there", "not there", "terminal of a session"));
+    EXPECT_THAT(words, ElementsAre("centre", "there", "not there", "terminal of a session",
+                                   "no device", "no permission", "in use", "no answer",
+                                   "no port chosen", "unit answers"));
 }
 
 // Each key that the main window answers to, the automatic tuning first.
@@ -100,6 +102,20 @@ TEST_P(HelperFiles, NameEachKeyOfTheMainWindow) {
     }
     EXPECT_THAT(keys, ElementsAre("Ctrl+T", "Space", "Left Right", "Page Down Page Up", "Up Down",
                                   "Ctrl+G", "Ctrl+F", "Ctrl+V"));
+}
+
+// The toolkit asks for these by its own English.
+TEST_P(HelperFiles, HoldTheTextsOfTheToolkitsBoxes) {
+    const auto sections = tip_sections(GetParam()), english_sections = tip_sections("uk");
+    std::vector<std::string> here, english;
+    for (const auto& [text, translated] : sections.at("boxes")) {
+        here.push_back(text);
+        EXPECT_NE(translated, "") << text;
+    }
+    for (const auto& [text, translated] : english_sections.at("boxes"))
+        english.push_back(text);
+    EXPECT_EQ(here, english);
+    EXPECT_THAT(here, testing::IsSupersetOf({"OK", "Yes", "No", "Cancel", "Basic colors"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, HelperFiles, testing::Values("it", "uk", "pl", "de", "fr"));

@@ -23,7 +23,8 @@ const std::map<std::string, const Widget*> own = {
     {"Form1.Label21", &form1::Label21},
     {"Form1.Label23", &form1::Label23},
     {"Form3.Label2", &form3::Label2},
-    {"Centralina_Attiva.Label1", &centralina_attiva::Label1}};
+    {"Centralina_Attiva.Label1", &centralina_attiva::Label1},
+    {"Form1.mnu_dump_parametri", &form1::mnu_dump_parametri}};
 
 TipLines captions_of(const std::string& language) { return tip_sections(language)["captions"]; }
 

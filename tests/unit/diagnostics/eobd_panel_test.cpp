@@ -311,8 +311,8 @@ class FaultExplained : public FaultPanel {
 TEST_F(FaultExplained, ClickShowsTheShortDescription) {
     start_with_english_codes("uk");
     std::vector<std::string> notes;
-    screen.on_changed = [&](view::Widget& w, view::Aspect) {
-        if (&w == &Text_note_error) notes.push_back(text(w));
+    screen.on_changed = [&](view::Widget& w, view::Aspect aspect) {
+        if (&w == &Text_note_error && aspect == view::Aspect::text) notes.push_back(text(w));
     };
     explained("P0301");
     EXPECT_THAT(notes, ElementsAre("Plug, coil or injector.", "Cylinder 1 misfire"));

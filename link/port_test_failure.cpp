@@ -1,0 +1,41 @@
+#include "link/port_test_failure.h"
+
+#include "app/helper_texts.h"
+#include "link/port_devices.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <initializer_list>
+
+namespace zol::link {
+namespace {
+
+std::string with_device(const std::string& key, int port_number) {
+    std::string text = app::helper_word(key);
+    const std::string mark = "{device}";
+    if (const auto at = text.find(mark); at != std::string::npos)
+        text.replace(at, mark.size(), port_device(port_number).name);
+    return text;
+}
+
+// The serial port's text ends with the system's own for the cause.
+bool is_one_of(const std::string& error, std::initializer_list<int> causes) {
+    return std::any_of(causes.begin(), causes.end(),
+                       [&](int cause) { return error.ends_with(std::strerror(cause)); });
+}
+
+} // namespace
+
+std::string why_port_failed(int port_number, const std::string& error) {
+    if (port_device(port_number).name.empty()) return app::helper_word("no port chosen");
+    if (is_one_of(error, {ENOENT, ENODEV, ENXIO, EIO}))
+        return with_device("no device", port_number);
+    if (is_one_of(error, {EACCES, EPERM})) return with_device("no permission", port_number);
+    if (is_one_of(error, {EBUSY})) return with_device("in use", port_number);
+    return error;
+}
+
+std::string why_no_answer(int port_number) { return with_device("no answer", port_number); }
+
+} // namespace zol::link
