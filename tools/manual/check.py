@@ -32,7 +32,7 @@ class Reader(HTMLParser):
             self.pictures.append(values["src"])
         if tag in {"h1", "h2", "img", "li", "tr"}:
             self.shape.append(tag)
-        if tag not in {"img", "meta", "hr"}:
+        if tag not in {"img", "meta", "hr", "br"}:
             self.open.append(tag)
 
     def handle_endtag(self, tag):

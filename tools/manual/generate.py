@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes manual/<language>/ from text/<language>.txt and parameters.txt.
+"""Writes manual/<language>/ from text/<language>.txt, parameters.txt and the trouble codes of
+language/codici_eobd_<language>.ini.
 
   generate.py           writes the pages of each language that has a text file
   generate.py --check   writes nothing; fails if a committed page is out of date
@@ -13,6 +14,7 @@ The text files are made of these lines:
   | a | b |               a row of a table; the first row is the header
   !picture Caption        pictures/<language>/picture.png, or pictures/picture.png if there is none
   !!parameters            the table of parameters
+  !!codes                 links to the pages of the trouble codes, a page for each hundred
   anything else           a paragraph
 
 Within a line:
@@ -48,13 +50,14 @@ def shown_width(path):
 class Page:
     """Converts the lines of one chapter to HTML."""
 
-    def __init__(self, language, messages, words, chapters, parameters):
+    def __init__(self, language, messages, words, chapters, parameters, code_pages):
         self.language = language
         self.messages = messages
         self.own_captions = sources.read_own_captions(language)
         self.words = words
         self.titles = {chapter.name: chapter.title for chapter in chapters}
         self.parameters = parameters
+        self.code_pages = code_pages
 
     def caption(self, match):
         if match[1] not in self.messages:
@@ -128,6 +131,9 @@ class Page:
                 out.append(f"<h2>{self.inline(line[3:])}</h2>")
             elif line == "!!parameters":
                 out += self.parameter_table()
+            elif line == "!!codes":
+                links = [f'<li><a href="{name}.htm">{title}</a></li>' for name, title, _ in self.code_pages]
+                out += ["<ul>", *links, "</ul>"]
             elif line.startswith("!"):
                 out += self.picture(line)
             elif line.startswith("|"):
@@ -144,10 +150,30 @@ def page(language, title, body):
                       *body, "</body>", "</html>", ""])
 
 
+def code_pages_of(language):
+    """[(page, title, codes)] of the trouble codes, a page for each hundred: one for all would be slow to open."""
+    groups = {}
+    for code in sources.read_trouble_codes(language):
+        groups.setdefault(code[0][:3], []).append(code)
+    return [(f"codes-{group.lower()}", f"{codes[0][0]} \N{EN DASH} {codes[-1][0]}", codes)
+            for group, codes in groups.items()]
+
+
+def code_page(language, words, title, codes, after):
+    """The codes of one group, and the way to the next page."""
+    entries = [f"<p><b>{code}</b> <b>{html.escape(description, quote=False)}</b><br>{html.escape(note, quote=False)}</p>"
+               for code, description, note in codes]
+    ways = ['<a href="index.htm">' + html.escape(words["contents"]) + "</a>"]
+    if after:
+        ways.append(f'<a href="{after[0]}.htm">{after[1]} &rarr;</a>')
+    return page(language, title, [f"<h1>{title}</h1>", *entries, "<hr>", f"<p>{' | '.join(ways)}</p>"])
+
+
 def pages_of(language):
     """{file name: content} for the folder of one language."""
     words, chapters = sources.read_text(language)
-    maker = Page(language, sources.read_messages(language), words, chapters, sources.read_parameters())
+    code_pages = code_pages_of(language)
+    maker = Page(language, sources.read_messages(language), words, chapters, sources.read_parameters(), code_pages)
     files = {}
     for place, chapter in enumerate(chapters):
         body = [f"<h1>{html.escape(chapter.title)}</h1>", *maker.body(chapter.lines), "<hr>"]
@@ -156,6 +182,8 @@ def pages_of(language):
             after = chapters[place + 1]
             ways.append(f'<a href="{after.name}.htm">{html.escape(after.title)} &rarr;</a>')
         files[f"{chapter.name}.htm"] = page(language, chapter.title, body + [f"<p>{' | '.join(ways)}</p>"])
+    for (name, title, codes), after in zip(code_pages, code_pages[1:] + [None]):
+        files[f"{name}.htm"] = code_page(language, words, title, codes, after)
     colon = "\N{NO-BREAK SPACE}: " if language == "fr" else ": "
     entries = [f'<li><a href="{c.name}.htm">{html.escape(c.title)}</a>{colon}{html.escape(c.about)}</li>' for c in chapters]
     files["index.htm"] = page(language, words["title"], [
@@ -163,6 +191,7 @@ def pages_of(language):
         f"<h2>{html.escape(words['contents'])}</h2>", "<ol>", *entries, "</ol>"])
     lines = [f"{key}\t{words[key]}" for key in ("title", "search", "back", "not_found")]
     lines += [f"index.htm\t{words['contents']}"] + [f"{c.name}.htm\t{c.title}" for c in chapters]
+    lines += [f"{name}.htm\t{title}" for name, title, _ in code_pages]
     files["contents.txt"] = "\n".join(lines) + "\n"
     return files
 

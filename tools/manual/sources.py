@@ -94,6 +94,14 @@ def read_own_captions(language):
     return dict(line.split(" = ", 1) for line in section[1].splitlines())
 
 
+def read_trouble_codes(language):
+    """[(code, description, note)] of the trouble codes, in the order of the file."""
+    path = ROOT / "language" / f"codici_eobd_{language}.ini"
+    lines = path.read_text(encoding="utf-8").splitlines()
+    return [(head[1:-1], description, note) for head, description, note in zip(lines, lines[1:], lines[2:])
+            if re.fullmatch(r"\[P\d{4}\]", head)]
+
+
 def plain(text):
     """A caption as it is compared: single blanks, none at the ends."""
     return " ".join(text.split())
