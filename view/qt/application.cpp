@@ -1,5 +1,6 @@
 #include "view/qt/application.h"
 
+#include "view/qt/box_texts.h"
 #include "view/qt/colours.h"
 #include "view/qt/face.h"
 #include "view/qt/instrument_style.h"
@@ -54,6 +55,7 @@ void settle_look(QApplication& application) {
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, faded_on(face::steel, face::ink));
     QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
+    QCoreApplication::installTranslator(new BoxTexts(&application));
     correct_speech();
     application.setApplicationName("zol-injection");
     application.setApplicationDisplayName("");

@@ -7,18 +7,45 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+#include <QSpacerItem>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace zol::view::qt {
 namespace {
+
+// The title bar's own buttons and margins, in heights of a line.
+constexpr int title_bar_lines = 6;
+
+int width_of_title(const QDialog& box) {
+    QFont font = box.font();
+    font.setBold(true); // as many desktops have it
+    const QFontMetrics metrics(font);
+    return metrics.horizontalAdvance(box.windowTitle()) + title_bar_lines * metrics.height();
+}
+
+// The layout of a box alone decides on its size.
+void make_as_wide_as_title(QDialog& box) {
+    box.sizeHint(); // makes the layout
+    const int width = std::min(width_of_title(box), box.screen()->availableSize().width());
+    auto* breadth = new QSpacerItem(width, 0);
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(breadth, grid->rowCount(), 0, 1, grid->columnCount());
+    else
+        box.layout()->addItem(breadth);
+}
 
 // The box belongs to the window beneath it, but is not its child: that window may go first.
 void pump_until_answered(QDialog& box) {
     const QWidget* beneath = QApplication::activeWindow();
     box.setFont(QApplication::font("QDialog"));
+    make_as_wide_as_title(box);
     give_edge(box);
     box.setWindowModality(Qt::ApplicationModal);
     box.winId(); // makes the native window, which can be given its place above another
@@ -54,6 +81,7 @@ Answer ask_message(const MessageBox& box) {
     face.setIcon(to_qt(box.icon));
     face.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
     if (question) face.setEscapeButton(QMessageBox::No); // also the frame's
+    if (question && box.no_by_default) face.setDefaultButton(QMessageBox::No);
     pump_until_answered(face);
     if (!question) return Answer::ok;
     return face.standardButton(face.clickedButton()) == QMessageBox::Yes ? Answer::yes : Answer::no;

@@ -73,6 +73,15 @@ double luminance(const QColor& colour) {
            0.0722 * linear(colour.blueF());
 }
 
+constexpr double least_faded_contrast = 4.6;
+
+// `share` of the way from one colour to the other.
+QColor mixed(const QColor& from, const QColor& to, double share) {
+    const auto part = [share](int a, int b) { return qRound(a + share * (b - a)); };
+    return QColor(part(from.red(), to.red()), part(from.green(), to.green()),
+                  part(from.blue(), to.blue()));
+}
+
 bool fills_its_ground(const Widget& model) {
     switch (model.kind) {
     case Kind::option_button:
@@ -100,17 +109,17 @@ double contrast(const QColor& one, const QColor& other) {
     return std::max(a, b) / std::min(a, b);
 }
 
-QColor faded_on(const QColor& ground, const QColor& ink) {
-    constexpr double least_contrast = 4.6;
+double faded_share(const QColor& ground, const QColor& ink) {
     const QColor whole = legible_on(ground, ink);
-    const auto mixed = [&](double share) {
-        const auto part = [share](int from, int to) { return qRound(from + share * (to - from)); };
-        return QColor(part(whole.red(), ground.red()), part(whole.green(), ground.green()),
-                      part(whole.blue(), ground.blue()));
-    };
     for (double share = 0.5; share > 0; share -= 0.05)
-        if (contrast(ground, mixed(share)) >= least_contrast) return mixed(share);
-    if (contrast(ground, whole) >= least_contrast) return whole;
+        if (contrast(ground, mixed(whole, ground, share)) >= least_faded_contrast) return share;
+    return 0;
+}
+
+QColor faded_on(const QColor& ground, const QColor& ink) {
+    const QColor whole = legible_on(ground, ink);
+    const QColor faded = mixed(whole, ground, faded_share(ground, ink));
+    if (contrast(ground, faded) >= least_faded_contrast) return faded;
     return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
 }
 

@@ -19,6 +19,9 @@ QColor legible_on(const QColor& ground, const QColor& ink);
 // `ink` for what is disabled: up to halfway to the ground, but still to be read, at 4.5 : 1.
 QColor faded_on(const QColor& ground, const QColor& ink);
 
+// The share of the ground in that mixture, from 0 to 0.5.
+double faded_share(const QColor& ground, const QColor& ink);
+
 // From 1, for one and the same, to 21.
 double contrast(const QColor& one, const QColor& other);
 

@@ -2,8 +2,10 @@
 
 #include "view/operator.h"
 #include "view/qt/act.h"
+#include "view/qt/list_notes.h"
 #include "view/qt/movie.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -73,9 +75,13 @@ class OptionFace : public ModelledButton<QRadioButton> {
 // A list that tells when it opens, and opens by Enter.
 class ListFace : public QComboBox {
   public:
-    ListFace(Widget& model, QWidget& parent) : QComboBox(&parent), model_(model) {}
+    ListFace(Widget& model, QWidget& parent)
+        : QComboBox(&parent), model_(model), notes_(new ListNotes(model, *this)) {
+        setItemDelegate(notes_);
+    }
     void showPopup() override {
         post([&model = model_] { acts::open(model); });
+        view()->setMinimumWidth(notes_->wanted_width());
         QComboBox::showPopup();
     }
 
@@ -86,7 +92,13 @@ class ListFace : public QComboBox {
         else
             QComboBox::keyPressEvent(event);
     }
+    void paintEvent(QPaintEvent* event) override {
+        QComboBox::paintEvent(event);
+        QPainter painter(this);
+        notes_->draw_on_closed_list(painter);
+    }
     Widget& model_;
+    ListNotes* notes_;
 };
 
 template <typename Button>

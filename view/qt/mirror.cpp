@@ -96,6 +96,7 @@ void mirror_tip(const Widget& model, QWidget& face) {
         combo.setItemData(static_cast<int>(i),
                           plain_tip(QString::fromStdString(model.look.item_tips[i])),
                           Qt::ToolTipRole);
+    combo.update(); // its notes
 }
 
 void mirror_pointer(const Widget& model, QWidget& face) {

@@ -8,10 +8,15 @@
 namespace zol::view::qt {
 namespace {
 
-QString broken_into_lines(const QString& text) {
+// A line of up to `tolerated` characters stays whole.
+QString broken_into_lines(const QString& text, qsizetype tolerated) {
     constexpr qsizetype longest_line = 60;
     QStringList lines;
     for (const QString& paragraph : text.split('\n')) {
+        if (paragraph.size() <= tolerated) {
+            lines << paragraph;
+            continue;
+        }
         QString line;
         for (const QString& word : paragraph.split(' ')) {
             if (!line.isEmpty() && line.size() + 1 + word.size() > longest_line) {
@@ -28,8 +33,10 @@ QString broken_into_lines(const QString& text) {
 } // namespace
 
 QString tip_on_screen(const Widget& model) {
-    if (!model.look.tip.empty()) return plain_tip(QString::fromStdString(model.look.tip));
-    return plain_tip(broken_into_lines(QString::fromStdString(model.help.text)));
+    constexpr qsizetype path_of_a_device = 120;
+    const bool own = !model.look.tip.empty();
+    const QString text = QString::fromStdString(own ? model.look.tip : model.help.text);
+    return plain_tip(broken_into_lines(text, own ? path_of_a_device : 0));
 }
 
 QString spoken_name(const Widget& model) {

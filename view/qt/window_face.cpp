@@ -8,6 +8,7 @@
 #include "view/qt/key_legend.h"
 #include "view/qt/menus.h"
 #include "view/qt/mirror.h"
+#include "view/qt/signs.h"
 #include "view/qt/tab_order.h"
 #include "view/qt/window_edge.h"
 #include "view/timers.h"
@@ -91,6 +92,7 @@ WindowFace::WindowFace(Widget& window) : model_(window) {
     top_->installEventFilter(this);
     mirror_all(window, *top_);
     build_controls();
+    signs_ = std::make_unique<Signs>(*this, *content_);
     if (content_ != top_.get()) content_->installEventFilter(this);
     resize_to_model();
 }
@@ -233,6 +235,7 @@ void WindowFace::catch_up() {
     const QScopedValueRollback guard(mirroring_, true);
     if (std::exchange(size_due_, false)) resize_to_model();
     if (std::exchange(layout_due_, false)) lay_out();
+    signs_->catch_up();
     if (!std::exchange(show_due_, false)) return;
     if (!std::exchange(was_shown_, true) && model_.menus.empty()) stand_in_the_middle();
     show_state();
@@ -278,6 +281,7 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     // The unit of a title is in the spoken name of its value.
     if (aspect == Aspect::help && widget.kind == Kind::label) layout_due_ = true;
     if (legend_ && (aspect == Aspect::visible || aspect == Aspect::help)) legend_->catch_up();
+    signs_->changed(widget, aspect);
     if (aspect == Aspect::visible) mark_panel_button(widget);
     if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
 }

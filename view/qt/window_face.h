@@ -16,6 +16,7 @@ class QMenuBar;
 namespace zol::view::qt {
 
 class KeyLegend;
+class Signs;
 
 constexpr double twips_per_pixel = 15;
 
@@ -41,6 +42,7 @@ class WindowFace : public QObject {
     // Puts every control to its place. The operator may make the window larger or smaller than its
     // table: the content follows.
     void lay_out();
+    const Signs& signs() const { return *signs_; }
 
   private:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -68,6 +70,7 @@ class WindowFace : public QObject {
     std::unordered_map<const Widget*, QWidget*> controls_;
     std::unordered_map<const QObject*, Widget*> models_;
     std::unordered_map<const Widget*, QAction*> actions_;
+    std::unique_ptr<Signs> signs_; // goes before the controls that it draws on
 };
 
 } // namespace zol::view::qt

@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMenuBar>
 #include <QTest>
 
@@ -23,7 +24,11 @@ namespace {
 // The toolkit's name of the colour dialog's field for "#00ff00".
 constexpr const char* colour_field = "qt_colorname_lineedit";
 
-QAbstractButton* button_of(const QDialog& dialog, QString text) {
+// By its English text, in whatever language the box is.
+QAbstractButton* button_of(const QDialog& dialog, const QString& text) {
+    const auto* message = qobject_cast<const QMessageBox*>(&dialog);
+    if (message && text == "Yes") return message->button(QMessageBox::Yes);
+    if (message && text == "No") return message->button(QMessageBox::No);
     for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
         if (button->text().remove('&') == text) return button;
     return nullptr;

@@ -1,0 +1,132 @@
+// Values that are no longer read look so, and nothing of their data changes.
+#include "app/app_state.h"
+#include "link/activation.h"
+#include "maintenance/factory_reset.h"
+#include "tests/windows/unit_bench.h"
+#include "view/qt/colours.h"
+
+#include <QMessageBox>
+
+#include <algorithm>
+
+namespace zol::view {
+namespace {
+
+using namespace form1;
+
+constexpr int past_patience_ms = 2000; // three cycles of the polling, and the one under way
+
+class LiveValues : public UnitBench {
+  protected:
+    QImage picture(Widget& w) const { return face(w).grab().toImage(); }
+
+    // Of the colours in the middle of a label, where its figures are, against its ground.
+    static double contrast_of(const QImage& image) {
+        const QColor ground = image.pixelColor(2, image.height() - 3);
+        double most = 1;
+        for (int y = image.height() / 3; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                most = std::max(most, qt::contrast(ground, image.pixelColor(x, y)));
+        return most;
+    }
+};
+
+TEST_F(LiveValues, AreFreshWhilePollingGetsReplies) {
+    poll();
+    run_for(past_patience_ms);
+    for (const Widget* value : {&Label_rpm, &Label_tinj, &Label_temp, &Label_lambda, &label_liv2})
+        EXPECT_FALSE(is_stale(*value)) << value->name;
+}
+
+TEST_F(LiveValues, AreStaleWithTheCableOut) {
+    poll();
+    const double fresh = contrast_of(picture(Label_rpm));
+    const QImage lamp = picture(led_rpm[0]), trace = picture(Picture1);
+    const Look before = Label_rpm.look;
+    bool seen = false;
+    unit.plug(false);
+    later(past_patience_ms, [&] {
+        EXPECT_TRUE(is_stale(Label_rpm));
+        EXPECT_LT(contrast_of(picture(Label_rpm)), 0.6 * fresh) << "about half strength";
+        EXPECT_GT(contrast_of(picture(Label_rpm)), 4) << "can still be read";
+        EXPECT_NE(picture(led_rpm[0]), lamp);
+        EXPECT_NE(picture(Picture1), trace);
+        EXPECT_EQ(Label_rpm.look.text, before.text);
+        EXPECT_EQ(Label_rpm.look.fore, before.fore);
+        EXPECT_EQ(Label_rpm.look.tip, before.tip);
+        expect_mirrored();
+        seen = true;
+        unit.plug(true);
+    });
+    run_until([&] { return seen && !is_stale(Label_rpm); });
+    EXPECT_NEAR(contrast_of(picture(Label_rpm)), fresh, 0.5);
+    EXPECT_FALSE(is_stale(label_liv2));
+}
+
+TEST_F(LiveValues, HaveAPauseMarkWhenStale) {
+    poll();
+    const auto corner = [&] {
+        const QImage image = picture(Label_temp);
+        return image.copy(image.width() * 3 / 4, 0, image.width() / 4, image.height() / 4);
+    };
+    const QImage fresh = corner();
+    bool seen = false;
+    unit.plug(false);
+    later(past_patience_ms, [&] {
+        EXPECT_NE(corner(), fresh);
+        seen = true;
+        unit.plug(true);
+    });
+    run_until([&] { return seen && !is_stale(Label_temp); });
+    EXPECT_EQ(corner(), fresh);
+}
+
+TEST_F(LiveValues, AreStaleOnTheSettingsPanel) {
+    poll();
+    click(face(Command_impostazioni));
+    run_for(past_patience_ms + 500); // the panel's delayed stop
+    EXPECT_TRUE(is_stale(Label_rpm));
+    EXPECT_TRUE(is_stale(Label_level_attuale));
+    click(face(Command_engine));
+    run_until([&] { return !is_stale(Label_rpm); });
+}
+
+TEST_F(LiveValues, LambdaAloneIsFreshOnTheLambdaPanel) {
+    poll();
+    click(face(Command_lambda));
+    run_for(past_patience_ms + 500);
+    EXPECT_FALSE(is_stale(Label_lambda));
+    EXPECT_FALSE(is_stale(label_lambda_2));
+    EXPECT_TRUE(is_stale(Label_rpm));
+    EXPECT_TRUE(is_stale(Label_temp));
+    click(face(Command_engine));
+    run_until([&] { return !is_stale(Label_temp); });
+}
+
+TEST_F(LiveValues, AreStaleAfterAResetWasSent) {
+    poll();
+    maintenance::send_reset_only();
+    run_for(past_patience_ms);
+    EXPECT_TRUE(is_stale(Label_rpm)) << "the polling stays stopped";
+    EXPECT_NE(Label_rpm.look.text, "0");
+}
+
+// docs/not-bugs.md: the engine button in the middle of a repeated first read.
+TEST_F(LiveValues, AreStaleWhilePollingAndFirstReadMix) {
+    poll();
+    Form1.on.activate = link::main_window_activated;
+    app::state.controls_coloured = true;
+    bool seen = false;
+    later(1500, [&] { QTest::mouseClick(&face(Command_engine), Qt::LeftButton); });
+    later(5500, [&] {
+        EXPECT_TRUE(is_stale(Label_rpm));
+        seen = true;
+        QTest::mouseClick(&face(Command_impostazioni), Qt::LeftButton);
+    });
+    later(11500, [&] { QTest::mouseClick(&face(Command_engine), Qt::LeftButton); });
+    link::main_window_activated();
+    run_until([&] { return seen && !is_stale(Label_rpm); }, 30);
+}
+
+} // namespace
+} // namespace zol::view

@@ -1,0 +1,114 @@
+// The stripe that moves while the pointer is the hourglass, and the band at the foot of the main
+// window that names what takes long.
+#include "tests/windows/unit_bench.h"
+#include "view/qt/wait_signs.h"
+
+#include <QAbstractButton>
+#include <QMenuBar>
+#include <QMessageBox>
+
+namespace zol::view {
+namespace {
+
+using namespace test_window;
+
+template <typename T>
+T* part(QWidget& window, const QWidget* below = nullptr) {
+    for (QWidget* child : window.findChildren<QWidget*>())
+        if (auto* found = dynamic_cast<T*>(child); found && (!below || child->parent() == below))
+            return found;
+    return nullptr;
+}
+
+class WaitStripe : public QtBench {
+  protected:
+    WaitStripe() { open(Bench), open(Dialog); }
+    bool runs(Widget& window) const { return part<qt::WaitStripe>(top(window))->isVisible(); }
+};
+
+TEST_F(WaitStripe, RunsWhileAWindowShowsTheHourglass) {
+    EXPECT_FALSE(runs(Bench));
+    set_pointer(Bench, Pointer::hourglass);
+    settle();
+    EXPECT_TRUE(runs(Bench));
+    EXPECT_FALSE(runs(Dialog));
+    set_pointer(Bench, Pointer::normal);
+    settle();
+    EXPECT_FALSE(runs(Bench));
+}
+
+TEST_F(WaitStripe, RunsWhileAButtonShowsTheHourglass) {
+    set_pointer(Dialog_ok, Pointer::hourglass);
+    settle();
+    EXPECT_TRUE(runs(Dialog));
+    set_pointer(Dialog_ok, Pointer::custom);
+    settle();
+    EXPECT_FALSE(runs(Dialog));
+}
+
+TEST_F(WaitStripe, MovesDirectlyUnderTheMenuBar) {
+    set_pointer(Bench, Pointer::hourglass);
+    settle();
+    auto& stripe = *part<qt::WaitStripe>(top(Bench));
+    const auto* bar = top(Bench).findChild<QMenuBar*>();
+    EXPECT_EQ(stripe.mapTo(&top(Bench), QPoint(0, 0)).y(), bar->geometry().bottom() + 1);
+    EXPECT_EQ(stripe.height(), 4);
+    EXPECT_EQ(stripe.width(), top(Bench).width());
+    const QImage first = stripe.grab().toImage();
+    run_for(250);
+    EXPECT_NE(stripe.grab().toImage(), first);
+}
+
+class WaitBand : public UnitBench {
+  protected:
+    qt::WaitBand& band() const { return *part<qt::WaitBand>(top(form1::Form1)); }
+};
+
+TEST_F(WaitBand, ShowsTheTuningsOwnWordsInLargeType) {
+    EXPECT_FALSE(band().isVisible());
+    set_visible(form1::lbl_tuning, true);
+    set_text(form1::lbl_tuning, "-- WAIT TUNING... --");
+    settle();
+    EXPECT_TRUE(band().isVisible());
+    EXPECT_EQ(band().text(), "-- WAIT TUNING... --");
+    EXPECT_TRUE(part<qt::WaitStripe>(top(form1::Form1), &band())->isVisible());
+    EXPECT_GE(band().geometry().top(), face(form1::frame_engine).geometry().bottom());
+    EXPECT_LE(band().geometry().bottom(), face(form1::lbl_min).geometry().top());
+    set_visible(form1::lbl_tuning, false);
+    settle();
+    EXPECT_FALSE(band().isVisible());
+}
+
+TEST_F(WaitBand, LeavesButtonsAtTheFootInReach) {
+    set_visible(form1::lbl_tuning, true);
+    set_text(form1::lbl_tuning, "-- WAIT TUNING... --");
+    set_visible(form1::Command_scarico, true);
+    settle();
+    EXPECT_FALSE(band().geometry().intersects(face(form1::Command_scarico).geometry()));
+}
+
+TEST_F(WaitBand, NamesTheResetButNotWhileItAsks) {
+    QString during_question = "?", during_work;
+    answer<QMessageBox>("message_box", [&](QMessageBox& box) {
+        during_question = band().text();
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    later(4000, [&] { during_work = band().text(); });
+    bool over = false;
+    action(form1::mnu_reset_centralina).trigger();
+    later(4500, [&] {
+        answer<QMessageBox>("message_box", [&](QMessageBox& box) {
+            EXPECT_EQ(band().text(), "");
+            box.accept();
+            over = true;
+        });
+    });
+    run_until([&] { return over; }, 60);
+    settle();
+    EXPECT_EQ(during_question, "");
+    EXPECT_EQ(during_work.toStdString(), form1::mnu_reset_centralina.look.text);
+    EXPECT_FALSE(band().isVisible());
+}
+
+} // namespace
+} // namespace zol::view
