@@ -78,7 +78,7 @@ std::optional<std::string> trouble_code_text(const std::string& code) {
 std::string trouble_code_note(const std::string& code) {
     const auto content = trouble_code_file();
     if (!content) return "";
-    auto rest = behind_header(without_mark(*content), "[" + code + "]");
+    auto rest = after_header(without_mark(*content), "[" + code + "]");
     if (!rest || !take_line(*rest)) return ""; // the description
     const auto note = take_line(*rest);
     return note ? as_utf8(shortened(trim(*note))) : "";

@@ -31,17 +31,21 @@ bool is_code(const Widget& widget) { return std::ranges::find(codes, &widget) !=
 
 bool is_fault(const Widget& code) { return code.look.text.starts_with('P'); }
 
-// Over the label's ground, which the toolkit has filled in.
+// In place of the label's own painting, its ground included.
 void draw_no_fault(QLabel& face) {
-    constexpr double size_share = 0.7;
+    constexpr double size_share = 0.7, corner = 4;
     QFont light = face.font();
     light.setBold(false);
     light.setPointSizeF(light.pointSizeF() * size_share);
     const QPalette& palette = face.palette();
+    const QColor ground = palette.color(QPalette::Active, face.backgroundRole());
     QPainter painter(&face);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawRoundedRect(face.rect(), corner, corner);
     painter.setFont(light);
-    painter.setPen(faded_on(palette.color(QPalette::Active, face.backgroundRole()),
-                            palette.color(QPalette::Active, face.foregroundRole())));
+    painter.setPen(faded_on(ground, palette.color(QPalette::Active, face.foregroundRole())));
     painter.drawText(face.rect(), Qt::AlignCenter | Qt::TextSingleLine, face.text());
     if (!face.hasFocus()) return;
     QStyleOptionFocusRect option;
@@ -88,12 +92,12 @@ bool FaultMarks::eventFilter(QObject* watched, QEvent* event) {
     const Widget* code = code_of(watched, window_);
     if (!code || code->look.text.empty()) return false;
     auto& face = *static_cast<QLabel*>(watched);
-    if (!is_fault(*code)) {
+    if (is_fault(*code)) {
+        watched->event(event); // it draws itself first
+        draw_fault(face, code == explained_);
+    } else {
         draw_no_fault(face);
-        return true;
     }
-    watched->event(event); // it draws its text first
-    draw_fault(face, code == explained_);
     return true;
 }
 

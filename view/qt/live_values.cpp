@@ -45,7 +45,12 @@ void draw_veil(QWidget& face, bool is_lamp) {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.fillPath(outline, ground);
         } else {
-            painter.fillRect(face.rect(), ground);
+            // A tile's corners may be round, and have no text.
+            const double radius = label ? 4 * magnification(*face.window()) : 0;
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(ground);
+            painter.drawRoundedRect(face.rect(), radius, radius);
         }
         painter.setOpacity(1);
     }

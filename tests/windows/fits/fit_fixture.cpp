@@ -188,7 +188,11 @@ void FitFixture::expect_text_whole(const Widget& w) const {
         const int chosen = combo.currentIndex();
         for (int i = 0; i < combo.count(); ++i) {
             combo.setCurrentIndex(i);
-            expect_drawn_whole(it, combo.itemText(i), name);
+            // What the data says of an item follows it, drawn by the list itself.
+            const auto item = static_cast<std::size_t>(i);
+            const bool noted = item < w.look.item_notes.size();
+            const std::string note = noted ? w.look.item_notes[item].text : "";
+            expect_drawn_whole(it, combo.itemText(i) + QString::fromStdString(note), name);
         }
         combo.setCurrentIndex(chosen);
         break;

@@ -3,6 +3,8 @@
 
 #include "app/app_state.h"
 #include "app/message_catalogue.h"
+#include "app/message_catalogue.h"
+#include "link/port_test_failure.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
 #include "view/windows/form1.h"
@@ -20,6 +22,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+
+#include <cerrno>
+#include <cstring>
 
 namespace zol::view {
 namespace {
@@ -113,6 +118,21 @@ TEST_P(EveryWindowFits, SplashWindow) {
 TEST_P(EveryWindowFits, ConnectionDialog) {
     open(centralina_attiva::Centralina_Attiva);
     expect_all(centralina_attiva::Centralina_Attiva);
+}
+
+TEST_P(EveryWindowFits, ReasonsOfAFailedPortTest) {
+    open(centralina_attiva::Centralina_Attiva);
+    for (const std::string& reason :
+         {link::why_no_answer(1), link::why_port_failed(1, std::strerror(ENOENT)),
+          link::why_port_failed(1, std::strerror(EACCES)),
+          link::why_port_failed(1, std::strerror(EBUSY)), link::why_port_failed(0, "")}) {
+        set_tip(centralina_attiva::Label2, reason);
+        settle();
+        for (QLabel* line : top(centralina_attiva::Centralina_Attiva).findChildren<QLabel*>())
+            if (line->objectName().isEmpty() && line->isVisible())
+                expect_drawn_whole(*line, QString::fromStdString(reason), reason);
+    }
+    set_tip(centralina_attiva::Label2, "");
 }
 
 TEST_P(EveryWindowFits, ParameterWindow) {
