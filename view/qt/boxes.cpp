@@ -20,8 +20,8 @@
 namespace zol::view::qt {
 namespace {
 
-// The title bar's own buttons and margins, in heights of a line.
-constexpr int title_bar_lines = 6;
+// The title bar's own buttons and margins, and what its type is broader by, in heights of a line.
+constexpr int title_bar_lines = 10;
 
 int width_of_title(const QDialog& box) {
     QFont font = box.font();

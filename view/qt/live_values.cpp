@@ -1,7 +1,6 @@
 #include "view/qt/live_values.h"
 
 #include "view/qt/colours.h"
-#include "view/qt/instrument_parts.h"
 #include "view/qt/window_face.h"
 #include "view/timers.h"
 #include "view/windows/form1.h"
@@ -18,9 +17,8 @@ namespace {
 constexpr std::int64_t patience_us = 1'500'000;
 
 // Two bars in the upper right corner.
-void draw_pause_mark(QPainter& painter, const QWidget& face, const QColor& ink) {
-    const double height =
-        std::max(7.0, std::min(face.height() * 0.18, 9 * magnification(*face.window())));
+void draw_pause_mark(QPainter& painter, const QWidget& face, const QColor& ink, double share) {
+    const double height = std::max(7.0, face.height() * share);
     const double bar = height * 0.3, margin = std::max(2.0, height * 0.4);
     const QPointF corner(face.width() - margin - 3 * bar, margin);
     for (const double x : {0.0, 2 * bar})
@@ -46,7 +44,7 @@ void draw_veil(QWidget& face, bool is_lamp) {
             painter.fillPath(outline, ground);
         } else {
             // A tile's corners may be round, and have no text.
-            const double radius = label ? 4 * magnification(*face.window()) : 0;
+            const double radius = label ? face.height() / 16.0 : 0;
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
             painter.setBrush(ground);
@@ -54,7 +52,7 @@ void draw_veil(QWidget& face, bool is_lamp) {
         }
         painter.setOpacity(1);
     }
-    if (!is_lamp) draw_pause_mark(painter, face, faded_on(ground, ink));
+    if (!is_lamp) draw_pause_mark(painter, face, faded_on(ground, ink), label ? 0.18 : 0.09);
 }
 
 } // namespace
