@@ -1,6 +1,7 @@
 #include "view/qt/fault_marks.h"
 
 #include "view/qt/colours.h"
+#include "view/qt/fit.h"
 #include "view/qt/instrument_style.h"
 #include "view/qt/mirror.h"
 #include "view/qt/window_face.h"
@@ -36,7 +37,8 @@ void draw_no_fault(QLabel& face) {
     constexpr double size_share = 0.7, corner = 4;
     QFont light = face.font();
     light.setBold(false);
-    light.setPointSizeF(light.pointSizeF() * size_share);
+    const double least = least_points * 96.0 / face.logicalDpiY();
+    light.setPointSizeF(std::max(least, light.pointSizeF() * size_share));
     const QPalette& palette = face.palette();
     const QColor ground = palette.color(QPalette::Active, face.backgroundRole());
     QPainter painter(&face);
