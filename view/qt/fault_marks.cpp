@@ -1,6 +1,7 @@
 #include "view/qt/fault_marks.h"
 
 #include "view/qt/colours.h"
+#include "view/qt/face.h"
 #include "view/qt/fit.h"
 #include "view/qt/instrument_style.h"
 #include "view/qt/mirror.h"
@@ -60,7 +61,7 @@ void draw_fault(QLabel& face, bool explained) {
     const double bar = std::max(4.0, face.height() / 7.0), pen = std::max(2.0, bar / 2);
     painter.fillRect(QRectF(explained ? pen : 0, 0, bar, face.height()), QColor(200, 0, 0));
     if (!explained) return;
-    painter.setPen(QPen(chosen_ground, pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setPen(QPen(face::accent, pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(QRectF(face.rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));
 }
 

@@ -1,6 +1,6 @@
 #include "view/qt/wait_signs.h"
 
-#include "view/qt/instrument_style.h"
+#include "view/qt/face.h"
 #include "view/qt/mirror.h"
 #include "view/qt/window_face.h"
 #include "view/windows/form1.h"
@@ -71,7 +71,7 @@ void WaitStripe::paintEvent(QPaintEvent*) {
     const double at = static_cast<double>(since_.elapsed() % round_ms) / round_ms;
     QPainter painter(this);
     painter.fillRect(rect(), track);
-    painter.fillRect(QRectF(at * (width() + piece) - piece, 0, piece, height()), chosen_ground);
+    painter.fillRect(QRectF(at * (width() + piece) - piece, 0, piece, height()), face::accent);
 }
 
 WaitBand::WaitBand(const WindowFace& main_window, QWidget& parent)
