@@ -30,9 +30,10 @@ MAY_INCLUDE = {
     "view/headless": {"view", "view/headless"},
     "view/qt": WIDGETS | {"view/qt"},
     "simulator": {"simulator"},
+    "logbook": {"app", "link", "logbook"},
 }
 # The logic names a parameter by its identifier in link/parameter_catalogue.h.
-LOGIC = {"app", "app/program", "link", "monitor", "calibration", "diagnostics", "maintenance"}
+LOGIC = {"app", "app/program", "link", "monitor", "calibration", "diagnostics", "maintenance", "logbook"}
 BARE_PARAMETER = re.compile(
     r"\b(?:send_parameter|write_parameter|parameter)\(\s*\d"
     r"|\bnote_parameters\([^;{]*\{[^}]*?\b\d"

@@ -60,12 +60,13 @@ std::string read_until(int fd, Enough enough, int ms = patience_ms) {
 
 class RunningProgram {
   public:
-    explicit RunningProgram(const std::vector<std::string>& arguments) {
+    explicit RunningProgram(const std::vector<std::string>& arguments,
+                            const char* program = CONTROL_UNIT) {
         std::array<int, 2> in{}, out{}, err{};
         EXPECT_EQ(pipe2(in.data(), O_CLOEXEC) | pipe2(out.data(), O_CLOEXEC) |
                       pipe2(err.data(), O_CLOEXEC),
                   0);
-        std::vector<char*> words{const_cast<char*>(CONTROL_UNIT)};
+        std::vector<char*> words{const_cast<char*>(program)};
         for (const std::string& argument : arguments)
             words.push_back(const_cast<char*>(argument.c_str()));
         words.push_back(nullptr);
@@ -74,7 +75,7 @@ class RunningProgram {
             dup2(in[0], 0);
             dup2(out[1], 1);
             dup2(err[1], 2);
-            execv(CONTROL_UNIT, words.data());
+            execv(program, words.data());
             _exit(127);
         }
         close(in[0]);
@@ -111,6 +112,7 @@ class RunningProgram {
         const auto from = said.find(" on ") + 4;
         return said.substr(from, said.find_first_of(",\n", from) - from);
     }
+    pid_t process() const { return pid_; }
     void signal(int number) { kill(pid_, number); }
     int exit_code() {
         const auto end = Clock::now() + std::chrono::milliseconds(patience_ms);

@@ -1,0 +1,119 @@
+#include "logbook/help.h"
+
+namespace zol::logbook {
+namespace {
+
+constexpr std::string_view program_text = R"(NAME
+    zol-logbook - records and reads what passes on a control unit's serial line
+
+SYNOPSIS
+    zol-logbook record --car REGISTRATION [--port N] [--device PATH]
+                       [--folder PATH] [--data PATH]
+    zol-logbook release [--folder PATH]
+    zol-logbook check FILE
+    zol-logbook COMMAND --help
+    zol-logbook --help | --version
+
+COMMANDS
+    record
+        Passes every byte between the adapter and the tool, and records it.
+    release
+        Removes links that a killed "record" has left behind.
+    check FILE
+        Says what is in a recording and whether it is whole.
+
+EXIT STATUS
+    0 when the command was carried out, 1 when it could not be, 2 for wrong
+    arguments.
+)";
+
+constexpr std::string_view record_text = R"(SYNOPSIS
+    zol-logbook record --car REGISTRATION [--port N] [--device PATH]
+                       [--folder PATH] [--data PATH]
+
+DESCRIPTION
+    Start it before the tool. It opens the serial adapter, makes the link
+    ports/com1 in the tool's application folder, and passes every byte both ways.
+    The tool is started as usual and needs no setting. An interrupt (Ctrl+C) ends
+    the recording and removes the link; the tool, started again, then opens the
+    adapter itself.
+
+    While the adapter is pulled, used by another program or forbidden, there is no
+    link. Once the same adapter is back, the link is made again, and a tool that is
+    still running goes on with it.
+
+    If the program is killed, a second process of it writes what was recorded to
+    the end and removes the link. If both are killed, as by a power cut, "record"
+    or "release" removes the link at the next start.
+
+    A disk that is full or slow never delays the line: the recording stops with a
+    message, and bytes are passed on.
+
+OPTIONS
+    --car REGISTRATION
+        The car, as the name of a folder. Needed.
+    --port N
+        The port number of the tool, 1 to 8. Without it: 1.
+    --device PATH
+        The adapter. Without it the one that the tool would open for the number:
+        /dev/ttyUSB0 for 1, /dev/ttyUSB1 for 2, /dev/ttyACM0 and 1 for 3 and 4,
+        /dev/ttyS0 to 3 for 5 to 8.
+    --folder PATH
+        The tool's application folder. Without it the folder of this program, if it
+        has a folder "ports", else the user's own, ~/.local/share/zol-injection.
+    --data PATH
+        Where the recordings go. Without it "logbook" in the application folder.
+
+FILES
+    <data>/<registration>/<date>-<n>.zlog
+        The recording, described in docs/recording-format.md.
+    <folder>/ports/com<n>
+        The link. One that this program did not make is never changed: "record"
+        then asks for another port number.
+    <folder>/ports/.com<n>.logbook
+        Says which link is this program's, while it runs.
+)";
+
+constexpr std::string_view release_text = R"(SYNOPSIS
+    zol-logbook release [--folder PATH]
+
+DESCRIPTION
+    Removes the links in the folder "ports" that a "record" has left behind, which
+    was killed together with its second process. The link of one that runs stays,
+    and so does any link that "record" did not make.
+
+OPTIONS
+    --folder PATH
+        The tool's application folder, found as for "record".
+)";
+
+constexpr std::string_view check_text = R"(SYNOPSIS
+    zol-logbook check FILE
+
+DESCRIPTION
+    Reads the recording FILE from beginning to end and prints the car, the start,
+    the port, the time that it covers and the number of bytes each way. A last
+    line that is not whole, as a power cut leaves it, is left out and reported. Any
+    other wrong line is named by its number, with what to do, and the exit status
+    is 1.
+)";
+
+struct Text {
+    std::string_view command, text;
+};
+constexpr Text texts[] = {
+    {"", program_text},
+    {"record", record_text},
+    {"release", release_text},
+    {"check", check_text},
+};
+
+} // namespace
+
+std::string_view help_text(std::string_view command) {
+    for (const Text& one : texts)
+        if (one.command == command) return one.text;
+    return program_text;
+}
+
+} // namespace zol::logbook

@@ -1,0 +1,178 @@
+// What passes between the tool and the adapter, and what the recording holds of it.
+#include "tests/support/small_disk.h"
+#include "tests/unit/logbook/forwarding.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <sys/file.h>
+
+namespace zol::logbook {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST_F(Forwarding, EveryBytePassesToTheUnit) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    const Bytes all = every_byte(2);
+    ASSERT_TRUE(port.write(all));
+    EXPECT_EQ(cable.receive(all.size()), all);
+}
+
+TEST_F(Forwarding, EveryBytePassesToTheTool) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    const Bytes all = every_byte(2);
+    cable.send(all);
+    EXPECT_EQ(read_port(all.size()), all);
+}
+
+TEST_F(Forwarding, LongStreamsKeepTheirOrder) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    for (int round = 0; round < 40; ++round) {
+        const Bytes all = every_byte(4);
+        cable.send(all);
+        ASSERT_TRUE(port.write(all));
+        ASSERT_EQ(read_port(all.size()), all) << round;
+        ASSERT_EQ(cable.receive(all.size()), all) << round;
+    }
+}
+
+TEST_F(Forwarding, RecordingHoldsWhatPassed) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    ASSERT_TRUE(port.write(status_request));
+    ASSERT_EQ(cable.receive(5), status_request);
+    const Bytes reply = every_byte(1);
+    cable.send(reply);
+    ASSERT_EQ(read_port(reply.size()), reply);
+    port.close();
+    EXPECT_TRUE(soon([&] { return recorded().notes.find("port closed") != std::string::npos; }));
+    program->signal(SIGINT);
+    EXPECT_EQ(program->exit_code(), 0);
+    EXPECT_EQ(recorded().requests, status_request);
+    EXPECT_EQ(recorded().replies, reply);
+    EXPECT_EQ(recorded().notes, "adapter opened " + adapter.string() +
+                                    "\nport opened\nsettings 9600,n,8,1\nport closed\nend\n");
+}
+
+TEST_F(Forwarding, HeaderNamesCarAndPort) {
+    start()->signal(SIGTERM);
+    RecordingHeader header;
+    EXPECT_EQ(read_recording(recording(), header, [](const Event&) {}).wrong, "");
+    EXPECT_EQ(header.car, "AB-123");
+    EXPECT_EQ(header.device, adapter);
+    EXPECT_EQ(header.port, "COM1");
+    EXPECT_THAT(header.started, testing::MatchesRegex("....-..-..T..:..:..[+-]..:.."));
+}
+
+TEST_F(Forwarding, ReplyToAClosedPortIsNotKept) {
+    auto program = start();
+    cable.send(status_request);
+    ASSERT_TRUE(soon([&] { return recorded().replies == status_request; }));
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    ASSERT_TRUE(port.write({status_request}));
+    EXPECT_EQ(cable.receive(5), status_request);
+    EXPECT_EQ(port.read_all(), Bytes());
+}
+
+TEST_F(Forwarding, UnreadReplyIsGoneAfterAReopening) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    cable.send(status_request);
+    ASSERT_TRUE(soon([&] { return recorded().replies == status_request; }));
+    port.close();
+    ASSERT_TRUE(soon([&] { return recorded().notes.find("port closed") != std::string::npos; }));
+    ASSERT_EQ(port.open(), std::nullopt);
+    EXPECT_EQ(port.read_all(), Bytes());
+}
+
+TEST_F(Forwarding, WaitingCostsNothing) {
+    auto program = start();
+    const long before = program->used_ticks();
+    usleep(500'000);
+    EXPECT_LE(program->used_ticks() - before, 2);
+}
+
+TEST_F(Forwarding, FullDiskStopsTheRecordingOnly) {
+    fs::create_directories(folder / "logbook");
+    const auto not_possible = tests::on_small_disk(folder / "logbook", 16384, [this] {
+        auto program = start();
+        ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+        const Bytes block = every_byte(4);
+        for (int round = 0; round < 20; ++round) {
+            ASSERT_TRUE(port.write(block));
+            ASSERT_EQ(cable.receive(block.size()), block) << round;
+        }
+        EXPECT_THAT(program->complaint(),
+                    AllOf(HasSubstr("Recording has stopped"), HasSubstr("No space left"),
+                          HasSubstr("The line goes on")));
+        EXPECT_FALSE(recorded().requests.empty());
+    });
+    if (not_possible) GTEST_SKIP() << *not_possible;
+}
+
+TEST_F(Forwarding, LineGoesOnWithoutTheRecorder) {
+    auto program = start();
+    const std::string id = std::to_string(program->process());
+    const std::string children = text_of("/proc/" + id + "/task/" + id + "/children");
+    ASSERT_NE(children, "");
+    ::kill(std::stoi(children), SIGKILL);
+    EXPECT_THAT(program->complaint(), HasSubstr("Recording has stopped"));
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    ASSERT_TRUE(port.write(status_request));
+    EXPECT_EQ(cable.receive(5), status_request);
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->exit_code(), 0);
+    EXPECT_FALSE(link_is_there());
+}
+
+// From a write on one side to the moment at which the other side can read it.
+struct Delays {
+    double median_ms, most_ms;
+};
+
+Delays measure(int from, int to) {
+    std::vector<double> all;
+    for (int i = 0; i < 150; ++i) {
+        const auto began = sim::Clock::now();
+        EXPECT_EQ(::write(from, status_request.data(), 5), 5);
+        std::size_t got = 0;
+        while (got < 5) {
+            pollfd ready{to, POLLIN, 0};
+            std::uint8_t block[16];
+            if (::poll(&ready, 1, 5000) != 1) return {1e9, 1e9};
+            got += static_cast<std::size_t>(std::max<ssize_t>(0, ::read(to, block, sizeof block)));
+        }
+        all.push_back(std::chrono::duration<double, std::milli>(sim::Clock::now() - began).count());
+        usleep(2000);
+    }
+    std::sort(all.begin(), all.end());
+    return {all[all.size() / 2], all.back()};
+}
+
+// Another program on a busy machine may take the processor from a whole round.
+TEST_F(Forwarding, DelayIsAMillisecondInTheMedian) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    const int tool = ::open(com1.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    bool kept = false;
+    for (int round = 0; round < 10 && !kept; ++round) {
+        const Delays there = measure(tool, cable.far_end), back = measure(cable.far_end, tool);
+        std::cout << "request: median " << there.median_ms << " ms, at most " << there.most_ms
+                  << " ms; reply: median " << back.median_ms << " ms, at most " << back.most_ms
+                  << " ms\n";
+        kept =
+            there.median_ms <= 1 && back.median_ms <= 1 && there.most_ms <= 5 && back.most_ms <= 5;
+    }
+    ::close(tool);
+    EXPECT_TRUE(kept);
+}
+
+} // namespace
+} // namespace zol::logbook
