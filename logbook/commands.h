@@ -13,6 +13,8 @@ using Words = std::span<const char* const>;
 inline constexpr int done = 0, failed = 1, wrong_words = 2;
 
 int check_command(Words words);
+int show_command(Words words);
+int csv_command(Words words);
 int record_command(Words words);
 int release_command(Words words);
 

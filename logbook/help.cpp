@@ -11,6 +11,8 @@ SYNOPSIS
                        [--folder PATH] [--data PATH]
     zol-logbook release [--folder PATH]
     zol-logbook check FILE
+    zol-logbook show [--all] FILE
+    zol-logbook csv [--separator NAME] FILE
     zol-logbook COMMAND --help
     zol-logbook --help | --version
 
@@ -21,6 +23,10 @@ COMMANDS
         Removes links that a killed "record" has left behind.
     check FILE
         Says what is in a recording and whether it is whole.
+    show FILE
+        Shows a recording in words: writes, commands, answers, counts.
+    csv FILE
+        Prints a recording as a table for a spreadsheet.
 
 EXIT STATUS
     0 when the command was carried out, 1 when it could not be, 2 for wrong
@@ -98,14 +104,54 @@ DESCRIPTION
     is 1.
 )";
 
+constexpr std::string_view show_text = R"(SYNOPSIS
+    zol-logbook show [--all] FILE
+
+DESCRIPTION
+    Prints what passed in the recording FILE, one line each, with the time in
+    seconds: what the tool wrote and asked, what the unit answered, and what
+    happened to the port. A write has the parameter's name, its value before, where
+    an image or an earlier write tells it, and its new value with the unit.
+
+    The end counts the requests whose answer came in time, came only after the
+    request had been repeated or given up (late), or did not come (lost), and the
+    answers that had a wrong echo or were too short (garbled).
+
+OPTIONS
+    --all
+        Also the status and the live data, which the tool asks for three times a
+        second.
+)";
+
+constexpr std::string_view csv_text = R"(SYNOPSIS
+    zol-logbook csv [--separator comma | semicolon | tab] FILE
+
+DESCRIPTION
+    Prints a table of the recording FILE on standard output: one row for each status
+    telegram, each telegram of live data and each write, with the time in seconds
+    since the recording began. The header names the units. Columns that a row has no
+    value for are empty.
+
+    Rows and quotes are those of RFC 4180, in UTF-8 with a byte-order mark.
+
+OPTIONS
+    --separator NAME
+        comma, the default: with decimal points, as RFC 4180 has it.
+        semicolon: with decimal commas, for a spreadsheet that is set to a language
+        which writes numbers with a comma.
+        tab: with decimal points.
+
+EXAMPLES
+    zol-logbook csv 2026-11-22-1.zlog > drive.csv
+    zol-logbook csv --separator semicolon 2026-11-22-1.zlog > Fahrt.csv
+)";
+
 struct Text {
     std::string_view command, text;
 };
 constexpr Text texts[] = {
-    {"", program_text},
-    {"record", record_text},
-    {"release", release_text},
-    {"check", check_text},
+    {"", program_text},    {"record", record_text}, {"release", release_text},
+    {"check", check_text}, {"show", show_text},
 };
 
 } // namespace

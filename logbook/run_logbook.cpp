@@ -13,9 +13,8 @@ struct Command {
     int (*run)(Words words);
 };
 constexpr Command commands[] = {
-    {"record", record_command},
-    {"release", release_command},
-    {"check", check_command},
+    {"record", record_command}, {"release", release_command}, {"check", check_command},
+    {"show", show_command},     {"csv", csv_command},
 };
 
 bool asks_for_help(std::string_view word) { return word == "--help" || word == "-h"; }

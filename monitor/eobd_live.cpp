@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
+#include "link/telegram_positions.h"
 #include "monitor/polling_pass.h"
 #include "view/timers.h"
 #include "view/view.h"
@@ -17,8 +18,7 @@ using app::state;
 constexpr int no_data = 255;
 constexpr int reply_ms = 100;
 
-// A trim byte has an offset of 128; one step is 0.78 percent.
-std::string trim_text(int byte) { return app::number_text((byte - 128) * 0.78) + " % "; }
+std::string trim_text(int byte) { return app::number_text(link::trim_percent(byte)) + " % "; }
 
 void show_loop_state(int loop_state) {
     if (loop_state == 0) view::set_text(form1::Label1, "OPEN LOOP  ");

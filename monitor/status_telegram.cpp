@@ -31,7 +31,7 @@ void show_battery(const link::Reply& telegram) {
     if (state.ecu_version < 7 || state.ecu_revision < 71) return;
     view::set_visible(form1::Label20, true);
     if (const auto word = telegram.word(At::battery)) {
-        const double volts = app::round_half_even(*word / 1025.0 * 5.4, 2);
+        const double volts = app::round_half_even(link::battery_volts(*word), 2);
         view::set_text(form1::Label20, "Batt. " + number_text(volts) + "  Volts");
     }
 }

@@ -1,5 +1,6 @@
 // The program itself: its help, its wrong words, and the check of a recording.
 #include "tests/unit/logbook/running_logbook.h"
+#include "tests/unit/logbook/simulated_session.h"
 
 #include <gmock/gmock.h>
 
@@ -50,6 +51,23 @@ TEST_F(LogbookCommand, CheckReportsATornLine) {
     const Ended ended = run({"check", write("a.zlog", sample_header + "0 > 50\n7 <")});
     EXPECT_EQ(ended.status, 0);
     EXPECT_THAT(ended.said, HasSubstr("not whole"));
+}
+
+TEST_F(LogbookCommand, ShowTellsASessionInWords) {
+    SimulatedSession session;
+    session.ask(link::Command::version, 1600);
+    session.ask(link::Command::status);
+    session.write(3, 1250);
+    const auto file = write("a.zlog", session.text());
+    const Ended ended = run({"show", file});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_THAT(
+        ended.said,
+        AllOf(HasSubstr("car AB-123"), HasSubstr("  unit  version: 0.2.71\n"),
+              HasSubstr("     1.900  tool  Gain at low load (NORMAL) set to 1250 (1/1000)\n"),
+              HasSubstr("2 requests: 2 answered in time, 0 late, 0 lost"),
+              testing::Not(HasSubstr("Engine speed"))));
+    EXPECT_THAT(run({"show", "--all", file}).said, HasSubstr("Engine speed"));
 }
 
 } // namespace
