@@ -15,6 +15,8 @@ inline constexpr int done = 0, failed = 1, wrong_words = 2;
 int check_command(Words words);
 int show_command(Words words);
 int csv_command(Words words);
+int compare_command(Words words);
+int backup_command(Words words);
 int record_command(Words words);
 int release_command(Words words);
 

@@ -13,6 +13,8 @@ SYNOPSIS
     zol-logbook check FILE
     zol-logbook show [--all] FILE
     zol-logbook csv [--separator NAME] FILE
+    zol-logbook compare A B
+    zol-logbook backup [--to PATH] FILE
     zol-logbook COMMAND --help
     zol-logbook --help | --version
 
@@ -27,6 +29,10 @@ COMMANDS
         Shows a recording in words: writes, commands, answers, counts.
     csv FILE
         Prints a recording as a table for a spreadsheet.
+    compare A B
+        Shows which parameters of the unit differ between two backups.
+    backup FILE
+        Makes a file of each parameter image in a recording.
 
 EXIT STATUS
     0 when the command was carried out, 1 when it could not be, 2 for wrong
@@ -144,6 +150,43 @@ OPTIONS
 EXAMPLES
     zol-logbook csv 2026-11-22-1.zlog > drive.csv
     zol-logbook csv --separator semicolon 2026-11-22-1.zlog > Fahrt.csv
+)";
+
+constexpr std::string_view compare_text = R"(SYNOPSIS
+    zol-logbook compare A B
+
+DESCRIPTION
+    Shows which of the unit's parameters differ between A and B, in the groups in
+    which they are set, with both values, the difference and the unit. Values are
+    as the tool shows them: a gain of 1250 has the unit 1/1000.
+
+    A and B are recordings, files that "backup" made, or the tool's parameter file
+    log/setting.txt. Each time the tool reads the unit's parameters, their image
+    passes in the recording; FILE#1 is the first one, FILE#2 the second, and FILE
+    alone the last one.
+
+    The tool's parameter file names its values by their place in the image of a unit
+    of family 0. For a unit of another family compare recordings.
+
+EXAMPLES
+    What a session has changed, if the tool was started again at its end:
+        zol-logbook compare 2026-11-22-1.zlog#1 2026-11-22-1.zlog
+    Two cars:
+        zol-logbook compare AB-123/2026-11-22-1.zlog CD-456/2026-11-23-1.zlog
+)";
+
+constexpr std::string_view backup_text = R"(SYNOPSIS
+    zol-logbook backup [--to PATH] FILE
+
+DESCRIPTION
+    Makes a file of each parameter image that passed in the recording FILE, named
+    after it: 2026-11-22-1-image-1.zlog and so on. Such a file is a recording with
+    the image and the unit's version alone, and has the car and the date. A file
+    that is there already is never replaced.
+
+OPTIONS
+    --to PATH
+        The folder for the files. Without it, that of the recording.
 )";
 
 struct Text {

@@ -14,7 +14,8 @@ struct Command {
 };
 constexpr Command commands[] = {
     {"record", record_command}, {"release", release_command}, {"check", check_command},
-    {"show", show_command},     {"csv", csv_command},
+    {"show", show_command},     {"csv", csv_command},         {"compare", compare_command},
+    {"backup", backup_command},
 };
 
 bool asks_for_help(std::string_view word) { return word == "--help" || word == "-h"; }

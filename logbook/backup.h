@@ -1,0 +1,40 @@
+// Backups of a unit's parameters: the images in a recording, and the tool's parameter file.
+#pragma once
+
+#include "logbook/recording.h"
+#include "logbook/unit_state.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace zol::logbook {
+
+struct Backup {
+    std::string origin; // the file, and which image of it: "a.zlog#2"
+    std::string car;    // empty for a parameter file, as are the next two
+    std::string started;
+    std::int64_t at_us = 0; // since `started`
+    std::optional<UnitVersion> version;
+    ParameterValues values;
+    std::vector<Event> events; // what a recording of this image alone holds
+};
+
+// All images of a recording, oldest first. Nothing and a sentence in `wrong` where it cannot be
+// read or has none. A wrong line ends the reading: the images before it are returned with the
+// sentence.
+std::vector<Backup> images_of(const std::filesystem::path& recording, RecordingHeader& header,
+                              std::string& wrong);
+
+// The values of the parameter file that the tool writes, "log/setting.txt". Nothing if the text is
+// none.
+std::optional<ParameterValues> values_of_parameter_file(std::string_view text);
+
+// "a.zlog#2" is the second image of a.zlog, "a.zlog" its last one; any other file is a parameter
+// file. Nothing and a sentence in `wrong` where there is none.
+std::optional<Backup> read_backup(const std::string& name, std::string& wrong);
+
+// "car AB-123, unit 2.7.71, read 1.9 s after 2026-11-22T14:10:05+01:00"
+std::string description(const Backup& backup);
+
+} // namespace zol::logbook
