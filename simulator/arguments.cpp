@@ -64,11 +64,12 @@ struct Valued {
     std::string_view name;
     std::string (*read)(std::string_view value, Arguments&);
 };
-constexpr std::array<Valued, 8> valued = {
+constexpr std::array<Valued, 9> valued = {
     {{"--device", [](std::string_view v, Arguments& a) { return read_path(v, a.device); }},
      {"--link", [](std::string_view v, Arguments& a) { return read_path(v, a.link); }},
      {"--log", [](std::string_view v, Arguments& a) { return read_path(v, a.log); }},
      {"--scenario", [](std::string_view v, Arguments& a) { return read_path(v, a.scenario); }},
+     {"--replay", [](std::string_view v, Arguments& a) { return read_path(v, a.replay); }},
      {"--firmware", [](std::string_view v, Arguments& a) { return read_firmware(v, a.unit); }},
      {"--line", [](std::string_view v, Arguments& a) { return read_line_switches(v, a.line); }},
      {"--seed", read_seed},
@@ -126,6 +127,10 @@ std::optional<Arguments> read_arguments(std::span<const char* const> words, std:
     if (!arguments.device.empty() && !arguments.link.empty()) {
         wrong =
             "--link is for a pseudo-terminal and cannot be used with --device; remove one of them.";
+        return std::nullopt;
+    }
+    if (!arguments.replay.empty() && !arguments.scenario.empty()) {
+        wrong = "--replay has no car that --scenario could steer; leave one of them out.";
         return std::nullopt;
     }
     return arguments;

@@ -18,6 +18,7 @@ struct Arguments {
     std::string link;     // empty: none
     std::string log;      // empty: none
     std::string scenario; // empty: none
+    std::string replay;   // empty: none
     bool exit_on_eof = false;
     bool help = false;
     bool version = false;

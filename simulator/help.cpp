@@ -10,6 +10,8 @@ SYNOPSIS
     control-unit [--link PATH | --device PATH] [--firmware F.V.R] [--warm]
                  [--seed N] [--protocol N] [--line SWITCHES] [--scenario FILE]
                  [--log FILE] [--exit-on-eof]
+    control-unit --replay FILE [--link PATH | --device PATH] [--seed N]
+                 [--line SWITCHES] [--log FILE] [--exit-on-eof]
     control-unit --help | --version
 
 DESCRIPTION
@@ -71,6 +73,13 @@ OPTIONS
         Runs the commands of FILE at their times. A line is a time in seconds
         after the start and a command, such as "12.5 throttle 40"; # begins a
         comment.
+    --replay FILE
+        Answers as the unit in FILE did, a recording of zol-logbook: the same
+        answer to the same request, in the recorded order and after the
+        recorded delay. After the last answer to a request the first one
+        follows again. A request that was never recorded gets no answer and is
+        reported once. There is no car: of the commands, only "line",
+        "unplug", "plug" and "quit" are taken.
     --log FILE
         Writes requests and answers to FILE, as text and with their times.
         FILE may be a FIFO, whose reader may come later. A log that cannot be
@@ -84,7 +93,7 @@ OPTIONS
 EXIT STATUS
     0   after quit, an interrupt or a termination signal
     1   the port, the link or the log cannot be opened
-    2   wrong arguments or a wrong scenario
+    2   wrong arguments, a wrong scenario or a wrong recording
 
 FILES
     The link exists only while the program runs. The log is the only file that

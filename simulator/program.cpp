@@ -1,6 +1,8 @@
 #include "simulator/program.h"
 
 #include "simulator/port_link.h"
+#include "simulator/wire_log.h"
+#include "simulator/words.h"
 
 #include <algorithm>
 #include <array>
@@ -44,7 +46,8 @@ void keep_standard_descriptors() {
 } // namespace
 
 Program::Program(const Arguments& arguments)
-    : arguments_(arguments), simulation_(arguments.unit, arguments.line),
+    : arguments_(arguments),
+      simulation_(arguments.unit, arguments.line, arguments.replay.empty() ? nullptr : &replay_),
       error_("Standard error", nullptr),
       out_("Standard output", [this](const std::string& text) { report_error(text); }),
       log_("The log " + arguments.log, [this](const std::string& text) { report_error(text); }) {}
@@ -69,13 +72,34 @@ void Program::finish_outputs() {
     error_.finish(std::chrono::steady_clock::now() + flush_timeout);
 }
 
-int Program::run() {
+std::optional<int> Program::load() {
     if (!arguments_.scenario.empty()) {
         scenario_ = load_scenario(arguments_.scenario);
         for (const std::string& wrong : scenario_.wrong)
             report_early_error(wrong);
         if (!scenario_.wrong.empty()) return 2;
     }
+    if (!replays()) return std::nullopt;
+    Recording recording = load_recording(arguments_.replay);
+    if (!recording.wrong.empty()) {
+        report_early_error(recording.wrong);
+        return 2;
+    }
+    replay_.play(std::move(recording));
+    replay_.set_sink([this](const Frame& request, bool recorded) { replayed(request, recorded); });
+    return std::nullopt;
+}
+
+void Program::replayed(const Frame& request, bool recorded) {
+    const double seconds = static_cast<double>(request.at_us - start_us_) / 1e6;
+    if (log_.is_open()) log_.put(log_line(seconds, "tool", describe_request(request)));
+    const Recording::Key key{request.command, request.number, request.value};
+    if (recorded || !reported_.insert(key).second) return;
+    print(log_line(seconds, "tool", describe_request(request)) + ": never recorded, no answer");
+}
+
+int Program::run() {
+    if (const auto status = load()) return *status;
     if (!begin()) return 1;
     print("seed " + std::to_string(arguments_.unit.seed) + ", line " +
           describe(simulation_.line.options()));
@@ -134,9 +158,11 @@ bool Program::connect() {
         return false;
     }
     const Options& unit = simulation_.unit.options();
-    print("control unit " + std::to_string(unit.family) + "." + std::to_string(unit.version) + "." +
-          std::to_string(unit.revision) + " on " + device_.path() +
-          (linked_ ? ", linked as " + arguments_.link : ""));
+    const std::string what = replays() ? "replay of " + arguments_.replay
+                                       : "control unit " + std::to_string(unit.family) + "." +
+                                             std::to_string(unit.version) + "." +
+                                             std::to_string(unit.revision);
+    print(what + " on " + device_.path() + (linked_ ? ", linked as " + arguments_.link : ""));
     return true;
 }
 
@@ -144,6 +170,7 @@ void Program::disconnect() {
     if (linked_) remove_link(arguments_.link, device_.path());
     linked_ = false;
     device_.close();
+    replay_.clear();
 }
 
 void Program::follow_cable() {
@@ -161,6 +188,13 @@ void Program::follow_cable() {
 void Program::run_command(const std::string& line) {
     if (line == "quit") {
         ended_ = true;
+        return;
+    }
+    const auto words = split_words(line);
+    const bool of_the_line =
+        !words.empty() && (words[0] == "line" || words[0] == "unplug" || words[0] == "plug");
+    if (replays() && !of_the_line) {
+        print("Error: a replayed unit has no car. Type line, unplug, plug or quit.");
         return;
     }
     print(simulation_.command(line, clock_us()));

@@ -5,9 +5,12 @@
 #include "simulator/arguments.h"
 #include "simulator/device.h"
 #include "simulator/output.h"
+#include "simulator/replay.h"
 #include "simulator/scenario.h"
 #include "simulator/simulation.h"
 
+#include <optional>
+#include <set>
 #include <string>
 
 namespace sim {
@@ -26,6 +29,10 @@ class Program {
 
   private:
     bool begin();
+    bool replays() const { return !arguments_.replay.empty(); }
+    // Reads scenario and recording; the exit status if one is wrong.
+    std::optional<int> load();
+    void replayed(const Frame& request, bool recorded);
     bool open_outputs();
     void print(const std::string& text);
     void report_error(const std::string& text);
@@ -44,6 +51,8 @@ class Program {
     void wait();
 
     Arguments arguments_;
+    Replay replay_; // at the end of the line in place of the unit, if asked for
+    std::set<Recording::Key> reported_;
     Simulation simulation_;
     Device device_;
     Scenario scenario_;

@@ -7,8 +7,10 @@
 namespace sim {
 
 struct Simulation {
-    explicit Simulation(const Options& options, const BadLineOptions& bad = {})
-        : unit(options), line(unit, bad) {}
+    // `other_end` is at the end of the line instead of the unit; it must outlive this object.
+    explicit Simulation(const Options& options, const BadLineOptions& bad = {},
+                        Line* other_end = nullptr)
+        : unit(options), line(other_end ? *other_end : unit, bad) {}
     Simulation(const Simulation&) = delete;
     Simulation& operator=(const Simulation&) = delete;
 

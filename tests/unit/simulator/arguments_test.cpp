@@ -47,6 +47,7 @@ TEST(ProgramArguments, AreAllTaken) {
     EXPECT_EQ(arguments->line.drop, 0.5);
     EXPECT_TRUE(arguments->line.echo);
     EXPECT_EQ(read({"--device", "/dev/ttyS0"})->device, "/dev/ttyS0");
+    EXPECT_EQ(read({"--replay", "a.zlog"})->replay, "a.zlog");
 }
 
 TEST(ProgramArguments, FirmwareHasFamilyVersionAndRevision) {
@@ -90,10 +91,11 @@ TEST(ProgramArguments, WrongOneIsNamedWithItsRemedy) {
 TEST(ProgramArguments, AreAllInTheHelp) {
     const std::string help = help_text();
     for (const char* name :
-         {"--link",     "--device",  "--firmware",    "--warm", "--seed",    "--protocol", "--line",
-          "--scenario", "--log",     "--exit-on-eof", "--help", "--version", "drop",       "double",
-          "flip",       "insert",    "truncate",      "delay",  "split",     "join",       "unplug",
-          "delay-ms",   "unplug-ms", "silence",       "echo",   "babble",    "denied"})
+         {"--link", "--device",   "--firmware", "--warm",        "--seed",    "--protocol",
+          "--line", "--scenario", "--log",      "--exit-on-eof", "--help",    "--version",
+          "drop",   "double",     "flip",       "insert",        "truncate",  "delay",
+          "split",  "join",       "unplug",     "delay-ms",      "unplug-ms", "silence",
+          "echo",   "babble",     "denied",     "--replay"})
         EXPECT_THAT(help, HasSubstr(name));
     std::size_t column = 0;
     for (const char c : help) {
