@@ -46,9 +46,17 @@ bool begins_like(const Bytes& held, const Bytes& frame, std::size_t fixed) {
 // The frames differ from each other in these only: a command in the last byte, a write in the last
 // four.
 bool begins_command(const Bytes& held) {
-    return begins_like(held, link::command_frame(Command::status), 4);
+    return begins_like(held, link::command_frame(Command::status), 4) &&
+           (held.size() < 5 || held[4] != static_cast<std::uint8_t>(Command::write_parameter));
 }
 bool begins_write(const Bytes& held) { return begins_like(held, *link::write_frame(0, 0), 5); }
+
+// Whether the head is that of a request, with the length that the answer has. No answer needs such
+// a head; one that has it is known to be whole, where the next one follows without a pause.
+bool names_its_length(const Bytes& reply) {
+    return reply.size() >= 5 && begins_like(reply, link::command_frame(Command::status), 2) &&
+           reply[2] * 256u + reply[3] == reply.size();
+}
 
 } // namespace
 
@@ -80,7 +88,9 @@ void Decoder::push(const Event& event) {
     last_us_ = event.at_us;
     const bool requested = requested_since_ || event.kind == EventKind::request;
     const std::int64_t gap = requested ? reply_gap_after_request_us : reply_gap_us;
-    if (!reply_.empty() && (event.kind == EventKind::note || event.at_us - reply_last_us_ > gap))
+    const bool next_may_follow = requested_since_ && names_its_length(reply_);
+    if (!reply_.empty() &&
+        (event.kind == EventKind::note || next_may_follow || event.at_us - reply_last_us_ > gap))
         end_reply();
     if (event.kind == EventKind::reply) take_reply_bytes(event);
     if (event.kind != EventKind::request) return;
@@ -109,10 +119,12 @@ void Decoder::take_request(const Request& request, std::int64_t at_us) {
 }
 
 void Decoder::take_reply_bytes(const Event& event) {
-    if (reply_.empty()) reply_began_us_ = event.at_us;
+    if (reply_.empty()) {
+        reply_began_us_ = event.at_us;
+        requested_since_ = false;
+    }
     reply_.insert(reply_.end(), event.bytes.begin(), event.bytes.end());
     reply_last_us_ = event.at_us;
-    requested_since_ = false;
     if (reply_.size() > longest_reply) end_reply();
 }
 

@@ -84,7 +84,7 @@ class Decoder {
     std::map<int, std::size_t> lost_; // by command: answers that may still come late
     Bytes reply_;
     std::int64_t reply_began_us_ = 0, reply_last_us_ = 0, last_us_ = 0;
-    bool requested_since_ = false; // since the last byte of the reply
+    bool requested_since_ = false; // since the reply began
     DecoderCounts counts_;
     UnitState unit_;
 };

@@ -5,6 +5,8 @@
 #include <ctime>
 #include <initializer_list>
 #include <poll.h>
+#include <sched.h>
+#include <sys/resource.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 #include <utility>
@@ -33,6 +35,15 @@ int take_signals() {
     return ::signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
 }
 
+// Other programs on a busy machine must not hold up the line. The loop hardly uses the processor;
+// where the system does not allow it, it runs as they do.
+void run_before_other_programs() {
+    sched_param lowest_of_real_time{};
+    lowest_of_real_time.sched_priority = 1;
+    if (::sched_setscheduler(0, SCHED_RR | SCHED_RESET_ON_FORK, &lowest_of_real_time) != 0)
+        ::setpriority(PRIO_PROCESS, 0, -10);
+}
+
 } // namespace
 
 Forwarder::Forwarder(std::filesystem::path device, PortClaim& claim, Recorder& recorder)
@@ -51,6 +62,7 @@ void Forwarder::note(const std::string& text) {
 }
 
 std::string Forwarder::run() {
+    run_before_other_programs();
     std::string wrong = connect();
     // A program that uses the adapter now may be the tool. It would lose its adapter to this
     // program as soon as it was pulled and put back.

@@ -46,7 +46,7 @@ class Builder {
         if (!at_us)
             return "a line begins with a time in microseconds, not before that of the line above";
         last_us_ = *at_us;
-        if (words.size() > 2 && words[1] == "!") return {};
+        if (words.size() > 1 && words[1] == "!") return {};
         const auto bytes = words.size() == 3 ? read_hex(words[2]) : std::nullopt;
         if (!bytes || (words[1] != ">" && words[1] != "<"))
             return "the time is followed by > or < and bytes of two digits each, or by ! and a "

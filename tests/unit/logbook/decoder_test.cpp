@@ -172,6 +172,23 @@ TEST(Decoder, AnswerAfterTheNextRequestIsLate) {
     EXPECT_EQ(counts.lost, 0u);
 }
 
+// The tool waits 100 ms for live data, which may take a little longer.
+TEST(Decoder, RequestDuringAnAnswerDoesNotPartIt) {
+    const Bytes request = link::command_frame(Command::eobd_live);
+    const Bytes answer = {80, 67, 0, 12, 16, 2, 128, 128, 0, 26, 2, 95};
+    const Bytes begin(answer.begin(), answer.begin() + 5), rest(answer.begin() + 5, answer.end());
+    for (const std::int64_t pause_us : {40'000, 12'000}) {
+        const DecoderCounts counts = decode({{0, EventKind::request, request, {}},
+                                             {98'000, EventKind::reply, begin, {}},
+                                             {100'000, EventKind::request, request, {}},
+                                             {108'000, EventKind::reply, rest, {}},
+                                             {108'000 + pause_us, EventKind::reply, answer, {}}})
+                                         .counts;
+        EXPECT_EQ(counts.answered, 2u) << pause_us;
+        EXPECT_EQ(counts.lost + counts.garbled, 0u) << pause_us;
+    }
+}
+
 TEST(Decoder, WrongEchoIsGarbled) {
     SimulatedSession session;
     session.unit.quirks().wrong_echo = 99;
