@@ -139,11 +139,13 @@ void Forwarder::pass(int source, int destination, Pending& pending, EventKind ki
 
 void Forwarder::follow_users() {
     const bool before = terminal_.is_used();
-    terminal_.follow_users();
+    const bool left = terminal_.follow_users();
     const bool now = terminal_.is_used();
-    if (!now) replies_ = {};
-    if (now == before) return;
-    note(now ? "port opened" : "port closed");
+    if (left) {
+        replies_ = {};
+        note("port closed");
+    }
+    if (now && (left || !before)) note("port opened");
     settings_.clear();
 }
 

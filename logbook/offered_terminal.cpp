@@ -82,19 +82,22 @@ void OfferedTerminal::close() {
     users_ = 0;
 }
 
-void OfferedTerminal::follow_users() {
+bool OfferedTerminal::follow_users() {
     alignas(inotify_event) std::array<char, 4096> events{};
-    const int before = users_;
+    bool left = false;
     ssize_t got = 0;
     while (watch_ >= 0 && (got = ::read(watch_, events.data(), events.size())) > 0) {
         for (ssize_t at = 0; at < got;) {
             const auto* event = reinterpret_cast<const inotify_event*>(events.data() + at);
-            users_ += (event->mask & IN_OPEN) != 0 ? 1 : -1;
+            if ((event->mask & IN_OPEN) != 0)
+                ++users_;
+            else if (users_ > 0 && --users_ == 0)
+                left = true;
             at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
         }
     }
-    users_ = std::max(users_, 0);
-    if (before > 0 && users_ == 0) ::tcflush(own_end_, TCIFLUSH);
+    if (left) ::tcflush(own_end_, TCIFLUSH);
+    return left;
 }
 
 void OfferedTerminal::somebody_sent() { users_ = std::max(users_, 1); }

@@ -21,9 +21,10 @@ class OfferedTerminal {
     int watch() const { return watch_; }       // readable when somebody opens or closes it
     const std::string& path() const { return path_; }
 
-    // Reads what `watch` has to say. Once nobody has the terminal open, what was not read is
-    // thrown away: a real port keeps nothing for the next one who opens it.
-    void follow_users();
+    // Reads what `watch` reports. True if nobody had the terminal open for a moment: what was not
+    // read until then is thrown away, because a real port keeps nothing for the next one who opens
+    // it.
+    bool follow_users();
     // Somebody has sent bytes, and so has it open, even if the system merged the events of two
     // who came at once.
     void somebody_sent();

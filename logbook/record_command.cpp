@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <system_error>
 
 namespace zol::logbook {
 namespace {
@@ -81,7 +82,10 @@ int record(const Choice& choice, const std::filesystem::path& folder) {
         wrong = forwarder.run();
     }
     recorder.end();
-    return wrong.empty() ? done : fails(wrong);
+    if (wrong.empty()) return done;
+    std::error_code ignored;
+    std::filesystem::remove(file.path(), ignored); // nothing was recorded
+    return fails(wrong);
 }
 
 } // namespace

@@ -92,6 +92,21 @@ TEST_F(Forwarding, UnreadReplyIsGoneAfterAReopening) {
     EXPECT_EQ(port.read_all(), Bytes());
 }
 
+// The program is stopped meanwhile, so that it sees both at once.
+TEST_F(Forwarding, QuickReopeningIsNoticed) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    cable.send(status_request);
+    ASSERT_TRUE(soon([&] { return recorded().replies == status_request; }));
+    program->signal(SIGSTOP);
+    port.close();
+    ASSERT_EQ(port.open(), std::nullopt);
+    program->signal(SIGCONT);
+    ASSERT_TRUE(soon(
+        [&] { return recorded().notes.ends_with("port opened\nport closed\nport opened\n"); }));
+    EXPECT_EQ(port.read_all(), Bytes());
+}
+
 TEST_F(Forwarding, WaitingCostsNothing) {
     auto program = start();
     const long before = program->used_ticks();

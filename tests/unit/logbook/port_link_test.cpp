@@ -134,6 +134,7 @@ TEST_F(PortLink, BusyAdapterIsLeftToItsProgram) {
     EXPECT_EQ(program.exit_code(), 1);
     EXPECT_FALSE(link_is_there());
     EXPECT_FALSE(note_is_there());
+    EXPECT_TRUE(fs::is_empty(folder / "logbook/AB-123"));
     expect_exchange(cable);
 }
 
