@@ -195,8 +195,9 @@ struct Text {
     std::string_view command, text;
 };
 constexpr Text texts[] = {
-    {"", program_text},    {"record", record_text}, {"release", release_text},
-    {"check", check_text}, {"show", show_text},
+    {"", program_text},        {"record", record_text}, {"release", release_text},
+    {"check", check_text},     {"show", show_text},     {"csv", csv_text},
+    {"compare", compare_text}, {"backup", backup_text},
 };
 
 } // namespace

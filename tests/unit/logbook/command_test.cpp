@@ -18,6 +18,25 @@ TEST_F(LogbookCommand, HelpListsTheCommands) {
     EXPECT_THAT(run({"check", "--help"}).said, HasSubstr("zol-logbook check FILE"));
 }
 
+TEST_F(LogbookCommand, EachCommandHasItsOwnHelp) {
+    const std::string all = run({"--help"}).said;
+    for (const char* name : {"record", "release", "check", "show", "csv", "compare", "backup"}) {
+        EXPECT_THAT(run({name, "--help"}).said,
+                    StartsWith("SYNOPSIS\n    zol-logbook " + std::string(name) + " "));
+        EXPECT_THAT(all, HasSubstr("zol-logbook " + std::string(name) + " "));
+    }
+}
+
+TEST_F(LogbookCommand, HelpFitsATerminal) {
+    for (const char* name : {"record", "release", "check", "show", "csv", "compare", "backup"}) {
+        std::size_t column = 0;
+        for (const char c : run({name, "--help"}).said) {
+            column = c == '\n' ? 0 : column + 1;
+            ASSERT_LE(column, 80u) << name;
+        }
+    }
+}
+
 TEST_F(LogbookCommand, VersionIsThatOfTheTool) {
     EXPECT_THAT(run({"--version"}).said, StartsWith("zol-logbook 9."));
 }
