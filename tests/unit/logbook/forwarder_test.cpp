@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iostream>
-#include <sys/file.h>
+#include <thread>
 
 namespace zol::logbook {
 namespace {
@@ -41,6 +41,34 @@ TEST_F(Forwarding, LongStreamsKeepTheirOrder) {
         ASSERT_EQ(read_port(all.size()), all) << round;
         ASSERT_EQ(cable.receive(all.size()), all) << round;
     }
+}
+
+// More than the system keeps for a reader who is late.
+TEST_F(Forwarding, LateReaderLosesNothing) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    const int tool = ::open(com1.c_str(), O_RDWR | O_NOCTTY);
+    const Bytes all = every_byte(160);
+    const auto ends = {std::pair{tool, cable.far_end}, std::pair{cable.far_end, tool}};
+    for (const auto& [from, to] : ends) {
+        std::thread sender([&, from = from] {
+            for (std::size_t sent = 0; sent < all.size();)
+                sent += static_cast<std::size_t>(
+                    std::max<ssize_t>(0, ::write(from, all.data() + sent, all.size() - sent)));
+        });
+        usleep(200'000);
+        Bytes got;
+        pollfd ready{to, POLLIN, 0};
+        while (got.size() < all.size() && ::poll(&ready, 1, 5000) == 1) {
+            std::uint8_t block[700];
+            const ssize_t count = ::read(to, block, sizeof block);
+            got.insert(got.end(), block, block + std::max<ssize_t>(0, count));
+        }
+        EXPECT_EQ(got, all);
+        if (got.size() < all.size()) program->signal(SIGKILL); // lets the sender go
+        sender.join();
+    }
+    ::close(tool);
 }
 
 TEST_F(Forwarding, RecordingHoldsWhatPassed) {
@@ -132,12 +160,46 @@ TEST_F(Forwarding, FullDiskStopsTheRecordingOnly) {
     if (not_possible) GTEST_SKIP() << *not_possible;
 }
 
+// The process that writes the recording.
+pid_t recorder_of(const sim::RunningProgram& program) {
+    const std::string id = std::to_string(program.process());
+    pid_t recorder = -1;
+    std::ifstream("/proc/" + id + "/task/" + id + "/children") >> recorder;
+    EXPECT_GT(recorder, 0);
+    return recorder;
+}
+
+TEST_F(Forwarding, SlowDiskCostsCountedEvents) {
+    auto program = start();
+    ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
+    const pid_t recorder = recorder_of(*program);
+    ::kill(recorder, SIGSTOP);
+    const Bytes block = every_byte(4);
+    for (int round = 0; round < 900; ++round) {
+        ASSERT_TRUE(port.write(block));
+        ASSERT_EQ(cable.receive(block.size()), block) << round;
+    }
+    ::kill(recorder, SIGCONT);
+    const auto length = [&] { return recorded().requests.size(); };
+    ASSERT_TRUE(soon([&] { return length() > 100 * block.size(); }));
+    usleep(200'000);
+    const Bytes last = {1, 2, 3, 4, 5, 6, 7};
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(port.write(last));
+        ASSERT_EQ(cable.receive(last.size()), last);
+    }
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->exit_code(), 0);
+    const Recorded all = recorded();
+    EXPECT_THAT(all.notes, testing::ContainsRegex("lost [1-9][0-9]* events\nend\n"));
+    ASSERT_GT(all.requests.size(), 14u);
+    EXPECT_EQ(Bytes(all.requests.end() - 7, all.requests.end()), last);
+    EXPECT_EQ(Bytes(all.requests.end() - 14, all.requests.end() - 7), last);
+}
+
 TEST_F(Forwarding, LineGoesOnWithoutTheRecorder) {
     auto program = start();
-    const std::string id = std::to_string(program->process());
-    const std::string children = text_of("/proc/" + id + "/task/" + id + "/children");
-    ASSERT_NE(children, "");
-    ::kill(std::stoi(children), SIGKILL);
+    ::kill(recorder_of(*program), SIGKILL);
     EXPECT_THAT(program->complaint(), HasSubstr("Recording has stopped"));
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
     ASSERT_TRUE(port.write(status_request));
