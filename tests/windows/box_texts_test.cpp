@@ -2,7 +2,7 @@
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QAbstractButton>
 #include <QColorDialog>
@@ -16,11 +16,11 @@ namespace {
 
 using namespace test_window;
 
-class BoxTexts : public QtBench {
+class BoxTexts : public WindowFixture {
   protected:
     BoxTexts() {
         app::use_application_folder(ZOL_SOURCE_DIR);
-        open(Bench);
+        open(Sample);
     }
     static void speak(const std::string& language) {
         app::state.current_language = language;

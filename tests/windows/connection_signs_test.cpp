@@ -1,5 +1,5 @@
 // What the connection dialog shows beside its data: the device of each port, and why a test failed.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/windows/centralina_attiva.h"
 
 #include <QAbstractItemView>
@@ -13,7 +13,7 @@ namespace {
 
 using namespace centralina_attiva;
 
-class ConnectionSigns : public QtBench {
+class ConnectionSigns : public WindowFixture {
   protected:
     ConnectionSigns() { open(Centralina_Attiva); }
 

@@ -1,5 +1,5 @@
 // The manual's pages of the fault codes: found by the manual's own search, and quick to open.
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -10,7 +10,7 @@
 namespace zol::view {
 namespace {
 
-class ManualCodes : public QtBench {
+class ManualCodes : public WindowFixture {
   protected:
     ~ManualCodes() override { screen.close_manual(); }
 

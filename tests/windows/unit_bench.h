@@ -5,14 +5,14 @@
 
 #include "link/serial_port.h"
 #include "simulator/control_unit.h"
-#include "tests/windows/qt_bench.h"
+#include "tests/windows/window_fixture.h"
 #include "view/windows/form1.h"
 
 #include <QTemporaryDir>
 
 namespace zol::view {
 
-class UnitBench : public QtBench {
+class UnitBench : public WindowFixture {
   protected:
     UnitBench();
     ~UnitBench() override;

@@ -20,21 +20,21 @@ T* part(QWidget& window, const QWidget* below = nullptr) {
     return nullptr;
 }
 
-class WaitStripe : public QtBench {
+class WaitStripe : public WindowFixture {
   protected:
-    WaitStripe() { open(Bench), open(Dialog); }
+    WaitStripe() { open(Sample), open(Dialog); }
     bool runs(Widget& window) const { return part<qt::WaitStripe>(top(window))->isVisible(); }
 };
 
 TEST_F(WaitStripe, RunsWhileAWindowShowsTheHourglass) {
-    EXPECT_FALSE(runs(Bench));
-    set_pointer(Bench, Pointer::hourglass);
+    EXPECT_FALSE(runs(Sample));
+    set_pointer(Sample, Pointer::hourglass);
     settle();
-    EXPECT_TRUE(runs(Bench));
+    EXPECT_TRUE(runs(Sample));
     EXPECT_FALSE(runs(Dialog));
-    set_pointer(Bench, Pointer::normal);
+    set_pointer(Sample, Pointer::normal);
     settle();
-    EXPECT_FALSE(runs(Bench));
+    EXPECT_FALSE(runs(Sample));
 }
 
 TEST_F(WaitStripe, RunsWhileAButtonShowsTheHourglass) {
@@ -47,13 +47,13 @@ TEST_F(WaitStripe, RunsWhileAButtonShowsTheHourglass) {
 }
 
 TEST_F(WaitStripe, MovesDirectlyUnderTheMenuBar) {
-    set_pointer(Bench, Pointer::hourglass);
+    set_pointer(Sample, Pointer::hourglass);
     settle();
-    auto& stripe = *part<qt::WaitStripe>(top(Bench));
-    const auto* bar = top(Bench).findChild<QMenuBar*>();
-    EXPECT_EQ(stripe.mapTo(&top(Bench), QPoint(0, 0)).y(), bar->geometry().bottom() + 1);
+    auto& stripe = *part<qt::WaitStripe>(top(Sample));
+    const auto* bar = top(Sample).findChild<QMenuBar*>();
+    EXPECT_EQ(stripe.mapTo(&top(Sample), QPoint(0, 0)).y(), bar->geometry().bottom() + 1);
     EXPECT_EQ(stripe.height(), 4);
-    EXPECT_EQ(stripe.width(), top(Bench).width());
+    EXPECT_EQ(stripe.width(), top(Sample).width());
     const QImage first = stripe.grab().toImage();
     run_for(250);
     EXPECT_NE(stripe.grab().toImage(), first);

@@ -1,11 +1,11 @@
 // The long notes of the trouble codes: tips of the codes, and of the box that shows a short text.
-#include "tests/support/bench.h"
+#include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
 namespace zol::tests {
 namespace {
 
-class FaultNotes : public Bench {
+class FaultNotes : public LogicTest {
   protected:
     FaultNotes() {
         std::filesystem::remove(folder / "language");

@@ -13,7 +13,7 @@ namespace {
 using namespace centralina_attiva;
 using testing::HasSubstr;
 
-class ExplainedTest : public CraftedBench {
+class ExplainedTest : public CraftedUnitTest {
   protected:
     void test_port() {
         operator_clicks(Command_test);
