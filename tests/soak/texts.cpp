@@ -54,8 +54,8 @@ bool is_own_caption(const std::string& widget, const std::string& text) {
             if (line.starts_with('[')) in_section = line == "[captions]";
             const auto equals = line.find('=');
             if (equals == std::string::npos) continue;
-            const auto key = app::trim(line.substr(0, equals));
-            const auto text_of_key = app::trim(line.substr(equals + 1));
+            const std::string key{app::trim(std::string_view(line).substr(0, equals))};
+            const std::string text_of_key{app::trim(std::string_view(line).substr(equals + 1))};
             if (in_section) captions.emplace(key, text_of_key);
             // The dialog's heading once the unit has answered.
             if (key == "unit answers") captions.emplace("Centralina_Attiva.Label1", text_of_key);

@@ -259,7 +259,8 @@ TEST_F(FaultPanel, ClearingShowsZerosAtItsEnd) {
     EXPECT_THAT(shown(), Each("0"));
     EXPECT_THAT(changes, testing::UnorderedElementsAre(
                              "0 Command10 hourglass", "0 Form1 hourglass", "2800 lbl_par_1 says 0",
-                             "2800 Command10 own pointer", "2800 Form1 normal pointer"));
+                             "2800 lbl_par_1 tip ", "2800 Command10 own pointer",
+                             "2800 Form1 normal pointer"));
     operator_reads();
     EXPECT_EQ(shown()[0], "NO ERROR");
 }
