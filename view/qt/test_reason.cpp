@@ -38,9 +38,7 @@ TestReason::TestReason(const WindowFace& dialog, QWidget& content)
 QRect TestReason::place() const {
     const QRect result = dialog_.control(Label2)->geometry();
     const int bottom = dialog_.control(Command_ok)->geometry().top();
-    const int gap = (bottom - result.bottom()) / 10;
-    return QRect(result.left(), result.bottom() + 1 + gap, result.width(),
-                 bottom - result.bottom() - 1 - 2 * gap);
+    return QRect(result.left(), result.bottom() + 1, result.width(), bottom - result.bottom() - 1);
 }
 
 void TestReason::catch_up() {
