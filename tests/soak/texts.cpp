@@ -94,6 +94,7 @@ constexpr Rule rules[] = {
     {"Form1", "Label13 Label14", "--|# % "},
     {"Form1", "Label42", "--|#mV"},
     {"Form1", "Label49", "L= #"},
+    {"Form1", "Picture1", "|(centre|centro|Mitte|środek) #"},
     {"Form1", "Label20", "Batt\\. #  Volts"},
     {"Form1", "lbl_tuning",
      "-- (WAIT TUNING\\.\\.\\.|WAIT TEMPERATURE\\.\\.\\.|FINISH|[LR] - REPEAT WAIT TUNING  |"
