@@ -1,4 +1,5 @@
-// The real serial adapter: opened as the tool opens it, and held for this program alone.
+// The serial adapter: opened with the settings of the tool and locked against other programs. It
+// neither reads nor writes; forwarder.h does.
 #pragma once
 
 #include "link/port_devices.h"
@@ -18,11 +19,11 @@ class Adapter {
     Adapter& operator=(const Adapter&) = delete;
     ~Adapter() { close(); }
 
-    // Opens the device with 9600 baud, 8 data bits, no parity, 1 stop bit and locks it. After the
-    // first success only the same device is taken, as link/posix_serial_port does: an adapter that
-    // comes back, but no other one in its place. An empty text, or why not and what to do.
+    // Opens and locks the device: 9600 baud, 8 data bits, no parity, 1 stop bit. After the first
+    // success only the same device is accepted, as in link/posix_serial_port: the adapter may
+    // return, but no other one may replace it. Returns an empty text, or the reason and the remedy.
     std::string open(const std::filesystem::path& device);
-    // Gives the device its settings back.
+    // Restores the settings that the device had before.
     void close();
 
     // Whether the last open failed because another program uses the device.

@@ -1,4 +1,5 @@
-// Backups of a unit's parameters: the images in a recording, and the tool's parameter file.
+// Backups of a unit's parameters: the images in a recording, and the tool's parameter file. This
+// only reads files.
 #pragma once
 
 #include "logbook/recording.h"
@@ -11,27 +12,27 @@
 namespace zol::logbook {
 
 struct Backup {
-    std::string origin; // the file, and which image of it: "a.zlog#2"
+    std::string origin; // file and number of the image: "a.zlog#2"
     std::string car;    // empty for a parameter file, as are the next two
     std::string started;
     std::int64_t at_us = 0; // since `started`
     std::optional<UnitVersion> version;
     ParameterValues values;
-    std::vector<Event> events; // what a recording of this image alone holds
+    std::vector<Event> events; // the events of a recording of only this image
 };
 
-// All images of a recording, oldest first. Nothing and a sentence in `wrong` where it cannot be
-// read or has none. A wrong line ends the reading: the images before it are returned with the
-// sentence.
+// All images of a recording, oldest first. Empty, with a sentence in `wrong`, if the recording
+// cannot be read or has no image. A damaged line ends the reading: the images before it are
+// returned, with a sentence in `wrong`.
 std::vector<Backup> images_of(const std::filesystem::path& recording, RecordingHeader& header,
                               std::string& wrong);
 
-// The values of the parameter file that the tool writes, "log/setting.txt". Nothing if the text is
-// none.
+// The values in the text of the parameter file that the tool writes, "log/setting.txt". Nothing if
+// the text is not such a file.
 std::optional<ParameterValues> values_of_parameter_file(std::string_view text);
 
-// "a.zlog#2" is the second image of a.zlog, "a.zlog" its last one; any other file is a parameter
-// file. Nothing and a sentence in `wrong` where there is none.
+// Reads a backup by name: "a.zlog#2" is the second image of a.zlog, "a.zlog" its last one, any
+// other name a parameter file. Nothing, with a sentence in `wrong`, if there is none.
 std::optional<Backup> read_backup(const std::string& name, std::string& wrong);
 
 // "car AB-123, unit 2.7.71, read 1.9 s after 2026-11-22T14:10:05+01:00"

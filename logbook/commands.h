@@ -1,5 +1,5 @@
-// The commands of zol-logbook: each takes the words after its name and returns the exit status. It
-// writes its result to standard output, and what is wrong to standard error.
+// The commands of zol-logbook. Each takes the arguments after its name, writes its result to
+// standard output and errors to standard error, and returns the exit status.
 #pragma once
 
 #include <span>
@@ -9,7 +9,7 @@ namespace zol::logbook {
 
 using Words = std::span<const char* const>;
 
-// 0 when it was done, 1 when it could not be done, 2 for wrong words.
+// The exit statuses: 0 for success, 1 for an error, 2 for wrong arguments.
 inline constexpr int done = 0, failed = 1, wrong_words = 2;
 
 int check_command(Words words);
@@ -20,10 +20,11 @@ int backup_command(Words words);
 int record_command(Words words);
 int release_command(Words words);
 
-// All of main, without the program's own name.
+// Runs the command that the first argument names. The program's own name is not among the
+// arguments.
 int run_logbook(Words words);
 
-// One sentence on standard error; the program's name goes before it.
+// Prints one sentence to standard error, after the name of the program.
 void complain(const std::string& text);
 
 } // namespace zol::logbook

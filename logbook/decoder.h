@@ -1,8 +1,8 @@
-// Turns the two streams of a recording, requests out and replies in, into what they mean.
+// Decodes the two streams of a recording, requests and replies.
 //
-// The line has no checksum and no numbering, so an answer is found by its echo of the command and
-// by the pauses around it, as docs/recording-format.md says. Nothing in the streams is trusted:
-// bytes that make no request and answers that fit none are counted and passed over.
+// The line has neither checksums nor numbering. So a reply is found by its echo of the command and
+// by the pauses around it, as docs/recording-format.md describes. The streams may contain anything:
+// bytes that form no request, and replies that match no request, are counted and skipped.
 #pragma once
 
 #include "logbook/recording.h"
@@ -21,12 +21,12 @@ struct Request {
     int number = 0, value = 0; // of a write
 };
 
-// Finds the requests in the bytes to the unit. A request that is begun and not gone on with for 100
-// ms is given up.
+// Finds the requests in the bytes to the unit. An incomplete request is dropped if nothing follows
+// for 100 ms.
 class RequestReader {
   public:
     std::optional<Request> push(std::uint8_t byte, std::int64_t at_us);
-    std::size_t stray_bytes() const { return stray_bytes_; } // that were no part of a request
+    std::size_t stray_bytes() const { return stray_bytes_; } // not part of a request
 
   private:
     Bytes held_;
@@ -34,23 +34,23 @@ class RequestReader {
     std::size_t stray_bytes_ = 0;
 };
 
-// A request or an answer.
+// A request or a reply.
 struct Decoded {
     enum class Kind { write, command, reply };
     Kind kind = Kind::command;
     std::int64_t at_us = 0; // of its first byte
-    Request request;        // of an answer: what it answers, as far as the echo tells
+    Request request;        // of a reply: the request that its echo names
     link::Reply reply;
-    std::optional<int> old_value; // of a write, where an image or an earlier write tells it
+    std::optional<int> old_value; // of a write, if an image or an earlier write has it
 };
 
 struct DecoderCounts {
-    std::size_t requests = 0; // that want an answer
+    std::size_t requests = 0; // that the unit replies to
     std::size_t writes = 0;
     std::size_t answered = 0;
-    std::size_t lost = 0;    // no answer came
-    std::size_t late = 0;    // the answer came after the request had been repeated or given up
-    std::size_t garbled = 0; // a wrong echo, or too short
+    std::size_t lost = 0;    // no reply came
+    std::size_t late = 0;    // replied after the request had been repeated or given up
+    std::size_t garbled = 0; // a reply with a wrong echo, or too short
 };
 
 class Decoder {
@@ -58,9 +58,10 @@ class Decoder {
     using Sink = std::function<void(const Decoded&)>;
     explicit Decoder(Sink sink) : sink_(std::move(sink)) {}
 
-    // Events in the order of the recording. Notes end an answer that is under way.
+    // Takes the next event, in the order of the recording. A note ends a reply that is not
+    // complete.
     void push(const Event& event);
-    // Once, after the last event.
+    // Call this once, after the last event.
     void finish();
 
     const DecoderCounts& counts() const { return counts_; }
@@ -80,8 +81,8 @@ class Decoder {
 
     Sink sink_;
     RequestReader requests_;
-    std::deque<Open> open_;           // requests without an answer, oldest first
-    std::map<int, std::size_t> lost_; // by command: answers that may still come late
+    std::deque<Open> open_;           // requests without a reply, oldest first
+    std::map<int, std::size_t> lost_; // by command: replies that may still come late
     Bytes reply_;
     std::int64_t reply_began_us_ = 0, reply_last_us_ = 0, last_us_ = 0;
     bool requested_since_ = false; // since the reply began
@@ -89,7 +90,7 @@ class Decoder {
     UnitState unit_;
 };
 
-// Whether the unit answers the command at all.
+// Whether the unit replies to this command.
 bool wants_answer(int command);
 
 } // namespace zol::logbook

@@ -1,8 +1,8 @@
-// Passes every byte between the adapter and the tool, both ways and in order, and records it.
+// Passes every byte between adapter and tool, in both directions and in order, and records it.
 //
 // While the adapter is open, the port's link leads to a pseudo-terminal that the tool opens. While
-// it is not, because it is pulled, busy or forbidden, there is no link and no pseudo-terminal: the
-// tool finds what it would find without this program.
+// it is not, because it is pulled, busy or forbidden, there is neither link nor pseudo-terminal, so
+// the tool finds what it would find without this program.
 #pragma once
 
 #include "logbook/adapter.h"
@@ -24,13 +24,13 @@ class Forwarder {
     Forwarder& operator=(const Forwarder&) = delete;
     ~Forwarder();
 
-    // Until an interrupt or a termination signal. An empty text, or why it could not begin: an
-    // adapter that another program uses now. For an adapter that is not there it waits.
+    // Runs until an interrupt or a termination signal. Waits for an adapter that is missing.
+    // Returns an empty text, or why it could not begin: another program uses the adapter.
     std::string run();
 
   private:
-    // Bytes that were read on one side and that the other side has not taken yet. Nothing more is
-    // read on the one side until it has.
+    // Bytes that were read on one side and are not written to the other yet. Until they are,
+    // nothing more is read on that side.
     struct Pending {
         std::array<std::uint8_t, 512> bytes{};
         std::size_t from = 0, to = 0;
@@ -58,9 +58,9 @@ class Forwarder {
     std::int64_t start_us_;
     int signals_ = -1;
     bool ended_ = false;
-    bool gone_ = false;    // the adapter, while it is still open here
-    std::string settings_; // as noted last
-    std::string problem_;  // as reported last
+    bool gone_ = false;    // the adapter was pulled, but is still open here
+    std::string settings_; // last noted
+    std::string problem_;  // last reported
 };
 
 } // namespace zol::logbook

@@ -1,11 +1,11 @@
-// What --help shows.
+// The texts of --help.
 #pragma once
 
 #include <string_view>
 
 namespace zol::logbook {
 
-// The text of a command; that of the whole program for an empty name.
+// The help of a command, or that of the whole program for an empty name.
 std::string_view help_text(std::string_view command);
 
 } // namespace zol::logbook

@@ -1,4 +1,5 @@
-// The pseudo-terminal that the tool opens in place of the adapter.
+// The pseudo-terminal that the tool opens instead of the adapter. It tells when the tool opens and
+// closes it, and what line settings the tool has chosen.
 #pragma once
 
 #include <string>
@@ -12,30 +13,29 @@ class OfferedTerminal {
     OfferedTerminal& operator=(const OfferedTerminal&) = delete;
     ~OfferedTerminal() { close(); }
 
-    // An empty text, or why not.
+    // Returns an empty text, or the error.
     std::string open();
-    // Whoever holds the other end finds it hung up, as with an adapter that is pulled.
+    // A program that has the other end open gets a hang-up, as with a pulled adapter.
     void close();
 
-    int descriptor() const { return master_; } // to read and write; -1 while it is closed
-    int watch() const { return watch_; }       // readable when somebody opens or closes it
+    int descriptor() const { return master_; } // for reading and writing; -1 while closed
+    int watch() const { return watch_; }       // readable when a program opens or closes it
     const std::string& path() const { return path_; }
 
-    // Reads what `watch` reports. True if nobody had the terminal open for a moment: what was not
-    // read until then is thrown away, because a real port keeps nothing for the next one who opens
-    // it.
+    // Reads the events of `watch`. Returns true if no program had the terminal open for a moment.
+    // Unread bytes are discarded then, as in a real port that is closed.
     bool follow_users();
-    // Somebody has sent bytes, and so has it open, even if the system merged the events of two
-    // who came at once.
+    // Call this when bytes arrived: then a program has the terminal open, even if the system has
+    // merged the events of a close and an open.
     void somebody_sent();
-    // Whether somebody has it open; true where the system cannot tell.
+    // Whether a program has it open; true if the system cannot tell.
     bool is_used() const { return watch_ < 0 || users_ > 0; }
-    // "9600,n,8,1", as its user has set it; empty if the system does not say.
+    // The line settings that the program has made, such as "9600,n,8,1"; empty if unknown.
     std::string line_settings() const;
 
   private:
     int master_ = -1;
-    int own_end_ = -1; // held, so that the terminal outlives its users
+    int own_end_ = -1; // kept open, so that the terminal remains when the tool closes it
     int watch_ = -1;
     int users_ = 0;
     std::string path_;

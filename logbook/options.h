@@ -1,4 +1,4 @@
-// Reading the words behind a command: options with a value, and files.
+// Reads the arguments of a command: options with a value, and files. Errors are printed here.
 #pragma once
 
 #include "logbook/commands.h"
@@ -16,13 +16,13 @@ struct Option {
     std::string* value;
 };
 
-// Puts "--name value" and "--name=value" into the options and everything else into `files`. False,
-// with the sentence said, for an option that is unknown, empty or without a value.
+// Stores "--name value" and "--name=value" in the options, and all other arguments in `files`.
+// Returns false, after printing the error, for an option that is unknown, empty or without a value.
 bool read_options(Words words, std::initializer_list<Option> options,
                   std::vector<std::string>& files);
 
-// The tool's application folder: the named one, else that of this program, else the user's own. An
-// empty path, with the sentence said, where there is none.
+// The tool's application folder: `named`, else that of this program, else the user's. Returns an
+// empty path, after printing the error, if there is none.
 std::filesystem::path tools_folder(const std::string& named);
 
 } // namespace zol::logbook

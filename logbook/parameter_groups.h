@@ -1,4 +1,4 @@
-// The parameters in the groups in which a fitter sets them.
+// The groups of parameters, by what a fitter sets together. For output only.
 #pragma once
 
 #include <span>
@@ -6,9 +6,9 @@
 
 namespace zol::logbook {
 
-// In the order of the tables.
+// The names of the groups, in the order of output.
 std::span<const std::string_view> parameter_groups();
-// The place of a parameter's group in that order.
+// The index of a parameter's group in parameter_groups().
 std::size_t group_of(int number);
 
 } // namespace zol::logbook

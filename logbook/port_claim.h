@@ -1,9 +1,9 @@
-// The claim on a port number of an application folder: who may make the link ports/com<n>, and who
-// removes it after a kill.
+// The claim on a port number of an application folder: which process may make the link
+// ports/com<n>, and which removes it after a kill.
 //
-// A note beside the link, ports/.com<n>.logbook, is locked while a logbook runs and holds the
-// target of the link that the logbook made. A link with another target belongs to somebody else and
-// is never changed.
+// The note ports/.com<n>.logbook is locked while a logbook runs and contains the target of the link
+// that the logbook made. A link with another target belongs to another program or the user and is
+// never changed.
 #pragma once
 
 #include <filesystem>
@@ -18,16 +18,16 @@ class PortClaim {
     PortClaim& operator=(const PortClaim&) = delete;
     ~PortClaim();
 
-    // Locks the note, and removes a link that an earlier logbook left behind. Fails if another
-    // logbook runs there or if somebody else's link is in the place. An empty text, or why not and
-    // what to do.
+    // Locks the note and removes the link of an earlier logbook. Fails if another logbook runs
+    // there or if there is a link of another owner. Returns an empty text, or the reason and the
+    // remedy.
     std::string take(const std::filesystem::path& application_folder, int port_number);
-    // Makes the link. An empty text, or why not and what to do.
+    // Makes the link. Returns an empty text, or the reason and the remedy.
     std::string make_link(const std::string& target);
-    // Removes the link if it is still the one that was made.
+    // Removes the link if it still is the one that was made here.
     void remove_link();
-    // Removes the link, then the note. For the last process that holds the claim: a fork inherits
-    // the lock.
+    // Removes the link, then the note. Only the last process with the claim may call this, because
+    // a fork inherits the lock.
     void end();
 
     const std::filesystem::path& link() const { return link_; }
@@ -43,8 +43,8 @@ class PortClaim {
     std::filesystem::path link_, note_path_;
 };
 
-// Removes what killed logbooks left behind in the folder; a running one keeps its link. The number
-// of links removed.
+// Removes links and notes of killed logbooks in the folder, but not those of a running one. Returns
+// the number of removed links.
 int release_left_links(const std::filesystem::path& application_folder);
 
 } // namespace zol::logbook

@@ -1,6 +1,6 @@
-// Writes the recording in a process of its own, so that a slow or full disk never delays the line,
-// and so that somebody is left after a kill of the program: that process then writes what it was
-// still given, and removes the port's link.
+// Writes the recording in a second process. So a slow or full disk never delays the line; and if
+// this program is killed, the second process writes what it has received and removes the port's
+// link.
 #pragma once
 
 #include "logbook/port_claim.h"
@@ -20,18 +20,19 @@ class Recorder {
     Recorder& operator=(const Recorder&) = delete;
     ~Recorder() { end(); }
 
-    // Forks. From now on the other process writes the file, and holds the claim until after this
-    // program's end. Before the adapter is opened: the fork must not hold it. An empty text, or why
-    // not.
+    // Forks: from now on the second process writes the file, and keeps the claim until this program
+    // has ended. Call this before the adapter is opened, because the second process must not
+    // inherit it. Returns an empty text, or the error.
     std::string start(RecordingFile& file, PortClaim& claim);
-    // Neither waits, whatever the disk or the terminal does. Events that find no room are counted,
-    // and a note in the recording says how many are missing.
+    // Records an event. Never blocks: events that do not fit into the pipe are counted, and a note
+    // in the recording gives their number.
     void put(const Event& event);
+    // Print through the second process; they do not block, either.
     void say(const std::string& text);       // on standard output
     void report(const std::string& problem); // on standard error
-    // To be called when a child of the program has ended.
+    // Call this when a child process has ended.
     void child_ended();
-    // Lets the other process finish, for a second at most.
+    // Waits for the second process to finish, at most a second.
     void end();
 
   private:

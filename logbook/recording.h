@@ -1,8 +1,8 @@
-// The text of a recording: what passed on the serial line, one line an event, after a short header.
+// The text format of a recording: a short header, then one line for each event on the serial line.
 // docs/recording-format.md describes it for other programs.
 //
-// Reading trusts nothing in the text: limits hold for the length of a line and of an event, and a
-// wrong line is named by its number. Nothing here opens a file.
+// Reading accepts any input: the length of lines and events is limited, and an error names its
+// line. Nothing here opens a file.
 #pragma once
 
 #include "link/serial_port.h"
@@ -19,7 +19,7 @@ using link::Bytes;
 enum class EventKind {
     request, // bytes from the tool to the control unit
     reply,   // bytes from the control unit to the tool
-    note,    // a sentence on the port: opened, closed, adapter gone
+    note,    // a sentence about the port: opened, closed, adapter pulled
 };
 
 struct Event {
@@ -39,23 +39,24 @@ struct RecordingHeader {
 
 inline constexpr int recording_version = 1;
 inline constexpr std::size_t most_event_bytes = 1024;
-// Above the longest line that an event can have.
+// More than the longest possible line of an event.
 inline constexpr std::size_t longest_recording_line = 4096;
 inline constexpr std::size_t largest_recording = std::size_t{256} << 20;
 
-// With the empty line that ends it. Control characters in a value become blanks.
+// The header with the empty line at its end. Control characters in a value become blanks.
 std::string header_text(const RecordingHeader& header);
 
-// One line with its end. At most `most_event_bytes` bytes; a longer note is cut.
+// The line of an event, with its line end. The event has at most `most_event_bytes` bytes; a longer
+// note is cut.
 std::string event_line(const Event& event);
 
 struct ReadResult {
-    std::string wrong; // empty, or what is wrong, in which line, and what to do
-    bool torn = false; // the last line has no end: the writer was killed in it; it is left out
+    std::string wrong; // empty, or the error, its line and the remedy
+    bool torn = false; // the last line is incomplete, because the writer was killed; it is ignored
     std::size_t events = 0;
 };
 
-// Gives each event to `take`, in order, until the end or the first wrong line. `header` is filled
+// Calls `take` for each event, in order, until the end or the first wrong line. `header` is set
 // before the first event.
 ReadResult read_recording_text(std::string_view text, RecordingHeader& header,
                                const std::function<void(const Event&)>& take);

@@ -1,4 +1,4 @@
-// Recordings on the disk: <data folder>/<registration>/<date>-<n>.zlog.
+// Recordings on the disk: <data folder>/<registration>/<date>-<n>.zlog. recording.h has the format.
 #pragma once
 
 #include "logbook/recording.h"
@@ -7,11 +7,11 @@
 
 namespace zol::logbook {
 
-// Why the text cannot name a car's folder, and what is right; empty if it can.
+// Why this registration cannot be the name of a folder, and what is allowed; empty if it can.
 std::string wrong_registration(std::string_view car);
 
-// A recording that is being written. Lines are only ever added at its end, each with one call of
-// the system, so that a kill at any moment leaves every line but the last whole.
+// A recording that is being written. Lines are only appended, each with one system call, so a kill
+// at any moment damages at most the last line.
 class RecordingFile {
   public:
     RecordingFile() = default;
@@ -19,12 +19,12 @@ class RecordingFile {
     RecordingFile& operator=(const RecordingFile&) = delete;
     ~RecordingFile() { close(); }
 
-    // Makes the car's folder and in it the first free file of the date "2026-11-22". Never opens a
-    // file that is there. An empty text, or why not and what to do.
+    // Creates the car's folder and in it the first file of the date ("2026-11-22") that does not
+    // exist yet. Never opens an existing file. Returns an empty text, or the reason and the remedy.
     std::string create(const std::filesystem::path& data_folder, const std::string& car,
                        const std::string& date, const RecordingHeader& header);
-    // Adds whole lines. An empty text, or why not: then nothing of them is in the file, which is
-    // closed.
+    // Appends whole lines. Returns an empty text, or the error; then none of them is in the file,
+    // and the file is closed.
     std::string add(std::string_view lines);
     void close();
 
@@ -36,7 +36,7 @@ class RecordingFile {
     std::filesystem::path path_;
 };
 
-// Reads a whole file. What is wrong names the file, too.
+// Reads a whole file. An error names the file, too.
 ReadResult read_recording(const std::filesystem::path& file, RecordingHeader& header,
                           const std::function<void(const Event&)>& take);
 

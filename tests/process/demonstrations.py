@@ -1,5 +1,5 @@
-"""Demonstrations in one folder: a second one is rejected and does not affect the first, unit and tool end
-with a killed script, and a link made by the user stays."""
+"""Demonstrations in one folder. A second one is rejected and does not affect the first. Unit and tool end
+when their script is killed. A link made by the user is not changed."""
 
 import contextlib
 import os
@@ -41,7 +41,7 @@ class Folder:
             self.until(lambda: not self.members(), "a process of the demonstration still runs")
 
     def members(self):
-        """The processes that have the folder's lock."""
+        """The processes that hold the folder's lock."""
         lock = self.place / ".demonstration"
         held = set()
         for descriptor in pathlib.Path("/proc").glob("[0-9]*/fd/*"):
@@ -91,7 +91,7 @@ def keeps_a_link_to_an_adapter(folder):
     folder.link.parent.mkdir(exist_ok=True)
     folder.link.symlink_to("/dev/serial/by-id/an-adapter")
     with folder.demonstration() as refused:
-        folder.until(lambda: refused.poll() is not None or folder.tool_runs(), "nothing happens")
+        folder.until(lambda: refused.poll() is not None or folder.tool_runs(), "the demonstration neither starts nor ends")
         assert refused.poll() == 1, "the demonstration ignores the link"
         printed = refused.stderr.read()
         assert str(folder.link) in printed, f"the demonstration prints: {printed}"

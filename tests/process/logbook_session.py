@@ -1,5 +1,5 @@
-"""The tool itself behind the logbook: it reads the simulated unit and polls it, goes on with the next
-logbook after the first one was killed, and every answer of the unit is in the recording."""
+"""The tool reads and polls a simulated unit through zol-logbook. After the first logbook is killed, the
+tool continues with the next one. Every reply of the unit is in the recordings."""
 
 import os
 import pathlib
@@ -10,18 +10,18 @@ import sys
 import tempfile
 import time
 
-PATIENCE_S = 120  # for a machine that is busy; nothing here takes ten seconds on one that is not
+PATIENCE_S = 120  # for a busy machine; otherwise nothing takes ten seconds
 
 
-def soon(true_now, what):
+def wait_for(is_true, what):
     end = time.monotonic() + PATIENCE_S
-    while not true_now():
+    while not is_true():
         if time.monotonic() > end:
-            sys.exit("never came true: " + what)
+            sys.exit("this did not happen: " + what)
         time.sleep(0.05)
 
 
-class Bench:
+class Session:
     def __init__(self, folder, program, logbook, unit):
         self.folder, self.logbook, self.unit = pathlib.Path(folder), logbook, unit
         (self.folder / "ports").mkdir()
@@ -51,7 +51,7 @@ class Bench:
     def record(self):
         process = self.start(self.logbook, "record", "--car", "TEST", "--folder", self.folder, "--device",
                              self.folder / "adapter")
-        soon((self.folder / "ports/com1").is_symlink, "the logbook makes the port's link")
+        wait_for((self.folder / "ports/com1").is_symlink, "the logbook makes the port's link")
         return process
 
     def shown(self, number):
@@ -59,38 +59,38 @@ class Bench:
         return subprocess.run([self.logbook, "show", file], check=True, capture_output=True, text=True).stdout
 
 
-def session(bench):
-    bench.start(bench.unit, "--warm", "--link", bench.folder / "adapter", "--log", bench.folder / "wire.txt")
-    soon((bench.folder / "adapter").is_symlink, "the unit makes its link")
-    first = bench.record()
-    tool = bench.start(bench.program)
-    soon(lambda: bench.answers() >= 5, "the tool polls the unit through the logbook")
+def run(session):
+    session.start(session.unit, "--warm", "--link", session.folder / "adapter", "--log", session.folder / "wire.txt")
+    wait_for((session.folder / "adapter").is_symlink, "the unit makes its link")
+    first = session.record()
+    tool = session.start(session.program)
+    wait_for(lambda: session.answers() >= 5, "the tool polls the unit through the logbook")
 
     first.kill()
-    soon(lambda: not (bench.folder / "ports/com1").is_symlink(), "a killed logbook's link is removed")
-    if "version: 0.2.71" not in bench.shown(1):
-        sys.exit("the recording of the killed logbook lacks the first read:\n" + bench.shown(1))
+    wait_for(lambda: not (session.folder / "ports/com1").is_symlink(), "a killed logbook's link is removed")
+    if "version: 0.2.71" not in session.shown(1):
+        sys.exit("the recording of the killed logbook lacks the first read:\n" + session.shown(1))
 
-    second = bench.record()
-    before = bench.answers()
-    soon(lambda: bench.answers() >= before + 5, "the tool goes on with the next logbook")
+    second = session.record()
+    before = session.answers()
+    wait_for(lambda: session.answers() >= before + 5, "the tool continues with the next logbook")
     tool.send_signal(signal.SIGTERM)
     tool.wait()
     second.send_signal(signal.SIGTERM)
     if second.wait() != 0:
         sys.exit("the logbook ended with an error")
-    counts = re.search(r"(\d+) requests: (\d+) answered in time, (\d+) late, (\d+) lost", bench.shown(2))
+    counts = re.search(r"(\d+) requests: (\d+) answered in time, (\d+) late, (\d+) lost", session.shown(2))
     if not counts or int(counts[2]) < 5 or int(counts[4]) > 0:
-        sys.exit("the recording lacks answers:\n" + bench.shown(2))
+        sys.exit("the recording lacks answers:\n" + session.shown(2))
 
 
 def main(*programs):
     with tempfile.TemporaryDirectory() as folder:
-        bench = Bench(folder, *programs)
+        session = Session(folder, *programs)
         try:
-            session(bench)
+            run(session)
         finally:
-            bench.end_all()
+            session.end_all()
 
 
 main(*sys.argv[1:])

@@ -1,5 +1,5 @@
 """Starts the program twice in one folder: the second copy ends at once without output, and the first still
-runs. The same with a folder in the place of the lock file."""
+runs. Then the same with a folder in place of the lock file."""
 
 import os
 import pathlib

@@ -1,4 +1,4 @@
-// Boxes in the operator's language, as wide as their titles.
+// The texts of boxes are in the operator's language, and a box is as wide as its title.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
@@ -22,7 +22,7 @@ class BoxTexts : public WindowFixture {
         app::use_application_folder(ZOL_SOURCE_DIR);
         open(Sample);
     }
-    static void speak(const std::string& language) {
+    static void set_language(const std::string& language) {
         app::state.current_language = language;
         app::apply_helper_texts();
     }
@@ -52,7 +52,7 @@ TEST_F(BoxTexts, YesAndNoFollowTheLanguage) {
                                                            {"pl", "Tak", "Nie"},
                                                            {"uk", "Yes", "No"}};
     for (const auto& [language, yes, no] : words) {
-        speak(language);
+        set_language(language);
         EXPECT_THAT(question(), ::testing::IsSupersetOf({QString(yes), QString(no)})) << language;
     }
 }
@@ -68,7 +68,7 @@ TEST_F(BoxTexts, NothingInTheColourDialogStaysEnglish) {
     };
     take(english); // the toolkit's own: no language was loaded
     for (const char* language : {"de", "fr", "it", "pl"}) {
-        speak(language);
+        set_language(language);
         QStringList texts;
         take(texts);
         for (const QString& text : texts) {
@@ -80,7 +80,7 @@ TEST_F(BoxTexts, NothingInTheColourDialogStaysEnglish) {
 }
 
 TEST_F(BoxTexts, CancelInAnInputBoxIsTranslated) {
-    speak("de");
+    set_language("de");
     answer<QInputDialog>("input_box", [](QInputDialog& box) {
         EXPECT_THAT(texts_of(box), ::testing::Contains(QString("Abbrechen")));
         box.reject();

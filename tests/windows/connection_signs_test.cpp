@@ -1,4 +1,5 @@
-// What the connection dialog shows beside its data: the device of each port, and why a test failed.
+// What the connection dialog shows in addition to its data: the device of each port, and why a test
+// failed.
 #include "tests/windows/window_fixture.h"
 #include "view/windows/centralina_attiva.h"
 
@@ -17,7 +18,7 @@ class ConnectionSigns : public WindowFixture {
   protected:
     ConnectionSigns() { open(Centralina_Attiva); }
 
-    // The line under the result; the toolkit's only label without a name here.
+    // The line under the result; it is the only label without a name here.
     QLabel* reason() const {
         for (QLabel* label : top(Centralina_Attiva).findChildren<QLabel*>())
             if (label->objectName().isEmpty()) return label;

@@ -1,5 +1,5 @@
-// What the view adds when it draws: states that are told apart on each ground, titles, records,
-// and sizes that follow the screen.
+// What the view adds when it draws: states that differ on each background, titles, records, and
+// sizes that follow the screen.
 #include "tests/windows/window_fixture.h"
 #include "view/qt/colours.h"
 #include "view/qt/face.h"
@@ -23,7 +23,7 @@ namespace look = qt::face;
 class Face : public WindowFixture {
   protected:
     Face() { open(Sample); }
-    // As it stands in its window, which shows through at round corners.
+    // The control with the part of its window that is visible at its round corners.
     QImage picture(Widget& w) const {
         const QWidget& control = face(w);
         const QRect place(control.mapTo(&top(*w.window), QPoint(0, 0)), control.size());
@@ -39,7 +39,7 @@ class Face : public WindowFixture {
                 count += image.pixelColor(x, y).saturation() > 80;
         return count;
     }
-    // Along a line above the caption, how often one shade follows another.
+    // The number of colour changes along a line above the caption.
     static int changes_along_top(const QImage& image) {
         int changes = 0;
         for (int x = 8; x < image.width() - 8; ++x)
@@ -165,12 +165,13 @@ TEST_F(Face, FiguresOfItsTypeHaveOneWidth) {
     EXPECT_EQ(QApplication::font().families().first(), "Roboto Condensed");
 }
 
-// The verdict of a port test.
+// The result of a port test.
 TEST_F(Face, ItsInkGivesWayOnRed) {
     set_back(Label1, red);
     set_fore(Label1, windows::ink);
     set_text(Label1, "IIIII");
-    top(Sample).resize(top(Sample).size() * 3); // letters broad enough to show their colour in full
+    top(Sample).resize(top(Sample).size() *
+                       3); // letters wide enough for pixels of their full colour
     settle();
     const QImage image = picture(Label1);
     int darkest = 255;
@@ -179,7 +180,7 @@ TEST_F(Face, ItsInkGivesWayOnRed) {
     EXPECT_LT(darkest, 20);
 }
 
-// The six live values are alike, also the one whose title has another ground in its table.
+// All six titles look alike, also the one with another background in its table.
 TEST_F(Face, TitleOfLiveValueStandsOnWindowsGround) {
     open(form1::Form1);
     for (Widget* title : {&form1::lbl_rpm, &form1::lbl_tinj, &form1::lbl_press, &form1::lbl_temp,

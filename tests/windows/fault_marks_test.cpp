@@ -1,5 +1,5 @@
-// What the six fault codes look like, and the notes behind them.
-#include "tests/windows/unit_bench.h"
+// How the six fault codes and their notes are shown.
+#include "tests/windows/unit_fixture.h"
 #include "view/qt/mirror.h"
 
 #include <QLabel>
@@ -9,7 +9,7 @@ namespace {
 
 using namespace form1;
 
-class FaultMarks : public UnitBench {
+class FaultMarks : public UnitFixture {
   protected:
     FaultMarks() {
         click(face(Command_diagnosi));
@@ -31,7 +31,7 @@ class FaultMarks : public UnitBench {
         const QColor right = pixel(w, -1, face(w).height() / 2);
         return right.blue() > right.red() + 60;
     }
-    // The darkest pixel of a label, and how high its letters are.
+    // The darkest pixel of a label, and the height of its letters.
     std::pair<int, int> ink_of(Widget& w) const {
         const QImage image = face(w).grab().toImage();
         int darkest = 255, top = image.height(), bottom = 0;

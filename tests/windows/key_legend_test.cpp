@@ -1,4 +1,4 @@
-// The legend of the keys below the engine panel.
+// The key legend below the engine panel.
 #include "app/app_state.h"
 #include "app/application_folder.h"
 #include "app/helper_texts.h"
@@ -12,10 +12,10 @@ class Legend : public WindowFixture {
   protected:
     Legend() {
         app::use_application_folder(ZOL_SOURCE_DIR);
-        speak("uk");
+        set_language("uk");
         open(form1::Form1);
     }
-    void speak(const char* language) {
+    void set_language(const char* language) {
         app::state.current_language = language;
         app::apply_helper_texts();
         settle();
@@ -30,7 +30,7 @@ TEST_F(Legend, IsInEachLanguageWithTheTuningFirst) {
                                                    {"de", "Strg+T: automatischer Abgleich, "},
                                                    {"fr", "Ctrl+T: calibrage automatique, "}};
     for (const auto& [language, begins] : first) {
-        speak(language);
+        set_language(language);
         EXPECT_TRUE(legend().isVisible()) << language;
         EXPECT_THAT(legend().accessibleName().toStdString(), testing::StartsWith(begins));
         EXPECT_EQ(legend().accessibleName().count(": "), 8) << language;

@@ -1,8 +1,8 @@
-// Values that are no longer read look so, and nothing of their data changes.
+// Values that are no longer read are drawn as stale, and their data does not change.
 #include "app/app_state.h"
 #include "link/activation.h"
 #include "maintenance/factory_reset.h"
-#include "tests/windows/unit_bench.h"
+#include "tests/windows/unit_fixture.h"
 #include "view/qt/colours.h"
 
 #include <QMessageBox>
@@ -14,13 +14,13 @@ namespace {
 
 using namespace form1;
 
-constexpr int past_patience_ms = 2000; // three cycles of the polling, and the one under way
+constexpr int past_patience_ms = 2000; // three polling cycles and the present one
 
-class LiveValues : public UnitBench {
+class LiveValues : public UnitFixture {
   protected:
     QImage picture(Widget& w) const { return face(w).grab().toImage(); }
 
-    // Of the colours in the middle of a label, where its figures are, against its ground.
+    // The contrast between the digits in the middle of a label and its background.
     static double contrast_of(const QImage& image) {
         const QColor ground = image.pixelColor(2, image.height() - 3);
         double most = 1;
@@ -111,7 +111,7 @@ TEST_F(LiveValues, AreStaleAfterAResetWasSent) {
     EXPECT_NE(Label_rpm.look.text, "0");
 }
 
-// docs/not-bugs.md: the engine button in the middle of a repeated first read.
+// docs/not-bugs.md: the engine button pressed during a repeated first read.
 TEST_F(LiveValues, AreStaleWhilePollingAndFirstReadMix) {
     poll();
     Form1.on.activate = link::main_window_activated;

@@ -1,4 +1,4 @@
-// The manual's pages of the fault codes: found by the manual's own search, and quick to open.
+// The manual's pages of fault codes: the manual's search finds them, and they open quickly.
 #include "tests/windows/window_fixture.h"
 
 #include <QElapsedTimer>
@@ -29,7 +29,7 @@ class ManualCodes : public WindowFixture {
         part<QLineEdit>("Search").setText(words);
         press(part<QLineEdit>("Search"), Qt::Key_Return);
     }
-    // In milliseconds, painted.
+    // The time of `work` and the painting after it, in milliseconds.
     template <typename Work>
     static qint64 time_of(Work work) {
         QElapsedTimer clock;
@@ -38,7 +38,7 @@ class ManualCodes : public WindowFixture {
         settle();
         return clock.elapsed();
     }
-    // This build is instrumented; the program itself is several times quicker.
+    // With sanitizers; the program itself is several times faster.
     static constexpr qint64 most_ms = 2000;
 };
 

@@ -187,7 +187,7 @@ TEST_F(States, EachTextIsLegibleInADisabledWindow) {
     }
 }
 
-// It tells the value last read, and is no level that the handle would have to follow.
+// The marker shows the value that was read last; the handle need not be there.
 TEST_F(States, SliderMarkerStandsBesideGrooveOffHandle) {
     for (Widget* widget : {&Slider_flat, &Slider_tall}) {
         const QImage plain = picture(*widget);

@@ -1,4 +1,4 @@
-// The drawing surface as a trace: the pen, the gap ahead of it, and the sweep before.
+// The drawing surface as a trace: the pen, the gap ahead of it, and the previous sweep.
 #include "tests/windows/window_fixture.h"
 #include "view/qt/face.h"
 
@@ -10,7 +10,7 @@ using namespace test_window;
 class TraceFace : public WindowFixture {
   protected:
     TraceFace() { open(Sample); }
-    // Bars 60 wide at a distance of 100, from the middle up.
+    // Bars 60 twips wide at a distance of 100, upwards from the middle.
     static void draw_bars(int count) {
         for (int i = 0; i < count; ++i) {
             draw_line(Picture1, 0, 750, 3000, 750, red);
@@ -48,7 +48,7 @@ TEST_F(TraceFace, PenKeepsAGapOfTwoBarsAhead) {
     EXPECT_EQ(pixel(630, 751), QColor(255, 0, 0)) << "the centre line goes through";
 }
 
-// The main window does that when it becomes active: nothing is cleared.
+// The main window does this when it becomes active. Nothing is cleared.
 TEST_F(TraceFace, PenThatReturnsWithoutAClearDimsTheSweep) {
     draw_bars(30);
     draw_bars(5);

@@ -1,6 +1,6 @@
-// The stripe that moves while the pointer is the hourglass, and the band at the foot of the main
-// window that names what takes long.
-#include "tests/windows/unit_bench.h"
+// The stripe that moves while the pointer is the hourglass, and the band at the bottom of the main
+// window that names a long wait.
+#include "tests/windows/unit_fixture.h"
 #include "view/qt/wait_signs.h"
 
 #include <QAbstractButton>
@@ -59,7 +59,7 @@ TEST_F(WaitStripe, MovesDirectlyUnderTheMenuBar) {
     EXPECT_NE(stripe.grab().toImage(), first);
 }
 
-class WaitBand : public UnitBench {
+class WaitBand : public UnitFixture {
   protected:
     qt::WaitBand& band() const { return *part<qt::WaitBand>(top(form1::Form1)); }
 };

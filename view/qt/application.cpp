@@ -1,15 +1,16 @@
 #include "view/qt/application.h"
 
+#include "view/qt/accessible_roles.h"
 #include "view/qt/box_texts.h"
 #include "view/qt/colours.h"
 #include "view/qt/face.h"
 #include "view/qt/instrument_style.h"
-#include "view/qt/speech.h"
 
 #include <QApplication>
 #include <QIcon>
 
-// A library's resources are linked into a program only if it asks for them, outside any namespace.
+// A static library's resources are linked only if the program asks for them, and the macro must be
+// used outside any namespace.
 static void bring_in_icon() { Q_INIT_RESOURCE(icon); }
 
 namespace zol::view::qt {
@@ -37,7 +38,7 @@ void settle_look(QApplication& application) {
     QApplication::setStyle(style);
     QApplication::setFont(face::font());
     QPalette palette = style->standardPalette();
-    // Boxes stand on the ground of the windows.
+    // Boxes have the background of the windows.
     for (const auto role : {QPalette::Window, QPalette::AlternateBase})
         palette.setColor(role, face::ground);
     palette.setColor(QPalette::Button, face::steel);
@@ -45,7 +46,8 @@ void settle_look(QApplication& application) {
     palette.setColor(QPalette::Highlight, face::accent);
     palette.setColor(QPalette::HighlightedText, face::chosen_ink);
     palette.setColor(QPalette::Link, face::accent);
-    // What no window table has: menus, boxes, the manual. Their other grounds are lighter.
+    // For what no window table describes: menus, boxes, the manual. Their other backgrounds are
+    // lighter, so this contrast is the lowest.
     const QColor faded = faded_on(face::ground, face::ink);
     palette.setColor(QPalette::PlaceholderText, faded);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
@@ -56,11 +58,11 @@ void settle_look(QApplication& application) {
     QApplication::setPalette(palette);
     QApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::installTranslator(new BoxTexts(&application));
-    correct_speech();
+    correct_accessible_roles();
     application.setApplicationName("zol-injection");
     application.setApplicationDisplayName("");
     QApplication::setWindowIcon(application_icon());
-    // By this name a desktop finds the entry, and with it the icon, that belongs to a window.
+    // The desktop finds the launcher entry of a window, and with it the icon, by this name.
     QGuiApplication::setDesktopFileName("zol-injection");
 }
 

@@ -1,14 +1,16 @@
-// What holds for the whole application: one look and one icon on every desktop, and no life of its
-// own.
+// Settings of the whole application: the same style, palette and icon on every desktop, and no
+// quitting when the last window closes (the logic ends the program). It builds no window.
 #pragma once
 
 class QApplication;
 
 namespace zol::view::qt {
 
-// Before the QApplication is made: boxes are drawn by Qt, whatever the desktop.
+// Call this before the QApplication is constructed: boxes and menus are drawn by Qt on every
+// desktop.
 void prepare_toolkit();
-// After it: one style and palette, for the system fixes colours that a desktop's theme would fight.
+// Call this after it. Sets style, palette, font, icon and translator; a desktop's theme would clash
+// with the colours of the windows' tables.
 void settle_look(QApplication& application);
 
 } // namespace zol::view::qt

@@ -4,8 +4,8 @@
 
 namespace zol::view::qt {
 
-// The marks of keys to press are the translation's own affair, and a line of the file holds no
-// line's end.
+// A translation has its own access keys (&), and a line of the file cannot contain a line break. So
+// the lookup ignores both.
 QString BoxTexts::translate(const char*, const char* text, const char*, int) const {
     const QString key = QString::fromUtf8(text).remove('&').simplified();
     const auto found = view_state.box_texts.find(key.toStdString());

@@ -1,12 +1,13 @@
-// What the toolkit's own boxes say, in the operator's language.
+// The texts of the toolkit's own boxes in the operator's language. A text without a translation
+// stays English.
 #pragma once
 
 #include <QTranslator>
 
 namespace zol::view::qt {
 
-// Looks the toolkit's texts up in what the program has offered the view. A box asks as it is built,
-// so the next one follows a change of the language.
+// Looks each text up in `view_state.box_texts`. A box asks when it is built, so a change of
+// language affects the next box, not an open one.
 class BoxTexts : public QTranslator {
   public:
     using QTranslator::QTranslator;

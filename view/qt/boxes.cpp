@@ -20,7 +20,8 @@
 namespace zol::view::qt {
 namespace {
 
-// The title bar's own buttons and margins, and what its type is broader by, in heights of a line.
+// Width of the title bar's buttons and margins, and of the difference between its font and ours, in
+// heights of a line.
 constexpr int title_bar_lines = 10;
 
 int width_of_title(const QDialog& box) {
@@ -30,7 +31,7 @@ int width_of_title(const QDialog& box) {
     return metrics.horizontalAdvance(box.windowTitle()) + title_bar_lines * metrics.height();
 }
 
-// The layout of a box alone decides on its size.
+// Only the layout determines the size of a box.
 void make_as_wide_as_title(QDialog& box) {
     box.sizeHint(); // makes the layout
     const int width = std::min(width_of_title(box), box.screen()->availableSize().width());
@@ -41,16 +42,17 @@ void make_as_wide_as_title(QDialog& box) {
         box.layout()->addItem(breadth);
 }
 
-// The box belongs to the window beneath it, but is not its child: that window may go first.
+// The desktop keeps the box above the active window, but the box is not its child, because that
+// window may be unloaded first.
 void pump_until_answered(QDialog& box) {
-    const QWidget* beneath = QApplication::activeWindow();
+    const QWidget* active = QApplication::activeWindow();
     box.setFont(QApplication::font("QDialog"));
     make_as_wide_as_title(box);
     give_edge(box);
     box.setWindowModality(Qt::ApplicationModal);
-    box.winId(); // makes the native window, which can be given its place above another
-    if (beneath && beneath->windowHandle())
-        box.windowHandle()->setTransientParent(beneath->windowHandle());
+    box.winId(); // creates the native window, which the next lines need
+    if (active && active->windowHandle())
+        box.windowHandle()->setTransientParent(active->windowHandle());
     box.show();
     box.activateWindow();
     while (box.isVisible())
@@ -73,14 +75,14 @@ Answer ask_message(const MessageBox& box) {
     const bool question = box.buttons == Buttons::yes_no;
     QMessageBox face;
     face.setObjectName("message_box");
-    face.setFont(QApplication::font("QDialog")); // the icon follows it
+    face.setFont(QApplication::font("QDialog")); // sets the size of the icon, too
     face.setTextFormat(Qt::PlainText);
-    // The texts part their lines by carriage returns.
+    // The texts separate lines by carriage returns.
     face.setText(QString::fromStdString(box.text).replace('\r', '\n'));
     face.setWindowTitle(plain_title(QString::fromStdString(box.title)));
     face.setIcon(to_qt(box.icon));
     face.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
-    if (question) face.setEscapeButton(QMessageBox::No); // also the frame's
+    if (question) face.setEscapeButton(QMessageBox::No); // and of the title bar's close button
     if (question && box.no_by_default) face.setDefaultButton(QMessageBox::No);
     pump_until_answered(face);
     if (!question) return Answer::ok;
@@ -91,7 +93,7 @@ std::string ask_text(const std::string& prompt, const std::string& title) {
     QInputDialog face;
     face.setObjectName("input_box");
     face.setInputMode(QInputDialog::TextInput);
-    face.setLabelText(""); // which makes the label
+    face.setLabelText(""); // creates the label
     for (QLabel* label : face.findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);
     face.setLabelText(plain_caption(QString::fromStdString(prompt)));

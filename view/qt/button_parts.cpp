@@ -10,7 +10,8 @@
 namespace zol::view::qt {
 namespace {
 
-// What a button stands for is told by its colour, as by the red that flashes; steel tells nothing.
+// A saturated colour, such as the flashing red, tells the operator something; the grey of ordinary
+// buttons does not.
 bool is_signal(const QColor& colour) { return colour.saturation() > 60; }
 
 struct ButtonLook {
@@ -24,7 +25,7 @@ ButtonLook look_of(const QStyleOption& option, const QWidget& widget) {
     const bool on_view = widget.property(on_view_property).toBool();
     if (!state.enabled) {
         const bool hatched = is_signal(colour);
-        // Nearly the ground, so that pale letters can be read on it.
+        // Nearly the background, so that pale letters are legible on it.
         const QColor ground = face::ground_of(widget);
         const double share = ground.lightness() < 128 ? 0.12 : 0.35;
         const QColor pale = face::mixed(ground, hatched ? face::steel : colour, share);
@@ -119,7 +120,7 @@ void draw_button(QPainter& painter, const QStyleOption& option, const QWidget* w
 
 namespace {
 
-// A mark's ground, white while it may be changed.
+// The background of a mark: white while the operator can change it.
 void set_mark_brush(QPainter& painter, const PartState& state, const QWidget& widget) {
     const QColor ground = face::ground_of(widget);
     painter.setBrush(!state.enabled ? ground : state.pressed ? face::rule : face::field_ground);

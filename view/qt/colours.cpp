@@ -31,8 +31,8 @@ Roles roles_of(Kind kind) {
     }
 }
 
-// A container's colours reach its children, so only the ground and the title are its own to set;
-// a label without a ground of its own shows, and inherits, the one that it stands on.
+// Children inherit the palette of a container, so a container sets only its own background and
+// title. A label without a background of its own inherits, and shows, that of its parent.
 QPalette make_palette(Kind kind, Colour back, Colour fore) {
     const QPalette standard = QApplication::palette();
     const Roles own = roles_of(kind);
@@ -54,7 +54,7 @@ QPalette make_palette(Kind kind, Colour back, Colour fore) {
     return palette;
 }
 
-// Made once for each combination there is: lamps change their colour hundreds of times a second.
+// Cached for each combination, because lamps change their colour hundreds of times a second.
 const QPalette& palette_of(Kind kind, Colour back, Colour fore) {
     static std::map<std::tuple<Kind, Colour, Colour>, QPalette> palettes;
     constexpr std::size_t plenty = 500; // the operator may try any text colour
@@ -75,7 +75,7 @@ double luminance(const QColor& colour) {
 
 constexpr double least_faded_contrast = 4.6;
 
-// `share` of the way from one colour to the other.
+// The colour at `share` (0 to 1) between the two.
 QColor mixed(const QColor& from, const QColor& to, double share) {
     const auto part = [share](int a, int b) { return qRound(a + share * (b - a)); };
     return QColor(part(from.red(), to.red()), part(from.green(), to.green()),
@@ -89,7 +89,7 @@ bool fills_its_ground(const Widget& model) {
     case Kind::frame:
     case Kind::slider: return model.look.back != system_colour;
     case Kind::window: return true;
-    default: return false; // drawn by the control itself, as a label's is
+    default: return false; // the control draws it itself, if it has one
     }
 }
 
@@ -97,7 +97,7 @@ bool fills_its_ground(const Widget& model) {
 
 void mirror_colours(const Widget& model, QWidget& face) {
     const Roles roles = roles_of(model.kind);
-    // Qt repaints for a role that it has already.
+    // Setting a role repaints even if it is the same role.
     if (face.backgroundRole() != roles.ground) face.setBackgroundRole(roles.ground);
     if (face.foregroundRole() != roles.ink) face.setForegroundRole(roles.ink);
     face.setAutoFillBackground(fills_its_ground(model));

@@ -25,8 +25,8 @@ bool is_enter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
-// A button whose state is the model's alone: a click asks the logic, and changes nothing yet. Enter
-// works it as Space does, which in the main window changes the fuel over too.
+// A button whose state only the model changes: a click posts the act and changes nothing yet. Enter
+// clicks it, as Space does; in the main window Space is also the shortcut of the fuel changeover.
 template <typename Base>
 class ModelledButton : public Base {
   public:
@@ -40,11 +40,11 @@ class ModelledButton : public Base {
             Base::keyPressEvent(event);
     }
     void nextCheckState() override {}
-    // The whole of its place answers, not the caption alone.
+    // The whole control is clickable, not only the caption.
     bool hitButton(const QPoint& at) const override { return this->rect().contains(at); }
 };
 
-// An arrow leads to the neighbour in its group and chooses it.
+// An arrow key moves to the neighbour in the group and selects it.
 class OptionFace : public ModelledButton<QRadioButton> {
   public:
     using ModelledButton::ModelledButton;
@@ -72,7 +72,7 @@ class OptionFace : public ModelledButton<QRadioButton> {
     }
 };
 
-// A list that tells when it opens, and opens by Enter.
+// A list that reports to the logic that it opens, and that opens on Enter.
 class ListFace : public QComboBox {
   public:
     ListFace(Widget& model, QWidget& parent)
@@ -111,7 +111,7 @@ QWidget* make_button(Widget& model, QWidget& parent) {
 
 QWidget* make_command_button(Widget& model, QWidget& parent) {
     auto* button = static_cast<QPushButton*>(make_button<QPushButton>(model, parent));
-    button->setAutoDefault(true); // Enter presses the one with the focus
+    button->setAutoDefault(true); // Enter presses the focused button
     return button;
 }
 
@@ -134,7 +134,7 @@ QWidget* make_label(Widget& model, QWidget& parent) {
 }
 
 QWidget* make_text_box(Widget& model, QWidget& parent) {
-    // A field higher than two lines is there for notes: they are read, not written.
+    // A field higher than two lines shows notes and is read-only.
     constexpr double two_lines_twips = 600;
     if (model.look.place.height > two_lines_twips) {
         auto* notes = new QPlainTextEdit(&parent);

@@ -1,4 +1,6 @@
-// The Qt control for each kind of widget.
+// The Qt control for each kind of widget (`Kind`), and the classes of those that the view draws
+// itself. A control passes input to its model through the pump and never changes the model itself;
+// mirror.h sets it from the model.
 #pragma once
 
 #include "view/qt/label_part.h"
@@ -14,23 +16,25 @@
 
 namespace zol::view::qt {
 
-// Builds the control and ties what the operator does with it to its model. `parent` owns it.
+// Builds the control and connects its input signals to the model. `parent` owns it. Text, colours
+// and state are not set yet: see mirror_all().
 QWidget* make_control(Widget& model, QWidget& parent);
 
-// A slider with ticks and a marked stretch from its lower end.
+// A slider with ticks and a marker at the end of the marked part of its range.
 class SliderFace : public QSlider {
   public:
     SliderFace(Widget& model, QWidget& parent);
+    // Marks the range from the lowest value to `length` above it; 0 removes the marker.
     void mark_stretch(int length);
 };
 
-// A text on its own ground, or the title of a value. With the focus, Enter and Space stand for the
-// click that it answers to.
+// A text with an optional background, or the title of a value. If it has the focus, Enter and Space
+// run its click or double-click handler.
 class LabelFace : public QLabel {
   public:
     LabelFace(Widget& model, QWidget& parent);
     const LabelRole& role() const { return role_; }
-    // The text as drawn: a title has its unit behind it.
+    // The text as drawn: that of a title includes its unit.
     QString text_on_screen() const;
 
   private:
@@ -46,11 +50,11 @@ class LabelFace : public QLabel {
     const LabelRole role_;
 };
 
-// A group: its heading over a rule, and what is drawn behind its controls.
+// A group: its heading with a line under it, and the strokes drawn behind its controls.
 class FrameFace : public QGroupBox {
   public:
     FrameFace(const Widget& model, QWidget& parent);
-    // Whether a button of the window opens the frame as a panel.
+    // Whether the frame is a panel, that is, a button of the window opens it.
     static bool names_panel(const Widget& frame);
 
   private:
@@ -60,23 +64,23 @@ class FrameFace : public QGroupBox {
     const bool is_panel_;
 };
 
-// A round lamp in its background colour.
+// A round lamp, lit in its background colour.
 class LampFace : public QWidget {
   public:
     LampFace(const Widget& model, QWidget& parent)
-        : QWidget(&parent), stands_for_another_(model.parent->kind == Kind::frame) {}
+        : QWidget(&parent), shows_car_indicator_(model.parent->kind == Kind::frame) {}
 
   private:
     void paintEvent(QPaintEvent* event) override;
-    const bool stands_for_another_;
+    const bool shows_car_indicator_;
 };
 
-// Strokes in a widget's own twips as of before scaling, drawn at the size that it has now.
+// Draws strokes, given in the widget's unscaled twips, at the widget's present size.
 class StrokePen {
   public:
-    // `painter` draws on a surface of `size` pixels for this widget.
+    // `painter` draws on a surface of `size` pixels for `model`.
     StrokePen(QPainter& painter, const Widget& model, const QSize& size);
-    // Returns what was drawn on, in pixels.
+    // Returns the changed area in pixels.
     QRect draw(const Stroke& stroke);
 
   private:
@@ -84,10 +88,10 @@ class StrokePen {
     double x_scale_, y_scale_;
 };
 
-// A drawing surface: a trace that a pen draws from left to right, over a faint grid and under its
-// title. When the drawing is cleared, the bars of the sweep before stay, dimmed, until the pen
-// comes near: it clears a gap of two bars ahead of itself. The surface keeps what was drawn, scales
-// it with itself, and paints only what is new.
+// A drawing surface: a pen draws a trace from left to right over a faint grid, with a title above.
+// One pass of the pen is a sweep. When the drawing is cleared, the bars of the previous sweep stay
+// dimmed until the pen reaches them; the pen clears a gap of two bars ahead of itself. The drawing
+// is cached in a pixmap: only new strokes are drawn, and a new size draws it again.
 class PictureFace : public QWidget {
   public:
     PictureFace(const Widget& model, QWidget& parent);
@@ -105,8 +109,8 @@ class PictureFace : public QWidget {
 
     const Widget& model_;
     QPixmap backdrop_, canvas_;
-    std::vector<Stroke> sweep_, before_; // this sweep's strokes, and those of the one before
-    std::size_t taken_ = 0;              // how many of the model's strokes are on the canvas
+    std::vector<Stroke> sweep_, before_; // strokes of this sweep and of the previous one
+    std::size_t taken_ = 0;              // number of the model's strokes on the canvas
 };
 
 } // namespace zol::view::qt

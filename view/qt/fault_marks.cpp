@@ -33,7 +33,7 @@ bool is_code(const Widget& widget) { return std::ranges::find(codes, &widget) !=
 
 bool is_fault(const Widget& code) { return code.look.text.starts_with('P'); }
 
-// In place of the label's own painting, its ground included.
+// Replaces the painting of the label, including its background.
 void draw_no_fault(QLabel& face) {
     constexpr double size_share = 0.7, corner = 4;
     QFont light = face.font();
@@ -72,7 +72,8 @@ FaultMarks::FaultMarks(const WindowFace& main_window) : window_(main_window) {
         main_window.control(*code)->installEventFilter(this);
 }
 
-// A click on a code fills the box; whoever empties the box has no code's text in it.
+// A click on a code sets the text of the note box. If the box is set by anything else, its text
+// explains no code.
 void FaultMarks::changed(const Widget& widget, Aspect aspect) {
     if (aspect != Aspect::text) return;
     if (&widget == explained_) explain(nullptr);
@@ -96,7 +97,7 @@ bool FaultMarks::eventFilter(QObject* watched, QEvent* event) {
     if (!code || code->look.text.empty()) return false;
     auto& face = *static_cast<QLabel*>(watched);
     if (is_fault(*code)) {
-        watched->event(event); // it draws itself first
+        watched->event(event); // the label paints itself first
         draw_fault(face, code == explained_);
     } else {
         draw_no_fault(face);

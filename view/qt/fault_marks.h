@@ -1,6 +1,6 @@
-// How the six fault codes of the diagnosis panel are drawn: an empty place light and small, a code
-// in the bold type of its table with a red bar at its left, and an outline around the code whose
-// text is in the box. Their data stays as it is.
+// Draws the six fault codes of the diagnosis panel: an empty place in a small light font, a code in
+// bold with a red bar at its left, and an outline around the code that the note box explains. It
+// changes neither the widgets' data nor the labels' texts.
 #pragma once
 
 #include "view/screen.h"
@@ -15,8 +15,9 @@ class WindowFace;
 
 class FaultMarks : public QObject {
   public:
-    // The main window's; its controls must be built.
+    // `main_window` must have its controls already.
     explicit FaultMarks(const WindowFace& main_window);
+    // Call this after each change of a widget of the main window.
     void changed(const Widget& widget, Aspect aspect);
 
   private:
@@ -24,7 +25,7 @@ class FaultMarks : public QObject {
     void explain(const Widget* code);
 
     const WindowFace& window_;
-    const Widget* explained_ = nullptr; // whose text is in the box
+    const Widget* explained_ = nullptr; // the code that the note box explains, or null
 };
 
 } // namespace zol::view::qt

@@ -17,7 +17,7 @@
 namespace zol::view::qt {
 namespace {
 
-// Where the style has the text of this widget, less the air that the text keeps around itself.
+// The area in which the style draws the text of this widget, without its padding.
 QSize room_for_text(const Widget& model, const QWidget& face) {
     QStyleOptionButton button;
     button.initFrom(&face);
@@ -25,12 +25,12 @@ QSize room_for_text(const Widget& model, const QWidget& face) {
         return face.style()->subElementRect(element, &button, &face).size();
     };
     switch (model.kind) {
-    case Kind::command_button: // the ring of the focus keeps off the text
+    case Kind::command_button: // the focus ring does not touch the text
         return inside(QStyle::SE_PushButtonContents) - QSize(2 * face::ring_room(face) + 4, 2);
     case Kind::option_button: return inside(QStyle::SE_RadioButtonContents) - QSize(2, 0);
     case Kind::check_box: return inside(QStyle::SE_CheckBoxContents) - QSize(2, 0);
     case Kind::frame: return face.size();
-    case Kind::text_box: { // less margins and the cursor
+    case Kind::text_box: { // without margins and cursor
         QStyleOptionFrame frame;
         frame.initFrom(&face);
         const auto contents =
@@ -64,7 +64,7 @@ bool is_number(const std::string& text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-// The texts that the widget's font has to suit.
+// The texts that must fit in the font of the widget.
 QStringList texts_of(const Widget& model, const QWidget& face) {
     constexpr double read_from_afar_points = 12;
     switch (model.kind) {
@@ -74,10 +74,10 @@ QStringList texts_of(const Widget& model, const QWidget& face) {
             items += QString::fromStdString(item);
         return items;
     }
-    // The font stays as it is while a number is typed: no parameter has more figures.
+    // The font does not change while a number is typed; no parameter has more digits.
     case Kind::text_box: return face.inherits("QLineEdit") ? QStringList{"0000000"} : QStringList();
     case Kind::label:
-        // A live value keeps its size when it gains a figure.
+        // A live value keeps its font size when it gets another digit.
         if (model.look.font_size >= read_from_afar_points && is_number(model.look.text) &&
             model.look.text.size() < 5)
             return {"00000"};
@@ -97,18 +97,19 @@ bool fits(const QFont& font, const QString& text, const QSize& room, bool breaks
         return metrics.horizontalAdvance(text) <= room.width() &&
                metrics.height() - spare <= room.height();
     const int flags = line_breaks(metrics, text, room.width());
-    if (flags == Qt::TextWrapAnywhere) return false; // the last resort
+    if (flags == Qt::TextWrapAnywhere) return false; // only where nothing else fits
     const QRect used = metrics.boundingRect(QRect(0, 0, room.width(), 0), flags, text);
     return used.width() <= room.width() && used.height() - spare <= room.height();
 }
 
-// Tables are laid out for 96 dots an inch, and text keeps its share of its place on any screen.
+// The tables are made for 96 dots per inch. A pixel size that ignores the screen's resolution keeps
+// text and place in proportion.
 QFont sized(QFont font, double points, const QWidget& face) {
     font.setPointSizeF(std::max(least_points, points) * 96.0 / face.logicalDpiY());
     return font;
 }
 
-// Each property is set, or a control would take over its group's.
+// Sets each property of the font, because a control would inherit an unset one from its frame.
 QFont ranked(const Widget& model, QFont font) {
     if (!model.look.font_name.empty()) font.setFamily(QString::fromStdString(model.look.font_name));
     font.setWeight(model.look.font_bold ? QFont::Bold : QFont::Normal);
@@ -159,7 +160,8 @@ QFont largest_font(const QFont& plain, double points, const QWidget& face,
 }
 
 double letters_height(const QFont& font) {
-    constexpr double letters_share = 1.18; // of an accented capital and a descender
+    constexpr double letters_share =
+        1.18; // from the top of an accented capital to the foot of a descender
     return std::min<double>(QFontMetrics(font).height(),
                             letters_share * QFontInfo(font).pixelSize());
 }

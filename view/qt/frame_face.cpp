@@ -16,8 +16,8 @@ bool FrameFace::names_panel(const Widget& frame) {
                        [&](const Widget* w) { return w->panel == &frame; });
 }
 
-// A heading over a rule, and no box. A panel's own is quieter: its button tells it already, and
-// groups with headings of their own stand below it.
+// A heading with a line under it, and no box. The heading of a panel has no line and is grey: its
+// button names the panel already, and there are groups with headings inside.
 void FrameFace::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QColor ground = palette().color(backgroundRole());

@@ -11,8 +11,8 @@
 namespace zol::view::qt {
 namespace {
 
-// What a field and a closed list share: a white ground with a line around it, a broader one while a
-// number is awaited, and the ring around both while the focus is there.
+// An entry field or a closed list: its background with a line around it, a thicker red one while
+// the field has an edit mark, or the focus ring if it has the focus and no edit mark.
 void draw_entry_ground(QPainter& painter, const QStyleOption& option, const QColor& ground,
                        bool waiting, const QWidget& widget) {
     const PartState state = state_of(option);
@@ -39,7 +39,7 @@ void draw_field(QPainter& painter, const QStyleOption& option, const QWidget* wi
     if (!widget) return;
     const QColor ground = option.palette.color(QPalette::Base);
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(&option);
-    if (frame && frame->lineWidth == 0) { // part of another control, which draws the edge
+    if (frame && frame->lineWidth == 0) { // part of another control, which draws the line
         painter.fillRect(option.rect, ground);
         return;
     }
@@ -111,7 +111,7 @@ bool on_dark(const QStyleOption& option) {
 
 } // namespace
 
-// An empty bar is close to its window, so that only what fills it stands out.
+// An empty bar has little contrast, so that only the filled part is noticed.
 void draw_progress_trough(QPainter& painter, const QStyleOption& option) {
     painter.fillRect(option.rect, on_dark(option) ? QColor(48, 55, 62) : face::rule);
 }

@@ -18,30 +18,32 @@
 namespace zol::view::qt {
 namespace {
 
-// The share of an option line's height that its mark takes: 13 of 20 pixels at design size.
+// The size of the mark of an option or check box relative to its height: 13 of 20 pixels at design
+// size.
 constexpr double mark_share = 0.65;
 
 int mark_side(const QWidget& widget) { return std::max(9, qRound(mark_share * widget.height())); }
 
-// Between the edge of a list and its text; its arrow takes a larger share of the height.
+// Space between the edge of a list and its text, and the width of its arrow.
 int list_indent(int height) { return std::max(6, qRound(0.28 * height)); }
 int list_arrow_width(int height) { return std::max(12, qRound(0.7 * height)); }
 
-// The text of a list and the arrow beside it.
+// The place of the text of a closed list, or of its arrow.
 QRect list_part(const QRect& all, QStyle::SubControl part) {
     const int arrow = list_arrow_width(all.height());
     if (part == QStyle::SC_ComboBoxArrow) return all.adjusted(all.width() - arrow, 0, 0, 0);
     return all.adjusted(list_indent(all.height()), 2, -arrow, -2);
 }
 
-// The height of a line of the type that a part of the toolkit's own is set in.
+// The line height of a part that the toolkit lays out itself.
 int line_of(const QWidget* widget) {
     return QFontMetrics(widget ? widget->font() : QApplication::font("QDialog")).height();
 }
 
 constexpr int unchanged = -1;
 
-// Sizes that the toolkit has for one size of type: of boxes, menus and lists.
+// Sizes in boxes, menus and lists that do not follow the font in the toolkit. `unchanged` for
+// others.
 int size_by_type(QStyle::PixelMetric metric, const QWidget* widget) {
     const int line = line_of(widget);
     switch (metric) {
@@ -80,7 +82,7 @@ int InstrumentStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_RadioButtonLabelSpacing:
         if (widget) return face::ring_room(*widget) + face::scaled(5, *widget);
         break;
-    case PM_FocusFrameHMargin: // on either side of an entry of a list
+    case PM_FocusFrameHMargin: // left and right of a list entry
         if (widget && widget->inherits("QListView")) return line_of(widget) / 3;
         break;
     case PM_ButtonShiftHorizontal:
@@ -97,8 +99,8 @@ int InstrumentStyle::styleHint(StyleHint hint, const QStyleOption* option, const
     return QProxyStyle::styleHint(hint, option, widget, more);
 }
 
-// What stands in a layout gets its size from the type: buttons of boxes, rows of the contents,
-// entries of menus and lists.
+// In layouts, sizes follow the font: buttons of boxes, rows of the contents, entries of menus and
+// lists.
 QSize InstrumentStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                         const QSize& size, const QWidget* widget) const {
     const QSize plain = QProxyStyle::sizeFromContents(type, option, size, widget);
@@ -122,7 +124,7 @@ QSize InstrumentStyle::sizeFromContents(ContentsType type, const QStyleOption* o
 
 namespace {
 
-// Around the text of an option or a check box.
+// The place of the focus ring around the text of an option or a check box.
 QRect ring_around_text(const QStyle& style, const QAbstractButton& button) {
     QStyleOptionButton option;
     option.initFrom(&button);
@@ -143,7 +145,8 @@ QRect ring_around_text(const QStyle& style, const QAbstractButton& button) {
 
 } // namespace
 
-// The text of a field keeps off its edge, that of a button off its lower one.
+// The text of a field keeps a distance from the edge. The caption of a button is centred above its
+// lower edge.
 QRect InstrumentStyle::subElementRect(SubElement element, const QStyleOption* option,
                                       const QWidget* widget) const {
     const QRect plain = QProxyStyle::subElementRect(element, option, widget);
@@ -162,7 +165,7 @@ QRect InstrumentStyle::subElementRect(SubElement element, const QStyleOption* op
     }
 }
 
-// The handle and, through its middle, the groove; ticks have their room beside them.
+// The parts of a list and of a slider as they are drawn; a slider has space for its ticks.
 QRect InstrumentStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                       SubControl part, const QWidget* widget) const {
     if (control == CC_ComboBox && (part == SC_ComboBoxArrow || part == SC_ComboBoxEditField))
@@ -177,7 +180,7 @@ QRect InstrumentStyle::subControlRect(ComplexControl control, const QStyleOption
 
 namespace {
 
-// A button with a caption that can be read on the ground that is drawn.
+// The button with a text colour that is legible on the background as drawn.
 QStyleOptionButton legible_button(const QStyleOptionButton& button, const QWidget* widget) {
     QStyleOptionButton legible = button;
     if (!widget) return legible;
@@ -192,7 +195,7 @@ QStyleOptionButton legible_button(const QStyleOptionButton& button, const QWidge
     return legible;
 }
 
-// Flat: the entry pointed at or open is on white, between the ground of the others.
+// Flat: the entry under the pointer or open is white on the accent.
 void draw_menu_bar_entry(const QStyle& style, QPainter& painter,
                          const QStyleOptionMenuItem& entry) {
     const bool chosen = entry.state & QStyle::State_Selected;
@@ -229,7 +232,7 @@ void InstrumentStyle::drawControl(ControlElement element, const QStyleOption* op
     }
 }
 
-// Of the size that is shown, so that it stays sharp.
+// Drawn in the size in which it is shown, so that it is sharp.
 QIcon InstrumentStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
                                     const QWidget* widget) const {
     const QPixmap own = box_icon(icon, size_by_type(PM_MessageBoxIconSize, widget),
@@ -245,13 +248,13 @@ void InstrumentStyle::drawPrimitive(PrimitiveElement element, const QStyleOption
     case PE_IndicatorRadioButton: draw_option_mark(*painter, *option, widget); return;
     case PE_IndicatorCheckBox: draw_check_mark(*painter, *option, widget); return;
     case PE_PanelLineEdit: draw_field(*painter, *option, widget); return;
-    case PE_FrameLineEdit: return; // drawn with the field's ground
+    case PE_FrameLineEdit: return; // drawn with PE_PanelLineEdit
     case PE_Frame:
         painter->setPen(face::rule);
         painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
         return;
     case PE_FrameFocusRect:
-        // Buttons and lists of the toolkit's own show their focus on their edge.
+        // Buttons and lists draw their own focus ring.
         if (!widget || widget->inherits("QPushButton") || widget->inherits("QComboBox")) return;
         face::draw_ring(*painter, button ? ring_around_text(*this, *button) : option->rect,
                         face::ground_of(*widget), *widget);
@@ -274,16 +277,16 @@ void InstrumentStyle::drawComplexControl(ComplexControl control, const QStyleOpt
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-// Captions break their lines, on buttons and options as on labels. A text that its ground would
-// swallow is drawn in black or white: service records on the red that warns of them, or a text
-// colour chosen as dark as the fields.
+// Captions of buttons and options may have several lines, like labels. A text with little contrast
+// to its background is drawn in black or white: service records on flashing red, or a text colour
+// of the operator that is as dark as the fields.
 void InstrumentStyle::drawItemText(QPainter* painter, const QRect& place, int flags,
                                    const QPalette& palette, bool enabled, const QString& text,
                                    QPalette::ColorRole ink) const {
     QPalette legible = palette;
     if (enabled && ink == QPalette::WindowText) {
         const QColor ground = palette.color(QPalette::Window), letters = palette.color(ink);
-        // The program's own ink gives way earlier than a colour that was set.
+        // The program's own text colour is replaced below 4.5 : 1, one that was chosen below 2 : 1.
         legible.setColor(ink, letters == face::ink ? face::readable(ground, letters)
                                                    : legible_on(ground, letters));
     }

@@ -1,15 +1,16 @@
-// How buttons, marks, sliders, fields, lists, menus and boxes are drawn: in sizes that grow with
-// the window (view/qt/face.h), and so that it shows what is pointed at, pressed, focused, disabled,
-// on view or waiting for a number.
+// Draws buttons, marks, sliders, fields, lists, menus and boxes, and shows which control is under
+// the pointer, pressed, focused, disabled or has an edit mark, and whose panel is open. Sizes
+// follow the window (view/qt/face.h). The style only draws: it depends on no widget data but the
+// two properties below and `edit_marker`.
 #pragma once
 
 #include <QProxyStyle>
 
 namespace zol::view::qt {
 
-// Set on a button by its window: the panel that it opens is on view.
+// A property of a button: its panel is open.
 constexpr const char* on_view_property = "on_view";
-// Set on a slider: how many of its steps from the lowest value on are marked.
+// A property of a slider: the number of steps from the lowest value to the marker.
 constexpr const char* marked_stretch_property = "marked_stretch";
 
 class InstrumentStyle : public QProxyStyle {

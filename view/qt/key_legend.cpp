@@ -13,17 +13,17 @@
 namespace zol::view::qt {
 namespace {
 
-// In heights of the letters.
+// In units of the letter height.
 constexpr double air_in_cap = 0.5, cap_to_words = 0.45, least_gap = 0.9, widest_gap = 2.4;
 constexpr double cap_height = 1.35, row_height = 1.6;
-// Where two rows share the band.
+// For two rows.
 constexpr double low_cap_height = 1.15, low_row_height = 1.28;
 
 double row_height_of(int rows) { return rows > 1 ? low_row_height : row_height; }
 
 double em(const QFont& font) { return letters_height(font); }
 
-// The caps are heavier than the words.
+// Key caps have a heavier font than the words.
 QFont cap_font(QFont font) {
     font.setWeight(QFont::DemiBold);
     return font;
@@ -45,7 +45,7 @@ const Widget* KeyLegend::panel_on_view() const {
     return nullptr;
 }
 
-// In the window's twips as of now.
+// In the window's present twips. Empty without an open panel.
 Place KeyLegend::band() const {
     const Widget* panel = panel_on_view();
     if (!panel) return {};
@@ -104,16 +104,16 @@ bool KeyLegend::fits_in_rows(const QFont& font, int rows) const {
     return row <= rows;
 }
 
-// In one row or two, whichever has the larger type.
+// One row or two, whichever allows the larger font.
 void KeyLegend::arrange() {
     items_.clear();
-    QStringList spoken;
+    QStringList texts;
     for (const KeyHint& hint : keys_) {
         items_.push_back(
             {QString::fromStdString(hint.key), QString::fromStdString(hint.does), {}, {}});
-        spoken << items_.back().key + ": " + items_.back().does;
+        texts << items_.back().key + ": " + items_.back().does;
     }
-    setAccessibleName(spoken.join(", "));
+    setAccessibleName(texts.join(", "));
     int rows = 1;
     QFont best;
     for (int tried = 1; tried <= 2; ++tried) {
@@ -128,7 +128,7 @@ void KeyLegend::arrange() {
     update();
 }
 
-// One row takes the gaps that the band has room for; of two, each item stands at a half's stretch.
+// The gaps of a single row share the free width; two rows have the smallest gaps.
 void KeyLegend::place_items(int rows) {
     double all = 0;
     for (const Item& item : items_)

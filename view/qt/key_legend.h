@@ -1,6 +1,6 @@
-// The legend of the keys: small outlined caps with their words, in the free band between a panel
-// and the last row of its window. It shows what the panel on view tells of its keys (Help::keys),
-// and gives way to any control of the band.
+// The key legend: the keyboard shortcuts of the open panel (Help::keys), each as an outlined key
+// cap with its meaning, in the free band between the panel and the last row of the window. It is
+// hidden while a control is in that band or if the text does not fit.
 #pragma once
 
 #include "view/widget.h"
@@ -16,9 +16,10 @@ class KeyLegend : public QWidget {
   public:
     // `content` holds the window's controls.
     KeyLegend(const Widget& window, QWidget& content);
-    // Pixels to a twip, and the size of plain text; call it with each layout of the window.
+    // `x_scale` and `y_scale` in pixels per twip, `points` for plain text. Call this after each
+    // layout of the window.
     void lay_out(double x_scale, double y_scale, double points);
-    // Call it whenever a control comes or goes, or tells other keys.
+    // Call this after a control was shown or hidden or the shortcuts changed.
     void catch_up();
 
   private:
@@ -37,9 +38,9 @@ class KeyLegend : public QWidget {
 
     const Widget& window_;
     double x_scale_ = 0, y_scale_ = 0, points_ = 0;
-    std::vector<KeyHint> keys_; // as shown
+    std::vector<KeyHint> keys_; // as displayed
     std::vector<Item> items_;
-    bool has_room_ = false; // a legend that would be cut is left out
+    bool has_room_ = false; // the legend fits into its band
 };
 
 } // namespace zol::view::qt

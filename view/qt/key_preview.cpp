@@ -21,7 +21,7 @@ KeyPreview::KeyPreview(const QtScreen& screen) : screen_(screen) {
 bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
     const bool pressed = event->type() == QEvent::KeyPress;
     if (delivering_ || !watched->isWidgetType()) return false;
-    // The menu bar takes the focus while it is walked through.
+    // While the operator moves through the menu bar, it has the focus.
     if (qobject_cast<QMenuBar*>(QApplication::focusWidget())) return false;
     if (!pressed && event->type() != QEvent::KeyRelease) return false;
     const QWidget* top = static_cast<QWidget*>(watched)->window();
@@ -37,21 +37,21 @@ bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
 
 void KeyPreview::press(Widget& window, const QKeyEvent& event) {
     Press pressed{event.key(), nullptr};
-    on_their_way_.push_back(&pressed);
+    pending_.push_back(&pressed);
     const int code = key_code(event.key());
     const bool taken =
         code == 0 || operator_acts::key(window, code, shift_state(event.modifiers()));
-    std::erase(on_their_way_, &pressed);
-    if (!taken) return; // dropped, so its control does not get it either
+    std::erase(pending_, &pressed);
+    if (!taken) return; // the logic dropped the key, so the control does not get it
     const std::unique_ptr<QKeyEvent> copy(event.clone());
     deliver(window, *copy);
     if (pressed.release) deliver(window, *pressed.release);
 }
 
 void KeyPreview::release(Widget& window, QKeyEvent& event) {
-    const auto it = std::find_if(on_their_way_.rbegin(), on_their_way_.rend(),
+    const auto it = std::find_if(pending_.rbegin(), pending_.rend(),
                                  [&](const Press* press) { return press->key == event.key(); });
-    if (it == on_their_way_.rend())
+    if (it == pending_.rend())
         deliver(window, event);
     else
         (*it)->release.reset(event.clone());

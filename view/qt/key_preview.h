@@ -1,4 +1,4 @@
-// A window sees each key before its focused control does.
+// Gives each key to the handlers of its window before the focused control gets it.
 #pragma once
 
 #include <QObject>
@@ -16,17 +16,18 @@ namespace zol::view::qt {
 
 class QtScreen;
 
-// Takes the keys that Qt delivers to the program's windows, hands each to the logic, and only then
-// to the control that has the focus. Keys of a box, of an open list and of the menu bar are left
-// alone.
+// Intercepts the keys that Qt delivers to the program's windows. Each is posted: the logic handles
+// it first, and unless the logic drops it, the control that has the focus by then gets it. A
+// release never overtakes its press. Keys in a box, an open list or the menu bar are not
+// intercepted.
 class KeyPreview : public QObject {
   public:
     explicit KeyPreview(const QtScreen& screen);
 
   private:
-    struct Press { // on its way: the logic has it, its control does not yet
+    struct Press { // being handled by the logic, not yet delivered to the control
         int key;
-        std::unique_ptr<QKeyEvent> release; // came in the meantime, and must follow it
+        std::unique_ptr<QKeyEvent> release; // arrived meanwhile; delivered after the press
     };
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -36,10 +37,11 @@ class KeyPreview : public QObject {
 
     const QtScreen& screen_;
     bool delivering_ = false;
-    std::vector<Press*> on_their_way_;
+    std::vector<Press*> pending_;
 };
 
-// The system's code for a Qt key, 0 for one that has none, and the bits of a shift state.
+// The key code that the logic uses for a Qt key, 0 if there is none; and the bits of its shift
+// state.
 int key_code(int qt_key);
 int shift_state(Qt::KeyboardModifiers modifiers);
 

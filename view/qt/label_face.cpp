@@ -50,14 +50,14 @@ void LabelFace::paintEvent(QPaintEvent*) {
     if (focused) face::draw_ring(painter, rect(), face::ground_of(*this), *this);
 }
 
-// The text of a record keeps off the edge of the ground that it has at times.
+// The text of a service record has padding, because it has a background at times.
 QRect LabelFace::text_place() const {
     const bool record = role_.part == LabelPart::record;
     return rect().adjusted(record ? face::scaled(face::record_air_px, *this) : 0, 0, 0, 0);
 }
 
-// A tile is one, of a title and a value: only its outer corners are round. A record's ground is as
-// wide as its text.
+// The title and the value of a tile form one rectangle: only its outer corners are round. The
+// background of a record is only as wide as its text.
 void LabelFace::draw_ground(QPainter& painter, bool focused) const {
     const QColor ground = palette().color(backgroundRole());
     if (ground == face::ground_of(*this) || role_.part == LabelPart::title) return;
@@ -80,7 +80,8 @@ void LabelFace::draw_ground(QPainter& painter, bool focused) const {
     painter.restore();
 }
 
-// In the table's colour where that can be read on the window, which it was not made for.
+// The colour of the table if it is legible on the window's background; the table chose it for
+// another background.
 QColor LabelFace::ink_on_window() const {
     constexpr double least_contrast = 4.5;
     const QColor ground = face::ground_of(*this);

@@ -7,7 +7,7 @@
 namespace zol::view::qt {
 namespace {
 
-constexpr double live_points = 20; // a live value's type begins here
+constexpr double live_points = 20; // the smallest font size of a live value
 
 bool is_value(const Widget& w) {
     constexpr double value_points = 12;
@@ -51,10 +51,10 @@ TitleTexts title_texts(const Widget& title, const Widget& value) {
     const QString text = QString::fromStdString(title.look.text);
     if (const auto gap = text.indexOf("  "); gap > 0)
         return {text.left(gap).trimmed(), text.mid(gap).trimmed()};
-    const QString spoken = QString::fromStdString(value.help.name);
-    const auto comma = spoken.lastIndexOf(", ");
+    const QString name = QString::fromStdString(value.help.name);
+    const auto comma = name.lastIndexOf(", ");
     const bool live = title.design.back == windows::field;
-    return {text.trimmed(), live && comma > 0 ? spoken.mid(comma + 2) : QString()};
+    return {text.trimmed(), live && comma > 0 ? name.mid(comma + 2) : QString()};
 }
 
 } // namespace zol::view::qt

@@ -1,5 +1,5 @@
-// What a label is for, as its place and look in the window's table tell: the view draws titles,
-// headings and records in ways of their own.
+// The role of a label, derived from its place and design in its window's table. The view draws
+// titles, headings and service records differently.
 #pragma once
 
 #include "view/widget.h"
@@ -10,22 +10,23 @@ namespace zol::view::qt {
 
 enum class LabelPart {
     plain,
-    title,      // directly above a value, on the window's ground
+    title,      // directly above a value, drawn on the window's background
     tile_title, // the upper part of a dark tile
     tile_value, // the lower part of that tile
     heading,    // of a group without a frame
-    record,     // the service line at the foot of the window
+    record,     // a service record at the bottom of the main window
 };
 
 struct LabelRole {
     LabelPart part = LabelPart::plain;
-    const Widget* value = nullptr; // of a title
+    const Widget* value = nullptr; // the value that a title belongs to, else null
 };
 
+// The role of a widget; `plain` for one that is no label.
 LabelRole label_role(const Widget& label);
 
-// A title and its unit. The unit is that of the title's text, behind two blanks, else that of a
-// live value's spoken name.
+// Splits a title into text and unit. The unit is what follows two blanks in the text, else what
+// follows the last comma in the accessible name of a live value.
 struct TitleTexts {
     QString title, unit;
 };

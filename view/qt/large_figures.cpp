@@ -1,6 +1,6 @@
-// The toolkit keeps pictures of letters, but of none larger than 64 pixels: their outlines are
-// fitted to the pixels and filled anew each time, five sixths of what showing a status telegram
-// costs on a large screen. A number has ten figures only, so theirs are kept here.
+// The toolkit caches glyph images only up to 64 pixels. Larger ones are rendered each time, which
+// was five sixths of the time to show a status telegram on a large screen. Digits are few, so their
+// images are cached here.
 #include "view/qt/large_figures.h"
 
 #include <QColor>
@@ -27,12 +27,12 @@ bool is_number(const QString& text) {
 
 struct Figure {
     QImage picture;
-    QPointF corner; // where the picture stands
+    QPointF corner; // of the picture, in pixels of the painter
 };
 
-// The figure that begins at `at`, on the base line.
+// The digit that begins at `at`, on the base line.
 Figure draw_figure(const QPainter& like, const QColor& ink, QChar sign, const QPointF& at) {
-    constexpr int margin = 3; // for what reaches over the figure's own room
+    constexpr int margin = 3; // a glyph may extend beyond its advance width
     const QFontMetricsF metrics(like.font(), like.device());
     const QRect room =
         QRectF(at.x(), at.y() - metrics.ascent(), metrics.horizontalAdvance(sign), metrics.height())
@@ -51,11 +51,12 @@ Figure draw_figure(const QPainter& like, const QColor& ink, QChar sign, const QP
     return {picture, room.topLeft()};
 }
 
-// One for each place too: type stands on fractions of pixels, and its outlines are rounded there.
+// Cached for each place as well: text is placed at fractions of a pixel, which changes the
+// rendering.
 const Figure& figure(const QPainter& painter, const QColor& ink, QChar sign, const QPointF& at) {
     using Key = std::tuple<QString, int, QRgb, QChar, double, double>;
     static std::map<Key, Figure> figures;
-    constexpr std::size_t plenty = 150; // ten figures in numbers of one to five
+    constexpr std::size_t plenty = 150; // ten digits at each place of numbers of one to five digits
     const Key key(painter.font().key(), painter.device()->logicalDpiY(), ink.rgba(), sign, at.x(),
                   at.y());
     const auto it = figures.find(key);
@@ -68,7 +69,7 @@ const Figure& figure(const QPainter& painter, const QColor& ink, QChar sign, con
 
 bool draw_large_figures(QPainter& painter, const QRect& place, int flags, const QString& text,
                         const QColor& ink) {
-    // Kept pixels suit pixels, one to one.
+    // An image can only be copied to pixels of the same size.
     if (painter.paintEngine()->type() != QPaintEngine::Raster ||
         painter.deviceTransform().type() > QTransform::TxTranslate)
         return false;
@@ -79,7 +80,7 @@ bool draw_large_figures(QPainter& painter, const QRect& place, int flags, const 
     double breadth = 0;
     for (const QChar sign : text)
         breadth += metrics.horizontalAdvance(sign);
-    // A type that sets figures closer than they are broad is the toolkit's to set.
+    // In a font with kerned digits the widths do not add up; the toolkit draws that.
     if (breadth > place.width() || breadth != metrics.horizontalAdvance(text)) return false;
     const double spare = place.width() - breadth;
     const double indent = flags & Qt::AlignRight ? spare : flags & Qt::AlignHCenter ? spare / 2 : 0;

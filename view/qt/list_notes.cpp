@@ -16,7 +16,8 @@ const ItemNote* note_of(const Widget& model, int item) {
 
 int blank(const QFontMetrics& metrics) { return metrics.horizontalAdvance(u'0'); }
 
-// At the right of `place`, behind `text`; a device's name ends with what tells it from others.
+// At the right of `place`, after `text`. Cut off at its left if it is too long, because device
+// names differ at their end.
 void draw_note(QPainter& painter, const QRect& place, const QString& text, const ItemNote& note) {
     const QFontMetrics metrics = painter.fontMetrics();
     const int gap = blank(metrics);

@@ -1,4 +1,5 @@
-// What a list shows at the right of its items: the data's item notes.
+// Draws the notes of list items (Look::item_notes) at the right of their texts. It does not change
+// the items.
 #pragma once
 
 #include "view/widget.h"
@@ -9,13 +10,13 @@ class QComboBox;
 
 namespace zol::view::qt {
 
-// Draws the open list's rows, each with its note.
+// The delegate of the open list: draws each row with its note.
 class ListNotes : public QStyledItemDelegate {
   public:
     ListNotes(const Widget& model, QComboBox& list);
-    // How wide a row has to be for the widest item with its note; 0 without notes.
+    // The width that a row needs for the widest item with its note; 0 without notes.
     int wanted_width() const;
-    // The note of the item that the closed list shows, in the place that its text leaves.
+    // Draws the note of the selected item in the closed list, in the space that its text leaves.
     void draw_on_closed_list(QPainter& painter) const;
 
   private:

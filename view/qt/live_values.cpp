@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::int64_t patience_us = 1'500'000;
 
-// Two bars in the upper right corner.
+// A pause mark: two bars in the upper right corner.
 void draw_pause_mark(QPainter& painter, const QWidget& face, const QColor& ink, double share) {
     const double height = std::max(7.0, face.height() * share);
     const double bar = height * 0.3, margin = std::max(2.0, height * 0.4);
@@ -25,25 +25,25 @@ void draw_pause_mark(QPainter& painter, const QWidget& face, const QColor& ink, 
         painter.fillRect(QRectF(corner + QPointF(x, 0), QSizeF(bar, height)), ink);
 }
 
-// The ground over what is drawn already, as strong as makes a text look disabled.
+// Covers what is drawn with the translucent background, so that a text looks disabled.
 void draw_veil(QWidget& face, bool is_lamp) {
     const auto* label = qobject_cast<const QLabel*>(&face);
     const QPalette& palette = face.palette();
-    // A lamp's ground is its light.
+    // The background of a lamp is its light, so its parent's is used.
     const QColor ground = is_lamp ? face.parentWidget()->palette().color(QPalette::Window)
                                   : palette.color(QPalette::Active, face.backgroundRole());
     const QColor ink = palette.color(QPalette::Active, face.foregroundRole());
     QPainter painter(&face);
-    if (!label || face.isEnabled()) { // a text behind a dialog is pale by itself
+    if (!label || face.isEnabled()) { // a disabled text is pale already
         painter.setOpacity(label ? faded_share(ground, ink) : 0.5);
         QPainterPath outline;
-        if (is_lamp) { // its corners may be its neighbour's
+        if (is_lamp) { // its corners may belong to the next lamp
             const double side = std::min(face.width(), face.height());
             outline.addEllipse(QRectF(face.rect()).center(), side / 2, side / 2);
             painter.setRenderHint(QPainter::Antialiasing);
             painter.fillPath(outline, ground);
         } else {
-            // A tile's corners may be round, and have no text.
+            // The corners of a tile may be round; there is no text in them.
             const double radius = label ? face.height() / 16.0 : 0;
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
@@ -112,7 +112,7 @@ bool LiveValues::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::Paint) return false;
     for (const Value& value : values_) {
         if (!value.stale || std::ranges::find(value.faces, watched) == value.faces.end()) continue;
-        watched->event(event); // it draws itself first
+        watched->event(event); // the control paints itself first
         auto& face = *static_cast<QWidget*>(watched);
         draw_veil(face, face.objectName().startsWith("led_rpm"));
         return true;

@@ -1,5 +1,5 @@
-// Shows which live values are no longer read: they are drawn as they are behind a dialog, with a
-// pause mark. Their data, and what the toolkit knows of them, stay as they are.
+// Shows which live values are stale: they are drawn as in a disabled window, with a pause mark.
+// Neither their data nor the state of the Qt controls changes.
 #pragma once
 
 #include "view/widget.h"
@@ -16,21 +16,22 @@ namespace zol::view::qt {
 
 class WindowFace;
 
-// A value is alive for 1.5 s, three polling cycles, after each good telegram, which flips Shape2,
-// and after each time that its own text is set: the lambda panel and the tuning read a few values
-// by themselves. The trace goes with the lambda value, the lamps with the engine speed.
+// A value is fresh for 1.5 s, three polling cycles, after each good telegram, which flips the
+// colour of Shape2, and after each assignment of its own text: the lambda panel and the tuning read
+// a few values themselves. The trace is as fresh as the lambda value, the lamps as the engine
+// speed.
 class LiveValues : public QObject {
   public:
-    // The main window's; its controls must be built.
+    // `main_window` must have its controls already.
     explicit LiveValues(const WindowFace& main_window);
-    // Call this whenever the data may have changed.
+    // Call this whenever the data may have changed. A timer calls it when a value becomes stale.
     void catch_up();
     bool is_stale(const Widget& control) const;
 
   private:
     struct Value {
         const Widget* source;
-        std::vector<QWidget*> faces; // the source's own, then what goes with it
+        std::vector<QWidget*> faces; // of the source and of its followers
         std::int64_t alive_us;       // when it was last read
         unsigned times_set;
         bool stale = false;
@@ -41,7 +42,7 @@ class LiveValues : public QObject {
              const std::vector<const Widget*>& followers = {});
 
     std::vector<Value> values_;
-    Colour beat_; // of Shape2, as last seen
+    Colour beat_; // colour of Shape2 at the last call
     QTimer expiry_;
 };
 

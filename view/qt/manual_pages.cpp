@@ -18,12 +18,13 @@
 namespace zol::view::qt {
 namespace {
 
-constexpr qint64 largest_file = 1 << 20;     // 16 times the largest that ships, a picture
-constexpr QSize largest_picture(4096, 4096); // the pictures are 680 wide
-constexpr qsizetype longest_text = 200;      // of the window; a title has some 40 characters
-constexpr qsizetype most_pages = 200;        // 38 ship
+constexpr qint64 largest_file = 1 << 20;     // 16 times the largest file that ships
+constexpr QSize largest_picture(4096, 4096); // the pictures that ship are 680 wide
+constexpr qsizetype longest_text =
+    200; // of a caption or title; titles that ship have some 40 characters
+constexpr qsizetype most_pages = 200; // 38 ship
 
-// The file itself, with all links resolved; empty if it is not one of the manual's.
+// The path with all links resolved; empty if the file is not one of the manual.
 QString real_manual_file(const QString& folder, const QString& path) {
     const QFileInfo file(QFileInfo(path).canonicalFilePath());
     const bool good = file.filePath().startsWith(folder + "/") && file.isFile() &&
@@ -34,7 +35,7 @@ QString real_manual_file(const QString& folder, const QString& path) {
 QImage picture_in(QByteArray content) {
     QBuffer bytes(&content);
     QImageReader reader(&bytes, "png");
-    reader.setAutoDetectImageFormat(false); // other formats may name files of their own
+    reader.setAutoDetectImageFormat(false); // other formats can refer to further files
     const QSize size = content.isEmpty() ? QSize() : reader.size();
     QImage picture;
     if (size.isValid() && size.boundedTo(largest_picture) == size) picture = reader.read();
@@ -44,24 +45,24 @@ QImage picture_in(QByteArray content) {
     return nothing;
 }
 
-// What the toolkit asks for by this type. Never null: for what is null it would open the file of
-// the name by itself, wherever that lies.
+// The content as a resource of this type. Never null: for null the toolkit would open the named
+// file itself, wherever it is.
 QVariant resource_in(const QByteArray& content, int type) {
     if (type == QTextDocument::ImageResource) return picture_in(content);
     return content;
 }
 
-// A page by itself: what it names is not opened.
+// A page whose references are not opened.
 class LonePage : public QTextDocument {
   private:
     QVariant loadResource(int type, const QUrl&) override { return resource_in({}, type); }
 };
 
-// Whether a page may hold the words: its characters without the marks. Building the document takes
-// a hundred times longer, and most pages lack the words.
+// A quick test whether a page may contain the words: its characters without the tags. Building the
+// document takes a hundred times longer, and most pages do not contain the words.
 bool may_hold(const QString& html, const QString& words) {
     static const QRegularExpression marks("<[^>]*>|&[a-z]+;"), special("[<>&\\s]");
-    if (words.contains(special)) return true; // not written as it is shown
+    if (words.contains(special)) return true; // may be written differently in the file
     return QString(html).remove(marks).contains(words, Qt::CaseInsensitive);
 }
 
@@ -88,7 +89,7 @@ bool is_manual_file(const QString& folder, const QString& path) {
 std::optional<QByteArray> read_manual_file(const QString& folder, const QString& path) {
     const QString name = real_manual_file(folder, path);
     if (name.isEmpty()) return std::nullopt;
-    // Not blocking, should a pipe have taken the name since.
+    // Does not block, in case the name has become that of a pipe since.
     const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW;
     const int descriptor = ::open(QFile::encodeName(name).constData(), flags);
     QFile file;
@@ -115,14 +116,15 @@ ManualContents read_manual_contents(const QString& folder, const QString& langua
 
 namespace {
 
-// The pages' own sheet is for other programs that show them.
+// The pages' own style sheet is for other programs.
 QByteArray without_style(const QByteArray& page) {
     static const QRegularExpression sheet("<style>.*</style>",
                                           QRegularExpression::DotMatchesEverythingOption);
     return QString::fromUtf8(page).remove(sheet).toUtf8();
 }
 
-// Pictures are made for this line of text and follow any other.
+// Widths of pictures are given for this line height and scaled with the font, never below their own
+// size.
 QByteArray sized_for(const QFont& font, const QByteArray& page) {
     constexpr double made_for_line_px = 18;
     const double scale = std::max(1.0, QFontMetricsF(font).height() / made_for_line_px);
@@ -138,7 +140,7 @@ QByteArray sized_for(const QFont& font, const QByteArray& page) {
     return (sized + text.mid(done)).toUtf8();
 }
 
-// The pages in the look of the program, with all their sizes following the type.
+// A style sheet with the colours of the program. Its sizes follow the font.
 QString sheet_of_program(const QFont& font) {
     const int line = QFontMetrics(font).height();
     const QString rules = "body { margin: %1px; } p, ul, ol { margin-top: %2px; "
@@ -158,7 +160,7 @@ ManualPage::ManualPage(QString folder, QWidget* parent)
     setObjectName("Page");
     setOpenExternalLinks(false);
     const double line = QFontMetricsF(font()).height();
-    document()->setIndentWidth(1.6 * line); // lists have their numbers in it
+    document()->setIndentWidth(1.6 * line); // the numbers of lists are in the indent
     document()->setDefaultStyleSheet(sheet_of_program(font()));
 }
 
@@ -170,13 +172,13 @@ QVariant ManualPage::loadResource(int type, const QUrl& url) {
 }
 
 void ManualPage::doSetSource(const QUrl& url, QTextDocument::ResourceType type) {
-    // A link that leads out of the manual would leave an empty page.
+    // A link out of the manual is ignored; following it would leave an empty page.
     const QUrl whole = source().resolved(url);
     if (is_manual_file(folder_, whole.toLocalFile())) QTextBrowser::doSetSource(whole, type);
 }
 
-// A page can give a link a tip, and the tip markup, which the toolkit would show with what it
-// names. No page of the manual does.
+// No tips: a page could give a link a tip with markup, and the toolkit would open the files named
+// in it. No page of the manual has one.
 bool ManualPage::event(QEvent* event) {
     return event->type() == QEvent::ToolTip || QTextBrowser::event(event);
 }

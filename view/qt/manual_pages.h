@@ -1,5 +1,6 @@
-// The folder that holds the manual's pages, and the view of one of them. Of that folder, given by
-// its canonical path, regular files are opened, and nothing outside it is.
+// Reads the manual's folder and shows one of its pages. Only regular files inside that folder,
+// given by its canonical path, are opened, whatever a page, a link or a name refers to. Sizes and
+// counts are limited, so a damaged file cannot block the program.
 #pragma once
 
 #include <QByteArray>
@@ -12,31 +13,32 @@
 
 namespace zol::view::qt {
 
-// Whether `path` leads to a file that the manual may open, by whatever links: a regular one in what
-// lies in `folder`, of a size that a page or a picture can have.
+// Whether `path`, with its links resolved, is a file that the manual may open: a regular, readable
+// file in `folder` or below it, not larger than a page or picture can be.
 bool is_manual_file(const QString& folder, const QString& path);
-// All of it; nothing if it is none of the manual's or cannot be read.
+// The content of such a file; nothing if it is not one or cannot be read.
 std::optional<QByteArray> read_manual_file(const QString& folder, const QString& path);
 
-// What contents.txt in a language's folder says, each text up to a length that can be shown; empty
-// where that file cannot be read.
+// The content of contents.txt in the folder of a language, each text cut to a length that can be
+// shown; empty if the file cannot be read.
 struct ManualContents {
     struct Page {
         QString file, title;
     };
-    QMap<QString, QString> words; // of the window, by key: title, search, back, not_found
-    QList<Page> pages;            // in the order of reading
+    QMap<QString, QString> words; // captions of the window, by key: title, search, back, not_found
+    QList<Page> pages;            // in reading order
 };
 
 ManualContents read_manual_contents(const QString& folder, const QString& language_folder);
 
-// Shows pages and pictures from `folder` and what lies in it, and nothing else.
+// Shows one page. It follows links to other pages of `folder`, and ignores all others.
 class ManualPage : public QTextBrowser {
   public:
     explicit ManualPage(QString folder, QWidget* parent = nullptr);
 
-    // Moves to the next place of `words`, on this page or on those behind it in `pages`, and from
-    // the first again; false if there is none. Capitals do not count.
+    // Selects the next place with `words`, on this page, then on the following ones of `pages`,
+    // then from the first one on. Returns false if there is none; the page does not change then.
+    // Case does not matter.
     bool find_next(const QString& words, const QList<ManualContents::Page>& pages);
 
   private:

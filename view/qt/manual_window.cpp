@@ -20,12 +20,12 @@
 namespace zol::view::qt {
 namespace {
 
-constexpr int contents_width_lines = 14; // in heights of a line
-constexpr QSize least_size(1000, 700);   // the pictures are 680 wide
-constexpr double wanted_share = 0.75;    // of a larger screen
-constexpr QSize frame(0, 27);            // of the window: a title bar
+constexpr int contents_width_lines = 14; // in line heights
+constexpr QSize least_size(1000, 700);   // wide enough for contents and pictures
+constexpr double wanted_share = 0.75;    // of the screen
+constexpr QSize frame(0, 27);            // of a window: its title bar
 
-// The page of this topic, else the English one of that name; empty if there is neither.
+// The file of the page `topic`, else the English page of that name, else an empty path.
 QString page_of(const QString& folder, const QString& topic) {
     for (const QString& page : {topic, "uk/" + QFileInfo(topic).fileName()}) {
         const QString file = folder + "/" + page;
@@ -40,7 +40,7 @@ class ManualWindow : public QWidget {
         : contents_(read_manual_contents(folder, QFileInfo(page).path())) {
         setObjectName("Manual");
         setWindowTitle(plain_title(word("title", "Manual")));
-        setFont(QApplication::font("QDialog")); // it has grown with the main window
+        setFont(QApplication::font("QDialog")); // its size follows the main window
         give_edge(*this);
         const QSize room = screen()->availableSize() - frame;
         resize((room * wanted_share).expandedTo(least_size).boundedTo(room));
@@ -53,7 +53,7 @@ class ManualWindow : public QWidget {
         page_ = new ManualPage(folder, this);
         name_parts();
         lay_out();
-        tie();
+        connect_parts();
         page_->setSource(QUrl::fromLocalFile(page));
     }
 
@@ -95,7 +95,7 @@ class ManualWindow : public QWidget {
         field_->setFocus();
     }
 
-    void tie() {
+    void connect_parts() {
         connect(back_, &QPushButton::clicked, page_, &QTextBrowser::backward);
         connect(page_, &QTextBrowser::backwardAvailable, back_, &QWidget::setEnabled);
         connect(page_, &QTextBrowser::sourceChanged, this, [this](const QUrl& url) {
@@ -120,7 +120,7 @@ class ManualWindow : public QWidget {
     }
 
     const ManualContents contents_;
-    QString shown_; // the page's own source() tells the one before while it changes
+    QString shown_; // while the page changes, its source() is still the previous one
     QListWidget* list_;
     QLineEdit* field_;
     QPushButton* back_;
@@ -131,8 +131,8 @@ class ManualWindow : public QWidget {
 } // namespace
 
 std::unique_ptr<QWidget> make_manual_window(const std::string& file, const std::string& topic) {
-    const QDir beside = QFileInfo(QString::fromStdString(file)).absoluteDir();
-    const QString folder = QFileInfo(beside.filePath("manual")).canonicalFilePath();
+    const QDir parent = QFileInfo(QString::fromStdString(file)).absoluteDir();
+    const QString folder = QFileInfo(parent.filePath("manual")).canonicalFilePath();
     if (folder.isEmpty()) return {};
     const QString page = page_of(folder, QString::fromStdString(topic));
     if (page.isEmpty()) return {};

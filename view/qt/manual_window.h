@@ -1,4 +1,4 @@
-// The manual, in a window of the program: contents, search, back.
+// Builds the window of the manual: contents, search field, Back button and page.
 #pragma once
 
 #include <memory>
@@ -8,9 +8,10 @@ class QWidget;
 
 namespace zol::view::qt {
 
-// A window named `Manual` with the page `topic` of the manual folder beside `file`. A page that is
-// missing in its language's folder ("pl/index.htm") is taken from the English one ("uk/index.htm");
-// null where there is no such page either. It reads nothing outside that folder.
+// Builds a window with the object name `Manual` and the page `topic` ("pl/index.htm") of the folder
+// `manual` in the folder of `file`. If the page is missing, the English one of that name is shown
+// ("uk/index.htm"). Null if there is no such page either. The window opens no file outside that
+// folder. It is not shown yet.
 std::unique_ptr<QWidget> make_manual_window(const std::string& file, const std::string& topic);
 
 } // namespace zol::view::qt

@@ -27,7 +27,8 @@ std::unordered_map<const Widget*, QAction*> build_menus(Widget& window, QMenuBar
             action = parent ? parent->addAction("") : bar.addAction("");
             action->setSeparator(widget->kind == Kind::separator);
             QObject::connect(action, &QAction::triggered, action, [widget, action] {
-                mirror(*widget, *action, Aspect::checked); // the mark is the logic's, not Qt's
+                mirror(*widget, *action,
+                       Aspect::checked); // the logic decides the tick; Qt has just changed it
                 post([widget] { operator_acts::click(*widget); });
             });
         }
@@ -35,7 +36,7 @@ std::unordered_map<const Widget*, QAction*> build_menus(Widget& window, QMenuBar
         action->setMenuRole(QAction::NoRole);
         for (Aspect aspect : {Aspect::tip, Aspect::visible, Aspect::enabled, Aspect::checked})
             mirror(*widget, *action, aspect);
-        // A separator's text is its mark in the table; drawn, it would be a heading.
+        // A separator has "-" as its text in the table, which Qt would draw as a heading.
         if (widget->kind != Kind::separator) mirror(*widget, *action, Aspect::text);
         actions.emplace(widget, action);
     }

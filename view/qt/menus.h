@@ -1,4 +1,5 @@
-// The menu tree of a window.
+// Builds the menus of a window. A click or an opened menu is posted to the logic; later changes of
+// the menus come through mirror().
 #pragma once
 
 #include "view/widget.h"
@@ -10,7 +11,7 @@ class QMenuBar;
 
 namespace zol::view::qt {
 
-// Builds the whole tree under `bar` and returns what stands for each menu, entry and separator.
+// Builds all menus of `window` in `bar` and returns the Qt action of each menu, item and separator.
 std::unordered_map<const Widget*, QAction*> build_menus(Widget& window, QMenuBar& bar);
 
 } // namespace zol::view::qt

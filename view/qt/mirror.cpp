@@ -1,11 +1,11 @@
 #include "view/qt/mirror.h"
 
 #include "view/operator.h"
+#include "view/qt/accessible_text.h"
 #include "view/qt/act.h"
 #include "view/qt/colours.h"
 #include "view/qt/controls.h"
 #include "view/qt/plain_text.h"
-#include "view/qt/spoken.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -33,17 +33,17 @@ void mirror_text(const Widget& model, QWidget& face) {
     case Kind::check_box: static_cast<QAbstractButton&>(face).setText(plain_caption(text)); break;
     case Kind::frame: static_cast<QGroupBox&>(face).setTitle(plain_caption(text)); break;
     case Kind::text_box:
-        if (&model == being_typed) break; // the operator may be a few letters ahead
+        if (&model == being_typed) break; // the operator may have typed further letters since
         if (auto* line = qobject_cast<QLineEdit*>(&face)) {
             if (line->text() != text) line->setText(text);
         } else {
             static_cast<QPlainTextEdit&>(face).setPlainText(text);
         }
         break;
-    case Kind::picture: face.update(); break; // it draws its text by itself
+    case Kind::picture: face.update(); break; // it draws its text itself
     default: break;
     }
-    if (model.kind != Kind::window) face.setAccessibleName(spoken_name(model));
+    if (model.kind != Kind::window) face.setAccessibleName(accessible_name(model));
 }
 
 void mirror_value(const Widget& model, QWidget& face) {
@@ -88,19 +88,19 @@ void mirror_items(const Widget& model, QWidget& face) {
 }
 
 void mirror_tip(const Widget& model, QWidget& face) {
-    if (model.kind != Kind::window) speak(model, face);
-    if (model.kind == Kind::picture) face.update(); // its title is its spoken name
+    if (model.kind != Kind::window) set_accessible_text(model, face);
+    if (model.kind == Kind::picture) face.update(); // its title is its accessible name
     if (model.kind != Kind::combo_box) return;
     auto& combo = static_cast<QComboBox&>(face);
     for (std::size_t i = 0; i < model.look.item_tips.size(); ++i)
         combo.setItemData(static_cast<int>(i),
                           plain_tip(QString::fromStdString(model.look.item_tips[i])),
                           Qt::ToolTipRole);
-    combo.update(); // its notes
+    combo.update(); // draws its notes
 }
 
 void mirror_pointer(const Widget& model, QWidget& face) {
-    // The text of a field for notes lies on a part that has a pointer of its own.
+    // The text of a read-only note box is in its viewport, which has a pointer of its own.
     if (auto* notes = qobject_cast<QPlainTextEdit*>(&face))
         mirror_pointer(model, *notes->viewport());
     switch (model.look.pointer) {
@@ -161,19 +161,19 @@ void mirror(const Widget& model, QAction& face, Aspect aspect) {
     switch (aspect) {
     case Aspect::text:
         face.setText(plain_caption(QString::fromStdString(model.look.text)));
-        if (face.menu()) face.menu()->setAccessibleName(spoken_name(model));
+        if (face.menu()) face.menu()->setAccessibleName(accessible_name(model));
         break;
     case Aspect::tip:
     case Aspect::help: face.setToolTip(tip_on_screen(model)); break;
     case Aspect::visible: face.setVisible(model.look.visible); break;
     case Aspect::enabled:
-        // A window that is enabled again enables each menu in it that was not disabled by itself,
-        // and a menu enables its action.
+        // When a window is enabled again, Qt enables each of its menus that was not disabled
+        // explicitly, and a menu enables its action. So both are set.
         if (face.menu()) face.menu()->setEnabled(model.look.enabled);
         face.setEnabled(model.look.enabled);
         break;
     case Aspect::checked:
-        face.setCheckable(model.look.checked); // an entry without a mark shows no empty box
+        face.setCheckable(model.look.checked); // otherwise an unticked item would show an empty box
         face.setChecked(model.look.checked);
         break;
     default: break;

@@ -1,5 +1,6 @@
-// Brings a model's look onto its Qt face, one aspect at a time. Nothing is echoed back as an act of
-// the operator, and what is equal already is left alone.
+// Copies the look of a model (Widget::look) to its Qt control, window or menu item, one aspect at a
+// time. A copy never arrives at the logic as an act of the operator. An aspect that has no meaning
+// for the kind of widget is ignored.
 #pragma once
 
 #include "view/screen.h"
@@ -11,11 +12,14 @@ class QWidget;
 
 namespace zol::view::qt {
 
+// Copies one aspect. Place, font and window state are set by WindowFace, not here.
 void mirror(const Widget& model, QWidget& face, Aspect aspect);
 void mirror(const Widget& model, QAction& face, Aspect aspect);
-// Every aspect but place and font, which depend on the window's size, and the drawing.
+// Copies all aspects of a new control, except place and font, which depend on the size of the
+// window, and its drawing.
 void mirror_all(const Widget& model, QWidget& face);
 
+// `colour` must not be `system_colour`.
 QColor to_qcolor(Colour colour);
 Colour to_colour(const QColor& colour);
 

@@ -16,7 +16,7 @@ namespace zol::view::qt {
 namespace {
 
 constexpr int frame_ms = 100;
-constexpr int worth_watching_px = 60;
+constexpr int least_moving_px = 60;
 constexpr double pi = std::numbers::pi;
 
 class Movie : public QWidget {
@@ -28,7 +28,7 @@ class Movie : public QWidget {
 
   private:
     void showEvent(QShowEvent*) override {
-        if (std::min(width(), height()) >= worth_watching_px) timer_.start(frame_ms, this);
+        if (std::min(width(), height()) >= least_moving_px) timer_.start(frame_ms, this);
     }
     void hideEvent(QHideEvent*) override { timer_.stop(); }
     void timerEvent(QTimerEvent*) override {
@@ -71,7 +71,7 @@ class Globe : public Movie {
     }
 };
 
-// Three veils of light that wander over a night sky.
+// Three bands of light that move over a night sky.
 class Aurora : public Movie {
   public:
     using Movie::Movie;

@@ -1,17 +1,17 @@
-// Text as the characters that it is made of, where the toolkit gives some of them a meaning of its
-// own. What comes from a file, a path or the line goes to the toolkit through these.
+// Escapes characters to which the toolkit gives a meaning, so that it shows a text as it is. A text
+// from a file, a path or the serial line must pass through one of these functions.
 #pragma once
 
 #include <QString>
 
 namespace zol::view::qt {
 
-// For buttons, frames, menus and labels that lead to a field: no character is a key to press.
+// For buttons, frames, menus and labels of fields: "&" marks no access key.
 QString plain_caption(const QString& text);
-// For the titles of windows: no characters are taken for the mark of unsaved changes.
+// For window titles: "[*]" is no place for the mark of unsaved changes.
 QString plain_title(const QString& text);
-// For tips: one that looks like markup is given as markup that shows its characters. Markup could
-// name a file, which would be opened.
+// For tips: a text that looks like markup is returned as markup that shows its characters. Shown as
+// it is, it could name a file, which the toolkit would open.
 QString plain_tip(const QString& text);
 
 } // namespace zol::view::qt

@@ -33,7 +33,7 @@ void QtPlatform::idle(std::int64_t until_us) {
     QCoreApplication::processEvents(flags);
     --depth_;
     wake_.stop();
-    // There is no QApplication::exec on the stack, at whose return Qt would do this by itself.
+    // QApplication::exec would do this when it returns, but it is not running.
     if (depth_ == 0) QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

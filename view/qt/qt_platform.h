@@ -1,4 +1,4 @@
-// The pump's world on Qt's event loop.
+// Time and idling for the pump, on Qt's event loop and a monotonic clock.
 #pragma once
 
 #include "view/timers.h"
@@ -10,17 +10,18 @@ namespace zol::view::qt {
 class QtPlatform : public Platform {
   public:
     QtPlatform();
-    std::int64_t now_us() override; // the steady clock: unmoved by a new date
-    // Delivers what waits in Qt's queue, else sleeps until something comes or the time is up.
+    std::int64_t now_us() override; // monotonic: not affected by a change of the date
+    // Delivers the events in Qt's queue; if there are none, sleeps until one arrives or the time is
+    // reached.
     void idle(std::int64_t until_us) override;
-    // At once: nothing is torn down, for handlers of any depth may still be on the stack.
+    // Ends the process at once and runs no destructors, because handlers may be on the stack.
     [[noreturn]] void end_program() override;
 
-    std::function<void()> before_idle; // the screen's last chance before the operator looks
+    std::function<void()> before_idle; // called first in idle(), to bring the screen up to date
 
   private:
     QTimer wake_;
-    int depth_ = 0; // idlings on the stack
+    int depth_ = 0; // calls of idle() on the stack
 };
 
 } // namespace zol::view::qt

@@ -34,14 +34,14 @@ void QtScreen::window_loaded(Widget& window) {
 void QtScreen::window_shown(Widget& window, bool shown) {
     if (WindowFace* it = face(window)) it->show(shown);
     if (!shown) {
-        // The focus went with the window; the toolkit's active window may never have given way to
-        // it.
+        // The hidden window may have had the focus, and the toolkit's active window may have stayed
+        // active.
         for (const auto& other : faces_)
             if (other->top().isActiveWindow()) other->follow_focus();
         return;
     }
     if (std::exchange(any_shown_, true)) return;
-    // The first window is painted before what comes behind it is built.
+    // Paints the first window before the next ones are built.
     catch_up();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
@@ -71,7 +71,7 @@ void QtScreen::focus_moved(Widget& w) {
 }
 
 Answer QtScreen::message_box(const MessageBox& box) {
-    catch_up(); // the box stands above what was shown before it
+    catch_up(); // a window that is due to be shown must not cover the box
     return ask_message(box);
 }
 
@@ -80,7 +80,7 @@ std::string QtScreen::input_box(const std::string& prompt, const std::string& ti
 }
 
 Colour QtScreen::colour_box(Colour start) {
-    catch_up(); // the box stands above what was shown before it
+    catch_up(); // a window that is due to be shown must not cover the box
     return ask_colour(start);
 }
 

@@ -1,8 +1,8 @@
-// The screen on Qt: a face for each loaded window, and the boxes.
+// The screen on Qt: a WindowFace for each loaded window, the boxes, and the manual.
 //
-// What the operator does reaches the logic through the pump: a Qt event only posts the act. So no
-// handler ever runs inside a Qt event, a window may go while its own button is being clicked, and
-// keys and clicks keep their order also across nested waits.
+// Input reaches the logic only through the pump: a Qt event just posts the act. So no handler runs
+// inside a Qt event, a window can be unloaded while its own button is being clicked, and keys and
+// clicks keep their order also in nested waits.
 #pragma once
 
 #include "view/qt/key_preview.h"
@@ -31,7 +31,8 @@ class QtScreen : public Screen {
     void show_manual(const std::string& file, const std::string& topic) override;
     ScreenSize size() override;
 
-    // Colours and windows that changed since: a lamp that went off and on in one tick never blinks.
+    // Applies changes that were collected since the last call: colours, layouts and shown windows.
+    // A lamp that goes off and on within one tick does not blink.
     void catch_up();
     void close_manual() { manual_.reset(); }
     WindowFace* face(const Widget& window) const; // null for a window that is not loaded

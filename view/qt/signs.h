@@ -1,5 +1,6 @@
-// What a window shows beyond the letter of its data, drawn from the data that it mirrors: waits,
-// values that are no longer read, the state of fault codes, why a port test failed.
+// What a window shows in addition to its data, and derives from that data: the stripe of a wait,
+// stale live values, the state of fault codes, the reason of a failed port test. Signs are drawn
+// over the controls and change neither data nor controls.
 #pragma once
 
 #include "view/screen.h"
@@ -18,19 +19,21 @@ class WindowFace;
 
 class Signs {
   public:
-    // The window's controls must be built; `content` holds them.
+    // `window` must have its controls already; `content` is their parent.
     Signs(const WindowFace& window, QWidget& content);
     ~Signs();
+    // Call this after each change of a widget of the window.
     void changed(const Widget& widget, Aspect aspect);
-    // Before the operator looks.
+    // Call this before the program idles.
     void catch_up();
+    // Null but in the main window.
     const LiveValues* live_values() const { return live_values_.get(); }
 
   private:
     std::unique_ptr<WaitSigns> waits_;
-    std::unique_ptr<LiveValues> live_values_; // the main window's
-    std::unique_ptr<FaultMarks> faults_;      // the main window's
-    std::unique_ptr<TestReason> test_reason_; // the connection dialog's
+    std::unique_ptr<LiveValues> live_values_; // main window only
+    std::unique_ptr<FaultMarks> faults_;      // main window only
+    std::unique_ptr<TestReason> test_reason_; // connection dialog only
 };
 
 } // namespace zol::view::qt

@@ -9,11 +9,12 @@ namespace acts = operator_acts;
 
 SliderFace::SliderFace(Widget& model, QWidget& parent)
     : QSlider(model.look.vertical ? Qt::Vertical : Qt::Horizontal, &parent) {
-    // Upright, the lowest value is at the top: the keys move the handle the way they point.
+    // A vertical slider has its lowest value at the top, and an arrow key moves the handle in its
+    // own direction.
     setInvertedAppearance(model.look.vertical);
     setInvertedControls(model.look.vertical);
     connect(this, &QSlider::sliderMoved, this, [this, &model](int position) {
-        // Where the model takes less than the position, the handle goes back to that.
+        // If the model takes another value, the handle moves to that.
         post_act(model, *this, Aspect::value, [&model, position] {
             return acts::drag_on(model, position) && model.look.value == position;
         });
@@ -28,7 +29,7 @@ SliderFace::SliderFace(Widget& model, QWidget& parent)
             },
             Qt::SingleShotConnection);
     });
-    // Keys, wheel and clicks beside the handle.
+    // Keys, wheel, and clicks on the groove.
     connect(this, &QSlider::actionTriggered, this, [this, &model] {
         if (isSliderDown()) return;
         post_act(model, *this, Aspect::value,

@@ -9,11 +9,13 @@
 namespace zol::view::qt {
 namespace {
 
-bool lies_across(const QStyleOptionSlider& slider) { return slider.orientation == Qt::Horizontal; }
+bool is_horizontal(const QStyleOptionSlider& slider) {
+    return slider.orientation == Qt::Horizontal;
+}
 
-// Where along the slider the middle of the handle lies for a value.
+// The position of the middle of the handle for a value, in pixels along the slider.
 double middle_for(const QStyleOptionSlider& slider, const SliderPlaces& places, int value) {
-    const bool across = lies_across(slider);
+    const bool across = is_horizontal(slider);
     const int handle = across ? places.handle.width() : places.handle.height();
     const int length = across ? places.groove.width() : places.groove.height();
     const int start = across ? places.groove.left() : places.groove.top();
@@ -22,11 +24,11 @@ double middle_for(const QStyleOptionSlider& slider, const SliderPlaces& places, 
                                            slider.upsideDown);
 }
 
-// Short lines beside the handle, one for each step that the table asks for.
+// Short lines next to the handle, at the distance that the table specifies.
 void draw_ticks(QPainter& painter, const QStyleOptionSlider& slider, const SliderPlaces& places,
                 const QWidget& widget) {
     if (slider.tickInterval <= 0 || slider.tickPosition == QSlider::NoTicks) return;
-    const bool across = lies_across(slider);
+    const bool across = is_horizontal(slider);
     const double from = across ? places.handle.bottom() + 1 : places.handle.right() + 1;
     const double to = from + face::scaled(3, widget);
     painter.setPen(QPen(face::rule, face::scaled(1, widget)));
@@ -43,7 +45,7 @@ void draw_ticks(QPainter& painter, const QStyleOptionSlider& slider, const Slide
 void draw_marker(QPainter& painter, const QStyleOptionSlider& slider, const SliderPlaces& places,
                  const QWidget& widget, int marked) {
     if (marked <= 0) return;
-    const bool across = lies_across(slider);
+    const bool across = is_horizontal(slider);
     const double at = middle_for(slider, places, slider.minimum + marked);
     const double side = face::scaled(face::marker_px, widget) / 2.0;
     const double tip = (across ? places.groove.top() : places.groove.left()) - 1;
@@ -72,7 +74,7 @@ void draw_handle(QPainter& painter, const QStyleOptionSlider& slider, const QRec
                                      : face::steel);
     painter.drawRoundedRect(within(handle, pen.widthF()), radius, radius);
     if (!state.focused) return;
-    // The ring leaves its gap to the handle, and stays within the slider where that is low.
+    // The focus ring has a gap to the handle, and is clipped to a narrow slider.
     const int room = face::ring_room(widget);
     face::draw_ring(painter, handle.adjusted(-room, -room, room, room).intersected(slider.rect),
                     ground, widget);
@@ -81,10 +83,10 @@ void draw_handle(QPainter& painter, const QStyleOptionSlider& slider, const QRec
 } // namespace
 
 SliderPlaces slider_places(const QStyleOptionSlider& slider, const QWidget& widget) {
-    const bool across = lies_across(slider);
+    const bool across = is_horizontal(slider);
     const QRect& all = slider.rect;
     const int breadth = across ? all.height() : all.width();
-    const int room = face::ring_room(widget); // for the ring around the handle at either end
+    const int room = face::ring_room(widget); // at both ends, for the focus ring around the handle
     const int length = (across ? all.width() : all.height()) - 2 * room;
     const bool has_ticks = slider.tickPosition != QSlider::NoTicks;
     const int ticks = has_ticks ? face::scaled(4, widget) : 0;

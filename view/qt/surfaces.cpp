@@ -1,4 +1,4 @@
-// What is drawn by hand: lamps, and strokes in the twips of a table.
+// Lamps, and strokes that are given in twips.
 #include "view/qt/controls.h"
 #include "view/qt/face.h"
 #include "view/qt/instrument_parts.h"
@@ -12,8 +12,8 @@
 
 namespace zol::view::qt {
 
-// A lamp in its window's colour is off: an empty ring. One in a group stands for a lamp of the
-// car's own indicator and is never lit: a ring in that lamp's colour.
+// A lamp in its window's colour is off: an empty ring. A lamp in a frame represents one of the
+// indicator in the car and is never lit: a thick ring in that lamp's colour.
 void LampFace::paintEvent(QPaintEvent*) {
     const QColor glow = palette().color(backgroundRole());
     const bool off = glow == parentWidget()->palette().color(QPalette::Window);
@@ -23,7 +23,7 @@ void LampFace::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const double line = std::max(1.0, side / 14);
     painter.setPen(QPen(off ? face::rule : glow.darker(135), line));
-    if (!stands_for_another_) {
+    if (!shows_car_indicator_) {
         painter.setBrush(off ? face::ground : glow);
         painter.drawEllipse(within(circle, line));
         return;
@@ -46,7 +46,7 @@ QRect StrokePen::draw(const Stroke& stroke) {
     const QPointF from(stroke.x1 * x_scale_, stroke.y1 * y_scale_);
     const QPointF to(stroke.x2 * x_scale_, stroke.y2 * y_scale_);
     const QRectF area = QRectF(from, to).normalized();
-    // A line is a pixel broad before scaling, and keeps its share of the picture.
+    // A line is one pixel wide before scaling, and is scaled with the picture.
     const double breadth =
         std::max(1.0, std::round(std::min(x_scale_, y_scale_) * twips_per_pixel));
     if (stroke.shape == Stroke::Shape::line) {

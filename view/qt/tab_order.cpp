@@ -6,30 +6,30 @@
 namespace zol::view::qt {
 namespace {
 
-// Whether `a` stands beside `b`, to its left.
+// Whether `a` is to the left of `b` and on the same line.
 bool is_left_of(const Place& a, const Place& b) {
     return a.left + a.width <= b.left && a.top < b.top + b.height && b.top < a.top + a.height;
 }
 
-// From top to bottom, but nothing before what stands to its left: a tall control comes behind the
-// lines beside it.
+// From top to bottom, but no control before one to its left: a tall control follows the lines to
+// its left.
 std::vector<Widget*> children(const Widget& window, const Widget& parent) {
-    std::vector<Widget*> left, order;
+    std::vector<Widget*> remaining, order;
     for (Widget* w : window.controls)
-        if (w->parent == &parent) left.push_back(w);
-    std::stable_sort(left.begin(), left.end(), [](const Widget* a, const Widget* b) {
+        if (w->parent == &parent) remaining.push_back(w);
+    std::stable_sort(remaining.begin(), remaining.end(), [](const Widget* a, const Widget* b) {
         const Place &first = a->design.place, &second = b->design.place;
         return std::tie(first.top, first.left) < std::tie(second.top, second.left);
     });
-    while (!left.empty()) {
-        // The one that reaches furthest to the left always qualifies.
-        const auto next = std::find_if(left.begin(), left.end(), [&](const Widget* w) {
-            return std::none_of(left.begin(), left.end(), [&](const Widget* other) {
+    while (!remaining.empty()) {
+        // There always is one: the control that ends furthest to the left has no other to its left.
+        const auto next = std::find_if(remaining.begin(), remaining.end(), [&](const Widget* w) {
+            return std::none_of(remaining.begin(), remaining.end(), [&](const Widget* other) {
                 return is_left_of(other->design.place, w->design.place);
             });
         });
         order.push_back(*next);
-        left.erase(next);
+        remaining.erase(next);
     }
     return order;
 }

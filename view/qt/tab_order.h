@@ -1,4 +1,4 @@
-// The way of the Tab key through a window.
+// The order of the controls for the Tab key. It does not decide which of them take the focus.
 #pragma once
 
 #include "view/widget.h"
@@ -7,9 +7,9 @@
 
 namespace zol::view::qt {
 
-// The window's controls in the order in which they are read: frame by frame, in each from top to
-// bottom and from left to right, a tall one behind the lines to its left. The table's own order is
-// that of its collection.
+// The window's controls in reading order: frame by frame, in each frame from top to bottom and from
+// left to right, a tall control after the lines to its left. The tables have them in another order,
+// that of the collection of controls.
 std::vector<Widget*> reading_order(const Widget& window);
 
 } // namespace zol::view::qt

@@ -11,7 +11,7 @@ using namespace centralina_attiva;
 
 namespace {
 
-// The largest type at which the text fits into its place, in as many lines as that takes.
+// Sets the largest font size at which the text fits, in as many lines as it needs.
 void fit_line(QLabel& line, QFont font) {
     constexpr double least_points = 6;
     for (double points = font.pointSizeF();; points -= 0.5) {
@@ -34,7 +34,7 @@ TestReason::TestReason(const WindowFace& dialog, QWidget& content)
     line_->hide();
 }
 
-// Between the result and the buttons.
+// The area between the result and the buttons.
 QRect TestReason::place() const {
     const QRect result = dialog_.control(Label2)->geometry();
     const int bottom = dialog_.control(Command_ok)->geometry().top();

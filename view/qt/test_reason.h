@@ -1,5 +1,6 @@
-// The line under the result of the port test: why it failed and what to do about it. Its text is
-// the result's own tip, which the program sets with the result.
+// Shows, in the connection dialog, why a port test failed and what to do. The text is the tip of
+// the result label (`Label2`), which the program sets with the result; without one the line is
+// hidden.
 #pragma once
 
 #include <QRect>
@@ -14,7 +15,7 @@ class WindowFace;
 
 class TestReason {
   public:
-    // `dialog` is the connection dialog; its controls must be built.
+    // `dialog` is the connection dialog, with its controls; `content` is their parent.
     TestReason(const WindowFace& dialog, QWidget& content);
     // Call this whenever the data may have changed.
     void catch_up();

@@ -13,7 +13,8 @@ namespace zol::view::qt {
 namespace {
 
 constexpr double dimmed_share = 0.38;
-// Bars stand 5/3 of their width apart: so many widths reach over a bar and the next two.
+// The distance of two bars is 5/3 of their width, so a bar and the next two extend over five
+// widths.
 constexpr double gap_widths = 5;
 
 bool is_bar(const Stroke& stroke) { return stroke.shape == Stroke::Shape::filled_rectangle; }
@@ -29,7 +30,7 @@ PictureFace::PictureFace(const Widget& model, QWidget& parent) : QWidget(&parent
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-// Six fields across and four down.
+// A grid of six by four fields.
 void PictureFace::draw_backdrop(QPainter& painter) const {
     painter.fillRect(rect(), palette().color(backgroundRole()));
     painter.setPen(QPen(face::trace_grid, face::scaled(1, *this)));
@@ -40,7 +41,7 @@ void PictureFace::draw_backdrop(QPainter& painter) const {
         painter.drawLine(0, height() * i / down, width(), height() * i / down);
 }
 
-// The canvas as it stands before the next new stroke, from what was drawn on it.
+// Draws the canvas again, from the strokes that were drawn on it.
 void PictureFace::start_canvas() {
     backdrop_ = QPixmap(size() * devicePixelRatioF());
     backdrop_.setDevicePixelRatio(devicePixelRatioF());
@@ -61,8 +62,8 @@ void PictureFace::start_canvas() {
     update();
 }
 
-// The bar's own stretch and the gap ahead of it become the bare backdrop, but for the lines that
-// were drawn across them.
+// Restores the backdrop and the line across it where the bar and the gap ahead of it will be.
+// Returns the area.
 QRect PictureFace::clear_for(QPainter& painter, const Stroke& bar) {
     const double x_scale = width() / std::max(1.0, model_.design.place.width);
     const double left = std::min(bar.x1, bar.x2), breadth = std::abs(bar.x2 - bar.x1);
@@ -82,14 +83,15 @@ QRect PictureFace::clear_for(QPainter& painter, const Stroke& bar) {
     return area;
 }
 
-// The pen is back at the left: what it drew so far is the sweep before.
+// The pen is at the left again: what was drawn so far becomes the previous sweep.
 void PictureFace::begin_sweep() {
     before_ = std::move(sweep_);
     sweep_.clear();
     start_canvas();
 }
 
-// Strokes are measured in the surface's twips as its table has them; they fill it at any size.
+// Strokes are given in the twips of the table and scaled to the surface's size. Fewer strokes than
+// before mean that the drawing was cleared.
 void PictureFace::draw_new_strokes() {
     const auto& strokes = model_.look.strokes;
     if (strokes.size() < taken_) {

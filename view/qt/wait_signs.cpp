@@ -15,16 +15,17 @@
 namespace zol::view::qt {
 namespace {
 
-constexpr int step_ms = 80;          // a dozen pictures a second: smooth enough, and cheap
+constexpr int step_ms = 80;          // 12 images per second
 constexpr int round_ms = 1800;       // from the left edge to the right one
-constexpr double piece_share = 0.15; // of the whole length
+constexpr double piece_share = 0.15; // of the length of the stripe
 
 bool waits(const Widget& window) {
     const auto is_hourglass = [](const Widget* w) { return w->look.pointer == Pointer::hourglass; };
     return is_hourglass(&window) || std::ranges::any_of(window.controls, is_hourglass);
 }
 
-// The reset's own question and last word are no waits: there the operator is asked.
+// While the reset shows its question or its final message, it waits for the operator, not for the
+// unit.
 bool resets_the_unit() {
     const auto& acts = view_state.acts;
     return std::ranges::find(acts, &form1::mnu_reset_centralina) != acts.end() &&
@@ -81,7 +82,7 @@ WaitBand::WaitBand(const WindowFace& main_window, QWidget& parent)
     hide();
 }
 
-// Between the panels and the service records, as far as nothing else is shown there.
+// The area between the panels and the service records, left of the buttons that are visible there.
 QRect WaitBand::place() const {
     const auto face = [this](const Widget& widget) { return window_.control(widget)->geometry(); };
     constexpr int gap = 2;

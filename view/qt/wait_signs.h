@@ -1,6 +1,6 @@
-// Shows that something is under way: a stripe that moves along the upper edge of a window while its
-// pointer, or that of a control on it, is the hourglass; and, at the foot of the main window, what
-// takes long: an automatic tuning or a factory reset, with no progress, because none is known.
+// Shows waits: a stripe moves along the upper edge of a window while its pointer, or that of one of
+// its controls, is the hourglass; and a band at the bottom of the main window names an automatic
+// tuning or a factory reset. No progress is shown, because none is known.
 #pragma once
 
 #include "view/widget.h"
@@ -13,13 +13,12 @@ namespace zol::view::qt {
 
 class WindowFace;
 
-// A thin line along which a darker piece runs. Nothing is drawn and no time is spent while it is
-// hidden.
+// A thin line along which a darker piece moves. While it is hidden, its timer is off.
 class WaitStripe : public QWidget {
   public:
     explicit WaitStripe(QWidget& parent);
     void run(bool running);
-    // Four pixels, more on a large screen.
+    // In pixels: four, or more in a window wider than 1366 pixels.
     int thickness() const;
 
   private:
@@ -30,12 +29,12 @@ class WaitStripe : public QWidget {
     QElapsedTimer since_;
 };
 
-// The band at the foot of the main window, over what else is there, with a text in large type and
-// a stripe. It lets the mouse through.
+// The band at the bottom of the main window: a text in a large font and a stripe. It covers the
+// controls there, but not visible buttons, and lets mouse input through.
 class WaitBand : public QWidget {
   public:
     explicit WaitBand(const WindowFace& main_window, QWidget& parent);
-    // Shows the text; hidden for an empty one.
+    // Shows the text, or hides the band if it is empty.
     void show_text(const QString& text);
     const QString& text() const { return text_; }
 
@@ -48,9 +47,10 @@ class WaitBand : public QWidget {
     WaitStripe* stripe_;
 };
 
+// The waits of one window.
 class WaitSigns {
   public:
-    // `content` holds the window's controls, which must be built; it owns what is shown.
+    // `window` must have its controls already; `content`, their parent, owns stripe and band.
     WaitSigns(const WindowFace& window, QWidget& content);
     // Call this whenever the data may have changed.
     void catch_up();
@@ -58,7 +58,7 @@ class WaitSigns {
   private:
     const WindowFace& window_;
     WaitStripe* stripe_;
-    WaitBand* band_ = nullptr; // the main window's
+    WaitBand* band_ = nullptr; // main window only
 };
 
 } // namespace zol::view::qt

@@ -11,7 +11,7 @@
 namespace zol::view::qt {
 namespace {
 
-// Draws before the window itself does; a box draws nothing of its own there.
+// Draws before the window paints itself; windows paint nothing on these pixels.
 class Edge : public QObject {
   public:
     explicit Edge(QWidget& window) : QObject(&window), window_(window) {

@@ -1,12 +1,12 @@
-// The line around a window that the desktop gives no frame: it parts it from the one beneath, which
-// may have the same colour.
+// Draws a line around a window, because a desktop without window frames would show no border
+// between it and the window below it, which may have the same colour.
 #pragma once
 
 class QWidget;
 
 namespace zol::view::qt {
 
-// For the window's whole life; its layout or table leaves the outermost two pixels free.
+// Call this once for a window. Its layout or table must leave the outermost two pixels free.
 void give_edge(QWidget& window);
 
 } // namespace zol::view::qt

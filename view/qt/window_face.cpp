@@ -31,16 +31,18 @@ namespace zol::view::qt {
 namespace {
 
 constexpr double design_points = 8.25; // of ordinary text
-// Of the main window's height on that screen, for which the table of the face has its sizes.
+// The scale of the content of the main window on a screen of 1366 by 768, for which face.h has its
+// sizes.
 constexpr double scale_at_1366x768 = (768 * 15.0 - 990) / (9000 - 990);
 
-// A table's height counts the frame of a window in.
+// The height in a table includes the title bar and frame of the window. This is the share of the
+// rest.
 double content_share(const Widget& window) {
     const double frame_twips = window.menus.empty() ? frame_without_menu : frame_and_foot_with_menu;
     return std::max(0.1, 1 - frame_twips / window.design.place.height);
 }
 
-// Of a window that has this place: its own, or the one of its design.
+// The size of the content of a window that has this place, its present or its design one.
 QSize content_pixels(const Widget& window, const Place& place) {
     return {qRound(place.width / twips_per_pixel),
             qRound(place.height * content_share(window) / twips_per_pixel)};
@@ -51,11 +53,11 @@ bool operators_own(Qt::FocusReason reason) {
            reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
 }
 
-// Holds keys for the logic: a pixel in its table, and not to be seen at any size.
+// A control of one pixel in its table only takes key input for the logic and is never painted.
 bool is_unseen(const Widget& widget) { return widget.design.place.width <= twips_per_pixel; }
 
-// The logic scales the windows with this tag to the screen. The view does the same for the others,
-// so that none of them stays small on a large screen.
+// The logic scales windows with this tag to the screen. The view scales the others, so that they
+// are not small on a large screen.
 constexpr const char* scaled_by_logic = "ResizeON";
 
 double scale_of_view(const Widget& window, const QSize& screen) {
@@ -65,7 +67,7 @@ double scale_of_view(const Widget& window, const QSize& screen) {
                                   screen.height() / designed_for.height()));
 }
 
-// For what the toolkit places by itself.
+// The font of controls that the toolkit makes itself, such as menus and tips.
 void set_font_of(std::initializer_list<const char*> kinds, double points, const QWidget& face) {
     QFont font = face::font();
     font.setPointSizeF(points * 96.0 / face.logicalDpiY());
@@ -110,7 +112,7 @@ QAction* WindowFace::action(const Widget& menu) const {
     return it == actions_.end() ? nullptr : it->second;
 }
 
-// Parents stand before their children in a window's table.
+// In a table of widgets a parent precedes its children.
 void WindowFace::build_controls() {
     for (Widget* widget : model_.controls) {
         QWidget* parent = widget->parent == &model_ ? content_ : control(*widget->parent);
@@ -135,8 +137,8 @@ void WindowFace::build_controls() {
     }
 }
 
-// Where the logic parks the focus, Tab goes on behind the control that the operator last stood on,
-// and the other way back onto it.
+// If the focus is on the window or on a control that Tab skips, Tab continues after the control
+// that the operator used last, and Shift+Tab returns to it.
 bool WindowFace::tab_from_parking(bool forward) {
     QWidget* at = top_->focusWidget();
     const auto it = models_.find(at);
@@ -157,10 +159,11 @@ bool WindowFace::tab_from_parking(bool forward) {
     return true;
 }
 
-// Never larger than its screen, and never so small that the least type would not fit.
+// Never larger than the screen, and never so small that text in the smallest font would be cut off.
 void WindowFace::resize_to_model() {
     constexpr int title_bar = 27;
-    constexpr double least_share = 0.6; // of the design: 4.5 points to its 8.25, and narrower
+    constexpr double least_share =
+        0.6; // of the design size: 4.5 points to 8.25, and a narrower font
     const QSize bar(0, bar_ ? bar_->sizeHint().height() : 0);
     const QSize room = top_->screen()->availableSize() - QSize(0, title_bar);
     const QSize least = content_pixels(model_, model_.design.place) * least_share;
@@ -190,9 +193,9 @@ void WindowFace::lay_out() {
                              model_.design.place.height);
 }
 
-// What the toolkit places by itself follows the size of the window too: menus and tips by the
-// window's measure, not the content's, which a larger menu bar makes smaller; boxes and the manual
-// have the type of the content.
+// Menus, tips, boxes and the manual follow the size of the window, too. Menus and tips follow the
+// whole window, because the content gets smaller as the menu bar grows; boxes and the manual follow
+// the content.
 void WindowFace::scale_menus() {
     const Place& design = model_.design.place;
     const double scale =
@@ -207,7 +210,7 @@ void WindowFace::scale_menus() {
 
 double WindowFace::points(const Widget& widget) const {
     double points = widget.look.font_size * std::min(scale_x_, scale_y_);
-    // A drawing surface has no type of its own that was scaled with its window, yet it has a title.
+    // A drawing surface has a title, but the logic does not scale its font with the window.
     if (widget.kind == Kind::picture)
         points *= model_.look.place.height / model_.design.place.height;
     return std::max(least_points, points);
@@ -218,11 +221,11 @@ void WindowFace::place(const Widget& widget) {
     const auto x = [this](double twips) { return qRound(twips * scale_x_ / twips_per_pixel); };
     const auto y = [this](double twips) { return qRound(twips * scale_y_ / twips_per_pixel); };
     QWidget& face = *control(widget);
-    // Edges, not sizes, are rounded: neighbours that touch in the table touch on the screen.
+    // Edges are rounded, not sizes, so that neighbours that touch in the table touch on the screen.
     face.setGeometry(x(p.left), y(p.top), std::max(1, x(p.left + p.width) - x(p.left)),
                      std::max(1, y(p.top + p.height) - y(p.top)));
     fit_text(widget, face, points(widget));
-    if (label_role(widget).part == LabelPart::title) face.update(); // its unit may be another
+    if (label_role(widget).part == LabelPart::title) face.update(); // its unit may have changed
 }
 
 void WindowFace::show(bool shown) {
@@ -237,11 +240,11 @@ void WindowFace::catch_up() {
     if (std::exchange(layout_due_, false)) lay_out();
     signs_->catch_up();
     if (!std::exchange(show_due_, false)) return;
-    if (!std::exchange(was_shown_, true) && model_.menus.empty()) stand_in_the_middle();
+    if (!std::exchange(was_shown_, true) && model_.menus.empty()) move_to_centre();
     show_state();
 }
 
-void WindowFace::stand_in_the_middle() {
+void WindowFace::move_to_centre() {
     const QRect screen = top_->screen()->availableGeometry();
     top_->move(screen.center() - top_->rect().center());
 }
@@ -278,7 +281,7 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     }
     const bool words = aspect == Aspect::text || aspect == Aspect::items;
     if (words && face != top_.get() && !layout_due_) fit_text(widget, *face, points(widget));
-    // The unit of a title is in the spoken name of its value.
+    // The unit of a title comes from the accessible name of its value.
     if (aspect == Aspect::help && widget.kind == Kind::label) layout_due_ = true;
     if (legend_ && (aspect == Aspect::visible || aspect == Aspect::help)) legend_->catch_up();
     signs_->changed(widget, aspect);
@@ -286,7 +289,7 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
     if (aspect == Aspect::visible || aspect == Aspect::enabled) follow_focus();
 }
 
-// The button of the panel on view says so.
+// Marks the button of the open panel.
 void WindowFace::mark_panel_button(const Widget& panel) {
     for (const Widget* widget : model_.controls) {
         if (widget->panel != &panel) continue;
@@ -303,8 +306,8 @@ void WindowFace::follow_focus() {
     if (target && !target->hasFocus()) target->setFocus(Qt::OtherFocusReason);
 }
 
-// Qt gives the focus to the first control by itself; the model knows better. A window that waits
-// for a dialog lets that one come to the front instead.
+// Qt focuses the first control; the focus of the model is set again. If the window is disabled, the
+// dialog that it waits for is raised.
 void WindowFace::became_active() {
     follow_focus();
     if (model_.look.enabled) return;
@@ -332,8 +335,8 @@ bool WindowFace::eventFilter(QObject* watched, QEvent* event) {
            control_event(*it->second, *static_cast<QWidget*>(watched), *event);
 }
 
-// Focus and clicks that Qt has no signal for. A click is a press and a release on the same label or
-// field; the second release of a double click is none.
+// Focus changes and clicks without a Qt signal. A click is a press and a release on the same label
+// or field; the second release of a double click is not another one.
 bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
     const bool clickable = widget.kind == Kind::label || widget.kind == Kind::text_box;
     switch (event.type()) {
@@ -346,7 +349,8 @@ bool WindowFace::control_event(Widget& widget, QWidget& face, QEvent& event) {
         });
         break;
     case QEvent::MouseButtonPress:
-        // A label lets the press through to its frame, which must not take its place.
+        // A label ignores the press, so its frame gets it, too, and must not replace the label
+        // here.
         if (clickable && static_cast<QMouseEvent&>(event).button() == Qt::LeftButton)
             pressed_ = &face;
         break;

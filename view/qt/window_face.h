@@ -1,5 +1,6 @@
-// What stands on the screen for one loaded window: its Qt window, its controls and its menus, each
-// found by its model, and each named after it.
+// What Qt has for one loaded window: its Qt window, controls and menus. Each is found by its widget
+// and has the name of the widget as objectName. It copies changed data to them and posts focus
+// changes and clicks to the logic; the data itself is never changed here.
 #pragma once
 
 #include "view/screen.h"
@@ -20,6 +21,7 @@ class Signs;
 
 constexpr double twips_per_pixel = 15;
 
+// The Qt window of a loaded window; built hidden.
 class WindowFace : public QObject {
   public:
     explicit WindowFace(Widget& window);
@@ -27,20 +29,28 @@ class WindowFace : public QObject {
 
     Widget& model() const { return model_; }
     QWidget& top() const { return *top_; }
-    QWidget* control(const Widget& widget) const; // the Qt window for the window itself
+    // `widget` may be the window itself.
+    QWidget* control(const Widget& widget) const; // null if there is none
+    // Of a menu, menu item or separator; null if there is none.
     QAction* action(const Widget& menu) const;
 
+    // Hides the window at once. It is shown by the next catch_up().
     void show(bool shown);
-    // Showing waits for this, so that a window shown and minimised in one go never flashes up, and
-    // so do places and fonts: scaling a window sets each of them several times.
+    // Applies what is due: showing, places and fonts. So a window that is shown and minimised in
+    // one handler never appears, and scaling, which sets each place several times, lays the window
+    // out once.
     void catch_up();
+    // Copies a changed aspect of a widget of this window; places and fonts with the next
+    // catch_up().
     void changed(const Widget& widget, Aspect aspect);
-    // The focus stands where the model has it; on the Qt window itself if on no control.
+    // Sets the focus to the focused control of the model, or to the Qt window itself if that is
+    // none or not reachable.
     void follow_focus();
-    // Takes a step of the Tab key where the focus is parked; false where the toolkit knows the way.
+    // Moves the focus by one Tab step if it is on the window or on a control that Tab skips. False
+    // if not: then the toolkit handles the key.
     bool tab_from_parking(bool forward);
-    // Puts every control to its place. The operator may make the window larger or smaller than its
-    // table: the content follows.
+    // Places every control, scaled to the present size of the window, which the operator may
+    // change.
     void lay_out();
     const Signs& signs() const { return *signs_; }
 
@@ -53,24 +63,24 @@ class WindowFace : public QObject {
     void mark_panel_button(const Widget& panel);
     void resize_to_model();
     void show_state();
-    void stand_in_the_middle();
+    void move_to_centre();
     void became_active();
     double points(const Widget& widget) const;
 
     Widget& model_;
     std::unique_ptr<QWidget> top_;
-    QWidget* content_;            // where the controls stand
-    QMenuBar* bar_ = nullptr;     // windows with menus
-    KeyLegend* legend_ = nullptr; // windows with panels
+    QWidget* content_;            // the parent of the controls
+    QMenuBar* bar_ = nullptr;     // null without menus
+    KeyLegend* legend_ = nullptr; // null without panels
     double scale_x_ = 1, scale_y_ = 1;
-    bool mirroring_ = false; // the program moves the focus, not the operator
+    bool mirroring_ = false; // the program moves the focus now
     bool size_due_ = false, layout_due_ = true, show_due_ = false, was_shown_ = false;
-    QWidget* last_stop_ = nullptr; // where the operator last came to by Tab or click
-    QObject* pressed_ = nullptr;   // what the mouse button went down on
+    QWidget* last_stop_ = nullptr; // last Tab stop that the operator focused
+    QObject* pressed_ = nullptr;   // control on which the mouse button was pressed
     std::unordered_map<const Widget*, QWidget*> controls_;
     std::unordered_map<const QObject*, Widget*> models_;
     std::unordered_map<const Widget*, QAction*> actions_;
-    std::unique_ptr<Signs> signs_; // goes before the controls that it draws on
+    std::unique_ptr<Signs> signs_; // destroyed before the controls that it draws on
 };
 
 } // namespace zol::view::qt

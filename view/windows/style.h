@@ -1,4 +1,5 @@
-// The look that all window tables share: the palette, and one function for each kind of row.
+// What the tables of all windows share: the palette, and one function for each kind of row, which
+// gives it colours, font and alignment. It does not say how these are drawn: see view/qt/face.h.
 #pragma once
 
 #include "view/widget.h"
@@ -31,7 +32,7 @@ constexpr Colour straw = rgb(255, 236, 160); // the status line of the tuning ru
 constexpr Colour graphite = rgb(79, 89, 81); // service records
 constexpr Colour field = view::dark_red;     // background of the live values
 
-// A plain text on the window's background.
+// A plain text with the background of the window.
 inline Design caption(std::string_view name, Widget& parent, Place place, std::string text) {
     return control(Kind::label, name, parent, place, std::move(text)).colours(paper, ink);
 }
@@ -43,13 +44,13 @@ inline Design title(std::string_view name, Widget& parent, Place place, std::str
         .aligned(Align::centre);
 }
 
-// A live value in large type, readable from a distance.
+// A live value in a large font, readable from a distance.
 inline Design figure(std::string_view name, Widget& parent, Place place, std::string text,
                      double points) {
     return title(name, parent, place, std::move(text)).font(points, true);
 }
 
-// A value in small type.
+// A value in a small font.
 inline Design reading(std::string_view name, Widget& parent, Place place, std::string text,
                       double points = 10) {
     return control(Kind::label, name, parent, place, std::move(text))
@@ -77,7 +78,7 @@ inline Design entry(std::string_view name, Widget& parent, Place place) {
     return control(Kind::text_box, name, parent, place).colours(view::white, ink).font(10);
 }
 
-// Upright sliders have their lowest value at the top.
+// Vertical sliders have their lowest value at the top.
 inline Design slider(std::string_view name, Widget& parent, Place place) {
     return control(Kind::slider, name, parent, place).colours(paper, ink);
 }

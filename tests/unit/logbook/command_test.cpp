@@ -1,4 +1,4 @@
-// The program itself: its help, its wrong words, and the check of a recording.
+// The program zol-logbook: help, wrong arguments, and the check of a recording.
 #include "tests/unit/logbook/running_logbook.h"
 #include "tests/unit/logbook/simulated_session.h"
 

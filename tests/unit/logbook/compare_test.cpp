@@ -1,4 +1,4 @@
-// Backups of a unit's parameters, and what differs between two of them.
+// Backups of a unit's parameters, and the differences between two of them.
 #include "link/parameter_catalogue.h"
 #include "logbook/backup.h"
 #include "maintenance/parameter_dump.h"
@@ -18,7 +18,7 @@ using testing::Not;
 
 class Compare : public LogbookFolder {
   protected:
-    // Three images of a unit; the second one after a change of the gain, the third as the second.
+    // Three images of a unit; between the first and the second the gain was changed.
     std::string recording(const std::string& name, const sim::Options& options = {}) {
         SimulatedSession session(options);
         session.unit.set_parameter(par::ktar_low, 1200);

@@ -1,4 +1,4 @@
-// The table of a recording, as a spreadsheet reads it.
+// A recording as a table for a spreadsheet.
 #include "tests/unit/logbook/running_logbook.h"
 #include "tests/unit/logbook/simulated_session.h"
 
@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 using Rows = std::vector<std::vector<std::string>>;
 
-// By the rules of RFC 4180; fails on a quote in the wrong place.
+// Splits a table into rows of fields by RFC 4180; fails on a quote in the wrong place.
 Rows parse(const std::string& text, char separator) {
     Rows rows(1, {""});
     bool quoted = false;

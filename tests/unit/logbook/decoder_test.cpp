@@ -1,4 +1,4 @@
-// What the two streams of a recording mean.
+// Decoding the two streams of a recording.
 #include "logbook/decoder.h"
 
 #include "link/parameter_catalogue.h"

@@ -1,4 +1,4 @@
-// What passes between the tool and the adapter, and what the recording holds of it.
+// Forwarding between tool and adapter, and what is recorded of it.
 #include "tests/support/small_disk.h"
 #include "tests/unit/logbook/forwarding.h"
 
@@ -43,7 +43,7 @@ TEST_F(Forwarding, LongStreamsKeepTheirOrder) {
     }
 }
 
-// More than the system keeps for a reader who is late.
+// More than the system buffers for a slow reader.
 TEST_F(Forwarding, LateReaderLosesNothing) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
@@ -65,7 +65,7 @@ TEST_F(Forwarding, LateReaderLosesNothing) {
             got.insert(got.end(), block, block + std::max<ssize_t>(0, count));
         }
         EXPECT_EQ(got, all);
-        if (got.size() < all.size()) program->signal(SIGKILL); // lets the sender go
+        if (got.size() < all.size()) program->signal(SIGKILL); // releases the blocked sender
         sender.join();
     }
     ::close(tool);
@@ -120,7 +120,7 @@ TEST_F(Forwarding, UnreadReplyIsGoneAfterAReopening) {
     EXPECT_EQ(port.read_all(), Bytes());
 }
 
-// The program is stopped meanwhile, so that it sees both at once.
+// The program is stopped meanwhile, so that it gets both events at once.
 TEST_F(Forwarding, QuickReopeningIsNoticed) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
@@ -209,7 +209,7 @@ TEST_F(Forwarding, LineGoesOnWithoutTheRecorder) {
     EXPECT_FALSE(link_is_there());
 }
 
-// From a write on one side to the moment at which the other side can read it.
+// The time from a write on one side until the other side can read it.
 struct Delays {
     double median_ms, usual_ms, longest_ms; // usual: 95 of 100 are shorter
 };
@@ -233,8 +233,8 @@ Delays measure(int from, int to) {
     return {all[all.size() / 2], all[all.size() * 95 / 100], all.back()};
 }
 
-// The longest delay is that of the machine, also without the logbook, as soon as other programs are
-// busy: docs/proof.md has it for an idle machine.
+// While other programs are busy, the longest delay depends on the machine, also without the
+// logbook. docs/proof.md gives it for an idle machine.
 TEST_F(Forwarding, DelayIsAMillisecondInTheMedian) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);

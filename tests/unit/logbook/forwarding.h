@@ -1,4 +1,5 @@
-// A recording under way: the tool's port on one side, the far end of the adapter on the other.
+// The fixture of a running recording: the tool's port on one side, the far end of the adapter on
+// the other.
 #pragma once
 
 #include "app/application_folder.h"
@@ -20,7 +21,7 @@ class Forwarding : public LogbookFolder {
         app::use_application_folder(folder);
         link::machine_state.root = folder / "machine";
         std::filesystem::create_directories(folder / "machine/dev");
-        // The system's own files tell what a terminal is.
+        // The real /proc, from which the drivers of terminals are known.
         std::filesystem::create_directory_symlink("/proc", folder / "machine/proc");
         lead_adapter_to(cable);
     }
@@ -31,7 +32,8 @@ class Forwarding : public LogbookFolder {
     }
 
     void lead_adapter_to(const link::Cable& it) {
-        // The program must not hold the cable's far end, or pulling it would do nothing.
+        // The program must not inherit the far end of the cable, or pulling it would have no
+        // effect.
         ::fcntl(it.far_end, F_SETFD, FD_CLOEXEC);
         std::filesystem::remove(adapter);
         std::filesystem::create_symlink(it.device, adapter);
@@ -39,13 +41,13 @@ class Forwarding : public LogbookFolder {
     std::vector<std::string> record_words() const {
         return {"record", "--car", "AB-123", "--folder", folder, "--device", adapter};
     }
-    // Runs once the tool can open its port.
+    // Returns when the tool can open its port.
     std::unique_ptr<sim::RunningProgram> start() {
         auto program = std::make_unique<sim::RunningProgram>(record_words(), ZOL_LOGBOOK);
         EXPECT_THAT(program->said_until(" now.\n"), testing::HasSubstr("com1"));
         return program;
     }
-    // A start of the tool, which knows nothing of earlier ones.
+    // Starts the tool, which has no state from earlier runs.
     std::optional<std::string> open_as_a_new_tool() {
         port.close();
         link::found_devices = {};
@@ -82,7 +84,7 @@ class Forwarding : public LogbookFolder {
     }
     struct Recorded {
         Bytes requests, replies;
-        std::string notes; // one a line
+        std::string notes; // one per line
     };
     Recorded recorded(int number = 1) const {
         Recorded all;

@@ -1,4 +1,4 @@
-// What the tool finds at its port when the adapter or the logbook comes and goes.
+// What the tool finds at its port when the adapter or the logbook starts or ends.
 #include "tests/unit/logbook/forwarding.h"
 
 #include <sys/file.h>
@@ -18,7 +18,7 @@ class PortLink : public Forwarding {
         unit.send(status_request);
         EXPECT_EQ(read_port(5), status_request);
     }
-    // As after a power cut: the link and the note of a logbook that is gone.
+    // As after a power cut: link and note of a logbook that no longer runs.
     void leave_behind(const std::string& target) {
         std::ofstream(folder / "ports/.com1.logbook") << target;
         fs::create_symlink(target, com1);
@@ -105,7 +105,7 @@ TEST_F(PortLink, AnotherPseudoTerminalIsNotTaken) {
     auto program = start();
     cable.pull();
     EXPECT_TRUE(soon([&] { return !link_is_there(); }));
-    usleep(50'000); // the program closes its end last
+    usleep(50'000); // the program closes its end of the terminal last
     const link::Cable other;
     ASSERT_EQ(other.device, fs::read_symlink(adapter)) << "the kernel gives the lowest free number";
     usleep(1'000'000);
@@ -140,7 +140,7 @@ TEST_F(PortLink, BusyAdapterIsLeftToItsProgram) {
 
 TEST_F(PortLink, AdapterIsBusyForOtherPrograms) {
     auto program = start();
-    fs::remove(com1); // as a program that looks past the link
+    fs::remove(com1); // as a program that does not use the link
     EXPECT_THAT(*open_as_a_new_tool(), HasSubstr("busy"));
 }
 

@@ -1,4 +1,4 @@
-// Recordings on the disk: their names, and what a full or closed disk leaves.
+// Recordings on the disk: their names, and what remains after a full disk or an error.
 #include "logbook/recording_file.h"
 
 #include "tests/support/small_disk.h"

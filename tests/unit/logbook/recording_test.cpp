@@ -1,4 +1,4 @@
-// The text of a recording: what is written is read back, and a wrong text is named.
+// The text of a recording: what is written can be read, and an error names its line.
 #include "logbook/recording.h"
 
 #include <gmock/gmock.h>

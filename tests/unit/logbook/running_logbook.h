@@ -1,4 +1,4 @@
-// The program in a process of its own, with a folder for its files.
+// The fixture that runs zol-logbook in its own process, with a folder for its files.
 #pragma once
 
 #include "tests/unit/simulator/running_program.h"
@@ -7,7 +7,7 @@
 
 namespace zol::logbook {
 
-// Of format 1; its last line is line 7.
+// A recording of format 1; its last line is line 7.
 inline const std::string sample_header = "zol-logbook recording 1\nprogram: zol-logbook 1\n"
                                          "car: AB-123\nstarted: 2026-11-22T14:10:05+01:00\n"
                                          "device: /dev/ttyUSB0\nport: COM1\n\n";
@@ -27,7 +27,7 @@ class LogbookFolder : public testing::Test {
     }
     ~LogbookFolder() override { std::filesystem::remove_all(folder); }
 
-    // Runs the program to its end.
+    // Runs the program until it ends.
     Ended run(const std::vector<std::string>& words) {
         sim::RunningProgram program(words, ZOL_LOGBOOK);
         std::string said = program.said_until(std::string(1, '\0'));

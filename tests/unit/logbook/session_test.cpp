@@ -1,4 +1,5 @@
-// Whole sessions: a simulated unit behind the logbook, and the same session replayed.
+// Whole sessions: the tool with a simulated unit through the logbook, and the same session
+// replayed.
 #include "link/ecu_frames.h"
 #include "simulator/bad_line.h"
 #include "simulator/control_unit.h"
@@ -15,7 +16,7 @@ class Session : public Forwarding {
   protected:
     Session() { fs::remove(adapter); }
 
-    // The unit stands where the adapter is.
+    // The unit takes the place of the adapter.
     std::unique_ptr<sim::RunningProgram> start_unit(std::vector<std::string> words) {
         words.insert(words.end(), {"--link", adapter});
         auto unit = std::make_unique<sim::RunningProgram>(words);
@@ -79,7 +80,7 @@ TEST_F(Session, PulledUnitComesBack) {
     EXPECT_EQ(read_port(29).size(), 29u);
 }
 
-// What a bad line makes of a session, on virtual time; then the same bytes through the logbook.
+// A session on a bad line, on virtual time; then the same bytes through the logbook.
 TEST_F(Session, BadLinePassesByteForByte) {
     lead_adapter_to(cable);
     auto program = start();

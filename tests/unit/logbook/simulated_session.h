@@ -1,4 +1,4 @@
-// A session with the simulated unit on virtual time, as a recording holds it.
+// A session with the simulated unit on virtual time, as it is recorded.
 #pragma once
 
 #include "link/ecu_frames.h"
@@ -26,7 +26,7 @@ class SimulatedSession {
         events.push_back({now_us, EventKind::request, bytes, {}});
         unit.receive(bytes, now_us);
     }
-    // The unit's bytes come as a USB adapter gives them, every few milliseconds.
+    // The unit's bytes arrive every few milliseconds, as from a USB adapter.
     void wait(int ms) {
         for (const std::int64_t end_us = now_us + ms * 1000LL; now_us < end_us;) {
             now_us += 4000;

@@ -19,7 +19,7 @@ struct DrawnText {
     double points;
 };
 
-// Paints the widget without its children.
+// Paints the widget without its children and returns its texts.
 std::vector<DrawnText> drawn_texts(QWidget& widget);
 
 } // namespace zol::view

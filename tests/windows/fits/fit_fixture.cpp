@@ -160,7 +160,7 @@ void FitFixture::expect_places(Widget& window) const {
 
 namespace {
 
-// A title has its unit behind it, at the other end of its line.
+// The unit of a title is at the other end of its line.
 void expect_label_whole(const Widget& w, QWidget& face, const std::string& name) {
     const QString on_screen = static_cast<qt::LabelFace&>(face).text_on_screen();
     const QString text = QString::fromStdString(w.look.text);
@@ -188,7 +188,7 @@ void FitFixture::expect_text_whole(const Widget& w) const {
         const int chosen = combo.currentIndex();
         for (int i = 0; i < combo.count(); ++i) {
             combo.setCurrentIndex(i);
-            // What the data says of an item follows it, drawn by the list itself.
+            // The list draws the note of an item after its text.
             const auto item = static_cast<std::size_t>(i);
             const bool noted = item < w.look.item_notes.size();
             const std::string note = noted ? w.look.item_notes[item].text : "";
@@ -238,7 +238,7 @@ void FitFixture::expect_menus_whole(Widget& window) const {
     expect_drawn_whole(*bar, captions, window.name + "'s menu bar");
 }
 
-// Each word of it is within its band, and covers no control.
+// Each word is within the band, and the band covers no control.
 void FitFixture::expect_legend_whole(Widget& window) const {
     auto* legend = top(window).findChild<QWidget*>("Legend");
     if (!legend || !legend->isVisible()) return;

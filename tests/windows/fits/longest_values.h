@@ -14,7 +14,7 @@ struct LongestTexts {
     std::vector<std::string> texts;
 };
 
-// Of every window, in the current language.
+// For every window, in the current language.
 std::vector<LongestTexts> longest_texts();
 
 } // namespace zol::view

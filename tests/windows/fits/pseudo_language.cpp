@@ -15,7 +15,7 @@ QString stretched(const QString& text) {
     constexpr int short_text = 12;
     const double factor = text.size() <= short_text ? 2.2 : 1.4;
     QString result;
-    double owed = 0; // parts of letters, from the words before
+    double owed = 0; // fractions of letters left from previous words
     for (const QString& word : text.split(' ')) {
         if (!result.isEmpty()) result += ' ', owed += factor - 1;
         owed += factor * static_cast<double>(word.size());
@@ -54,7 +54,7 @@ QMap<QString, QString> longest_messages(const QDir& source, const QDir& target) 
     return longest;
 }
 
-// The same of the lines of a section of the tips, by what stands before the sign.
+// The same for the lines of a section of the tips; the key is what precedes the equals sign.
 QMap<QString, QString> longest_lines(const QDir& source, const QString& wanted) {
     QMap<QString, QString> longest;
     for (const char* code : codes) {

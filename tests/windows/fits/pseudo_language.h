@@ -5,11 +5,12 @@
 
 namespace zol::view {
 
-// 2.2 times as long where it has up to 12 letters, else 1.4 times, with as many words as before.
+// Stretches the text to 2.2 times its length if it has up to 12 letters, else to 1.4 times, with as
+// many words as before.
 QString stretched(const QString& text);
 
-// The language files of the program in `folder`/language, and beside them the pseudo-language's,
-// whose code is "xx", made from the longest text that each message has.
+// Copies the program's language files to `folder`/language and adds those of the pseudo-language,
+// "xx", made from the longest text of each message.
 void write_language_files(const QString& folder);
 
 } // namespace zol::view

@@ -3,7 +3,6 @@
 
 #include "app/app_state.h"
 #include "app/message_catalogue.h"
-#include "app/message_catalogue.h"
 #include "link/port_test_failure.h"
 #include "view/windows/acquisizione.h"
 #include "view/windows/centralina_attiva.h"
@@ -69,7 +68,7 @@ TEST_P(EveryWindowFits, MainWindowWithEachPanel) {
     expect_each_panel_fits();
 }
 
-// With nothing in the band of the legend.
+// No control is in the band of the legend.
 TEST_P(EveryWindowFits, LegendOfTheKeys) {
     open(form1::Form1);
     QWidget& window = top(form1::Form1);
@@ -77,7 +76,7 @@ TEST_P(EveryWindowFits, LegendOfTheKeys) {
     for (const QSize size : {given, QSize(given.width() * 7 / 10, given.height()), QSize(1, 1)}) {
         window.resize(size);
         settle();
-        // The smallest windows have no room for the longest words.
+        // The longest words do not fit into the smallest windows.
         constexpr int small = 500;
         if (window.width() > small || GetParam() != std::string("xx")) {
             EXPECT_TRUE(window.findChild<QWidget*>("Legend")->isVisible()) << size.width();

@@ -1,4 +1,4 @@
-#include "view/qt/spoken.h"
+#include "view/qt/accessible_text.h"
 
 #include "view/qt/plain_text.h"
 
@@ -8,7 +8,7 @@
 namespace zol::view::qt {
 namespace {
 
-// A line of up to `tolerated` characters stays whole.
+// Lines of up to `tolerated` characters are not broken.
 QString broken_into_lines(const QString& text, qsizetype tolerated) {
     constexpr qsizetype longest_line = 60;
     QStringList lines;
@@ -39,7 +39,7 @@ QString tip_on_screen(const Widget& model) {
     return plain_tip(broken_into_lines(text, own ? path_of_a_device : 0));
 }
 
-QString spoken_name(const Widget& model) {
+QString accessible_name(const Widget& model) {
     const QString caption = QString::fromStdString(model.look.text).trimmed();
     const QString name = QString::fromStdString(model.help.name);
     if (!name.isEmpty())
@@ -48,9 +48,9 @@ QString spoken_name(const Widget& model) {
     return QString::fromStdString(full_name(model));
 }
 
-void speak(const Widget& model, QWidget& face) {
+void set_accessible_text(const Widget& model, QWidget& face) {
     face.setToolTip(tip_on_screen(model));
-    face.setAccessibleName(spoken_name(model));
+    face.setAccessibleName(accessible_name(model));
     const bool helped = !model.help.text.empty();
     face.setAccessibleDescription(
         QString::fromStdString(helped ? model.help.text : model.look.tip));

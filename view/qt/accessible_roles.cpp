@@ -1,4 +1,4 @@
-#include "view/qt/speech.h"
+#include "view/qt/accessible_roles.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -11,9 +11,9 @@
 namespace zol::view::qt {
 namespace {
 
-class OptionSpeech : public QAccessibleWidget {
+class AccessibleOption : public QAccessibleWidget {
   public:
-    explicit OptionSpeech(QRadioButton& button)
+    explicit AccessibleOption(QRadioButton& button)
         : QAccessibleWidget(&button, QAccessible::RadioButton), button_(button) {}
 
     QAccessible::State state() const override {
@@ -36,11 +36,12 @@ class OptionSpeech : public QAccessibleWidget {
     QRadioButton& button_;
 };
 
-// "Serial port: COM1", as a figure says its name and what it shows. The entries hang below it. A
-// list that is being destroyed may still be asked, and is none any more then.
-class ListSpeech : public QAccessibleWidget {
+// The accessible name is "Serial port: COM1": like a live value, a list announces its name and what
+// it shows. Its entries are its children. While the list is being destroyed, the toolkit may still
+// ask; object() is no list any more then.
+class AccessibleList : public QAccessibleWidget {
   public:
-    explicit ListSpeech(QComboBox& list) : QAccessibleWidget(&list, QAccessible::ComboBox) {}
+    explicit AccessibleList(QComboBox& list) : QAccessibleWidget(&list, QAccessible::ComboBox) {}
 
     QString text(QAccessible::Text what) const override {
         const QString own = QAccessibleWidget::text(what);
@@ -79,9 +80,9 @@ class ListSpeech : public QAccessibleWidget {
     QComboBox* list() const { return qobject_cast<QComboBox*>(object()); }
 };
 
-QAccessibleInterface* speech_of(const QString&, QObject* object) {
-    if (auto* button = qobject_cast<QRadioButton*>(object)) return new OptionSpeech(*button);
-    if (auto* list = qobject_cast<QComboBox*>(object)) return new ListSpeech(*list);
+QAccessibleInterface* accessible_of(const QString&, QObject* object) {
+    if (auto* button = qobject_cast<QRadioButton*>(object)) return new AccessibleOption(*button);
+    if (auto* list = qobject_cast<QComboBox*>(object)) return new AccessibleList(*list);
     auto* widget = qobject_cast<QWidget*>(object);
     const bool plain = widget && std::strcmp(widget->metaObject()->className(), "QWidget") == 0;
     if (plain && widget->isWindow()) return new QAccessibleWidget(widget, QAccessible::Window);
@@ -90,6 +91,6 @@ QAccessibleInterface* speech_of(const QString&, QObject* object) {
 
 } // namespace
 
-void correct_speech() { QAccessible::installFactory(speech_of); }
+void correct_accessible_roles() { QAccessible::installFactory(accessible_of); }
 
 } // namespace zol::view::qt

@@ -1,6 +1,6 @@
-// The main window on a simulated unit, on the real clock: the program's own handlers, a line
-// without a device, and the polling under way. It begins where the first read of the unit has
-// ended.
+// The fixture for tests of the main window with a simulated unit, on the real clock: the program's
+// handlers, and a line without a device. The first read is left out; a test starts the polling by
+// poll().
 #pragma once
 
 #include "link/serial_port.h"
@@ -12,15 +12,16 @@
 
 namespace zol::view {
 
-class UnitBench : public WindowFixture {
+class UnitFixture : public WindowFixture {
   protected:
-    UnitBench();
-    ~UnitBench() override;
+    UnitFixture();
+    ~UnitFixture() override;
 
-    // Lets the polling run until its telegrams are shown.
+    // Starts the polling and waits until a telegram is shown.
     void poll();
+    // Whether the control is drawn as no longer read.
     bool is_stale(const Widget& control) const;
-    // Runs `work` in `ms`, also beneath a handler that asks a silent unit for ever.
+    // Runs `work` in `ms`, also inside a handler that repeats a request to a silent unit.
     static void later(int ms, const std::function<void()>& work);
 
     sim::ControlUnit unit{{.warm = true}};

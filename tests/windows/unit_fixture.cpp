@@ -1,4 +1,4 @@
-#include "tests/windows/unit_bench.h"
+#include "tests/windows/unit_fixture.h"
 
 #include "app/app_state.h"
 #include "app/application_folder.h"
@@ -13,22 +13,22 @@
 
 namespace zol::view {
 
-std::optional<std::string> UnitBench::Port::open() {
+std::optional<std::string> UnitFixture::Port::open() {
     unit_.take(now_us());
     open_ = true;
     return std::nullopt;
 }
 
-bool UnitBench::Port::write(std::span<const std::uint8_t> bytes) {
+bool UnitFixture::Port::write(std::span<const std::uint8_t> bytes) {
     if (open_) unit_.receive(bytes, now_us());
     return open_;
 }
 
-std::optional<link::Bytes> UnitBench::Port::read_all() {
+std::optional<link::Bytes> UnitFixture::Port::read_all() {
     return open_ ? std::optional(unit_.take(now_us())) : std::nullopt;
 }
 
-UnitBench::UnitBench() {
+UnitFixture::UnitFixture() {
     std::filesystem::create_directory_symlink(std::filesystem::path(ZOL_SOURCE_DIR) / "language",
                                               folder.filePath("language").toStdString());
     app::use_application_folder(folder.path().toStdString());
@@ -43,21 +43,21 @@ UnitBench::UnitBench() {
     form1::Timer_rpm.on();
 }
 
-UnitBench::~UnitBench() {
+UnitFixture::~UnitFixture() {
     monitor::stop_polling();
-    run_for(700); // what is under way ends
+    run_for(700); // a poll pass that is running ends
 }
 
-void UnitBench::poll() {
+void UnitFixture::poll() {
     monitor::start_polling();
     run_until([] { return form1::Label_rpm.look.text != "0"; });
 }
 
-bool UnitBench::is_stale(const Widget& control) const {
+bool UnitFixture::is_stale(const Widget& control) const {
     return screen.face(form1::Form1)->signs().live_values()->is_stale(control);
 }
 
-void UnitBench::later(int ms, const std::function<void()>& work) {
+void UnitFixture::later(int ms, const std::function<void()>& work) {
     QTimer::singleShot(ms, QCoreApplication::instance(), work);
 }
 
