@@ -57,7 +57,7 @@ TEST_F(BoxTexts, YesAndNoFollowTheLanguage) {
     }
 }
 
-TEST_F(BoxTexts, NothingInTheColourDialogStaysEnglish) {
+TEST_F(BoxTexts, ColourDialogIsTranslatedCompletely) {
     QStringList english;
     const auto take = [&](QStringList& texts) {
         answer<QColorDialog>("colour_box", [&texts](QColorDialog& box) {

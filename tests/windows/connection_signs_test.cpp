@@ -65,7 +65,7 @@ TEST_F(ConnectionSigns, TheOpenListIsWideEnoughForItsDevices) {
     list.hidePopup();
 }
 
-TEST_F(ConnectionSigns, TheReasonStandsUnderTheResult) {
+TEST_F(ConnectionSigns, ReasonIsShownUnderTheResult) {
     ASSERT_NE(reason(), nullptr);
     EXPECT_FALSE(reason()->isVisible());
     set_tip(Label2,

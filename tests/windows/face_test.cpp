@@ -79,7 +79,7 @@ TEST_F(Face, DisabledSteelButtonIsFlatWithoutLowerEdge) {
     EXPECT_EQ(changes_along_top(picture(Command1)), 0) << "not hatched";
 }
 
-TEST_F(Face, DisabledCaptionIsPalerThanEnabledOnEachGround) {
+TEST_F(Face, DisabledCaptionIsPalerOnEachBackground) {
     for (const Colour ground : {windows::paper, windows::claret}) {
         set_back(Sample, ground);
         set_back(Command1, windows::steel);
@@ -100,7 +100,7 @@ TEST_F(Face, DisabledCaptionIsPalerThanEnabledOnEachGround) {
     }
 }
 
-TEST_F(Face, FocusRingIsSeenOnEachGround) {
+TEST_F(Face, FocusRingIsVisibleOnEachBackground) {
     for (const Colour ground : {windows::paper, windows::claret, windows::slate, windows::field,
                                 white, black, red, green, yellow}) {
         set_back(Sample, ground);
@@ -132,7 +132,7 @@ TEST_F(Face, PressedButtonLosesItsLowerEdge) {
     EXPECT_EQ(lower_edge(), middle(picture(Command1)));
 }
 
-TEST_F(Face, EachPairOfItsTableCanBeRead) {
+TEST_F(Face, EachColourPairIsLegible) {
     const std::vector<std::pair<QColor, QColor>> pairs{
         {look::ground, look::ink},
         {look::ground, look::secondary},
@@ -158,7 +158,7 @@ TEST_F(Face, EachPairOfItsTableCanBeRead) {
             << ground.name().toStdString() << " and " << ink.name().toStdString();
 }
 
-TEST_F(Face, FiguresOfItsTypeHaveOneWidth) {
+TEST_F(Face, DigitsHaveEqualWidths) {
     const QFontMetricsF metrics(QApplication::font());
     for (const QChar figure : QString("0123456789"))
         EXPECT_EQ(metrics.horizontalAdvance(figure), metrics.horizontalAdvance('0'));
@@ -166,12 +166,12 @@ TEST_F(Face, FiguresOfItsTypeHaveOneWidth) {
 }
 
 // The result of a port test.
-TEST_F(Face, ItsInkGivesWayOnRed) {
+TEST_F(Face, TextOnRedIsDrawnInBlack) {
     set_back(Label1, red);
     set_fore(Label1, windows::ink);
     set_text(Label1, "IIIII");
-    top(Sample).resize(top(Sample).size() *
-                       3); // letters wide enough for pixels of their full colour
+    // Large letters have pixels of their full colour.
+    top(Sample).resize(top(Sample).size() * 3);
     settle();
     const QImage image = picture(Label1);
     int darkest = 255;
@@ -181,7 +181,7 @@ TEST_F(Face, ItsInkGivesWayOnRed) {
 }
 
 // All six titles look alike, also the one with another background in its table.
-TEST_F(Face, TitleOfLiveValueStandsOnWindowsGround) {
+TEST_F(Face, TitleOfALiveValueHasWindowBackground) {
     open(form1::Form1);
     for (Widget* title : {&form1::lbl_rpm, &form1::lbl_tinj, &form1::lbl_press, &form1::lbl_temp,
                           &form1::lbl_lambda, &form1::Label22}) {
@@ -192,7 +192,7 @@ TEST_F(Face, TitleOfLiveValueStandsOnWindowsGround) {
     EXPECT_EQ(face(form1::lbl_rpm).palette().color(QPalette::Window), QColor(64, 0, 0));
 }
 
-TEST_F(Face, GroundOfRecordIsAsWideAsItsText) {
+TEST_F(Face, BackgroundOfARecordIsAsWideAsItsText) {
     open(form1::Form1);
     set_visible(form1::lbl_ore, true);
     set_text(form1::lbl_ore, "Time On GAS: 41 hour");
@@ -210,7 +210,7 @@ TEST_F(Face, GroundOfRecordIsAsWideAsItsText) {
     EXPECT_GT(face(form1::lbl_ore).font().pointSizeF(), face(form1::lbl_min).font().pointSizeF());
 }
 
-TEST_F(Face, LampOfTanksIndicatorIsHollow) {
+TEST_F(Face, LampOfTheTankIndicatorIsHollow) {
     open(form1::Form1);
     set_visible(form1::Frame_impostazioni, true);
     settle();
@@ -220,7 +220,7 @@ TEST_F(Face, LampOfTanksIndicatorIsHollow) {
     EXPECT_GT(colourful_pixels(picture(lamp)), 20) << "with its colour around";
 }
 
-TEST_F(Face, WindowsThatTheLogicLeavesFollowTheScreen) {
+TEST_F(Face, WindowsNotScaledByTheLogicFollowTheScreen) {
     open(form2::Form2);
     const QSize pixels = top(form2::Form2).screen()->size();
     const double scale = std::min(pixels.width() / 675.0, pixels.height() / 600.0);
@@ -228,7 +228,7 @@ TEST_F(Face, WindowsThatTheLogicLeavesFollowTheScreen) {
     EXPECT_NEAR(top(form2::Form2).width(), 400 * scale, 2);
 }
 
-TEST_F(Face, MenuTitlesKeepTheirDistanceInProportion) {
+TEST_F(Face, SpaceBetweenMenuTitlesIsScaled) {
     open(form1::Form1);
     auto* bar = top(form1::Form1).findChild<QMenuBar*>();
     const auto gap_in_letters = [&] {

@@ -37,7 +37,7 @@ TEST_F(Legend, IsInEachLanguageWithTheTuningFirst) {
     }
 }
 
-TEST_F(Legend, StandsBelowTheEnginePanelOnly) {
+TEST_F(Legend, IsShownOnlyBelowTheEnginePanel) {
     EXPECT_TRUE(legend().isVisible());
     set_visible(form1::frame_engine, false);
     set_visible(form1::Frame_Lambda, true);
@@ -49,7 +49,7 @@ TEST_F(Legend, StandsBelowTheEnginePanelOnly) {
     EXPECT_TRUE(legend().isVisible());
 }
 
-TEST_F(Legend, GivesWayToWhateverComesIntoItsBand) {
+TEST_F(Legend, IsHiddenWhileAControlIsInItsBand) {
     for (Widget* w : {&form1::lbl_tuning, &form1::Command_scarico, &form1::Label_sfondo}) {
         set_visible(*w, true);
         settle();

@@ -74,7 +74,7 @@ TEST_F(ManualCodes, EachPageOpensQuickly) {
     EXPECT_EQ(pages, 20);
 }
 
-TEST_F(ManualCodes, ASearchInVainIsQuick) {
+TEST_F(ManualCodes, SearchWithoutAResultIsQuick) {
     open_at("uk/index.htm");
     const auto ms = time_of([&] { look_for("zeppelin"); });
     EXPECT_TRUE(part<QWidget>("Not_found").isVisible());

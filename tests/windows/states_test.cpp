@@ -188,7 +188,7 @@ TEST_F(States, EachTextIsLegibleInADisabledWindow) {
 }
 
 // The marker shows the value that was read last; the handle need not be there.
-TEST_F(States, SliderMarkerStandsBesideGrooveOffHandle) {
+TEST_F(States, SliderMarkerIsNextToTheGroove) {
     for (Widget* widget : {&Slider_flat, &Slider_tall}) {
         const QImage plain = picture(*widget);
         set_selection_length(*widget, widget->look.max - widget->look.min);

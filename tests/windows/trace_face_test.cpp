@@ -49,7 +49,7 @@ TEST_F(TraceFace, PenKeepsAGapOfTwoBarsAhead) {
 }
 
 // The main window does this when it becomes active. Nothing is cleared.
-TEST_F(TraceFace, PenThatReturnsWithoutAClearDimsTheSweep) {
+TEST_F(TraceFace, PenReturningWithoutAClearDimsTheSweep) {
     draw_bars(30);
     draw_bars(5);
     EXPECT_EQ(bar(4), QColor(0, 255, 0));
@@ -57,7 +57,7 @@ TEST_F(TraceFace, PenThatReturnsWithoutAClearDimsTheSweep) {
     EXPECT_LT(bar(20).green(), 150);
 }
 
-TEST_F(TraceFace, SweepsSurviveANewSize) {
+TEST_F(TraceFace, NewSizeKeepsTheSweeps) {
     start_second_sweep(5);
     top(Sample).resize(top(Sample).size() * 2);
     EXPECT_EQ(bar(2), QColor(0, 255, 0));

@@ -64,7 +64,7 @@ class WaitBand : public UnitFixture {
     qt::WaitBand& band() const { return *part<qt::WaitBand>(top(form1::Form1)); }
 };
 
-TEST_F(WaitBand, ShowsTheTuningsOwnWordsInLargeType) {
+TEST_F(WaitBand, ShowsTheTextOfTheTuningInALargeFont) {
     EXPECT_FALSE(band().isVisible());
     set_visible(form1::lbl_tuning, true);
     set_text(form1::lbl_tuning, "-- WAIT TUNING... --");
@@ -79,7 +79,7 @@ TEST_F(WaitBand, ShowsTheTuningsOwnWordsInLargeType) {
     EXPECT_FALSE(band().isVisible());
 }
 
-TEST_F(WaitBand, LeavesButtonsAtTheFootInReach) {
+TEST_F(WaitBand, DoesNotCoverButtons) {
     set_visible(form1::lbl_tuning, true);
     set_text(form1::lbl_tuning, "-- WAIT TUNING... --");
     set_visible(form1::Command_scarico, true);
@@ -87,7 +87,7 @@ TEST_F(WaitBand, LeavesButtonsAtTheFootInReach) {
     EXPECT_FALSE(band().geometry().intersects(face(form1::Command_scarico).geometry()));
 }
 
-TEST_F(WaitBand, NamesTheResetButNotWhileItAsks) {
+TEST_F(WaitBand, NamesTheResetExceptDuringItsQuestion) {
     QString during_question = "?", during_work;
     answer<QMessageBox>("message_box", [&](QMessageBox& box) {
         during_question = band().text();

@@ -82,7 +82,7 @@ Answer ask_message(const MessageBox& box) {
     face.setWindowTitle(plain_title(QString::fromStdString(box.title)));
     face.setIcon(to_qt(box.icon));
     face.setStandardButtons(question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
-    if (question) face.setEscapeButton(QMessageBox::No); // and of the title bar's close button
+    if (question) face.setEscapeButton(QMessageBox::No); // closing the box is No, too
     if (question && box.no_by_default) face.setDefaultButton(QMessageBox::No);
     pump_until_answered(face);
     if (!question) return Answer::ok;

@@ -160,8 +160,8 @@ QFont largest_font(const QFont& plain, double points, const QWidget& face,
 }
 
 double letters_height(const QFont& font) {
-    constexpr double letters_share =
-        1.18; // from the top of an accented capital to the foot of a descender
+    // From the top of an accented capital to the bottom of a descender.
+    constexpr double letters_share = 1.18;
     return std::min<double>(QFontMetrics(font).height(),
                             letters_share * QFontInfo(font).pixelSize());
 }

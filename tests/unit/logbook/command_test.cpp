@@ -41,7 +41,7 @@ TEST_F(LogbookCommand, VersionIsThatOfTheTool) {
     EXPECT_THAT(run({"--version"}).said, StartsWith("zol-logbook 9."));
 }
 
-TEST_F(LogbookCommand, WrongWordsEndWithTwo) {
+TEST_F(LogbookCommand, WrongArgumentsEndWithTwo) {
     for (const std::vector<std::string>& words :
          std::vector<std::vector<std::string>>{{}, {"fly"}, {"check"}, {"check", "a", "b"}}) {
         const Ended ended = run(words);
@@ -72,7 +72,7 @@ TEST_F(LogbookCommand, CheckReportsATornLine) {
     EXPECT_THAT(ended.said, HasSubstr("not whole"));
 }
 
-TEST_F(LogbookCommand, ShowTellsASessionInWords) {
+TEST_F(LogbookCommand, ShowPrintsASessionAsText) {
     SimulatedSession session;
     session.ask(link::Command::version, 1600);
     session.ask(link::Command::status);

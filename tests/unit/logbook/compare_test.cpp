@@ -91,7 +91,7 @@ TEST_F(Compare, OtherTextsAreNoParameterFile) {
         EXPECT_EQ(values_of_parameter_file(text), std::nullopt) << text;
 }
 
-TEST_F(Compare, RecordingWithoutAnImageGetsASentence) {
+TEST_F(Compare, RecordingWithoutAnImageIsReported) {
     SimulatedSession session;
     session.ask(link::Command::status);
     const auto file = write("a.zlog", session.text());

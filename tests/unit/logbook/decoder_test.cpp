@@ -60,7 +60,7 @@ TEST(RequestReader, FindsFramesAmongStrayBytes) {
     EXPECT_EQ(reader.stray_bytes(), 3u);
 }
 
-TEST(RequestReader, GivesUpAFrameThatIsNotGoneOnWith) {
+TEST(RequestReader, DropsAnIncompleteFrame) {
     RequestReader reader;
     for (const int byte : {80, 67, 0, 5})
         EXPECT_FALSE(reader.push(static_cast<std::uint8_t>(byte), 0));
@@ -173,7 +173,7 @@ TEST(Decoder, AnswerAfterTheNextRequestIsLate) {
 }
 
 // The tool waits 100 ms for live data, which may take a little longer.
-TEST(Decoder, RequestDuringAnAnswerDoesNotPartIt) {
+TEST(Decoder, RequestDuringAReplyDoesNotSplitIt) {
     const Bytes request = link::command_frame(Command::eobd_live);
     const Bytes answer = {80, 67, 0, 12, 16, 2, 128, 128, 0, 26, 2, 95};
     const Bytes begin(answer.begin(), answer.begin() + 5), rest(answer.begin() + 5, answer.end());
@@ -266,7 +266,7 @@ TEST(Words, LiveDataHasTrimsInPercent) {
     EXPECT_EQ(reply_text(answer), "live data: Loop connection lost");
 }
 
-TEST(Words, EveryParameterHasANameOfItsOwnRow) {
+TEST(Words, EachParameterHasTheNameInItsRow) {
     for (const link::Parameter& row : link::parameter_catalogue)
         EXPECT_EQ(parameter_name(row.number), row.meaning);
     EXPECT_EQ(parameter_unit(par::ktar_low), "1/1000");

@@ -135,7 +135,7 @@ TEST_F(Forwarding, QuickReopeningIsNoticed) {
     EXPECT_EQ(port.read_all(), Bytes());
 }
 
-TEST_F(Forwarding, WaitingCostsNothing) {
+TEST_F(Forwarding, WaitingUsesNoProcessorTime) {
     auto program = start();
     const long before = program->used_ticks();
     usleep(500'000);
@@ -169,7 +169,7 @@ pid_t recorder_of(const sim::RunningProgram& program) {
     return recorder;
 }
 
-TEST_F(Forwarding, SlowDiskCostsCountedEvents) {
+TEST_F(Forwarding, EventsLostToASlowDiskAreCounted) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
     const pid_t recorder = recorder_of(*program);
@@ -197,7 +197,7 @@ TEST_F(Forwarding, SlowDiskCostsCountedEvents) {
     EXPECT_EQ(Bytes(all.requests.end() - 14, all.requests.end() - 7), last);
 }
 
-TEST_F(Forwarding, LineGoesOnWithoutTheRecorder) {
+TEST_F(Forwarding, LineWorksWithoutTheRecorder) {
     auto program = start();
     ::kill(recorder_of(*program), SIGKILL);
     EXPECT_THAT(program->complaint(), HasSubstr("Recording has stopped"));

@@ -43,7 +43,7 @@ TEST_F(PortLink, IsRemovedAfterAKill) {
     EXPECT_TRUE(soon([&] { return !link_is_there() && !note_is_there(); }));
 }
 
-TEST_F(PortLink, KillCostsTheLastLineAtMost) {
+TEST_F(PortLink, KillDamagesAtMostTheLastLine) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
     Bytes sent;
@@ -69,7 +69,7 @@ TEST_F(PortLink, AfterAKillTheToolHasItsAdapter) {
     expect_exchange(cable);
 }
 
-TEST_F(PortLink, ToolGoesOnWithTheNextLogbook) {
+TEST_F(PortLink, ToolContinuesWithTheNextLogbook) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
     program->signal(SIGKILL);
@@ -80,7 +80,7 @@ TEST_F(PortLink, ToolGoesOnWithTheNextLogbook) {
     EXPECT_EQ(recorded(2).requests, status_request);
 }
 
-TEST_F(PortLink, GoesWithAPulledAdapter) {
+TEST_F(PortLink, IsRemovedWhenTheAdapterIsPulled) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
     cable.pull();
@@ -89,7 +89,7 @@ TEST_F(PortLink, GoesWithAPulledAdapter) {
     EXPECT_THAT(program->complaint(), HasSubstr("is gone"));
 }
 
-TEST_F(PortLink, ComesBackWithTheAdapter) {
+TEST_F(PortLink, ReturnsWithTheAdapter) {
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
     cable.pull();
@@ -152,7 +152,7 @@ TEST_F(PortLink, ForbiddenAdapterMakesNoLink) {
     EXPECT_FALSE(link_is_there());
 }
 
-TEST_F(PortLink, LinkOfSomebodyElseStays) {
+TEST_F(PortLink, LinkOfAnotherOwnerIsKept) {
     fs::create_symlink("/dev/ttyUSB7", com1);
     sim::RunningProgram program(record_words(), ZOL_LOGBOOK);
     EXPECT_THAT(program.complaint(),
@@ -193,7 +193,7 @@ TEST_F(PortLink, ReleaseRemovesALeftLink) {
     EXPECT_FALSE(note_is_there());
 }
 
-TEST_F(PortLink, ReleaseLeavesARunningLogbookAlone) {
+TEST_F(PortLink, ReleaseKeepsTheLinkOfARunningLogbook) {
     auto program = start();
     EXPECT_THAT(run({"release", "--folder", folder}).said, HasSubstr("0 links removed"));
     EXPECT_TRUE(link_is_there());
@@ -217,7 +217,7 @@ TEST_F(PortLink, OtherNumberHasItsOwnLink) {
     EXPECT_FALSE(link_is_there());
 }
 
-TEST_F(PortLink, WrongChoicesEndWithTwo) {
+TEST_F(PortLink, WrongArgumentsEndWithTwo) {
     using Words = std::vector<std::string>;
     for (const Words& words :
          {Words{"record"}, Words{"record", "--car", "../x"}, Words{"record", "--car"},

@@ -40,7 +40,7 @@ TEST_F(RecordingOnDisk, NameHasCarDateNumber) {
     EXPECT_EQ(second.path(), folder / "data/AB-123/2026-11-22-2.zlog");
 }
 
-TEST_F(RecordingOnDisk, FileThatIsThereIsNeverOpened) {
+TEST_F(RecordingOnDisk, ExistingFileIsNeverOpened) {
     fs::create_directories(folder / "data/AB-123");
     fs::create_symlink("/dev/null", folder / "data/AB-123/2026-11-22-1.zlog");
     RecordingFile file;
@@ -48,7 +48,7 @@ TEST_F(RecordingOnDisk, FileThatIsThereIsNeverOpened) {
     EXPECT_EQ(file.path().filename(), "2026-11-22-2.zlog");
 }
 
-TEST_F(RecordingOnDisk, AddedLinesAreThereAtOnce) {
+TEST_F(RecordingOnDisk, AddedLinesAreWrittenAtOnce) {
     RecordingFile file;
     ASSERT_EQ(create(file), "");
     EXPECT_EQ(file.add("1 > 50\n"), "");
@@ -58,14 +58,14 @@ TEST_F(RecordingOnDisk, AddedLinesAreThereAtOnce) {
     EXPECT_EQ(header.car, "AB-123");
 }
 
-TEST_F(RecordingOnDisk, FolderThatCannotBeMadeGetsASentence) {
+TEST_F(RecordingOnDisk, UncreatableFolderIsReported) {
     std::ofstream(folder / "data") << "a file";
     RecordingFile file;
     EXPECT_THAT(create(file), AllOf(HasSubstr("cannot be made"), HasSubstr("--data")));
     EXPECT_FALSE(file.is_open());
 }
 
-TEST_F(RecordingOnDisk, MissingFileGetsASentence) {
+TEST_F(RecordingOnDisk, MissingFileIsReported) {
     EXPECT_THAT(read(folder / "none.zlog").wrong,
                 AllOf(HasSubstr("none.zlog"), HasSubstr("cannot be read")));
     EXPECT_THAT(read(folder).wrong, HasSubstr("cannot be read"));

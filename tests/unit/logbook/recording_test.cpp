@@ -78,7 +78,7 @@ TEST(Recording, LineEndsOfAnotherSystemAreRead) {
     EXPECT_THAT(read(text).events, SizeIs(1));
 }
 
-TEST(Recording, WrongLineIsNamedWithItsRemedy) {
+TEST(Recording, ErrorNamesItsLineWithTheRemedy) {
     EXPECT_THAT(wrong_of("1 > 50\nsoon > 50\n"),
                 AllOf(HasSubstr("Line 9 is wrong"), HasSubstr("time in microseconds"),
                       HasSubstr("head -n 8 FILE")));
@@ -99,7 +99,7 @@ TEST(Recording, EventLongerThanTheLimitIsRefused) {
     EXPECT_THAT(wrong_of("1 ! " + std::string(5000, 'x') + "\n"), HasSubstr("4096 characters"));
 }
 
-TEST(Recording, FileThatIsNoRecordingIsNamedSo) {
+TEST(Recording, FileThatIsNoRecordingIsReported) {
     EXPECT_THAT(read("").result.wrong, HasSubstr("no recording"));
     EXPECT_THAT(read("Par 1  = 10\n").result.wrong, HasSubstr("no recording"));
     EXPECT_THAT(read(std::string(3, '\0') + "\n").result.wrong, HasSubstr("no recording"));
@@ -118,7 +118,7 @@ TEST(Recording, HeaderWithoutItsEndIsWrong) {
     EXPECT_THAT(read(endless + "\n").result.wrong, HasSubstr("no empty line at its end"));
 }
 
-TEST(Recording, UnknownHeaderLinesArePassedOver) {
+TEST(Recording, UnknownHeaderLinesAreIgnored) {
     EXPECT_EQ(read("zol-logbook recording 1\ncolour: red\ncar: A\n\n").header.car, "A");
 }
 

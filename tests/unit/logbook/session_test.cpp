@@ -54,7 +54,7 @@ TEST_F(Session, ReplayAnswersAsTheRecordedUnitDid) {
     EXPECT_THAT(replay->said_until("no answer\n"), HasSubstr("write PAR_3 = 1235: never recorded"));
 }
 
-TEST_F(Session, ShowTellsWhatTheToolDid) {
+TEST_F(Session, ShowPrintsWhatTheToolDid) {
     auto unit = start_unit({});
     auto program = start();
     ASSERT_EQ(open_as_a_new_tool(), std::nullopt);
