@@ -138,7 +138,7 @@ TEST_F(Face, EachColourPairIsLegible) {
         {look::ground, look::secondary},
         {look::ground, look::accent},
         {look::steel, look::ink},
-        {look::on_view, look::ink},
+        {look::panel_open, look::ink},
         {look::field_ground, look::ink},
         {look::field_ground, look::accent},
         {look::field_ground, look::waiting},

@@ -22,7 +22,7 @@ struct ButtonLook {
 ButtonLook look_of(const QStyleOption& option, const QWidget& widget) {
     const PartState state = state_of(option);
     const QColor colour = option.palette.color(QPalette::Button);
-    const bool on_view = widget.property(on_view_property).toBool();
+    const bool panel_open = widget.property(panel_open_property).toBool();
     if (!state.enabled) {
         const bool hatched = is_signal(colour);
         // Nearly the background, so that pale letters are legible on it.
@@ -32,10 +32,10 @@ ButtonLook look_of(const QStyleOption& option, const QWidget& widget) {
         return {pale, QColor(), QColor(), hatched};
     }
     const bool steel = colour == face::steel;
-    QColor top = on_view && steel ? face::on_view : colour;
+    QColor top = panel_open && steel ? face::panel_open : colour;
     if (state.pressed) return {top.darker(122), QColor(), face::secondary};
     if (state.hover) top = top.lighter(109);
-    return {top, on_view ? face::accent : colour.darker(126),
+    return {top, panel_open ? face::accent : colour.darker(126),
             state.hover ? face::secondary : QColor()};
 }
 

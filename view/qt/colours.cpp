@@ -1,5 +1,6 @@
 #include "view/qt/colours.h"
 
+#include "view/qt/face.h"
 #include "view/qt/mirror.h"
 
 #include <QApplication>
@@ -75,13 +76,6 @@ double luminance(const QColor& colour) {
 
 constexpr double least_faded_contrast = 4.6;
 
-// The colour at `share` (0 to 1) between the two.
-QColor mixed(const QColor& from, const QColor& to, double share) {
-    const auto part = [share](int a, int b) { return qRound(a + share * (b - a)); };
-    return QColor(part(from.red(), to.red()), part(from.green(), to.green()),
-                  part(from.blue(), to.blue()));
-}
-
 bool fills_its_ground(const Widget& model) {
     switch (model.kind) {
     case Kind::option_button:
@@ -112,13 +106,14 @@ double contrast(const QColor& one, const QColor& other) {
 double faded_share(const QColor& ground, const QColor& ink) {
     const QColor whole = legible_on(ground, ink);
     for (double share = 0.5; share > 0; share -= 0.05)
-        if (contrast(ground, mixed(whole, ground, share)) >= least_faded_contrast) return share;
+        if (contrast(ground, face::mixed(whole, ground, share)) >= least_faded_contrast)
+            return share;
     return 0;
 }
 
 QColor faded_on(const QColor& ground, const QColor& ink) {
     const QColor whole = legible_on(ground, ink);
-    const QColor faded = mixed(whole, ground, faded_share(ground, ink));
+    const QColor faded = face::mixed(whole, ground, faded_share(ground, ink));
     if (contrast(ground, faded) >= least_faded_contrast) return faded;
     return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
 }

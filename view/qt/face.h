@@ -2,8 +2,8 @@
 // window table (view/windows/) specifies backgrounds, text colours, places and font sizes of its
 // widgets, and this file does not change them; it has what the view adds when it draws.
 //
-// In this folder `ground` is a background colour, `ink` a text colour, `air` padding, and `face`
-// the Qt control, window or menu item of a widget.
+// `ground` is a background colour, `ink` a text colour, `air` padding. The namespace `face` is this
+// look; a variable `face` is the Qt control, window or menu item that shows a widget.
 #pragma once
 
 #include "view/windows/style.h"
@@ -32,7 +32,7 @@ inline constexpr QColor light_accent(150, 205, 250); // focus ring on a dark bac
 inline constexpr QColor deep_accent(4, 36, 74); // focus ring on a background of medium lightness
 inline constexpr QColor waiting(176, 0, 0);     // edge of a field with an edit mark
 inline constexpr QColor steel = of(windows::steel); // buttons
-inline constexpr QColor on_view(214, 214, 214);     // the button of the open panel
+inline constexpr QColor panel_open(214, 214, 214);  // the button of the open panel
 inline constexpr QColor field_ground(255, 255, 255);
 inline constexpr QColor chosen_ink(255, 255, 255);  // text on the accent
 inline constexpr QColor trace_title(154, 160, 165); // title of the drawing surface

@@ -9,7 +9,7 @@
 namespace zol::view::qt {
 
 // A property of a button: its panel is open.
-constexpr const char* on_view_property = "on_view";
+constexpr const char* panel_open_property = "panel_open";
 // A property of a slider: the number of steps from the lowest value to the marker.
 constexpr const char* marked_stretch_property = "marked_stretch";
 

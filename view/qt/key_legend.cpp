@@ -39,7 +39,7 @@ KeyLegend::KeyLegend(const Widget& window, QWidget& content) : QWidget(&content)
     hide();
 }
 
-const Widget* KeyLegend::panel_on_view() const {
+const Widget* KeyLegend::open_panel() const {
     for (const Widget* w : window_.controls)
         if (w->kind == Kind::frame && w->look.visible && !w->help.keys.empty()) return w;
     return nullptr;
@@ -47,7 +47,7 @@ const Widget* KeyLegend::panel_on_view() const {
 
 // In the window's present twips. Empty without an open panel.
 Place KeyLegend::band() const {
-    const Widget* panel = panel_on_view();
+    const Widget* panel = open_panel();
     if (!panel) return {};
     double last_row = 0;
     for (const Widget* w : window_.controls)
@@ -72,7 +72,7 @@ void KeyLegend::lay_out(double x_scale, double y_scale, double points) {
 }
 
 void KeyLegend::catch_up() {
-    const Widget* panel = panel_on_view();
+    const Widget* panel = open_panel();
     const bool shown = panel && band_is_free() && x_scale_ > 0;
     if (shown && keys_ != panel->help.keys) {
         keys_ = panel->help.keys;

@@ -28,7 +28,7 @@ class KeyLegend : public QWidget {
         QRectF cap, words;
     };
     void paintEvent(QPaintEvent* event) override;
-    const Widget* panel_on_view() const;
+    const Widget* open_panel() const;
     Place band() const;
     bool band_is_free() const;
     void arrange();

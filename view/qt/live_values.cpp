@@ -14,7 +14,7 @@
 namespace zol::view::qt {
 namespace {
 
-constexpr std::int64_t patience_us = 1'500'000;
+constexpr std::int64_t fresh_for_us = 1'500'000;
 
 // A pause mark: two bars in the upper right corner.
 void draw_pause_mark(QPainter& painter, const QWidget& face, const QColor& ink, double share) {
@@ -57,7 +57,7 @@ void draw_veil(QWidget& face, bool is_lamp) {
 
 } // namespace
 
-LiveValues::LiveValues(const WindowFace& main_window) : beat_(form1::Shape2.look.back) {
+LiveValues::LiveValues(const WindowFace& main_window) : shape2_colour_(form1::Shape2.look.back) {
     std::vector<const Widget*> lamps;
     for (const Widget& lamp : form1::led_rpm.all())
         lamps.push_back(&lamp);
@@ -85,13 +85,13 @@ void LiveValues::add(const WindowFace& main_window, const Widget& source,
 
 void LiveValues::catch_up() {
     const std::int64_t now = now_us();
-    const bool beaten = form1::Shape2.look.back != beat_;
-    beat_ = form1::Shape2.look.back;
+    const bool telegram_came = form1::Shape2.look.back != shape2_colour_;
+    shape2_colour_ = form1::Shape2.look.back;
     std::int64_t next_us = Platform::forever;
     for (Value& value : values_) {
-        if (beaten || value.source->times_set != value.times_set) value.alive_us = now;
+        if (telegram_came || value.source->times_set != value.times_set) value.last_read_us = now;
         value.times_set = value.source->times_set;
-        const std::int64_t left_us = value.alive_us + patience_us - now;
+        const std::int64_t left_us = value.last_read_us + fresh_for_us - now;
         const bool stale = left_us <= 0;
         if (!stale) next_us = std::min(next_us, left_us);
         if (stale == value.stale) continue;

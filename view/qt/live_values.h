@@ -32,7 +32,7 @@ class LiveValues : public QObject {
     struct Value {
         const Widget* source;
         std::vector<QWidget*> faces; // of the source and of its followers
-        std::int64_t alive_us;       // when it was last read
+        std::int64_t last_read_us;   // when it was last read
         unsigned times_set;
         bool stale = false;
     };
@@ -42,7 +42,7 @@ class LiveValues : public QObject {
              const std::vector<const Widget*>& followers = {});
 
     std::vector<Value> values_;
-    Colour beat_; // colour of Shape2 at the last call
+    Colour shape2_colour_; // colour of Shape2 at the last call
     QTimer expiry_;
 };
 

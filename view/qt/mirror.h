@@ -1,6 +1,6 @@
-// Copies the look of a model (Widget::look) to its Qt control, window or menu item, one aspect at a
-// time. A copy never arrives at the logic as an act of the operator. An aspect that has no meaning
-// for the kind of widget is ignored.
+// Copies the look of a model, the data of a widget (Widget::look), to its face, the Qt control,
+// window or menu item that shows it, one aspect at a time. A copy never arrives at the logic as an
+// act of the operator. An aspect that has no meaning for the kind of widget is ignored.
 #pragma once
 
 #include "view/screen.h"

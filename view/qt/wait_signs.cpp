@@ -67,11 +67,10 @@ void WaitStripe::run(bool running) {
 void WaitStripe::timerEvent(QTimerEvent*) { update(); }
 
 void WaitStripe::paintEvent(QPaintEvent*) {
-    const QColor track(195, 201, 206);
     const double piece = width() * piece_share;
     const double at = static_cast<double>(since_.elapsed() % round_ms) / round_ms;
     QPainter painter(this);
-    painter.fillRect(rect(), track);
+    painter.fillRect(rect(), face::rule);
     painter.fillRect(QRectF(at * (width() + piece) - piece, 0, piece, height()), face::accent);
 }
 

@@ -293,7 +293,7 @@ void WindowFace::changed(const Widget& widget, Aspect aspect) {
 void WindowFace::mark_panel_button(const Widget& panel) {
     for (const Widget* widget : model_.controls) {
         if (widget->panel != &panel) continue;
-        control(*widget)->setProperty(on_view_property, panel.look.visible);
+        control(*widget)->setProperty(panel_open_property, panel.look.visible);
         control(*widget)->update();
     }
 }
