@@ -1,6 +1,5 @@
 // How the six fault codes and their notes are shown.
 #include "tests/windows/unit_fixture.h"
-#include "view/qt/mirror.h"
 
 #include <QLabel>
 

@@ -1,6 +1,6 @@
 #include "view/qt/boxes.h"
 
-#include "view/qt/mirror.h"
+#include "view/qt/colours.h"
 #include "view/qt/plain_text.h"
 #include "view/qt/window_edge.h"
 #include "view/timers.h"
@@ -31,7 +31,8 @@ int width_of_title(const QDialog& box) {
     return metrics.horizontalAdvance(box.windowTitle()) + title_bar_lines * metrics.height();
 }
 
-// Only the layout determines the size of a box.
+// Only the layout determines the size of a box, so an empty item of the width of the title is added
+// to it.
 void make_as_wide_as_title(QDialog& box) {
     box.sizeHint(); // makes the layout
     const int width = std::min(width_of_title(box), box.screen()->availableSize().width());

@@ -1,7 +1,6 @@
 #include "view/qt/colours.h"
 
 #include "view/qt/face.h"
-#include "view/qt/mirror.h"
 
 #include <QApplication>
 #include <QPalette>

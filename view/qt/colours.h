@@ -24,6 +24,10 @@ QColor faded_on(const QColor& ground, const QColor& ink);
 // The share of `ground` in that mixture, from 0 to 0.5.
 double faded_share(const QColor& ground, const QColor& ink);
 
+// `colour` must not be `system_colour`.
+QColor to_qcolor(Colour colour);
+Colour to_colour(const QColor& colour);
+
 // The contrast of two colours.
 double contrast(const QColor& one, const QColor& other);
 

@@ -4,7 +4,6 @@
 #include "view/qt/face.h"
 #include "view/qt/fit.h"
 #include "view/qt/instrument_style.h"
-#include "view/qt/mirror.h"
 #include "view/qt/window_face.h"
 #include "view/windows/form1.h"
 

@@ -5,8 +5,6 @@
 
 #include "view/screen.h"
 
-#include <QColor>
-
 class QAction;
 class QWidget;
 
@@ -18,9 +16,5 @@ void mirror(const Widget& model, QAction& face, Aspect aspect);
 // Copies all aspects of a new control, except place and font, which depend on the size of the
 // window, and its drawing.
 void mirror_all(const Widget& model, QWidget& face);
-
-// `colour` must not be `system_colour`.
-QColor to_qcolor(Colour colour);
-Colour to_colour(const QColor& colour);
 
 } // namespace zol::view::qt

@@ -1,8 +1,8 @@
 // Lamps, and strokes that are given in twips.
+#include "view/qt/colours.h"
 #include "view/qt/controls.h"
 #include "view/qt/face.h"
 #include "view/qt/instrument_parts.h"
-#include "view/qt/mirror.h"
 #include "view/qt/window_face.h"
 
 #include <QPainter>
@@ -12,7 +12,7 @@
 
 namespace zol::view::qt {
 
-// A lamp in its window's colour is off: an empty ring. A lamp in a frame represents one of the
+// A lamp in its window's colour is off: an empty ring. A lamp in a frame represents a lamp of the
 // indicator in the car and is never lit: a thick ring in that lamp's colour.
 void LampFace::paintEvent(QPaintEvent*) {
     const QColor glow = palette().color(backgroundRole());

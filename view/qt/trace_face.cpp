@@ -1,6 +1,6 @@
+#include "view/qt/colours.h"
 #include "view/qt/controls.h"
 #include "view/qt/face.h"
-#include "view/qt/mirror.h"
 
 #include <QEvent>
 #include <QPaintEvent>

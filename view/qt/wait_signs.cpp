@@ -1,7 +1,7 @@
 #include "view/qt/wait_signs.h"
 
+#include "view/qt/colours.h"
 #include "view/qt/face.h"
-#include "view/qt/mirror.h"
 #include "view/qt/window_face.h"
 #include "view/windows/form1.h"
 #include "view/windows/style.h"
