@@ -68,6 +68,7 @@ LogicTest::~LogicTest() {
     EXPECT_THAT(screen.complaints(), testing::IsEmpty());
     std::error_code error;
     std::filesystem::remove_all(folder, error);
+    reset_program_state(); // the screen of this test ends with it
 }
 
 void LogicTest::use_unit(const sim::Options& options) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -21,6 +22,7 @@ class Session {
         EXPECT_EQ(::pipe2(news, O_CLOEXEC), 0);
         process_ = ::fork();
         if (process_ == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL); // if the test crashes
             ::setsid();
             const int terminal = ::open(cable.device.c_str(), O_RDWR | O_NOCTTY);
             if (::ioctl(terminal, TIOCSCTTY, 0) == 0) (void)!::write(news[1], "", 1);
