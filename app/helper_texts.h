@@ -7,9 +7,9 @@
 // first of the names is the control; further names, separated by commas, are those of its captions
 // and units, which share the text but keep their own captions. An element of a control array uses
 // the line of its own name, else that of the array; "{n}" in the text is replaced by its number,
-// counted from 1. A text is cut after 2000 bytes. The section "keys" lists the keys of the main window
-// in the order of their legend: "key = cap | what it does". The section "boxes" has the texts of the
-// toolkit's own boxes, by their English.
+// counted from 1. A text is cut after 2000 bytes. The section "keys" lists the keys of the main
+// window in the order of their legend: "key = cap | what it does". The section "boxes" has the
+// texts of the toolkit's own boxes, by their English.
 #pragma once
 
 #include "view/widget.h"

@@ -9,8 +9,8 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QTest>
 
 #include <cstdio>
