@@ -7,6 +7,7 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPainterPath>
 
 #include <algorithm>
