@@ -87,6 +87,13 @@ TEST_F(FactoryReset, AsksFirst) {
     EXPECT_EQ(screen.message_boxes[0].icon, view::Icon::question);
 }
 
+TEST_F(FactoryReset, IsRefusedByEnterAlone) {
+    start_quietly();
+    answer_question(Answer::no);
+    ASSERT_EQ(screen.message_boxes.size(), 1u);
+    EXPECT_TRUE(screen.message_boxes[0].no_by_default);
+}
+
 TEST_F(FactoryReset, EndsWithAnInformation) {
     start_quietly();
     follow({&form1::Form1});
