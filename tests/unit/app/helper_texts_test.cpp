@@ -88,8 +88,8 @@ TEST_P(HelperFiles, HaveTheWordsForTextsOfTheProgram) {
     for (const auto& [word, text] : sections.at("words"))
         words.push_back(word);
     EXPECT_THAT(words, ElementsAre("centre", "there", "not there", "terminal of a session",
-                                   "no device", "no permission", "in use", "no answer",
-                                   "no port chosen", "unit answers"));
+                                   "no device", "no permission", "in use", "not a serial port",
+                                   "cannot open", "no answer", "no port chosen", "unit answers"));
 }
 
 // Each key that the main window answers to, the automatic tuning first.
@@ -102,6 +102,38 @@ TEST_P(HelperFiles, NameEachKeyOfTheMainWindow) {
     }
     EXPECT_THAT(keys, ElementsAre("Ctrl+T", "Space", "Left Right", "Page Down Page Up", "Up Down",
                                   "Ctrl+G", "Ctrl+F", "Ctrl+V"));
+}
+
+// The keys of a control are in its tip as its language calls them.
+TEST_P(HelperFiles, NameTheKeysInTheTipsOfControls) {
+    struct NamedKeys {
+        const char* tuning;
+        std::vector<std::string> normal, power;
+        const char *changeover_speed, *fuel;
+    };
+    const std::map<std::string, NamedKeys> by_language = {
+        {"it", {"Ctrl+T", {"Sinistra", "Destra"}, {"Pag giù", "Pag su"}, "Ctrl+G", "Spazio"}},
+        {"uk", {"Ctrl+T", {"Left", "Right"}, {"Page Down", "Page Up"}, "Ctrl+G", "Space"}},
+        {"pl", {"Ctrl+T", {"w lewo", "w prawo"}, {"Page Down", "Page Up"}, "Ctrl+G", "Spacja"}},
+        {"de", {"Strg+T", {"Links", "Rechts"}, {"Bild ab", "Bild auf"}, "Strg+G", "Leertaste"}},
+        {"fr", {"Ctrl+T", {"Gauche", "Droite"}, {"Page suiv.", "Page préc."}, "Ctrl+G", "Espace"}}};
+    const NamedKeys& keys = by_language.at(GetParam());
+    const auto sections = tip_sections(GetParam());
+    std::map<std::string, std::string> tips; // by control, captions too
+    for (const auto& [names, text] : sections.at("Form1"))
+        for (const std::string& name : names_of(names))
+            tips[name] = text;
+    for (const char* name : {"Slider_ktar", "Label45"}) {
+        EXPECT_THAT(tips[name], HasSubstr(keys.tuning)) << name;
+        for (const std::string& key : keys.normal)
+            EXPECT_THAT(tips[name], HasSubstr(key)) << name;
+    }
+    for (const char* name : {"Slider_power", "Label46"})
+        for (const std::string& key : keys.power)
+            EXPECT_THAT(tips[name], HasSubstr(key)) << name;
+    for (const char* name : {"Label_rpm", "lbl_rpm"})
+        EXPECT_THAT(tips[name], HasSubstr(keys.changeover_speed)) << name;
+    EXPECT_THAT(tips["Label_carburante"], HasSubstr(keys.fuel));
 }
 
 // The toolkit asks for these by its own English.

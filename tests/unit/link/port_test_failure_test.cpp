@@ -1,6 +1,8 @@
 // What the connection dialog says beyond its fixed texts: why a test failed, whether the unit
 // answers, and which device each port has.
+#include "app/helper_texts.h"
 #include "link/port_devices.h"
+#include "link/port_test_failure.h"
 #include "tests/unit/link/crafted_unit.h"
 #include "view/windows/centralina_attiva.h"
 
@@ -49,8 +51,24 @@ TEST_F(FailureReason, IsADeviceInUse) {
               device() + " is in use. Close the other program that uses it.");
 }
 
-TEST_F(FailureReason, IsThePortsOwnTextForAnythingElse) {
-    EXPECT_EQ(reason_of("COM1 (x): it is odd"), "COM1 (x): it is odd");
+TEST_F(FailureReason, IsADeviceThatIsNoSerialPort) {
+    open_the_dialog();
+    for (const int cause : {ENOTTY, EINVAL})
+        EXPECT_EQ(link::why_port_failed(1, "COM1 (x): " + std::string(std::strerror(cause))),
+                  device() + " is not a serial port. Correct the link in the folder ports, or "
+                             "choose another port.");
+}
+
+TEST_F(FailureReason, ContainsTheSystemsTextForAnythingElse) {
+    EXPECT_EQ(reason_of("COM1 (x): " + std::string(std::strerror(ELOOP))),
+              "The port cannot be opened: COM1 (x): " + std::string(std::strerror(ELOOP)) +
+                  ". Plug in the adapter again, or choose another port.");
+}
+
+TEST_F(FailureReason, IsThePortsOwnTextForATerminal) {
+    open_the_dialog();
+    const std::string error = "COM1 (x): " + app::helper_word("terminal of a session");
+    EXPECT_EQ(link::why_port_failed(1, error), error);
 }
 
 TEST_F(FailureReason, IsASilentUnit) {

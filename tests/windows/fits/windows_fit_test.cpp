@@ -124,7 +124,10 @@ TEST_P(EveryWindowFits, ReasonsOfAFailedPortTest) {
     for (const std::string& reason :
          {link::why_no_answer(1), link::why_port_failed(1, std::strerror(ENOENT)),
           link::why_port_failed(1, std::strerror(EACCES)),
-          link::why_port_failed(1, std::strerror(EBUSY)), link::why_port_failed(0, "")}) {
+          link::why_port_failed(1, std::strerror(EBUSY)),
+          link::why_port_failed(1, std::strerror(ENOTTY)),
+          link::why_port_failed(1, "COM1 (/dev/ttyUSB0): " + std::string(std::strerror(ELOOP))),
+          link::why_port_failed(0, "")}) {
         set_tip(centralina_attiva::Label2, reason);
         settle();
         for (QLabel* line : top(centralina_attiva::Centralina_Attiva).findChildren<QLabel*>())
