@@ -9,6 +9,7 @@
 #include <QFontMetricsF>
 #include <QImageReader>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTextDocument>
 
 #include <fcntl.h>
@@ -183,9 +184,17 @@ bool ManualPage::event(QEvent* event) {
     return event->type() == QEvent::ToolTip || QTextBrowser::event(event);
 }
 
+// The text after a hit is what the reader wants, so the hit is shown near the top.
+bool ManualPage::find_and_show(const QString& words) {
+    if (!find(words)) return false;
+    QScrollBar& bar = *verticalScrollBar();
+    bar.setValue(bar.value() + cursorRect().top() - cursorRect().height());
+    return true;
+}
+
 bool ManualPage::find_next(const QString& words, const QList<ManualContents::Page>& pages) {
     if (words.isEmpty()) return false;
-    if (find(words)) return true;
+    if (find_and_show(words)) return true;
     const QFileInfo here(source().toLocalFile());
     const int start = place_of(here.fileName(), pages);
     for (int step = 1; step < pages.size(); ++step) {
@@ -195,11 +204,11 @@ bool ManualPage::find_next(const QString& words, const QList<ManualContents::Pag
         if (!content || !page_holds(*content, words)) continue;
         setSource(QUrl::fromLocalFile(path));
         moveCursor(QTextCursor::Start);
-        return find(words);
+        return find_and_show(words);
     }
     const QTextCursor before = textCursor();
     moveCursor(QTextCursor::Start);
-    if (find(words)) return true;
+    if (find_and_show(words)) return true;
     setTextCursor(before);
     return false;
 }

@@ -42,6 +42,7 @@ class ManualPage : public QTextBrowser {
     bool find_next(const QString& words, const QList<ManualContents::Page>& pages);
 
   private:
+    bool find_and_show(const QString& words);
     QVariant loadResource(int type, const QUrl& url) override;
     void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
     bool event(QEvent* event) override;
