@@ -192,6 +192,31 @@ TEST_F(Face, TitleOfALiveValueHasWindowBackground) {
     EXPECT_EQ(face(form1::lbl_rpm).palette().color(QPalette::Window), QColor(64, 0, 0));
 }
 
+TEST_F(Face, TitleOfLowContrastHasTheUsualTextColour) {
+    open(form1::Form1);
+    const auto darkest = [&] {
+        settle();
+        const QImage image = face(form1::lbl_rpm).grab().toImage();
+        int least = 255;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width() / 2; ++x)
+                least = std::min(least, qGray(image.pixel(x, y)));
+        return least;
+    };
+    set_fore(form1::lbl_rpm, rgb(200, 200, 120));
+    EXPECT_LT(darkest(), 80);
+    set_fore(form1::lbl_rpm, rgb(0, 110, 0)); // 5.6 : 1
+    settle();
+    const QImage legible = face(form1::lbl_rpm).grab().toImage();
+    bool green = false;
+    for (int y = 0; y < legible.height(); ++y)
+        for (int x = 0; x < legible.width(); ++x) {
+            const QColor pixel = legible.pixelColor(x, y);
+            green |= pixel.green() > pixel.red() + 40;
+        }
+    EXPECT_TRUE(green);
+}
+
 TEST_F(Face, BackgroundOfARecordIsAsWideAsItsText) {
     open(form1::Form1);
     set_visible(form1::lbl_ore, true);

@@ -1,5 +1,6 @@
 // How the six fault codes and their notes are shown.
 #include "tests/windows/unit_fixture.h"
+#include "view/qt/face.h"
 
 #include <QLabel>
 
@@ -73,6 +74,32 @@ TEST_F(FaultMarks, TheExplainedCodeIsOutlined) {
     click(face(cmd_richiesta_par_diagnosi));
     EXPECT_FALSE(has_outline(lbl_par_2)) << "the box was emptied";
     run_until([] { return cmd_richiesta_par_diagnosi.look.enabled; });
+}
+
+TEST_F(FaultMarks, CornersOfAnEmptyPlaceAreScaled) {
+    set_text(lbl_par_2, "NO ERROR");
+    settle();
+    const auto is_cut_at = [&](int distance) {
+        const QPoint corner = face(lbl_par_2).mapTo(&top(Form1), QPoint(0, 0));
+        const QImage window = top(Form1).grab().toImage();
+        const QColor ground = window.pixelColor(corner + QPoint(face(lbl_par_2).width() / 2, 1));
+        return window.pixelColor(corner + QPoint(distance, distance)) != ground;
+    };
+    qt::face::set_measure(top(Form1), 1);
+    EXPECT_FALSE(is_cut_at(2));
+    qt::face::set_measure(top(Form1), 3);
+    EXPECT_TRUE(is_cut_at(2));
+}
+
+TEST_F(FaultMarks, TheDescriptionOfACodeHasItsNote) {
+    unit.command("fault add 171", now_us());
+    read_faults();
+    for (Widget* w : {&lbl_par_1, &Text_note_error}) {
+        if (w == &Text_note_error) click(face(lbl_par_1));
+        const std::string said = face(*w).accessibleDescription().toStdString();
+        EXPECT_TRUE(said.ends_with(w->look.tip)) << said;
+        EXPECT_TRUE(said.starts_with(w->help.text)) << said;
+    }
 }
 
 TEST_F(FaultMarks, TheNoteIsTheTipOfItsCode) {

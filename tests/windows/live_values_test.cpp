@@ -2,6 +2,7 @@
 #include "app/app_state.h"
 #include "link/activation.h"
 #include "maintenance/factory_reset.h"
+#include "monitor/polling.h"
 #include "tests/windows/unit_fixture.h"
 #include "view/qt/colours.h"
 
@@ -79,6 +80,54 @@ TEST_F(LiveValues, HaveAPauseMarkWhenStale) {
     });
     run_until([&] { return seen && !is_stale(Label_temp); });
     EXPECT_EQ(corner(), fresh);
+}
+
+TEST_F(LiveValues, PauseMarkOfTheTraceIsBetweenItsTexts) {
+    set_help(Picture1, {"", ""});
+    poll();
+    set_text(Picture1, "");
+    monitor::stop_polling();
+    run_for(past_patience_ms + 500);
+    ASSERT_TRUE(is_stale(Picture1));
+    const auto top_right = [&] {
+        const QImage image = picture(Picture1);
+        return image.copy(image.width() / 2, 0, image.width() / 2, 30);
+    };
+    const auto has_ink = [](const QImage& image) {
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (qGray(image.pixel(x, y)) > 100) return true;
+        return false;
+    };
+    EXPECT_FALSE(has_ink(top_right())) << "nothing is where the centre value is drawn";
+    EXPECT_TRUE(has_ink(picture(Picture1).copy(0, 0, 60, 30))) << "the mark is after the title";
+}
+
+TEST_F(LiveValues, TileHasThePauseMarkInItsTitle) {
+    const auto mark_area = [&](Widget& w) {
+        const QImage image = picture(w);
+        return image.copy(image.width() - 16, 0, 16, 14);
+    };
+    poll();
+    set_text(Label13, "");
+    const QImage title = mark_area(Label16), value = mark_area(Label13);
+    monitor::stop_polling();
+    run_for(past_patience_ms + 500);
+    ASSERT_TRUE(is_stale(Label13));
+    EXPECT_NE(mark_area(Label16), title);
+    EXPECT_EQ(mark_area(Label13), value);
+}
+
+TEST_F(LiveValues, ChoiceOfTheFuelDoesNotMakeItFresh) {
+    poll();
+    monitor::stop_polling();
+    run_for(past_patience_ms + 500);
+    ASSERT_TRUE(is_stale(Label_carburante));
+    set_text(Label_carburante, "LPG");
+    settle();
+    EXPECT_TRUE(is_stale(Label_carburante));
+    poll();
+    run_until([&] { return !is_stale(Label_carburante); });
 }
 
 TEST_F(LiveValues, AreStaleOnTheSettingsPanel) {

@@ -1,6 +1,7 @@
 // The stripe that moves while the pointer is the hourglass, and the band at the bottom of the main
 // window that names a long wait.
 #include "tests/windows/unit_fixture.h"
+#include "view/qt/colours.h"
 #include "view/qt/wait_signs.h"
 
 #include <QAbstractButton>
@@ -77,6 +78,28 @@ TEST_F(WaitBand, ShowsTheTextOfTheTuningInALargeFont) {
     set_visible(form1::lbl_tuning, false);
     settle();
     EXPECT_FALSE(band().isVisible());
+}
+
+TEST_F(WaitBand, BlinksInTheColoursOfTheTuningLabel) {
+    set_visible(form1::lbl_tuning, true);
+    set_text(form1::lbl_tuning, "-- WAIT TUNING... --");
+    const auto count = [&](Colour colour) {
+        settle();
+        const QImage image = band().grab().toImage();
+        int pixels = 0;
+        for (int y = 0; y < image.height() - 6; ++y)
+            for (int x = 0; x < image.width(); ++x)
+                pixels += image.pixelColor(x, y) == qt::to_qcolor(colour);
+        return pixels;
+    };
+    for (const Colour colour : {green, red, yellow}) {
+        set_fore(form1::lbl_tuning, black);
+        EXPECT_GT(count(black), 50);
+        EXPECT_EQ(count(colour), 0);
+        set_fore(form1::lbl_tuning, colour);
+        EXPECT_GT(count(colour), 50) << colour;
+        EXPECT_LT(count(colour), count(black)) << "the text is legible on black";
+    }
 }
 
 TEST_F(WaitBand, DoesNotCoverButtons) {

@@ -51,9 +51,12 @@ QString accessible_name(const Widget& model) {
 void set_accessible_text(const Widget& model, QWidget& face) {
     face.setToolTip(tip_on_screen(model));
     face.setAccessibleName(accessible_name(model));
-    const bool helped = !model.help.text.empty();
-    face.setAccessibleDescription(
-        QString::fromStdString(helped ? model.help.text : model.look.tip));
+    std::string description = model.help.text;
+    // The tip of a slider is its value, which a screen reader announces anyway.
+    const bool tip_is_news = model.kind != Kind::slider || description.empty();
+    if (tip_is_news && !model.look.tip.empty())
+        description += (description.empty() ? "" : "\n") + model.look.tip;
+    face.setAccessibleDescription(QString::fromStdString(description));
 }
 
 } // namespace zol::view::qt

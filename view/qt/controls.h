@@ -8,6 +8,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QPainterPath>
 #include <QPixmap>
 #include <QSlider>
 #include <QWidget>
@@ -36,12 +37,15 @@ class LabelFace : public QLabel {
     const LabelRole& role() const { return role_; }
     // The text as drawn: that of a title includes its unit.
     QString text_on_screen() const;
+    // The shape that it fills with its background colour.
+    QPainterPath ground_shape() const;
 
   private:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     QRect text_place() const;
-    void draw_ground(QPainter& painter, bool focused) const;
+    bool shows_focus() const;
+    void draw_ground(QPainter& painter) const;
     void draw_title(QPainter& painter) const;
     void draw_heading(QPainter& painter) const;
     QColor ink_on_window() const;
@@ -96,6 +100,8 @@ class PictureFace : public QWidget {
   public:
     PictureFace(const Widget& model, QWidget& parent);
     void draw_new_strokes();
+    // Where its title is drawn.
+    QRect title_place() const;
 
   private:
     void paintEvent(QPaintEvent* event) override;
@@ -105,6 +111,7 @@ class PictureFace : public QWidget {
     void begin_sweep();
     void draw_backdrop(QPainter& painter) const;
     void draw_texts(QPainter& painter) const;
+    QRect text_line() const;
     QRect clear_for(QPainter& painter, const Stroke& bar);
 
     const Widget& model_;

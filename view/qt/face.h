@@ -31,6 +31,7 @@ inline constexpr QColor accent(11, 95, 165);         // focus, open panel, selec
 inline constexpr QColor light_accent(150, 205, 250); // focus ring on a dark background
 inline constexpr QColor deep_accent(4, 36, 74); // focus ring on a background of medium lightness
 inline constexpr QColor waiting(176, 0, 0);     // edge of a field with an edit mark
+inline constexpr QColor fault(200, 0, 0);       // bar of a fault code
 inline constexpr QColor steel = of(windows::steel); // buttons
 inline constexpr QColor panel_open(214, 214, 214);  // the button of the open panel
 inline constexpr QColor field_ground(255, 255, 255);
@@ -42,6 +43,7 @@ inline constexpr QColor trace_grid(44, 50, 56);
 constexpr double corner_px = 4, lower_edge_px = 4, outline_px = 1;
 constexpr double ring_px = 3, ring_gap_px = 1;
 constexpr double groove_px = 6, handle_length_px = 18, handle_breadth_px = 30, marker_px = 11;
+constexpr double fault_bar_px = 4, fault_outline_px = 2;
 constexpr double record_air_px = 6; // padding left and right of a service record's text
 constexpr double hatch_px = 9;      // distance of hatch lines
 

@@ -34,7 +34,8 @@ bool is_fault(const Widget& code) { return code.look.text.starts_with('P'); }
 
 // Replaces the painting of the label, including its background.
 void draw_no_fault(QLabel& face) {
-    constexpr double size_share = 0.7, corner = 4;
+    constexpr double size_share = 0.7;
+    const double corner = face::corner_px * face::measure(face);
     QFont light = face.font();
     light.setBold(false);
     const double least = least_points * 96.0 / face.logicalDpiY();
@@ -57,8 +58,10 @@ void draw_no_fault(QLabel& face) {
 
 void draw_fault(QLabel& face, bool explained) {
     QPainter painter(&face);
-    const double bar = std::max(4.0, face.height() / 7.0), pen = std::max(2.0, bar / 2);
-    painter.fillRect(QRectF(explained ? pen : 0, 0, bar, face.height()), QColor(200, 0, 0));
+    const double bar =
+        std::max<double>(face::scaled(face::fault_bar_px, face), face.height() / 7.0);
+    const double pen = std::max<double>(face::scaled(face::fault_outline_px, face), bar / 2);
+    painter.fillRect(QRectF(explained ? pen : 0, 0, bar, face.height()), face::fault);
     if (!explained) return;
     painter.setPen(QPen(face::accent, pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(QRectF(face.rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));

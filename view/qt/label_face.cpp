@@ -35,10 +35,13 @@ QString LabelFace::text_on_screen() const {
     return unit.isEmpty() ? title : title + "  " + unit;
 }
 
+bool LabelFace::shows_focus() const {
+    return hasFocus() && operator_acts::takes_focus_by_tab(model_);
+}
+
 void LabelFace::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const bool focused = hasFocus() && operator_acts::takes_focus_by_tab(model_);
-    if (model_.look.back != system_colour) draw_ground(painter, focused);
+    if (model_.look.back != system_colour) draw_ground(painter);
     if (role_.part == LabelPart::title)
         draw_title(painter);
     else if (role_.part == LabelPart::heading)
@@ -47,7 +50,7 @@ void LabelFace::paintEvent(QPaintEvent*) {
         style()->drawItemText(&painter, text_place(),
                               static_cast<int>(alignment()) | Qt::TextWordWrap, palette(),
                               isEnabled(), text(), foregroundRole());
-    if (focused) face::draw_ring(painter, rect(), face::ground_of(*this), *this);
+    if (shows_focus()) face::draw_ring(painter, rect(), face::ground_of(*this), *this);
 }
 
 // The text of a service record has padding, because it has a background at times.
@@ -58,10 +61,8 @@ QRect LabelFace::text_place() const {
 
 // The title and the value of a tile form one rectangle: only its outer corners are round. The
 // background of a record is only as wide as its text.
-void LabelFace::draw_ground(QPainter& painter, bool focused) const {
-    const QColor ground = palette().color(backgroundRole());
-    if (ground == face::ground_of(*this) || role_.part == LabelPart::title) return;
-    const int room = focused ? face::ring_room(*this) : 0;
+QPainterPath LabelFace::ground_shape() const {
+    const int room = shows_focus() ? face::ring_room(*this) : 0;
     QRect place = rect().adjusted(room, room, -room, -room);
     if (role_.part == LabelPart::record) {
         const int air = face::scaled(face::record_air_px, *this);
@@ -69,14 +70,21 @@ void LabelFace::draw_ground(QPainter& painter, bool focused) const {
         place.setWidth(std::min(place.width(), text().trimmed().isEmpty() ? 0 : wanted));
     }
     const double radius = face::corner_px * face::measure(*this);
+    QPainterPath shape;
+    shape.setFillRule(Qt::WindingFill);
+    shape.addRoundedRect(place, radius, radius);
+    const int half = place.height() / 2;
+    if (role_.part == LabelPart::tile_title) shape.addRect(place.adjusted(0, half, 0, 0));
+    if (role_.part == LabelPart::tile_value) shape.addRect(place.adjusted(0, 0, 0, -half));
+    return shape;
+}
+
+void LabelFace::draw_ground(QPainter& painter) const {
+    const QColor ground = palette().color(backgroundRole());
+    if (ground == face::ground_of(*this) || role_.part == LabelPart::title) return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground);
-    painter.drawRoundedRect(place, radius, radius);
-    const int half = place.height() / 2;
-    if (role_.part == LabelPart::tile_title) painter.drawRect(place.adjusted(0, half, 0, 0));
-    if (role_.part == LabelPart::tile_value) painter.drawRect(place.adjusted(0, 0, 0, -half));
+    painter.fillPath(ground_shape(), ground);
     painter.restore();
 }
 

@@ -19,7 +19,7 @@ class WindowFace;
 // A value is fresh for 1.5 s, three polling cycles, after each good telegram, which flips the
 // colour of Shape2, and after each assignment of its own text: the lambda panel and the tuning read
 // a few values themselves. The trace is as fresh as the lambda value, the lamps as the engine
-// speed.
+// speed. The fuel too, because the choice of the fuel sets its text without a telegram.
 class LiveValues : public QObject {
   public:
     // `main_window` must have its controls already.
@@ -38,9 +38,9 @@ class LiveValues : public QObject {
     };
 
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void add(const WindowFace& main_window, const Widget& source,
-             const std::vector<const Widget*>& followers = {});
+    void add(const Widget& source, const std::vector<const Widget*>& followers = {});
 
+    const WindowFace& window_;
     std::vector<Value> values_;
     Colour shape2_colour_; // colour of Shape2 at the last call
     QTimer expiry_;

@@ -111,9 +111,19 @@ void PictureFace::draw_new_strokes() {
     }
 }
 
-void PictureFace::draw_texts(QPainter& painter) const {
+QRect PictureFace::text_line() const {
     const int air = face::scaled(10, *this);
-    const QRect line(air, face::scaled(4, *this), width() - 2 * air, fontMetrics().height());
+    return {air, face::scaled(4, *this), width() - 2 * air, fontMetrics().height()};
+}
+
+QRect PictureFace::title_place() const {
+    QRect place = text_line();
+    place.setWidth(fontMetrics().horizontalAdvance(QString::fromStdString(model_.help.name)));
+    return place;
+}
+
+void PictureFace::draw_texts(QPainter& painter) const {
+    const QRect line = text_line();
     painter.setPen(face::trace_title);
     painter.drawText(line, Qt::AlignLeft | Qt::TextSingleLine,
                      QString::fromStdString(model_.help.name));

@@ -40,6 +40,14 @@ QString long_work() {
     return {};
 }
 
+// The label's own background if `ink` is legible on it, else black or white. So the text keeps the
+// colour that the label has, also where black and a colour alternate.
+QColor ground_for(const QColor& own, const QColor& ink) {
+    for (const QColor& ground : {own, QColor(Qt::black)})
+        if (face::readable(ground, ink) == ink) return ground;
+    return Qt::white;
+}
+
 } // namespace
 
 WaitStripe::WaitStripe(QWidget& parent) : QWidget(&parent) {
@@ -106,10 +114,25 @@ void WaitBand::show_text(const QString& text) {
     setVisible(!text.isEmpty());
     stripe_->run(!text.isEmpty());
     if (text.isEmpty()) return;
+    take_colours();
     if (const QRect now = place(); now != geometry()) setGeometry(now);
     const int thickness = stripe_->thickness();
     stripe_->setGeometry(0, height() - thickness, width(), thickness);
     raise();
+}
+
+void WaitBand::take_colours() {
+    const bool tuning = form1::lbl_tuning.look.visible;
+    const QPalette& of_label = window_.control(form1::lbl_tuning)->palette();
+    const QColor ink =
+        tuning ? of_label.color(QPalette::Active, QPalette::WindowText) : to_qcolor(windows::ink);
+    const QColor own =
+        tuning ? of_label.color(QPalette::Active, QPalette::Window) : to_qcolor(windows::straw);
+    const QColor ground = ground_for(own, ink);
+    if (ink == ink_ && ground == ground_) return;
+    ink_ = ink;
+    ground_ = ground;
+    update();
 }
 
 void WaitBand::paintEvent(QPaintEvent*) {
@@ -122,9 +145,9 @@ void WaitBand::paintEvent(QPaintEvent*) {
         if (QFontMetrics(large).horizontalAdvance(text_) <= room.width()) break;
     }
     QPainter painter(this);
-    painter.fillRect(rect(), to_qcolor(windows::straw));
+    painter.fillRect(rect(), ground_);
     painter.setFont(large);
-    painter.setPen(to_qcolor(windows::ink));
+    painter.setPen(ink_);
     painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, text_);
 }
 

@@ -6,6 +6,7 @@
 #include "view/widget.h"
 
 #include <QBasicTimer>
+#include <QColor>
 #include <QElapsedTimer>
 #include <QWidget>
 
@@ -29,7 +30,8 @@ class WaitStripe : public QWidget {
     QElapsedTimer since_;
 };
 
-// The band at the bottom of the main window: a text in a large font and a stripe. It covers the
+// The band at the bottom of the main window: a text in a large font and a stripe. During a
+// tuning it has the colours of lbl_tuning, which blinks. It covers the
 // controls there, but not visible buttons, and lets mouse input through.
 class WaitBand : public QWidget {
   public:
@@ -41,9 +43,11 @@ class WaitBand : public QWidget {
   private:
     void paintEvent(QPaintEvent* event) override;
     QRect place() const;
+    void take_colours();
 
     const WindowFace& window_;
     QString text_;
+    QColor ground_, ink_;
     WaitStripe* stripe_;
 };
 
