@@ -81,8 +81,8 @@ int record(const Choice& choice, const std::filesystem::path& folder) {
         Forwarder forwarder(device, claim, recorder);
         wrong = forwarder.run();
     }
-    recorder.end();
-    if (wrong.empty()) return done;
+    const bool whole = recorder.end();
+    if (wrong.empty()) return whole ? done : failed;
     std::error_code ignored;
     std::filesystem::remove(file.path(), ignored); // nothing was recorded
     return fails(wrong);

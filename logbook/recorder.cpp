@@ -30,6 +30,7 @@ void complain_now(const std::string& text) { show(STDERR_FILENO, "zol-logbook: "
 struct Writer {
     RecordingFile& file;
     std::string held; // the beginning of a line
+    bool failed = false;
 
     void take(std::string_view piece) {
         held += piece;
@@ -46,8 +47,9 @@ struct Writer {
         }
         held.erase(0, from);
         if (events.empty() || !file.is_open()) return;
-        if (const std::string wrong = file.add(events); !wrong.empty())
-            complain_now("Recording has stopped: " + wrong + " The line goes on.");
+        const std::string wrong = file.add(events);
+        failed = !wrong.empty();
+        if (failed) complain_now("Recording has stopped: " + wrong + " The line goes on.");
     }
 };
 
@@ -55,7 +57,7 @@ struct Writer {
     ::setsid(); // an interrupt from the keyboard is for the program
     for (const int ignored : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGTTOU})
         std::signal(ignored, SIG_IGN);
-    Writer writer{file, {}};
+    Writer writer{file, {}, false};
     std::array<char, 65536> piece{};
     for (;;) {
         const ssize_t got = ::read(pipe, piece.data(), piece.size());
@@ -64,7 +66,7 @@ struct Writer {
         writer.take({piece.data(), static_cast<std::size_t>(got)});
     }
     claim.end();
-    ::_exit(0);
+    ::_exit(writer.failed ? 1 : 0);
 }
 
 } // namespace
@@ -112,20 +114,30 @@ void Recorder::report(const std::string& problem) { send(to_error + problem + "\
 void Recorder::child_ended() {
     if (process_ < 0 || ::waitpid(process_, nullptr, WNOHANG) != process_) return;
     process_ = -1;
+    whole_ = false;
     ::close(pipe_);
     pipe_ = -1;
     complain_now("Recording has stopped: its process was ended. The line goes on.");
 }
 
-void Recorder::end() {
+bool Recorder::end() {
+    if (lost_ > 0) whole_ = false; // and no note in the recording says so
     if (pipe_ >= 0) ::close(pipe_);
     pipe_ = -1;
     constexpr int most_ms = 1000;
     for (int ms = 0; process_ > 0 && ms < most_ms; ++ms) {
-        if (::waitpid(process_, nullptr, WNOHANG) != 0) process_ = -1;
+        int status = 0;
+        const pid_t ended = ::waitpid(process_, &status, WNOHANG);
+        if (ended == process_ && status != 0) whole_ = false;
+        if (ended != 0) process_ = -1;
         if (process_ > 0) ::usleep(1000);
     }
+    if (process_ > 0) {
+        whole_ = false;
+        complain_now("The disk is slow: the end of the recording is not written yet.");
+    }
     process_ = -1;
+    return whole_;
 }
 
 } // namespace zol::logbook

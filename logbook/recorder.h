@@ -32,8 +32,9 @@ class Recorder {
     void report(const std::string& problem); // on standard error
     // Call this when a child process has ended.
     void child_ended();
-    // Waits for the second process to finish, at most a second.
-    void end();
+    // Waits for the second process to finish, at most a second. True if all events, or notes of
+    // their number, are in the file.
+    bool end();
 
   private:
     bool send(std::string_view lines) const;
@@ -41,6 +42,7 @@ class Recorder {
     pid_t process_ = -1;
     int pipe_ = -1;
     std::uint64_t lost_ = 0;
+    bool whole_ = true;
 };
 
 } // namespace zol::logbook

@@ -155,6 +155,8 @@ TEST_F(Forwarding, FullDiskStopsTheRecordingOnly) {
                     AllOf(HasSubstr("Recording has stopped"), HasSubstr("No space left"),
                           HasSubstr("The line goes on")));
         EXPECT_FALSE(recorded().requests.empty());
+        program->signal(SIGTERM);
+        EXPECT_EQ(program->exit_code(), 1);
     });
     if (not_possible) GTEST_SKIP() << *not_possible;
 }
@@ -204,8 +206,19 @@ TEST_F(Forwarding, LineWorksWithoutTheRecorder) {
     ASSERT_TRUE(port.write(status_request));
     EXPECT_EQ(cable.receive(5), status_request);
     program->signal(SIGTERM);
-    EXPECT_EQ(program->exit_code(), 0);
+    EXPECT_EQ(program->exit_code(), 1);
     EXPECT_FALSE(link_is_there());
+}
+
+TEST_F(Forwarding, UnfinishedRecordingEndsWithOne) {
+    auto program = start();
+    const pid_t recorder = recorder_of(*program);
+    ::kill(recorder, SIGSTOP);
+    program->signal(SIGTERM);
+    EXPECT_THAT(program->complaint(), HasSubstr("not written yet"));
+    EXPECT_EQ(program->exit_code(), 1);
+    ::kill(recorder, SIGCONT);
+    EXPECT_TRUE(soon([&] { return recorded().notes.ends_with("end\n"); }));
 }
 
 } // namespace
