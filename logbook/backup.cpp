@@ -17,7 +17,6 @@ namespace fs = std::filesystem;
 namespace par = link::par;
 using link::Command;
 
-constexpr std::size_t most_images = 1000;
 constexpr std::size_t largest_parameter_file = 65536;
 
 Bytes bytes_of(const link::Reply& reply) {
@@ -82,11 +81,14 @@ std::vector<Backup> images_of(const fs::path& recording, RecordingHeader& header
                               std::string& wrong) {
     std::vector<Backup> images;
     std::optional<Decoded> version;
+    bool more = false;
     Decoder decoder([&](const Decoded& decoded) {
         if (decoded.kind != Decoded::Kind::reply) return;
         const auto command = static_cast<Command>(decoded.request.command);
         if (command == Command::version) version = decoded;
-        if (command != Command::read_image || images.size() >= most_images) return;
+        if (command != Command::read_image) return;
+        more = images.size() >= most_images;
+        if (more) return;
         Backup backup;
         backup.origin = recording.string() + "#" + std::to_string(images.size() + 1);
         backup.car = header.car;
@@ -105,6 +107,11 @@ std::vector<Backup> images_of(const fs::path& recording, RecordingHeader& header
         read_recording(recording, header, [&](const Event& event) { decoder.push(event); });
     decoder.finish();
     wrong = result.wrong;
+    if (wrong.empty() && more)
+        wrong = recording.string() + " has more than " + std::to_string(most_images) +
+                " images, and the later ones were left out. zol-logbook backup makes a file of "
+                "each of the first " +
+                std::to_string(most_images) + ".";
     if (wrong.empty() && images.empty())
         wrong = recording.string() +
                 ": no image passed in this recording. The tool reads one when it starts; record "
@@ -138,7 +145,8 @@ std::optional<Backup> read_backup(const std::string& name, std::string& wrong) {
     }
     RecordingHeader header;
     auto images = images_of(file, header, wrong);
-    if (images.empty()) return std::nullopt;
+    // The last image here need not be the last one that passed.
+    if (!wrong.empty()) return std::nullopt;
     if (image && *image > images.size()) {
         wrong = file + " has " + std::to_string(images.size()) +
                 " images; name one of them, as in " + file + "#1.";

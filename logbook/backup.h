@@ -11,6 +11,8 @@
 
 namespace zol::logbook {
 
+inline constexpr std::size_t most_images = 1000;
+
 struct Backup {
     std::string origin; // file and number of the image: "a.zlog#2"
     std::string car;    // empty for a parameter file, as are the next two
@@ -23,7 +25,7 @@ struct Backup {
 
 // All images of a recording, oldest first. Empty, with a sentence in `wrong`, if the recording
 // cannot be read or has no image. A damaged line ends the reading: the images before it are
-// returned, with a sentence in `wrong`.
+// returned, with a sentence in `wrong`. So are the first `most_images` of a recording with more.
 std::vector<Backup> images_of(const std::filesystem::path& recording, RecordingHeader& header,
                               std::string& wrong);
 
@@ -32,7 +34,8 @@ std::vector<Backup> images_of(const std::filesystem::path& recording, RecordingH
 std::optional<ParameterValues> values_of_parameter_file(std::string_view text);
 
 // Reads a backup by name: "a.zlog#2" is the second image of a.zlog, "a.zlog" its last one, any
-// other name a parameter file. Nothing, with a sentence in `wrong`, if there is none.
+// other name a parameter file. Nothing, with a sentence in `wrong`, if there is none
+// or if the recording is damaged or has more than `most_images`.
 std::optional<Backup> read_backup(const std::string& name, std::string& wrong);
 
 // "car AB-123, unit 2.7.71, read 1.9 s after 2026-11-22T14:10:05+01:00"

@@ -101,6 +101,30 @@ TEST_F(Compare, RecordingWithoutAnImageIsReported) {
     EXPECT_EQ(run({"compare", file}).status, 2);
 }
 
+TEST_F(Compare, DamagedRecordingIsNotCompared) {
+    const auto whole = recording("a.zlog");
+    const auto damaged = write("b.zlog", text_of(whole) + "nonsense\n");
+    const Ended ended = run({"compare", whole, damaged});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_THAT(ended.complaint, testing::ContainsRegex("b.zlog: Line [0-9]+ is wrong"));
+    EXPECT_EQ(ended.said, "");
+}
+
+TEST_F(Compare, TooManyImagesAreReported) {
+    SimulatedSession session;
+    for (std::size_t i = 0; i <= most_images; ++i)
+        session.ask(link::Command::read_image, 1600);
+    const auto file = write("a.zlog", session.text());
+    fs::create_directories(folder / "backups");
+    const Ended backup = run({"backup", "--to", folder / "backups", file});
+    EXPECT_EQ(backup.status, 1);
+    EXPECT_THAT(backup.complaint, HasSubstr("has more than 1000 images"));
+    EXPECT_TRUE(fs::exists(folder / "backups/a-image-1000.zlog"));
+    const Ended compared = run({"compare", file, file});
+    EXPECT_EQ(compared.status, 1);
+    EXPECT_THAT(compared.complaint, HasSubstr("has more than 1000 images"));
+}
+
 TEST_F(Compare, BackupMakesAFileOfEachImage) {
     const auto file = recording("a.zlog");
     const Ended ended = run({"backup", file});
