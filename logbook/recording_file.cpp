@@ -49,7 +49,9 @@ std::string RecordingFile::create(const fs::path& data_folder, const std::string
     if (descriptor_ < 0)
         return path_.string() + " cannot be made: " + std::strerror(errno) +
                "; name a folder that you may write to with --data.";
-    return add(header_text(header));
+    std::string wrong = add(header_text(header));
+    if (!wrong.empty()) fs::remove(path_, error); // empty, and in the way of the next recording
+    return wrong;
 }
 
 std::string RecordingFile::add(std::string_view lines) {

@@ -20,7 +20,8 @@ class RecordingFile {
     ~RecordingFile() { close(); }
 
     // Creates the car's folder and in it the first file of the date ("2026-11-22") that does not
-    // exist yet. Never opens an existing file. Returns an empty text, or the reason and the remedy.
+    // exist yet. Never opens an existing file. Returns an empty text, or the reason and the remedy;
+    // then there is no new file.
     std::string create(const std::filesystem::path& data_folder, const std::string& car,
                        const std::string& date, const RecordingHeader& header);
     // Appends whole lines. Returns an empty text, or the error; then none of them is in the file,

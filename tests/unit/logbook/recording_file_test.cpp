@@ -90,6 +90,17 @@ TEST_F(RecordingOnDisk, FullDiskLeavesWholeLines) {
     if (not_possible) GTEST_SKIP() << *not_possible;
 }
 
+TEST_F(RecordingOnDisk, FullDiskAtTheStartLeavesNoFile) {
+    const auto not_possible = tests::on_small_disk(folder, 16384, [this] {
+        fs::create_directories(folder / "data/AB-123");
+        tests::fill_disk(folder);
+        RecordingFile file;
+        EXPECT_THAT(create(file), HasSubstr("make room on the disk"));
+        EXPECT_TRUE(fs::is_empty(folder / "data/AB-123"));
+    });
+    if (not_possible) GTEST_SKIP() << *not_possible;
+}
+
 TEST_F(RecordingOnDisk, WrongFileIsNamed) {
     std::ofstream(folder / "x.zlog") << "nonsense\n";
     EXPECT_THAT(read(folder / "x.zlog").wrong, HasSubstr("x.zlog: Line 1 is wrong"));
