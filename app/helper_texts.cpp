@@ -41,6 +41,9 @@ void take_control(Section& section, std::string_view names, std::string_view hel
 }
 
 void take_key(std::string_view line) {
+    // The legend shows every key, so a huge section would hold up the start.
+    constexpr std::size_t most_keys = 20;
+    if (texts.keys.size() >= most_keys) return;
     const std::string_view cap = cut(line, '|');
     if (!cap.empty() && !line.empty()) texts.keys.push_back({cap, line});
 }

@@ -186,6 +186,17 @@ TEST_F(HelperTexts, LegendOfKeysFollowsLanguage) {
     EXPECT_EQ(keys[1], (view::KeyHint{"Leertaste", "Gas / Benzin"}));
 }
 
+TEST_F(HelperTexts, LegendHasAtMostTwentyKeys) {
+    std::string content = "[keys]\n";
+    for (int key = 0; key < 5000; ++key)
+        content += "K" + std::to_string(key) + " = K" + std::to_string(key) + " | text\n";
+    use_file("uk", content);
+    start_connected();
+    const auto& keys = form1::frame_engine.help.keys;
+    ASSERT_EQ(keys.size(), 20U);
+    EXPECT_EQ(keys[19], (view::KeyHint{"K19", "text"}));
+}
+
 TEST_F(HelperTexts, NameTheUnitOfAValue) {
     start_connected();
     EXPECT_EQ(form1::Label_rpm.help.name, "Engine speed, rpm");
