@@ -1,5 +1,7 @@
 #include "logbook/options.h"
 
+#include "logbook/recording.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <system_error>
@@ -31,6 +33,11 @@ bool read_options(Words words, std::initializer_list<Option> options,
             *option->value = words[++i];
         if (option->value->empty()) {
             complain(std::string(option->name) + " needs a value after it.");
+            return false;
+        }
+        if (has_control_character(*option->value)) {
+            complain(std::string(option->name) +
+                     " takes no control character, such as a line feed.");
             return false;
         }
     }

@@ -41,7 +41,7 @@ struct Writer {
             if (line[0] == to_output || line[0] == to_error) {
                 const std::string text(line.substr(1, line.size() - 2));
                 line[0] == to_output ? show(STDOUT_FILENO, text) : complain_now(text);
-            } else {
+            } else if (line[0] >= '0' && line[0] <= '9') {
                 events += line;
             }
         }
@@ -108,8 +108,8 @@ void Recorder::put(const Event& event) {
     if (lost_ > 0 || !send(event_line(event))) ++lost_;
 }
 
-void Recorder::say(const std::string& text) { send(to_output + text + "\n"); }
-void Recorder::report(const std::string& problem) { send(to_error + problem + "\n"); }
+void Recorder::say(const std::string& text) { send(to_output + printable(text) + "\n"); }
+void Recorder::report(const std::string& problem) { send(to_error + printable(problem) + "\n"); }
 
 void Recorder::child_ended() {
     if (process_ < 0 || ::waitpid(process_, nullptr, WNOHANG) != process_) return;

@@ -32,12 +32,6 @@ constexpr std::array<Mark, 3> marks = {
 
 bool is_control(char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; }
 
-std::string printable(std::string_view text) {
-    std::string shown(text.substr(0, app::longest_line));
-    std::replace_if(shown.begin(), shown.end(), is_control, ' ');
-    return shown;
-}
-
 std::optional<int> digit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'a' && c <= 'f') return c - 'a' + 10;
@@ -125,6 +119,20 @@ std::string read_header(Lines& lines, RecordingHeader& header) {
 }
 
 } // namespace
+
+bool has_control_character(std::string_view text) {
+    if (std::any_of(text.begin(), text.end(), is_control)) return true;
+    // In UTF-8, U+0080 to U+009F are this byte and one below 0xa0.
+    for (auto at = text.find('\xc2'); at != text.npos; at = text.find('\xc2', at + 1))
+        if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) < 0xa0) return true;
+    return false;
+}
+
+std::string printable(std::string_view text) {
+    std::string shown(text.substr(0, app::longest_line));
+    std::replace_if(shown.begin(), shown.end(), is_control, ' ');
+    return shown;
+}
 
 std::string header_text(const RecordingHeader& header) {
     std::string text = std::string(first_words) + std::to_string(recording_version) + "\n";

@@ -43,6 +43,12 @@ inline constexpr std::size_t most_event_bytes = 1024;
 inline constexpr std::size_t longest_recording_line = 4096;
 inline constexpr std::size_t largest_recording = std::size_t{256} << 20;
 
+// Whether a control character is in the text, which is UTF-8; a line feed is one.
+bool has_control_character(std::string_view text);
+
+// The text in one line: blanks for its control characters, cut after app::longest_line bytes.
+std::string printable(std::string_view text);
+
 // The header with the empty line at its end. Control characters in a value become blanks.
 std::string header_text(const RecordingHeader& header);
 

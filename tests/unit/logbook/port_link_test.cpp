@@ -1,4 +1,5 @@
 // What the tool finds at its port when the adapter or the logbook starts or ends.
+#include "logbook/recorder.h"
 #include "tests/unit/logbook/forwarding.h"
 
 #include <sys/file.h>
@@ -215,6 +216,31 @@ TEST_F(PortLink, OtherNumberHasItsOwnLink) {
     program.said_until(" now.\n");
     EXPECT_TRUE(fs::is_symlink(folder / "ports/com4"));
     EXPECT_FALSE(link_is_there());
+}
+
+TEST_F(PortLink, OptionsTakeNoControlCharacter) {
+    for (const char* option : {"--device", "--folder", "--data", "--car"})
+        for (const char* value : {"/dev/x\n5 > 50", "a\x7f", "a\xc2\x9b"}) {
+            const Ended ended = run({"record", "--car", "A", option, value});
+            EXPECT_EQ(ended.status, 2);
+            EXPECT_EQ(ended.complaint, "zol-logbook: " + std::string(option) +
+                                           " takes no control character, such as a line feed.\n");
+        }
+}
+
+// The path comes from the system here, not from an option.
+TEST_F(PortLink, LineFeedInAPathAddsNoEvent) {
+    RecordingFile file;
+    ASSERT_EQ(file.create(folder / "data", "A", "2026-11-22", {}), "");
+    const auto path = file.path();
+    PortClaim claim;
+    Recorder recorder;
+    ASSERT_EQ(recorder.start(file, claim), "");
+    recorder.say("/dev/x\n5 > 50");
+    recorder.report("/dev/x\n5 > 50\n" + std::string(9000, '5'));
+    recorder.put({7, EventKind::note, {}, "end"});
+    EXPECT_TRUE(recorder.end());
+    EXPECT_EQ(text_of(path), header_text({}) + "7 ! end\n");
 }
 
 TEST_F(PortLink, WrongArgumentsEndWithTwo) {
