@@ -6,7 +6,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace sim {
@@ -107,9 +110,17 @@ Recording read_recording(std::string_view text, std::string_view file) {
 }
 
 Recording load_recording(const std::string& path) {
-    errno = 0;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
-                                                               &std::fclose);
+    // Opening a pipe that nobody writes to would wait for ever.
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat found {};
+    if (descriptor >= 0 && ::fstat(descriptor, &found) == 0 && !S_ISREG(found.st_mode)) {
+        ::close(descriptor);
+        Recording none;
+        none.wrong = path + " is no regular file; name a recording of zol-logbook.";
+        return none;
+    }
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
+        descriptor < 0 ? nullptr : ::fdopen(descriptor, "rb"), &std::fclose);
     std::string text;
     std::vector<char> buffer(65536);
     while (file && text.size() <= largest_file) {

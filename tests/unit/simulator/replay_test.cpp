@@ -3,6 +3,7 @@
 #include "tests/unit/simulator/running_program.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace sim {
 namespace {
@@ -46,6 +47,16 @@ TEST(Replay, AnswersWithTheRecordedBytesInTime) {
     Played played("1000 > " + status + "\n31000 < 5043\n36000 < 0102\n");
     EXPECT_THAT(played.ask(status_bytes),
                 ElementsAre(std::pair{30000, Bytes{0x50, 0x43}}, std::pair{35000, Bytes{1, 2}}));
+}
+
+TEST(Replay, OnlyARegularFileIsLoaded) {
+    const std::string fifo = testing::TempDir() + "/replay" + std::to_string(getpid());
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    EXPECT_EQ(load_recording(fifo).wrong,
+              fifo + " is no regular file; name a recording of zol-logbook.");
+    EXPECT_THAT(load_recording(testing::TempDir()).wrong, HasSubstr("is no regular file"));
+    ::unlink(fifo.c_str());
+    EXPECT_THAT(load_recording(fifo).wrong, HasSubstr("cannot be read: No such file"));
 }
 
 TEST(Replay, AnswersKeepTheOrderOfTheRecording) {
