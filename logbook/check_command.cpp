@@ -14,8 +14,10 @@ int check_command(Words words) {
     RecordingHeader header;
     std::size_t requested = 0, replied = 0, notes = 0;
     std::int64_t last_us = 0;
+    bool ended = false;
     const ReadResult result = read_recording(words[0], header, [&](const Event& event) {
         last_us = event.at_us;
+        ended = event.kind == EventKind::note && event.text == "end";
         if (event.kind == EventKind::request) requested += event.bytes.size();
         if (event.kind == EventKind::reply) replied += event.bytes.size();
         if (event.kind == EventKind::note) ++notes;
@@ -27,6 +29,7 @@ int check_command(Words words) {
                     header.device.c_str(), header.program.c_str(), result.events,
                     static_cast<double>(last_us) / 1e6, requested, replied, notes);
     if (result.torn) std::printf("The last line is not whole and was left out.\n");
+    if (result.wrong.empty() && !ended) std::printf("It has no end: it was interrupted.\n");
     if (result.wrong.empty()) return done;
     complain(result.wrong);
     return failed;

@@ -66,6 +66,7 @@ bool write_backup(const Backup& backup, const RecordingHeader& header, const fs:
     std::string text = header_text(header);
     for (const Event& event : backup.events)
         text += event_line(event);
+    text += event_line({backup.at_us, EventKind::note, {}, "end"});
     std::FILE* const out = std::fopen(file.c_str(), "wx");
     if (!out) return false;
     const bool whole = std::fwrite(text.data(), 1, text.size(), out) == text.size();

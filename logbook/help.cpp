@@ -108,8 +108,9 @@ DESCRIPTION
     Reads the recording FILE from beginning to end and prints the car, the
     start, the port, the time that it covers and the number of bytes each way.
     A last line that is not whole, as a power cut leaves it, is left out and
-    reported. Any other wrong line is named by its number, with what to do,
-    and the exit status is 1.
+    reported, and so is a recording that was interrupted before its end. Any
+    other wrong line is named by its number, with what to do, and the exit
+    status is 1.
 )";
 
 constexpr std::string_view show_text = R"(SYNOPSIS

@@ -72,6 +72,14 @@ TEST_F(LogbookCommand, CheckReportsATornLine) {
     EXPECT_THAT(ended.said, HasSubstr("not whole"));
 }
 
+TEST_F(LogbookCommand, CheckReportsAnInterruptedRecording) {
+    const std::string interrupted = "It has no end: it was interrupted.\n";
+    EXPECT_THAT(run({"check", write("a.zlog", sample_header + "0 ! end\n5 > 50\n")}).said,
+                HasSubstr(interrupted));
+    EXPECT_THAT(run({"check", write("b.zlog", sample_header + "0 > 50\n5 ! end\n")}).said,
+                testing::Not(HasSubstr(interrupted)));
+}
+
 TEST_F(LogbookCommand, ShowPrintsASessionAsText) {
     SimulatedSession session;
     session.ask(link::Command::version, 1600);
