@@ -21,14 +21,12 @@ constexpr int most_a_day = 9999;
 
 std::string wrong_registration(std::string_view car) {
     constexpr std::size_t longest = 40;
-    const bool letters = std::all_of(car.begin(), car.end(), [](char c) {
-        return static_cast<unsigned char>(c) >= ' ' && c != 127 && c != '/';
-    });
-    if (!car.empty() && car.size() <= longest && car[0] != '.' && letters &&
-        app::as_utf8(car) == car)
-        return {};
+    const bool allowed = car.find('/') == car.npos && !has_control_character(car) &&
+                         app::trim(car) == car && app::as_utf8(car) == car;
+    if (!car.empty() && car.size() <= longest && car[0] != '.' && allowed) return {};
     return "A registration names the car's folder: 1 to " + std::to_string(longest) +
-           " bytes of text with no slash, not beginning with a point, such as AB-123-CD.";
+           " bytes of text with no slash, no blank at either end, not beginning with a point, such "
+           "as AB-123-CD.";
 }
 
 std::string RecordingFile::create(const fs::path& data_folder, const std::string& car,

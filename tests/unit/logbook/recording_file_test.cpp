@@ -109,7 +109,10 @@ TEST_F(RecordingOnDisk, WrongFileIsNamed) {
 TEST(Registration, NamesAFolderOfTheDataFolder) {
     for (const char* car : {"AB-123-CD", "KÖ AB 1", "practice"})
         EXPECT_EQ(wrong_registration(car), "") << car;
-    for (const char* car : {"", ".", "..", ".hidden", "a/b", "/etc", "a\nb", "a\xff"})
+    for (const char* car :
+         {"", ".", "..", ".hidden", "a/b", "/etc", "a\nb", "a\xff", " ", "   ", " AB", "AB ",
+          "a\xc2\x85"
+          "b"})
         EXPECT_NE(wrong_registration(car), "") << car;
     EXPECT_NE(wrong_registration(std::string(41, 'A')), "");
 }
