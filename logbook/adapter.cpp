@@ -35,6 +35,8 @@ bool is_same(const link::FoundDevice& found, const link::FoundDevice& now) {
 
 std::string Adapter::failure(const std::filesystem::path& device, int error) {
     busy_ = error == EBUSY || error == EWOULDBLOCK;
+    no_port_ = error == ENOTTY;
+    if (no_port_) return device.string() + " is no serial port. Name the adapter with --device.";
     const char* remedy = "plug the adapter in, or name another one with --device";
     if (error == EACCES) remedy = "become a member of the group that owns it: usermod -aG dialout";
     if (busy_) remedy = "end the program that uses it; if it is the tool, start it after this one";
@@ -43,7 +45,7 @@ std::string Adapter::failure(const std::filesystem::path& device, int error) {
 
 std::string Adapter::open(const std::filesystem::path& device) {
     close();
-    busy_ = false;
+    busy_ = no_port_ = false;
     struct stat node {
     }, path{};
     if (::stat(device.c_str(), &node) != 0 || ::lstat(device.c_str(), &path) != 0)

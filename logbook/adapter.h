@@ -28,6 +28,8 @@ class Adapter {
 
     // Whether the last open failed because another program uses the device.
     bool is_busy() const { return busy_; }
+    // Whether the last open failed because the path leads to something else than a serial port.
+    bool is_no_port() const { return no_port_; }
     int descriptor() const { return descriptor_; } // -1 while it is closed
 
   private:
@@ -36,7 +38,7 @@ class Adapter {
     std::string failure(const std::filesystem::path& device, int error);
 
     int descriptor_ = -1;
-    bool busy_ = false;
+    bool busy_ = false, no_port_ = false;
     link::FoundDevice found_; // its path is empty until the first success
     std::optional<termios> settings_before_;
 };

@@ -66,7 +66,7 @@ std::string Forwarder::run() {
     std::string wrong = connect();
     // A program that uses the adapter now may be the tool. It would lose its adapter to this
     // program as soon as it was pulled and put back.
-    if (!wrong.empty() && adapter_.is_busy()) return wrong;
+    if (!wrong.empty() && (adapter_.is_busy() || adapter_.is_no_port())) return wrong;
     if (!wrong.empty()) recorder_.report(problem_ = wrong);
     while (!ended_)
         wait();

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace zol::logbook {
 namespace {
@@ -126,7 +127,7 @@ void PortClaim::end() {
     note_ = -1;
 }
 
-int release_left_links(const fs::path& application_folder) {
+int release_left_links(const fs::path& application_folder, std::vector<std::string>& held) {
     int removed = 0;
     for (int port_number = 1; port_number <= last_port; ++port_number) {
         const fs::path link = link_of(application_folder, port_number);
@@ -134,7 +135,11 @@ int release_left_links(const fs::path& application_folder) {
         if (!fs::exists(note_of(link), error)) continue;
         const bool was_there = fs::is_symlink(link, error);
         PortClaim claim;
-        if (!claim.take(application_folder, port_number).empty()) continue;
+        if (std::string wrong = claim.take(application_folder, port_number); !wrong.empty()) {
+            // A link of another owner is no failure; its left note was removed.
+            if (fs::exists(note_of(link), error)) held.push_back(std::move(wrong));
+            continue;
+        }
         claim.end();
         if (was_there && !fs::is_symlink(link, error)) ++removed;
     }

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace zol::logbook {
 
@@ -44,7 +45,8 @@ class PortClaim {
 };
 
 // Removes links and notes of killed logbooks in the folder, but not those of a running one. Returns
-// the number of removed links.
-int release_left_links(const std::filesystem::path& application_folder);
+// the number of removed links; `held` gets a sentence for each port that could not be claimed.
+int release_left_links(const std::filesystem::path& application_folder,
+                       std::vector<std::string>& held);
 
 } // namespace zol::logbook

@@ -107,8 +107,12 @@ int release_command(Words words) {
     }
     const auto folder = tools_folder(named);
     if (folder.empty()) return failed;
-    std::printf("%d links removed.\n", release_left_links(folder));
-    return done;
+    std::vector<std::string> held;
+    const int removed = release_left_links(folder, held);
+    std::printf("%d %s removed.\n", removed, removed == 1 ? "link" : "links");
+    for (const std::string& wrong : held)
+        complain(wrong);
+    return held.empty() ? done : failed;
 }
 
 } // namespace zol::logbook

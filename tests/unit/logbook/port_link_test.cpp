@@ -139,6 +139,20 @@ TEST_F(PortLink, BusyAdapterIsLeftToItsProgram) {
     expect_exchange(cable);
 }
 
+TEST_F(PortLink, DeviceThatIsNoSerialPortIsRefused) {
+    const std::string fifo = folder / "fifo", file = write("file", "");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    for (const std::string& device : {fifo, file, folder.string(), std::string("/dev/null")}) {
+        auto words = record_words();
+        words.back() = device;
+        const Ended ended = run(words);
+        EXPECT_EQ(ended.status, 1);
+        EXPECT_THAT(ended.complaint,
+                    HasSubstr(device + " is no serial port. Name the adapter with --device.\n"));
+        EXPECT_TRUE(fs::is_empty(folder / "logbook/AB-123"));
+    }
+}
+
 TEST_F(PortLink, AdapterIsBusyForOtherPrograms) {
     auto program = start();
     fs::remove(com1); // as a program that does not use the link
@@ -189,14 +203,17 @@ TEST_F(PortLink, LeftLinkIsReplacedByTheNextLogbook) {
 
 TEST_F(PortLink, ReleaseRemovesALeftLink) {
     leave_behind("/dev/pts/99999");
-    EXPECT_THAT(run({"release", "--folder", folder}).said, HasSubstr("1 links removed"));
+    EXPECT_THAT(run({"release", "--folder", folder}).said, HasSubstr("1 link removed."));
     EXPECT_FALSE(link_is_there());
     EXPECT_FALSE(note_is_there());
 }
 
 TEST_F(PortLink, ReleaseKeepsTheLinkOfARunningLogbook) {
     auto program = start();
-    EXPECT_THAT(run({"release", "--folder", folder}).said, HasSubstr("0 links removed"));
+    const Ended ended = run({"release", "--folder", folder});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.said, "0 links removed.\n");
+    EXPECT_THAT(ended.complaint, HasSubstr("Another zol-logbook records com1"));
     EXPECT_TRUE(link_is_there());
     EXPECT_TRUE(note_is_there());
 }
