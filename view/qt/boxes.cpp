@@ -22,7 +22,7 @@ namespace {
 
 // Width of the title bar's buttons and margins, and of the difference between its font and ours, in
 // heights of a line.
-constexpr int title_bar_lines = 14;
+constexpr int title_bar_lines = 10;
 
 int width_of_title(const QDialog& box) {
     QFont font = box.font();
