@@ -1,10 +1,13 @@
 #include "tests/process/tour/ui.h"
 #include "tests/process/tour/windows.h"
+#include "view/qt/wait_signs.h"
 
 #include <QGuiApplication>
 #include <QHash>
 #include <QImage>
+#include <QPainter>
 #include <QPixmap>
+#include <QRegion>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -16,10 +19,18 @@ namespace {
 
 QPixmap whole_screen() { return QGuiApplication::primaryScreen()->grabWindow(0); }
 
-// The screen shows the whole window.
+// The screen shows the whole window. The moving stripe differs from one picture to the next.
 bool painted_on(const QPixmap& screen, QWidget& top) {
     const QRect place(top.mapToGlobal(QPoint(0, 0)), top.size());
-    const auto pixels = [](const QPixmap& picture) {
+    QRegion stripes;
+    for (QWidget* part : top.findChildren<QWidget*>())
+        if (dynamic_cast<view::qt::WaitStripe*>(part))
+            stripes += QRect(part->mapTo(&top, QPoint(0, 0)), part->size());
+    const auto pixels = [&](QPixmap picture) {
+        QPainter painter(&picture);
+        painter.setClipRegion(stripes);
+        if (!stripes.isEmpty()) painter.fillRect(picture.rect(), Qt::black);
+        painter.end();
         return picture.toImage().convertToFormat(QImage::Format_RGB32);
     };
     return pixels(screen.copy(place)) == pixels(top.grab());
