@@ -13,7 +13,7 @@ sys.dont_write_bytecode = True
 import sources
 from sources import MANUAL, ROOT
 
-MOST_PICTURE_BYTES = 3_000_000
+MOST_PICTURE_BYTES = 4_000_000
 
 
 class Reader(HTMLParser):
