@@ -1,5 +1,7 @@
 #include "tests/windows/window_fixture.h"
 
+#include "tests/support/slider_handle.h"
+
 #include "tests/support/mirror_check.h"
 #include "tests/support/program_state.h"
 
@@ -182,23 +184,7 @@ void WindowFixture::type(QWidget& face, const QString& text) {
     settle();
 }
 
-namespace {
-
-// The centre of the slider's handle for this value.
-QPoint handle_at(const QSlider& slider, int value) {
-    QStyleOptionSlider option;
-    option.initFrom(&slider);
-    option.orientation = slider.orientation();
-    option.minimum = slider.minimum(), option.maximum = slider.maximum();
-    option.sliderPosition = option.sliderValue = value;
-    option.upsideDown = slider.invertedAppearance() != (slider.orientation() == Qt::Vertical);
-    option.tickPosition = slider.tickPosition();
-    return slider.style()
-        ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider)
-        .center();
-}
-
-} // namespace
+using tests::handle_at;
 
 void WindowFixture::start_drag(QWidget& face, int value) {
     auto& slider = static_cast<QSlider&>(face);

@@ -1,9 +1,9 @@
 #include "tests/process/tour/touched.h"
 #include "tests/process/tour/ui.h"
 #include "tests/process/tour/windows.h"
+#include "tests/support/slider_handle.h"
 
 #include <QAbstractButton>
-#include <QAbstractSlider>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -90,19 +90,9 @@ void Ui::double_click(const QString& name) {
 void Ui::drag(const QString& name, int value, const QString& window) {
     note(name, window);
     act([=] {
-        auto* slider = qobject_cast<QAbstractSlider*>(find(name, window));
+        auto* slider = qobject_cast<QSlider*>(find(name, window));
         if (!slider) return;
-        const bool across = slider->orientation() == Qt::Horizontal;
-        const int length = across ? slider->width() : slider->height();
-        const auto spot = [&](int at) {
-            // The centre of the handle stays half a handle away from both ends.
-            constexpr int half_handle = 7;
-            const int range = slider->maximum() - slider->minimum();
-            const int along =
-                half_handle + (at - slider->minimum()) * (length - 2 * half_handle) / range;
-            return across ? QPoint(along, slider->height() / 2)
-                          : QPoint(slider->width() / 2, along);
-        };
+        const auto spot = [&](int at) { return tests::handle_at(*slider, at); };
         QTest::mousePress(slider, Qt::LeftButton, {}, spot(slider->value()));
         QTest::mouseMove(slider, spot((slider->value() + value) / 2));
         QTest::mouseMove(slider, spot(value));

@@ -49,7 +49,7 @@ void hide_service_buttons(Ui& ui) {
 
 void hand_line_to_terminal(Ui& ui) {
     show_service_buttons(ui);
-    hand_over(ui, "Command_hyperterminal", "a terminal");
+    hand_over(ui, "Command_hyperterminal", "in terminal mode");
     {
         OtherProgram terminal(port());
         terminal.ask("\r", "> ", 3000); // skips what the hand-over has left on the line
