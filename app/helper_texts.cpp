@@ -120,7 +120,7 @@ std::span<const int> parameters_of(const view::Widget& control) {
 
 namespace {
 
-// The legend stands below the engine panel.
+// The legend is drawn below the engine panel.
 void apply_keys() {
     view::Help help = form1::frame_engine.help;
     help.keys.clear();

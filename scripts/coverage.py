@@ -41,8 +41,8 @@ def add(report, lines):
         source = path.read_text(encoding="utf-8").splitlines()
         for line in file["lines"]:
             number = line["line_number"]
-            # A brace alone is no line of ours: the compiler counts there what clears up behind an
-            # exception, and what follows a call that does not return.
+            # A line with only a brace is not counted: the compiler assigns to it the clean-up after an
+            # exception, and the code after a call that does not return.
             if source[number - 1].strip() != "}":
                 of_file[number] = of_file.get(number, False) or line["count"] > 0
 

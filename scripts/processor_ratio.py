@@ -71,8 +71,8 @@ def press(*words):
 
 
 def open_terminal(process, device):
-    """Presses its Open button. It complains of modem lines, which no pseudo-terminal has; answered, it
-    would close the port, so the box stays there while the bytes come on behind it."""
+    """Presses its Open button. A message about modem lines opens, because a pseudo-terminal has none.
+    An answer would close the port, so the box stays open while the bytes are received."""
     search = ["xdotool", "search", "--sync", "--onlyvisible", "--pid", str(process.pid)]
     window = subprocess.run(search, check=True, capture_output=True, text=True).stdout.split()[0]
     time.sleep(2)

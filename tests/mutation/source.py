@@ -44,7 +44,7 @@ class Statement:
     end: int
     first: str
     second: str
-    guarded: bool  # the one statement behind an if, else, for or case
+    guarded: bool  # the only statement after an if, else, for or case
     follows: int  # the start of the statement directly before it in the same block, or -1
 
 
@@ -59,14 +59,14 @@ def statements_of(tokens):
     found = []
 
     def block(i):
-        """From behind an opening brace of code to behind its closing one."""
+        """From the token after an opening brace of code to the one after its closing brace."""
         last = -1
         while i < len(tokens) and tokens[i].text != "}":
             i, last = one(i, last)
         return i + 1
 
     def one(i, last):
-        """One statement with what stands before it. Returns what is behind and the new `last`."""
+        """One statement with the keywords before it. Returns the next token's index and the new `last`."""
         guarded = False
         while True:
             word = tokens[i].text
@@ -105,7 +105,7 @@ def statements_of(tokens):
         return i + 1, -1 if guarded else start
 
     def data(i):
-        """Behind an opening brace of data or of a namespace, up to behind the closing one."""
+        """From the token after an opening brace of data or a namespace to the one after its closing brace."""
         while i < len(tokens) and tokens[i].text != "}":
             if tokens[i].text == "{":
                 i = block(i + 1) if opens_code(tokens, i) else data(i + 1)

@@ -1,4 +1,5 @@
-// Values that are no longer read are drawn as stale, and their data does not change.
+// Live values that are no longer read are drawn as stale: dimmed, with a pause mark. The data of
+// their widgets does not change.
 #include "app/app_state.h"
 #include "link/activation.h"
 #include "maintenance/factory_reset.h"
@@ -15,13 +16,14 @@ namespace {
 
 using namespace form1;
 
-constexpr int past_patience_ms = 2000; // three polling cycles and the present one
+constexpr int past_patience_ms = 2000; // values are fresh for 1500 ms after a read
 
 class LiveValues : public UnitFixture {
   protected:
     QImage picture(Widget& w) const { return face(w).grab().toImage(); }
 
-    // The contrast between the digits in the middle of a label and its background.
+    // The highest contrast between the background of a label and its lower two thirds, where the
+    // digits are.
     static double contrast_of(const QImage& image) {
         const QColor ground = image.pixelColor(2, image.height() - 3);
         double most = 1;
@@ -48,7 +50,7 @@ TEST_F(LiveValues, AreStaleWithTheCableOut) {
     unit.plug(false);
     later(past_patience_ms, [&] {
         EXPECT_TRUE(is_stale(Label_rpm));
-        EXPECT_LT(contrast_of(picture(Label_rpm)), 0.6 * fresh) << "about half strength";
+        EXPECT_LT(contrast_of(picture(Label_rpm)), 0.6 * fresh) << "the digits are dimmed";
         EXPECT_GT(contrast_of(picture(Label_rpm)), 4) << "can still be read";
         EXPECT_NE(picture(led_rpm[0]), lamp);
         EXPECT_NE(picture(Picture1), trace);
@@ -99,7 +101,7 @@ TEST_F(LiveValues, PauseMarkOfTheTraceIsBetweenItsTexts) {
                 if (qGray(image.pixel(x, y)) > 100) return true;
         return false;
     };
-    EXPECT_FALSE(has_ink(top_right())) << "nothing is where the centre value is drawn";
+    EXPECT_FALSE(has_ink(top_right())) << "the mark does not cover the centre value";
     EXPECT_TRUE(has_ink(picture(Picture1).copy(0, 0, 60, 30))) << "the mark is after the title";
 }
 
@@ -118,7 +120,7 @@ TEST_F(LiveValues, TileHasThePauseMarkInItsTitle) {
     EXPECT_EQ(mark_area(Label13), value);
 }
 
-TEST_F(LiveValues, ChoiceOfTheFuelDoesNotMakeItFresh) {
+TEST_F(LiveValues, FuelSetWithoutATelegramStaysStale) {
     poll();
     monitor::stop_polling();
     run_for(past_patience_ms + 500);
@@ -133,7 +135,7 @@ TEST_F(LiveValues, ChoiceOfTheFuelDoesNotMakeItFresh) {
 TEST_F(LiveValues, AreStaleOnTheSettingsPanel) {
     poll();
     click(face(Command_impostazioni));
-    run_for(past_patience_ms + 500); // the panel's delayed stop
+    run_for(past_patience_ms + 500); // the panel stops the polling after 200 ms
     EXPECT_TRUE(is_stale(Label_rpm));
     EXPECT_TRUE(is_stale(Label_level_attuale));
     click(face(Command_engine));
@@ -160,8 +162,9 @@ TEST_F(LiveValues, AreStaleAfterAResetWasSent) {
     EXPECT_NE(Label_rpm.look.text, "0");
 }
 
-// docs/not-bugs.md: the engine button pressed during a repeated first read.
-TEST_F(LiveValues, AreStaleWhilePollingAndFirstReadMix) {
+// The engine button starts the polling during a repeated first read, and each takes the other's
+// replies.
+TEST_F(LiveValues, AreStaleWhilePollingDisturbsTheFirstRead) {
     poll();
     Form1.on.activate = link::main_window_activated;
     app::state.controls_coloured = true;

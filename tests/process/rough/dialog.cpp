@@ -38,7 +38,7 @@ void in_the_connection_dialog(Ui& ui) {
     break_line(ui);
     ui.expect("a test that loses the unit fails",
               [&] { return ui.text("Label2", dialog) == "- TEST FALLITO -"; });
-    ui.check("OK needs a good test", !ui.enabled("Command_ok", dialog));
+    ui.check("OK is disabled until a port test succeeds", !ui.enabled("Command_ok", dialog));
     restore_line(ui);
     rest(300);
     test_is_good(ui);

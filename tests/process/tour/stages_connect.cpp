@@ -1,3 +1,4 @@
+// Stages of the tour: start, connection dialog, engine and a pulled cable.
 #include "tests/process/tour/stages.h"
 
 namespace zol::tour {
@@ -18,7 +19,7 @@ void leave_dialog(Ui& ui) {
     ui.expect(
         "the main window is enabled again", [&] { return ui.enabled("Form1"); }, 6000);
     ui.check("the watchdog restarts the polling", ui.values_flow());
-    rest(3500); // the window is filled three seconds after the dialog
+    rest(3500); // the window is filled three seconds after the dialog closes
 }
 
 } // namespace
@@ -27,17 +28,17 @@ void start_with_answering_unit(Ui& ui) {
     ui.check("the splash window is painted first",
              ui.screenshot_once_painted("frmSplash", "splash"));
     ui.expect_gone("frmSplash", 15000);
-    ui.check("an answering unit needs no connection dialog", !ui.shown(dialog));
+    ui.check("the connection dialog stays closed if the unit answers", !ui.shown(dialog));
     ui.expect_panel("frame_engine");
     ui.expect("the engine speed is shown", [&] { return ui.text("Label_rpm").toInt() > 0; });
     ui.check("live values are updated", ui.values_flow());
-    ui.check("a unit of this version shows its battery", ui.visible("Label20"));
+    ui.check("the battery voltage is shown for this firmware version", ui.visible("Label20"));
 }
 
 void start_with_silent_unit(Ui& ui) {
     ui.expect_shown(dialog);
     ui.check("the splash window is closed", !ui.shown("frmSplash"));
-    ui.check("OK needs a good test", !ui.enabled("Command_ok", dialog));
+    ui.check("OK is disabled until a port test succeeds", !ui.enabled("Command_ok", dialog));
     expect_test(ui, failed);
     ui.screenshot("test-failed");
     ui.unit.type("silence off");
@@ -56,7 +57,7 @@ void cancel_at_another_port(Ui& ui) {
 
 void start_at_a_missing_port(Ui& ui) {
     ui.screenshot_box("no-such-port");
-    ui.answer_box("/dev/ttyUSB1", "OK"); // the port that the start before has stored
+    ui.answer_box("/dev/ttyUSB1", "OK"); // the port stored when the dialog was cancelled
     ui.expect_shown(dialog);
     expect_test(ui, failed);
     ui.choose("Combo1", 0, dialog);
@@ -86,7 +87,7 @@ void pull_the_cable(Ui& ui) {
     ui.close_menus();
     ui.check("values are not updated without the cable", !ui.values_flow(1500));
     ui.unit.type("plug");
-    ui.check("values are updated with the cable back", ui.values_flow(10000));
+    ui.check("values are updated when the cable is back", ui.values_flow(10000));
 }
 
 } // namespace zol::tour

@@ -1,4 +1,6 @@
-// The two gain sliders of the engine panel and the buttons that move the lower one.
+// The two gain sliders of the engine panel, and the buttons that move the slider of the lower gain.
+// `Slider_ktar` is the lower gain, for low load (parameter 3). `Slider_power` is the power gain,
+// for high load (parameter 4). On LPG a move of the lower gain sets the power gain 200 below it.
 #include "tests/support/logic_fixture.h"
 #include "view/windows/form1.h"
 
@@ -13,7 +15,7 @@ using view::Pointer;
 class GainSliders : public WarmCar {
   protected:
     using WarmCar::WarmCar;
-    // The tips of the lower and of the power gain.
+    // The tips of both sliders: how far each gain is above the minimum, 1001.
     static std::string tips() { return Slider_ktar.look.tip + " " + Slider_power.look.tip; }
     void set_tips(const std::string& tip) {
         inside_program([&] {
@@ -52,7 +54,7 @@ TEST_F(GainSliders, MirrorIsSetAfterTheWait) {
     EXPECT_EQ(ms_until([] { return mirrors.ktar_high == 1400; }), 400);
 }
 
-TEST_F(GainSliders, MarkedStretchStaysAtTheGainOfTheUnit) {
+TEST_F(GainSliders, MarkedRangeKeepsTheGainReadFromTheUnit) {
     start_during_a_poll();
     const double read = Slider_ktar.look.selection_length;
     EXPECT_EQ(read, Slider_ktar.look.value - 1001);
@@ -61,7 +63,8 @@ TEST_F(GainSliders, MarkedStretchStaysAtTheGainOfTheUnit) {
     EXPECT_EQ(Slider_ktar.look.selection_length, read);
 }
 
-// The telegram's 300 ms end the last 400 ms early: both use one timer.
+// The poll at 1450 ms waits 300 ms on the timer of the handler's last wait of 400 ms, which
+// therefore ends early.
 TEST_F(GainSliders, MovedPowerGainRestartsThePolling) {
     start_between_polls();
     operator_drags(Slider_ktar, 1250, 1750ms);
@@ -98,7 +101,7 @@ TEST_F(GainSliders, TipFollowsTheDrag) {
     EXPECT_THAT(writes(), IsEmpty()) << "nothing is written before the drag ends";
 }
 
-TEST_F(GainSliders, SliderLetGoWhereItWasReleasesTheFocus) {
+TEST_F(GainSliders, DragWithoutAMoveReleasesTheFocus) {
     start_during_a_poll();
     for (view::Widget* slider : {&Slider_ktar, &Slider_power, &Slider_attenuazione}) {
         operator_drags(*slider, view::value(*slider));
@@ -136,7 +139,7 @@ TEST_F(GainSliders, NoPressureIsWrittenWithoutASensor) {
     EXPECT_THAT(writes(), ElementsAre(Write(3, 1500), Write(4, 1300), Write(4, 1300)));
 }
 
-// 990 is raised to 1001, the value that the slider has.
+// 200 below 1190 is 990. It is raised to the minimum, 1001, which the slider already has.
 TEST_F(GainSliders, UnmovedPowerGainIsWrittenOnce) {
     start_during_a_poll();
     operator_drags(Slider_ktar, 1190, 1200ms);
@@ -144,7 +147,7 @@ TEST_F(GainSliders, UnmovedPowerGainIsWrittenOnce) {
     EXPECT_TRUE(Timer_stato_sistema.is_on());
 }
 
-TEST_F(GainSliders, PowerGainLeavesTheLowerGain) {
+TEST_F(GainSliders, MovingPowerGainLeavesLowerGainUnchanged) {
     start_during_a_poll();
     follow({&Form1, &Slider_ktar, &Slider_power});
     operator_drags(Slider_power, 1400);
@@ -161,7 +164,8 @@ TEST_F(GainSliders, PowerGainLeavesTheLowerGain) {
     EXPECT_EQ(unit->parameter(3), 1200);
 }
 
-// The handler of the lower gain still takes focus and pointer; that of the power gain does not.
+// During the filling, the handler of the lower gain still moves the focus to the window and resets
+// the pointer; that of the power gain does not.
 TEST_F(GainSliders, FillingWritesNothing) {
     start_during_a_poll();
     inside_program([] {
@@ -194,7 +198,7 @@ TEST_F(GainSliders, ButtonsMoveTheLowerGainByAHundred) {
     EXPECT_EQ(tips(), "199 0");
 }
 
-TEST_F(GainSliders, ButtonsReachTheEndsOfTheScale) {
+TEST_F(GainSliders, ButtonsCanReachTheEndsOfTheScale) {
     start_during_a_poll();
     for (const auto& [button, from, to] :
          {std::tuple{&Command7, 1700, 1800}, {&Command8, 1101, 1001}}) {
@@ -204,8 +208,8 @@ TEST_F(GainSliders, ButtonsReachTheEndsOfTheScale) {
     }
 }
 
-// A step beyond the scale is rejected, not shortened.
-TEST_F(GainSliders, ButtonsChangeNothingBeyondTheScale) {
+// A step that would leave the scale is rejected, not shortened.
+TEST_F(GainSliders, StepBeyondTheScaleMovesNoSlider) {
     start_during_a_poll();
     inside_program([] {
         view::place_value(Slider_ktar, 1701);
@@ -223,11 +227,12 @@ TEST_F(GainSliders, ButtonsChangeNothingBeyondTheScale) {
     EXPECT_THAT(writes(), IsEmpty());
 }
 
-// The nested step writes 1260 for both; the outer move then writes what the sliders show.
+// The key's handler runs during the first wait of the drag's handler. The drag's handler writes
+// after its wait what the sliders then show, so it also writes 1260 and 1060.
 TEST_F(GainSliders, KeyDuringAMoveRunsInsideItsWait) {
     start_during_a_poll();
     operator_drags(Slider_ktar, 1250, 100ms);
-    operator_presses(Form1, 39, 3500ms);
+    operator_presses(Form1, 39, 3500ms); // the right arrow
     EXPECT_THAT(timed_commands(), ElementsAre(At(500, Write(3, 1260)), At(1300, Write(4, 1060)),
                                               At(1500, Write(4, 1060)), At(1900, Write(3, 1260)),
                                               At(2300, Write(4, 1060))));
@@ -246,7 +251,7 @@ class GainSlidersOnMethane : public GainSliders {
     GainSlidersOnMethane() : GainSliders(0) {}
 };
 
-TEST_F(GainSlidersOnMethane, PowerGainIs300BelowAndAtLeast1001) {
+TEST_F(GainSlidersOnMethane, PowerGainIs300LowerDownTo1001) {
     start_during_a_poll();
     operator_drags(Slider_ktar, 1250, 3000ms);
     EXPECT_THAT(writes(), ElementsAre(Write(3, 1250), Write(4, 1001)));

@@ -15,8 +15,9 @@ class ActivationPath : public CraftedUnitTest {
     }
 };
 
-// 500 ms before and 700 ms after the presence test, 1600 ms after each request, 400 ms after the
-// window is filled, 50 ms to the first tick.
+// The waits: 500 ms before the presence test and 700 ms after it, 1600 ms after the request for the
+// version and 1600 ms after that for the image, 400 ms after the window is filled, and 50 ms until
+// the first tick of the polling timer.
 TEST_F(ActivationPath, SendsPresenceVersionImageThenPolls) {
     start_program();
     run_for(5000);
@@ -24,10 +25,11 @@ TEST_F(ActivationPath, SendsPresenceVersionImageThenPolls) {
                                               At(2800, Send(1)), At(4850, Send(3))));
 }
 
-TEST_F(ActivationPath, EngineButtonDuringTheReadLetsTheFillWrite) {
+TEST_F(ActivationPath, EngineButtonDuringTheReadMakesTheFillWrite) {
     start_program();
     run_for(3000); // the wait for the image
     ASSERT_TRUE(app::state.ui_loading);
+    // The button also starts the polling, which would take replies of the read.
     inside_program([] { form1::Timer_stato_sistema.tick = nullptr; });
     operator_clicks(form1::Command_engine);
     run_for(500);
@@ -37,8 +39,8 @@ TEST_F(ActivationPath, EngineButtonDuringTheReadLetsTheFillWrite) {
 }
 
 TEST_F(ActivationPath, WaitAfterTheReadEndsWithTheFirstPoll) {
-    crafted.set_word(8,
-                     1200); // the value that the gain slider has, so that its handler does not run
+    // The gain slider already has this value, so its handler does not run.
+    crafted.set_word(8, 1200);
     start_program();
     run_for(4799);
     EXPECT_TRUE(app::state.ui_loading);
@@ -48,18 +50,18 @@ TEST_F(ActivationPath, WaitAfterTheReadEndsWithTheFirstPoll) {
     EXPECT_TRUE(form1::Timer_stato_sistema.is_on());
     EXPECT_EQ(view::focus(), &form1::Text2);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
-    // Alone it would end at 5200. The poll of 4850 sets the common timer again.
+    // Alone the wait would end at 5200 ms. The poll at 4850 ms sets the shared timer to 300 ms.
     run_for(5149 - 4800);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
     run_for(1);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
 }
 
-TEST_F(ActivationPath, WaitPointerShowsFromTheReplyOn) {
+TEST_F(ActivationPath, HourglassIsShownFromTheReplyOn) {
     start_program();
     run_for(1199);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::normal);
-    EXPECT_TRUE(app::state.ui_loading); // since the window's load
+    EXPECT_TRUE(app::state.ui_loading); // set when the window is loaded
     run_for(1);
     EXPECT_EQ(form1::Form1.look.pointer, view::Pointer::hourglass);
     EXPECT_FALSE(view::visible(form1::Frame2));
@@ -83,7 +85,7 @@ TEST_F(ActivationPath, LeavesTheMainWindowReadyForUse) {
     EXPECT_EQ(app::state.firmware_text, "0.2.71");
 }
 
-TEST_F(ActivationPath, BaseWordsReachTheirWidgets) {
+TEST_F(ActivationPath, WordsOfTheImageAreShownInTheirWidgets) {
     read_on_activation();
     EXPECT_EQ(view::value(form1::Slider_ktar), 1250);
     EXPECT_EQ(form1::Slider_ktar.look.selection_length, 249);
@@ -107,7 +109,8 @@ TEST_F(ActivationPath, BaseWordsReachTheirWidgets) {
 
 TEST_F(ActivationPath, PlacesTheTankSliders) {
     read_on_activation();
-    const double sliders[] = {3, 24, 50, 75, 75}; // the second is one below its threshold
+    // The second slider is one below its threshold, 25.
+    const double sliders[] = {3, 24, 50, 75, 75};
     for (int row = 0; row < 5; ++row)
         EXPECT_EQ(view::value(form1::Slider1[row]), sliders[row]) << row;
     EXPECT_EQ(view::text(form1::Label8), "4%");
@@ -122,7 +125,7 @@ TEST_F(ActivationPath, PlacesTheTankSliders) {
 
 TEST_F(ActivationPath, ShowsMethaneWithoutPressureSensor) {
     crafted.set_word(16, 0);
-    crafted.set_word(32, 2); // anything but 1
+    crafted.set_word(32, 2); // every value but 1 means no sensor
     read_on_activation();
     EXPECT_TRUE(view::selected(form1::Option_metano));
     EXPECT_FALSE(view::selected(form1::Option_gpl));
@@ -144,10 +147,11 @@ TEST_F(ActivationPath, TemperatureCorrectionAbove10IsWrittenBackAs10) {
     EXPECT_EQ(frames().back(), Write(52, 10));
     run_for(100);
     EXPECT_EQ(writes().size(), 1U);
-    EXPECT_EQ(timed().back(), At(5050, Send(3))); // 200 ms after the write
+    // The write delays the first poll by 200 ms.
+    EXPECT_EQ(timed().back(), At(5050, Send(3)));
 }
 
-TEST_F(ActivationPath, GainsOutOfRangeLeaveTheSlidersAlone) {
+TEST_F(ActivationPath, GainsOutOfRangeLeaveTheSlidersUnchanged) {
     crafted.set_word(8, 900);
     crafted.set_word(10, 1900);
     read_on_activation();
@@ -189,7 +193,7 @@ TEST_F(ActivationPath, FillsTheLambdaPanelFromTheLongLayout) {
     EXPECT_TRUE(view::selected(form1::Opt_modulare_no));
 }
 
-TEST_F(ActivationPath, ZerosSelectTheOtherLambdaOptions) {
+TEST_F(ActivationPath, LambdaWordsOfZeroSelectTheOtherOptions) {
     crafted.family = 4;
     crafted.set_words({{124, 0}, {140, 0}, {148, 0}, {150, 0}});
     read_on_activation();
@@ -200,7 +204,7 @@ TEST_F(ActivationPath, ZerosSelectTheOtherLambdaOptions) {
     EXPECT_FALSE(view::checked(form1::mnu_debug_yes));
 }
 
-TEST_F(ActivationPath, Family1TakesVoltageWhateverTheImageHolds) {
+TEST_F(ActivationPath, Family1AlwaysSelectsTheVoltageInput) {
     crafted.family = 1;
     crafted.set_words({{96, 1}, {106, 300}, {110, 400}, {112, 0}});
     read_on_activation();
@@ -213,20 +217,20 @@ TEST_F(ActivationPath, Family1TakesVoltageWhateverTheImageHolds) {
     EXPECT_EQ(view::text(form1::Text_lambda_closed_loop), "400");
 }
 
-TEST_F(ActivationPath, Family3KeepsTheWordsReadLast) {
+TEST_F(ActivationPath, Family3ShowsLambdaWordsOfTheLongLayout) {
     crafted.family = 3;
     crafted.set_words({{106, 300}, {110, 400}});
     read_on_activation();
     EXPECT_EQ(view::text(form1::Text_lambda_open_loop), "700");
     EXPECT_EQ(view::text(form1::Text_lambda_closed_loop), "800");
-    EXPECT_TRUE(
-        view::selected(form1::Option_corr)); // voltage first, then the word of the long layout
+    // The short layout selects voltage first; the word of the long layout then selects current.
+    EXPECT_TRUE(view::selected(form1::Option_corr));
     // This path does not read the diagnosis words of family 3.
     EXPECT_FALSE(view::checked(form1::mnu_direction_inverse_eobd));
     EXPECT_FALSE(view::checked(form1::mnu_iso9141));
 }
 
-// The words of the short layout are taken first.
+// The words of the short layout are read first; this image lacks those of the long layout.
 TEST_F(ActivationPath, Family3KeepsShortLayoutWordsIfImageEnds) {
     crafted.family = 3;
     crafted.set_words({{96, 1}, {106, 300}, {110, 400}, {112, 0}});
@@ -239,7 +243,7 @@ TEST_F(ActivationPath, Family3KeepsShortLayoutWordsIfImageEnds) {
     EXPECT_TRUE(view::selected(form1::Option_tens));
 }
 
-TEST_F(ActivationPath, Family4AfterFamily1BringsDiagnosisBack) {
+TEST_F(ActivationPath, Family4AfterFamily1ShowsDiagnosisAgain) {
     crafted.family = 1;
     read_on_activation();
     ASSERT_FALSE(view::visible(form1::Command_diagnosi));

@@ -1,5 +1,5 @@
-// The polling loop: which requests it sends, when, and how silence, wrong replies and stops affect
-// it.
+// The polling loop: which requests it sends and when, and what it does when the unit is silent,
+// when a reply is wrong and when the polling is stopped.
 #include "app/numbers.h"
 #include "link/ecu_frames.h"
 #include "monitor/polling.h"
@@ -51,6 +51,7 @@ TEST_F(Polling, RequestHasFiveBytes) {
     EXPECT_EQ(port->sent[0].bytes, frame_bytes(3));
 }
 
+// The poll reads the reply to the request before. After a pause there is none, so it asks again.
 TEST_F(Polling, FirstTickAfterAPauseAsksTwice) {
     start_scripted();
     operator_clicks(form1::Command_impostazioni, 3000ms);
@@ -75,7 +76,7 @@ TEST_F(Polling, TelegramIsShownOneWaitAfterItWasRead) {
     EXPECT_EQ(rpm(), "3333");
 }
 
-TEST_F(Polling, StoppedDuringAPassItLeavesNoTimerOn) {
+TEST_F(Polling, StopDuringAPassLeavesNoTimerOn) {
     start_during_a_poll();
     inside_program(monitor::stop_polling);
     run_for(310);
@@ -94,8 +95,8 @@ TEST_F(Polling, SilentUnitIsAskedEvery300Milliseconds) {
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-// The loop tests neither the flag nor the panel until the next telegram.
-TEST_F(Polling, SilentUnitIsAskedOnAfterTheStop) {
+// Until the next telegram, the loop checks neither `poll_enabled` nor which panel is open.
+TEST_F(Polling, SilentUnitIsStillAskedAfterTheStop) {
     start_scripted();
     port->silent = true;
     port->alter = nullptr;
@@ -107,7 +108,7 @@ TEST_F(Polling, SilentUnitIsAskedOnAfterTheStop) {
     EXPECT_THAT(frames_in(5000), IsEmpty());
 }
 
-TEST_F(Polling, GoesOnWhenThePulledCableIsBack) {
+TEST_F(Polling, ResumesWhenThePulledCableIsBack) {
     start_scripted();
     show({.rpm = 1111});
     port->unplugged = true;
@@ -133,8 +134,8 @@ TEST_F(Polling, ReadsAFloodedLineOncePerRequest) {
     EXPECT_EQ(reads, 100);
 }
 
-// An empty reply asks again; 1 to 26 bytes are dropped and end the pass; longer ones are shown.
-TEST_F(Polling, ReplyOfEachLengthWithTheRightEcho) {
+// An empty reply repeats the request. A reply of 1 to 26 bytes is dropped and ends the pass.
+TEST_F(Polling, ReplyIsShownFrom27BytesOn) {
     start_scripted();
     for (std::size_t length = 0; length <= 300; ++length) {
         SCOPED_TRACE(length);
@@ -144,8 +145,8 @@ TEST_F(Polling, ReplyOfEachLengthWithTheRightEcho) {
     }
 }
 
-// From 27 bytes on the echo decides, and a wrong one asks again.
-TEST_F(Polling, ReplyOfEachLengthWithAWrongEcho) {
+// From 27 bytes on the echo is checked. If it is wrong, the request is repeated.
+TEST_F(Polling, ReplyWithAWrongEchoIsNeverShown) {
     start_scripted();
     for (std::size_t length = 0; length <= 300; ++length) {
         SCOPED_TRACE(length);
@@ -234,7 +235,7 @@ TEST_F(Polling, TickUnloadsTheConnectionDialog) {
     EXPECT_FALSE(centralina_attiva::Centralina_Attiva.loaded);
 }
 
-TEST_F(Polling, DelayedStopComesOnceAfter200Milliseconds) {
+TEST_F(Polling, DelayedStopRunsOnceAfter200Milliseconds) {
     start_scripted();
     mark();
     inside_program([] { form1::Timer_chiusura_stato.on(); });
@@ -244,7 +245,7 @@ TEST_F(Polling, DelayedStopComesOnceAfter200Milliseconds) {
     EXPECT_FALSE(form1::Timer_stato_sistema.is_on());
 }
 
-TEST_F(Polling, ReadingButtonStartsIt) {
+TEST_F(Polling, StartReadingButtonStartsPolling) {
     start_scripted();
     stop_polling();
     mark();
